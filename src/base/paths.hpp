@@ -1,0 +1,27 @@
+// Paths as text: session paths come from any system, so both slashes count everywhere.
+#pragma once
+
+#include <string>
+
+namespace tanrove {
+
+/// All before the last `/` or `\`; "." if there is neither.
+std::string folder_of(const std::string& path);
+
+/// All behind the last `/` or `\`; the whole path if there is neither.
+std::string file_name_of(const std::string& path);
+
+/// Position of the `.` that begins the extension: the last one, if it stands behind the last slash.
+/// `std::string::npos` if the path has no extension.
+std::string::size_type extension_at(const std::string& path);
+
+/// The path up to its extension, whole if it has none.
+std::string without_extension(const std::string& path);
+
+/// True if the file can be opened for reading; a folder counts as no file.
+bool can_be_read(const std::string& path);
+
+/// ASCII letters in lower case, other bytes as they stand.
+std::string lower_cased(std::string text);
+
+}  // namespace tanrove
