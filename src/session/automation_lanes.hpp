@@ -1,0 +1,80 @@
+// Automation lanes. A lane does not say what it moves: that comes from its place among the lanes of
+// its strip or send.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "session/block_index.hpp"
+
+namespace tanrove {
+
+constexpr std::uint16_t lane_type = 0x260a;
+
+struct LanePoint {
+    double position = 0;  ///< samples, or ticks from the session's origin (`Lane::in_ticks`)
+    double value = 0;     ///< as stored: tenths of a dB; -100 to 100 for pan; 0 and 1 for mute
+};
+
+struct Lane {
+    std::vector<LanePoint> points;
+    double initial = 0;     ///< in the unit of the values
+    bool in_ticks = false;  ///< the times are ticks: a lane of a tick-based track
+};
+
+/// The position of a point as it is stored: samples, or ticks from the session's origin.
+double lane_point_position(std::uint32_t stored, bool in_ticks);
+
+/// Reads the lane at `position` into `lane`: a lane read twice adds to its points. Does nothing and
+/// gives false if no lane stands there; one whose points do not fit its block gives its initial
+/// value alone.
+bool readLane(ByteView image, std::size_t position, Lane& lane);
+
+/// The initial value alone of the lane at `position`; nullopt if no lane stands there.
+std::optional<double> lane_initial(ByteView image, std::size_t position);
+
+/// The lanes of one span by their groups: positions, ascending.
+struct LaneGroups {
+    std::vector<std::size_t> flat;  ///< in no group
+    std::vector<std::vector<std::size_t>> groups;
+    bool any_group_multiple = false;  ///< a group holds more than one lane: a surround panner's
+};
+
+/// A wide strip with two surround panners has some forty lanes; what stands behind these limits in
+/// one span is damage, and left out.
+constexpr std::size_t max_lanes_in_span = 256;
+constexpr std::size_t max_groups_in_span = 64;
+
+/// The lanes and groups that lie wholly in the payload of a block from `start` to `end`. A lane
+/// belongs to the first group that holds it.
+LaneGroups sortLanes(const BlockIndex& index, std::size_t start, std::size_t end);
+
+/// Reads lanes for many owners. Each lane goes to the first owner that asks for it, so that the
+/// points of a damaged session, whose spans overlap, are not handed out over and over.
+class LaneReader {
+public:
+    explicit LaneReader(ByteView image) : image_(image) {}
+
+    /// Fills `lane`; false if no lane stands there, or another owner has it.
+    bool read(std::size_t position, std::size_t owner, Lane& lane);
+
+private:
+    ByteView image_;
+    std::unordered_map<std::size_t, std::size_t> owners_;
+};
+
+/// How a strip's or a send's group lanes are to be counted.
+enum class LaneShape : std::int8_t {
+    master = -1,    ///< takes none, and has no trim
+    one_knob = 0,   ///< the first group lane
+    two_knobs = 1,  ///< the first lanes of two groups
+    none = 2,
+};
+
+/// The shape of the span of `holder`, whose lanes are `lanes`.
+LaneShape lane_shape(const BlockIndex& index, const Block& holder, const LaneGroups& lanes);
+
+}  // namespace tanrove

@@ -1,0 +1,128 @@
+// One memchr walk over the image keeps every block candidate; the lists by type and the answers to
+// "the first child that fits" are made from those.
+#include "session/block_index.hpp"
+
+#include <algorithm>
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::size_t content_type_count = 0x10000;
+constexpr std::size_t run_length = 16;  // blocks or runs that one entry of the next level sums up
+
+std::vector<Block> find_blocks(ByteView image) {
+    std::vector<Block> blocks;
+    constexpr std::size_t header = block_payload_at;
+    if (image.size() < header) return blocks;
+    const std::size_t most = image.size() / header;
+    const std::size_t last = image.size() - header;
+    for (std::size_t p = image.find(block_marker, 0); p <= last && blocks.size() < most;
+         p = image.find(block_marker, p + 1)) {
+        if (!isBlockAt(image, p, image.size())) continue;
+        blocks.push_back({p, image.u32(p + block_size_at), image.u16(p + block_content_at)});
+    }
+    return blocks;
+}
+
+bool begins_before(const Block& block, std::size_t position) {
+    return block.at < position;
+}
+
+}  // namespace
+
+BlockList::BlockList(std::vector<Block> blocks) : blocks_(std::move(blocks)) {
+    std::vector<std::size_t> ends(blocks_.size());
+    std::transform(blocks_.begin(), blocks_.end(), ends.begin(),
+                   [](const Block& block) { return block.end(); });
+    while (ends.size() > run_length) {
+        std::vector<std::size_t> runs;
+        runs.reserve((ends.size() + run_length - 1) / run_length);
+        for (std::size_t i = 0; i < ends.size(); i += run_length) {
+            const auto first = ends.begin() + static_cast<std::ptrdiff_t>(i);
+            const auto count = std::min(run_length, ends.size() - i);
+            runs.push_back(*std::min_element(first, first + static_cast<std::ptrdiff_t>(count)));
+        }
+        least_ends_.push_back(runs);
+        ends = std::move(runs);
+    }
+}
+
+std::span<const Block> BlockList::between(std::size_t from, std::size_t to) const {
+    const auto first = std::lower_bound(blocks_.begin(), blocks_.end(), from, begins_before);
+    if (to <= from) return {};
+    const auto last = std::lower_bound(first, blocks_.end(), to, begins_before);
+    return {first, last};
+}
+
+std::size_t BlockList::first_index_inside(std::size_t index, std::size_t limit) const {
+    // Up: pass over whole runs in which no block ends in time. Down: into the run that has one.
+    std::size_t level = 0;
+    const auto level_size = [&] {
+        return level == 0 ? blocks_.size() : least_ends_[level - 1].size();
+    };
+    const auto fits = [&](std::size_t i) {
+        return (level == 0 ? blocks_[i].end() : least_ends_[level - 1][i]) <= limit;
+    };
+    while (true) {
+        while (index < level_size() && !fits(index)) {
+            ++index;
+            if (index % run_length == 0 && level < least_ends_.size()) {
+                index /= run_length;
+                ++level;
+            }
+        }
+        if (index >= level_size()) return blocks_.size();
+        if (level == 0) return index;
+        --level;
+        index *= run_length;
+    }
+}
+
+const Block* BlockList::first_inside(std::size_t from, std::size_t limit) const {
+    const auto first = std::lower_bound(blocks_.begin(), blocks_.end(), from, begins_before);
+    const auto index = first_index_inside(static_cast<std::size_t>(first - blocks_.begin()), limit);
+    return index < blocks_.size() ? &blocks_[index] : nullptr;
+}
+
+BlockIndex::BlockIndex(ByteView image)
+    : image_(image), list_of_type_(content_type_count, 0), lists_(1) {
+    std::vector<Block> blocks = find_blocks(image);
+
+    std::vector<std::uint32_t> counts(content_type_count, 0);
+    for (const Block& block : blocks) ++counts[block.content_type];
+    std::vector<std::vector<Block>> by_type(1);
+    for (const Block& block : blocks) {
+        auto& list = list_of_type_[block.content_type];
+        if (list == 0) {
+            list = static_cast<std::uint32_t>(by_type.size());
+            by_type.emplace_back().reserve(counts[block.content_type]);
+        }
+        by_type[list].push_back(block);
+    }
+    lists_.reserve(by_type.size());
+    for (std::size_t i = 1; i < by_type.size(); ++i) lists_.emplace_back(std::move(by_type[i]));
+    all_ = BlockList(std::move(blocks));
+}
+
+const BlockList& BlockIndex::of_type(std::uint16_t content_type) const {
+    return lists_[list_of_type_[content_type]];
+}
+
+std::vector<Block> BlockIndex::of_types(std::span<const std::uint16_t> content_types) const {
+    std::vector<Block> blocks;
+    for (const auto type : content_types) {
+        const auto list = of_type(type).all();
+        blocks.insert(blocks.end(), list.begin(), list.end());
+    }
+    std::sort(blocks.begin(), blocks.end(),
+              [](const Block& a, const Block& b) { return a.at < b.at; });
+    return blocks;
+}
+
+const Block* BlockIndex::at(std::size_t p) const {
+    const auto here = all_.between(p, p + 1);
+    return here.empty() ? nullptr : here.data();
+}
+
+}  // namespace tanrove

@@ -1,0 +1,87 @@
+// The tree parse with its odd stride. Children are sought by memchr for the next 'Z', so bytes that
+// begin no block cost next to nothing.
+#include "session/block_tree.hpp"
+
+#include <algorithm>
+#include <optional>
+
+#include "session/block_scan.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::size_t first_block_at = 20;  // behind the file's header
+constexpr std::uint32_t smallest_parent = 2;
+
+/// `levels` is how many levels of children are still followed.
+std::optional<BlockNode> parse_block(ByteView image, std::size_t p, std::size_t limit, int levels);
+
+/// Children are sought from the byte behind the 'Z'. The walk is tested once a step, with the
+/// position that the step leads to: tested any earlier, a small last child would be lost.
+void parse_children(ByteView image, std::size_t p, int levels, BlockNode& parent) {
+    const std::size_t end = p + block_size_base + parent.size;
+    const ByteView up_to_end = image.window(0, end);
+    std::size_t i = 1;
+    while (true) {
+        const std::size_t next = up_to_end.find(block_marker, p + i);
+        if (next == ByteView::npos || next - p >= parent.size) return;
+        i = next - p;
+        std::size_t step = 1;
+        if (auto child = parse_block(image, p + i, end, levels - 1)) {
+            step = child->size + block_size_base;
+            parent.children.push_back(std::move(*child));
+        }
+        if (p + i + step >= end || i + step >= parent.size) return;
+        i += step;
+    }
+}
+
+std::optional<BlockNode> parse_block(ByteView image, std::size_t p, std::size_t limit, int levels) {
+    if (p + 8 >= image.size() || image.u8(p) != block_marker) return std::nullopt;
+    if (image.u8(p + block_high_type_at) != 0) return std::nullopt;
+    BlockNode node{
+        .offset = p + block_content_at,
+        .size = image.u32(p + block_size_at),
+        .blockType = image.u16(p + 1),
+        .contentType = image.u16(p + block_content_at),
+        .children = {},
+    };
+    const std::size_t room = limit - p;
+    if (room < block_size_base || node.size > room - block_size_base) return std::nullopt;
+    if (node.size >= smallest_parent && levels > 0) parse_children(image, p, levels, node);
+    return node;
+}
+
+/// The odd stride of the top level; `levels_of` says how deep a block of that type is followed.
+template <typename LevelsOf>
+std::vector<BlockNode> parse_top_level(ByteView image, LevelsOf levels_of) {
+    std::vector<BlockNode> blocks;
+    std::size_t last_size = 0;
+    for (std::size_t p = first_block_at; p < image.size();) {
+        const int levels = levels_of(image.u16(p + block_content_at));
+        if (auto block = parse_block(image, p, image.size(), levels)) {
+            last_size = block->size + block_size_base;
+            blocks.push_back(std::move(*block));
+        }
+        p += last_size == 0 ? 1 : last_size;
+    }
+    return blocks;
+}
+
+}  // namespace
+
+std::vector<BlockNode> parseBlockTree(ByteView image) {
+    return parse_top_level(image, [](std::uint16_t) { return max_block_depth; });
+}
+
+std::vector<BlockNode> parse_block_tree_below(ByteView image,
+                                              std::span<const std::uint16_t> content_types,
+                                              int levels) {
+    return parse_top_level(image, [&](std::uint16_t type) {
+        const auto found = std::find(content_types.begin(), content_types.end(), type);
+        return found == content_types.end() ? 0 : std::min(levels, max_block_depth);
+    });
+}
+
+}  // namespace tanrove

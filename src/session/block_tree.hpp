@@ -1,0 +1,36 @@
+// The image as a tree of blocks. Only the session lists are read from it: they want the direct
+// children of top-level blocks, which a flat scan cannot tell from deeper ones.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "base/byte_view.hpp"
+
+namespace tanrove {
+
+/// Deepest nesting that is followed; blocks below it are left out of the tree.
+constexpr int max_block_depth = 32;
+
+/// One block and the blocks found in it. Records told by a node count from its `offset`.
+struct BlockNode {
+    std::size_t offset = 0;  ///< position of the content type field, the 'Z' plus 7
+    std::uint32_t size = 0;
+    std::uint16_t blockType = 0;
+    std::uint16_t contentType = 0;
+    std::vector<BlockNode> children;
+};
+
+/// The top-level blocks, from position 20 on. Where no block starts the walk goes on behind the
+/// length of the last block it read, as real sessions want it.
+std::vector<BlockNode> parseBlockTree(ByteView image);
+
+/// The same top-level blocks, children only below those of these types and so many levels deep: a
+/// reader that wants one kind of list need not pay for the rest.
+std::vector<BlockNode> parse_block_tree_below(ByteView image,
+                                              std::span<const std::uint16_t> content_types,
+                                              int levels);
+
+}  // namespace tanrove

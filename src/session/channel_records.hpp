@@ -1,0 +1,37 @@
+// Channel records: the numbers of one mixer channel. They stand in strip rows and in send slots
+// alike.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "session/block_index.hpp"
+
+namespace tanrove {
+
+constexpr std::uint16_t channel_record_type = 0x1029;
+constexpr std::uint16_t send_channel_type = 0x260d;
+
+struct ChannelRecord {
+    std::size_t at = 0;  ///< position of the 'Z'
+    std::size_t end = 0;
+    bool link = false;    ///< in a send's record: the send leaves in front of the fader
+    double fader_db = 0;  ///< -145 to 12.5
+    bool muted = false;
+    std::int32_t pan = 0;        ///< the left or the only knob, as stored: -100 left to 100 right
+    std::int32_t pan_right = 0;  ///< as stored
+
+    std::size_t payload() const { return at + block_payload_at; }
+    /// Where the fader stands: the position by which a record is given to its strip.
+    std::size_t fader_position() const { return payload() + 1; }
+};
+
+/// The record in a block of type 0x1029; nullopt where a limit is broken.
+std::optional<ChannelRecord> readChannelRecord(ByteView image, const Block& block);
+
+/// All channel records, in order of position.
+std::vector<ChannelRecord> readChannelRecords(const BlockIndex& index);
+
+}  // namespace tanrove

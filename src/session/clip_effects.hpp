@@ -1,0 +1,37 @@
+// Clip Effects: sets of named parameters, and the clips that use them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "session/block_index.hpp"
+
+namespace tanrove {
+
+struct ClipEffectsParameter {
+    std::string name;
+    std::uint32_t value = 0;  ///< as stored
+};
+
+struct ClipEffectsRecord {
+    std::uint64_t identity = 0;
+    std::vector<ClipEffectsParameter> parameters;
+};
+
+struct ClipEffects {
+    std::vector<ClipEffectsRecord> records;
+    std::map<std::string, std::size_t> record_of_clip;
+
+    /// The parameters of the clip of that name; nullptr if it has none.
+    const ClipEffectsRecord* record(const std::string& clip) const {
+        const auto found = record_of_clip.find(clip);
+        return found == record_of_clip.end() ? nullptr : &records[found->second];
+    }
+};
+
+ClipEffects readClipEffects(const BlockIndex& index);
+
+}  // namespace tanrove

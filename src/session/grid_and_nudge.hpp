@@ -1,0 +1,29 @@
+// The edit grid and the nudge value, as bars, beats and ticks.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "session/block_index.hpp"
+
+namespace tanrove {
+
+struct GridSetting {
+    std::uint32_t bars = 0;
+    std::uint32_t beats = 0;
+    std::uint32_t ticks = 0;  ///< 960 to a quarter note
+};
+
+struct GridAndNudge {
+    GridSetting nudge;
+    GridSetting grid;
+};
+
+/// nullopt unless both are stored.
+std::optional<GridAndNudge> readGridAndNudge(const BlockIndex& index);
+
+/// Length of a grid in quarter notes under a meter; nullopt unless above 0 and below 1000.
+std::optional<double> grid_quarter_notes(const GridSetting& grid, std::uint32_t numerator,
+                                         std::uint32_t denominator);
+
+}  // namespace tanrove

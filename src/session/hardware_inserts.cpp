@@ -1,0 +1,57 @@
+// A hardware insert 0x2612 holds an output name 0x260e. In some sessions the name's count stands at
+// offset 42 of that, ASCII only; else it is found as every output's name is.
+#include "session/hardware_inserts.hpp"
+
+#include "session/first_enclosing.hpp"
+#include "session/output_names.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint16_t hardware_insert_type = 0x2612;
+
+constexpr std::size_t name_at = 42;
+constexpr std::size_t min_bytes = 45;  // a shorter child has no name at its fixed place
+constexpr std::size_t max_name_bytes = 128;
+
+std::optional<std::string> insert_name(const BlockIndex& index, const Block& insert) {
+    const Block* output = index.first_child(insert, output_name_type);
+    if (output == nullptr) return std::nullopt;
+    const ByteView image = index.image();
+    if (output->end() - output->at > min_bytes) {
+        const auto name =
+            readCountedText(image, output->at + name_at, max_name_bytes, output->end());
+        if (name && !name->empty() && is_ascii_text(*name)) return std::string(*name);
+    }
+    return readOutputName(image, *output);
+}
+
+}  // namespace
+
+std::vector<HardwareInsert> readHardwareInserts(const BlockIndex& index,
+                                                const std::vector<StripRow>& rows) {
+    std::vector<BlockSpan> spans;
+    spans.reserve(rows.size());
+    for (const StripRow& row : rows) spans.push_back({row.start, row.end});
+    const auto blocks = index.of_type(hardware_insert_type).all();
+    std::vector<std::size_t> positions;
+    positions.reserve(blocks.size());
+    for (const Block& block : blocks) positions.push_back(block.at);
+    const auto holders = first_enclosing(spans, positions);
+
+    std::vector<HardwareInsert> inserts;
+    inserts.reserve(blocks.size());
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        HardwareInsert insert{"<unnamed>", "<unknown track>"};
+        if (auto name = insert_name(index, blocks[i])) insert.name = std::move(*name);
+        if (holders[i] != no_span) {
+            const StripRow& row = rows[holders[i]];
+            insert.track = row.current_name.empty() ? row.original_name : row.current_name;
+        }
+        inserts.push_back(std::move(insert));
+    }
+    return inserts;
+}
+
+}  // namespace tanrove

@@ -1,0 +1,136 @@
+// An I/O path 0x1021, n being the bytes of its name, E the position behind it and c its channels:
+//
+//   9    u8 type: 0 input, 1 and 6 hardware output, 2 bus, 3 insert
+//   10   u8 width code
+//   11   u32 n, 1 to 80, name at 15
+//   E            u32 c, 1 to 16, then c u16 channel numbers
+//   E + 4 + 2c   u16 place of the path it is a part of, 0xffff for none
+//   E + 11 + 2c  the identity marker, u64 identity
+//
+// A second form has four more bytes in front of the count of channels, which may be 0, and the
+// marker anywhere behind the channels.
+#include "session/io_paths.hpp"
+
+#include <algorithm>
+#include <set>
+#include <tuple>
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint16_t io_path_type = 0x1021;
+
+constexpr std::size_t type_at = 9;
+constexpr std::size_t width_at = 10;
+constexpr std::size_t name_length_at = 11;
+constexpr std::size_t name_at = 15;
+constexpr std::size_t max_name_bytes = 80;
+constexpr std::size_t count_width = 4;
+constexpr std::size_t channel_width = 2;
+constexpr std::size_t max_channels = 16;
+constexpr std::size_t marker_behind_channels = 7;
+constexpr std::size_t later_count_behind_name = 4;
+constexpr std::size_t marked_bytes = 13;  // a marker, its identity and the byte that must follow
+constexpr std::uint16_t no_parent = 0xffff;
+
+/// Positions of all identity markers: records that overlap must not each search their own span.
+std::vector<std::size_t> find_markers(ByteView image) {
+    std::vector<std::size_t> markers;
+    for (auto at = image.find(identity_marker, 0); at != ByteView::npos;
+         at = image.find(identity_marker, at + identity_marker.size())) {
+        markers.push_back(at);
+    }
+    return markers;
+}
+
+void read_channels(ByteView image, std::size_t at, std::size_t count, IoPath& path) {
+    for (std::size_t i = 0; i < count; ++i) {
+        path.channels.push_back(image.u16(at + i * channel_width));
+    }
+}
+
+void read_identity(ByteView image, std::size_t marker, IoPath& path) {
+    path.identity_low = image.u32(marker + identity_marker.size());
+    path.identity_high = image.u32(marker + identity_marker.size() + 4);
+}
+
+/// The form with the count right behind the name; false where its marker is not in its place.
+bool read_near_count(ByteView image, std::size_t behind_name, std::size_t end, IoPath& path) {
+    const std::size_t count = image.u32(behind_name);
+    if (count < 1 || count > max_channels) return false;
+    const std::size_t behind_channels = behind_name + count_width + count * channel_width;
+    const std::size_t marker = behind_channels + marker_behind_channels;
+    if (marker + marked_bytes > end || !image.has(marker, identity_marker)) return false;
+    read_channels(image, behind_name + count_width, count, path);
+    read_identity(image, marker, path);
+    const std::uint16_t parent = image.u16(behind_channels);
+    if (parent != no_parent) path.parent = parent;
+    return true;
+}
+
+/// The form with the count four bytes behind the name. Without a marker the path has no identity.
+bool read_later_count(ByteView image, const std::vector<std::size_t>& markers,
+                      std::size_t behind_name, std::size_t end, IoPath& path) {
+    const std::size_t count_at = behind_name + later_count_behind_name;
+    if (count_at + count_width > end) return false;
+    const std::size_t count = image.u32(count_at);
+    const std::size_t channels_at = count_at + count_width;
+    if (count > max_channels || channels_at + count * channel_width > end) return false;
+    read_channels(image, channels_at, count, path);
+    const auto marker =
+        std::lower_bound(markers.begin(), markers.end(), channels_at + count * channel_width);
+    if (marker != markers.end() && *marker + marked_bytes <= end) {
+        read_identity(image, *marker, path);
+    }
+    return true;
+}
+
+std::optional<IoPath> read_path(ByteView image, const std::vector<std::size_t>& markers,
+                                const Block& block) {
+    const auto name =
+        readCountedText(image, block.at + name_length_at, max_name_bytes, block.end());
+    if (!name || name->empty() || !is_session_text(*name)) return std::nullopt;
+    IoPath path;
+    path.type = image.u8(block.at + type_at);
+    path.width_code = image.u8(block.at + width_at);
+    path.name = *name;
+    path.position = block.at;
+    const std::size_t behind_name = block.at + name_at + name->size();
+    if (!read_near_count(image, behind_name, block.end(), path) &&
+        !read_later_count(image, markers, behind_name, block.end(), path)) {
+        return std::nullopt;
+    }
+    return path;
+}
+
+}  // namespace
+
+std::vector<IoPath> readIoPaths(const BlockIndex& index) {
+    const auto markers = find_markers(index.image());
+    std::vector<IoPath> paths;
+    std::set<std::tuple<std::uint32_t, std::uint32_t, std::uint32_t, std::string,
+                        std::vector<std::uint16_t>>>
+        known;
+    for (const Block& block : index.of_type(io_path_type).all()) {
+        auto path = read_path(index.image(), markers, block);
+        if (!path) continue;
+        const bool is_new = known
+                                .emplace(path->identity_low, path->identity_high, path->type,
+                                         path->name, path->channels)
+                                .second;
+        if (is_new) paths.push_back(std::move(*path));
+    }
+    return paths;
+}
+
+std::map<std::uint16_t, std::size_t> bus_legs(const std::vector<IoPath>& paths) {
+    std::map<std::uint16_t, std::size_t> legs;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        if (paths[i].type != bus_path_type || paths[i].channels.size() != 1) continue;
+        legs.try_emplace(paths[i].channels.front(), i);
+    }
+    return legs;
+}
+
+}  // namespace tanrove

@@ -1,0 +1,84 @@
+// The list 0x2004: u32 count at 9, then a 0x2005 an output. In that:
+//
+//   0x2006  u32 count of 0 to 199 at 11, text of the output's name, behind it u8 number less 1
+//   0x2097  on a plug-in: i32 that tells which one, at 22
+//   0x2401  on a port: u8 code at 9
+//
+// A 0x2097 stands in a 0x208c in a 0x2086, and that stands beside the 0x2006 or, in real sessions,
+// in it behind the number.
+#include "session/midi_outputs.hpp"
+
+#include <algorithm>
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint16_t list_type = 0x2004;
+constexpr std::uint16_t output_type = 0x2005;
+constexpr std::uint16_t name_type = 0x2006;
+constexpr std::uint16_t node_type = 0x2097;
+constexpr std::uint16_t port_type = 0x2401;
+
+constexpr std::size_t name_count_at = 11;
+constexpr std::size_t count_width = 4;
+constexpr std::size_t max_name_bytes = 199;
+constexpr std::uint32_t least_node_size = 29;
+constexpr std::size_t node_value_at = 22;
+constexpr std::uint32_t least_port_size = 4;
+
+/// Blocks that do nothing but hold the others.
+bool is_stepped_into(std::uint16_t type) {
+    return type == name_type || type == 0x2086 || type == 0x208c;
+}
+
+void read_name(ByteView image, const Block& block, MidiOutput& output) {
+    const auto name = readCountedText(image, block.at + name_count_at, max_name_bytes, block.end());
+    if (!name) return;
+    const std::size_t number_at = block.at + name_count_at + count_width + name->size();
+    output.name = *name;
+    output.number = image.u8(number_at) + 1;
+}
+
+/// The output whose block this is. Its blocks are walked in order; one that is stepped into is
+/// walked as if its children stood in its place.
+MidiOutput read_output(const BlockIndex& index, const Block& block) {
+    const ByteView image = index.image();
+    MidiOutput output;
+    bool has_name = false;
+    std::size_t walked = block.payload();
+    for (const Block& part : index.blocks().between(block.payload(), block.end())) {
+        if (part.at < walked || part.end() > block.end()) continue;
+        walked = is_stepped_into(part.content_type) ? part.payload() : part.end();
+        if (part.content_type == name_type && !has_name) {
+            has_name = true;
+            read_name(image, part, output);
+        }
+        if (part.content_type == node_type && part.size >= least_node_size) {
+            output.is_plugin_node = true;
+            output.node_value = image.i32(part.at + node_value_at);
+        }
+        if (part.content_type == port_type && part.size >= least_port_size) {
+            output.port_code = image.u8(part.payload());
+        }
+    }
+    return output;
+}
+
+}  // namespace
+
+std::vector<MidiOutput> readMidiOutputs(const BlockIndex& index) {
+    std::vector<MidiOutput> outputs;
+    const auto lists = index.of_type(list_type).all();
+    if (lists.empty()) return outputs;
+    const Block& list = lists.front();
+    std::size_t walked = list.payload();
+    for (const Block& block : index.of_type(output_type).between(walked, list.end())) {
+        if (block.at < walked || block.end() > list.end()) continue;
+        walked = block.end();
+        outputs.push_back(read_output(index, block));
+    }
+    return outputs;
+}
+
+}  // namespace tanrove

@@ -1,0 +1,120 @@
+// MIDI playlists 0x1057 and their placements 0x1056; the layouts stand with the walk of playlists.
+// Two readers take them flat, without the walk's tests: offsets from a playlist's 'Z', u32 count
+// and text of the name at 9; from the 'Z' of the 0x104f in a placement, u32 region at 11, position
+// at 16, clip group mark at 27.
+#include "session/midi_playlists.hpp"
+
+#include <algorithm>
+#include <string_view>
+
+#include "session/playlist_walk.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint16_t playlist_type = 0x1057;
+constexpr std::uint16_t placement_type = 0x1056;
+constexpr std::uint16_t record_type = 0x104f;
+constexpr std::uint8_t kind_ticks = 2;
+
+constexpr std::size_t max_counted_name = 64;
+constexpr std::size_t group_mark_at = 27;
+
+// Limits of the flat rows.
+constexpr std::uint32_t least_playlist = 12;
+constexpr std::uint32_t largest_playlist = 400000;
+constexpr std::size_t max_row_name = 200;
+constexpr std::uint32_t least_placement = 20;
+constexpr std::uint32_t largest_placement = 4000;
+constexpr std::uint32_t largest_empty_record = 11;
+constexpr std::size_t region_at = 11;
+constexpr std::size_t position_at = 16;
+
+std::uint64_t distance_from_origin(std::uint64_t stored) {
+    return stored < tick_origin ? tick_origin - stored : stored - tick_origin;
+}
+
+MidiPlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
+    MidiPlaylistDetail detail;
+    detail.name = playlist.name;
+    detail.is_second_kind = playlist.kind == kind_ticks;
+    for (const std::size_t at : playlist.row_at) {
+        const auto row = read_placement_row(image, at);
+        if (!row) continue;
+        detail.region_ids.push_back(row->id);
+        detail.colours.push_back(row->colour);
+        detail.muted.push_back(row->muted ? 1 : 0);
+        detail.locked.push_back(row->locked ? 1 : 0);
+        detail.positions.push_back(detail.is_second_kind ? distance_from_origin(row->position)
+                                                         : row->position);
+    }
+    return detail;
+}
+
+/// Calls `use(name, placement)` for each placement in a playlist whose name keeps the bound.
+/// Playlists do not overlap: a placement belongs to the first that holds it.
+template <typename Accept, typename Use>
+void for_each_placement(const BlockIndex& index, std::size_t max_name, Accept accept, Use use) {
+    std::size_t next_placement = 0;
+    for (const Block& playlist : index.of_type(playlist_type).all()) {
+        const auto name =
+            readCountedText(index.image(), playlist.payload(), max_name, playlist.end());
+        if (!name || name->empty() || !accept(playlist)) continue;
+        const std::size_t from = std::max(playlist.payload(), next_placement);
+        for (const Block& row : index.of_type(placement_type).between(from, playlist.end())) {
+            next_placement = row.at + 1;
+            if (row.end() <= playlist.end()) use(*name, row);
+        }
+    }
+}
+
+}  // namespace
+
+MidiPlaylists readMidiPlaylists(const BlockIndex& index) {
+    MidiPlaylists midi;
+    PlaylistWalker walker(index);
+    for (const Block& block : index.of_type(playlist_type).all()) {
+        const auto playlist = walker.walk(block);
+        if (!playlist) continue;
+        midi.playlists.records.push_back(
+            {std::string(playlist->name), playlist->kind == kind_ticks});
+        midi.playlists.clip_counts.push_back(playlist->placed);
+        midi.details.push_back(read_detail(index.image(), *playlist));
+    }
+    return midi;
+}
+
+std::map<std::string, int> readMidiClipCounts(const BlockIndex& index) {
+    std::map<std::string, int> counts;
+    const auto any = [](const Block&) { return true; };
+    for_each_placement(index, max_counted_name, any, [&](std::string_view name, const Block& row) {
+        const Block* record = index.first_child(row, record_type);
+        if (record == nullptr || index.image().u8(record->at + group_mark_at) != 1) return;
+        ++counts[std::string(name)];
+    });
+    return counts;
+}
+
+std::vector<MidiPlaylistRow> readMidiPlaylistRows(const BlockIndex& index) {
+    const ByteView image = index.image();
+    std::vector<Block> large_records;
+    for (const Block& record : index.of_type(record_type).all()) {
+        if (record.size > largest_empty_record) large_records.push_back(record);
+    }
+    const BlockList records(std::move(large_records));
+    const auto fits = [](const Block& playlist) {
+        return playlist.size >= least_playlist && playlist.size <= largest_playlist;
+    };
+    std::vector<MidiPlaylistRow> rows;
+    for_each_placement(index, max_row_name, fits, [&](std::string_view name, const Block& row) {
+        if (row.size < least_placement || row.size > largest_placement) return;
+        const Block* record = records.first_inside(row.payload(), row.end());
+        if (record == nullptr) return;
+        rows.push_back({std::string(name), image.u32(record->at + region_at),
+                        read_position(image, record->at + position_at)});
+    });
+    return rows;
+}
+
+}  // namespace tanrove

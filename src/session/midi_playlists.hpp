@@ -1,0 +1,46 @@
+// MIDI playlists: what MIDI clips lie on which track.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "session/block_index.hpp"
+#include "session/playlists.hpp"
+
+namespace tanrove {
+
+/// The edit list of one MIDI playlist: parallel lists, one entry a placement.
+struct MidiPlaylistDetail {
+    std::string name;
+    bool is_second_kind = false;  ///< true: positions are ticks; false: samples
+    std::vector<std::uint32_t> region_ids;
+    std::vector<std::int32_t> colours;  ///< -2 none
+    std::vector<std::uint32_t> muted;
+    std::vector<std::uint32_t> locked;
+    /// Samples, or ticks as their distance from the origin, whichever side of it they lie on.
+    std::vector<std::uint64_t> positions;
+};
+
+/// All MIDI playlists (0x1057): records with their counts, and details in step with them.
+struct MidiPlaylists {
+    Playlists playlists;
+    std::vector<MidiPlaylistDetail> details;
+};
+
+MidiPlaylists readMidiPlaylists(const BlockIndex& index);
+
+/// How many marked clips the MIDI playlists of each name hold: those whose row holds a clip group.
+std::map<std::string, int> readMidiClipCounts(const BlockIndex& index);
+
+/// One placement of a MIDI playlist, whatever the playlist's kind.
+struct MidiPlaylistRow {
+    std::string playlist;
+    std::uint32_t region = 0;
+    std::uint64_t position = 0;  ///< as stored
+};
+
+std::vector<MidiPlaylistRow> readMidiPlaylistRows(const BlockIndex& index);
+
+}  // namespace tanrove

@@ -1,0 +1,51 @@
+// The counted list of placements that audio, MIDI and clip group playlists share.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "session/block_index.hpp"
+
+namespace tanrove {
+
+/// What one placement row stores. `id` is a region, a fade on a fade's row, or a clip group.
+struct PlacementRow {
+    std::uint32_t id = 0;
+    std::uint64_t position = 0;  ///< as stored
+    std::int32_t colour = -2;    ///< -2 none
+    std::uint8_t overlap = 0;    ///< 1 over the next, 2 over the previous, 3 ordinary
+    bool is_fade = false;
+    bool in_group = false;  ///< `id` is a clip group's
+    bool locked = false;
+    bool muted = false;
+};
+
+/// One playlist block that keeps its limits. Views lie in the image.
+struct PlaylistWalk {
+    std::string_view name;
+    std::uint8_t kind = 0;            ///< 1 samples, 2 ticks
+    std::uint32_t placed = 0;         ///< placements as counted, those without a row included
+    std::vector<std::size_t> row_at;  ///< where the placement blocks begin
+};
+
+/// Walks playlist blocks of one image. All walks together take no more steps than the image has
+/// blocks: each placement belongs to one playlist, and a session in which they overlap is none.
+class PlaylistWalker {
+public:
+    explicit PlaylistWalker(const BlockIndex& index);
+
+    /// The playlist of this block; nullopt if it breaks a limit.
+    std::optional<PlaylistWalk> walk(const Block& playlist);
+
+private:
+    ByteView image_;
+    std::size_t steps_left_ = 0;
+};
+
+/// The row of the placement that begins at `at`; nullopt if it holds no placement record.
+std::optional<PlacementRow> read_placement_row(ByteView image, std::size_t at);
+
+}  // namespace tanrove

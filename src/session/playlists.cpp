@@ -1,0 +1,72 @@
+// Audio playlists (0x1052), a channel each, with the rows of their edit lists; the layout stands
+// with the walk of playlists.
+#include "session/playlists.hpp"
+
+#include "session/playlist_walk.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint16_t playlist_type = 0x1052;
+constexpr std::uint16_t clip_group_table_type = 0x2428;
+constexpr std::uint8_t kind_ticks = 2;
+
+/// The playlists of tracks. The clip group table keeps its member lists in the same form: they are
+/// the contents of clips and lie on no track.
+std::vector<PlaylistWalk> track_playlists(const BlockIndex& index) {
+    std::vector<PlaylistWalk> playlists;
+    PlaylistWalker walker(index);
+    const auto tables = index.of_type(clip_group_table_type).all();
+    std::size_t next_table = 0;
+    std::size_t tables_end = 0;
+    for (const Block& block : index.of_type(playlist_type).all()) {
+        for (; next_table < tables.size() && tables[next_table].at < block.at; ++next_table) {
+            if (tables[next_table].end() > tables_end) tables_end = tables[next_table].end();
+        }
+        if (block.at < tables_end) continue;
+        if (auto playlist = walker.walk(block)) playlists.push_back(std::move(*playlist));
+    }
+    return playlists;
+}
+
+PlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
+    PlaylistDetail detail;
+    detail.name = playlist.name;
+    detail.is_second_kind = playlist.kind == kind_ticks;
+    for (const std::size_t at : playlist.row_at) {
+        const auto row = read_placement_row(image, at);
+        if (!row) continue;
+        detail.region_ids.push_back(row->id);
+        detail.colours.push_back(row->colour);
+        detail.live.push_back(row->is_fade ? 0 : 1);
+        detail.is_fade.push_back(row->is_fade ? 1 : 0);
+        detail.overlap.push_back(row->overlap);
+        detail.in_group.push_back(row->in_group ? 1 : 0);
+        detail.locked.push_back(row->locked ? 1 : 0);
+        detail.muted.push_back(row->muted ? 1 : 0);
+        detail.positions.push_back(row->position);
+    }
+    return detail;
+}
+
+}  // namespace
+
+Playlists readPlaylists(const BlockIndex& index) {
+    Playlists playlists;
+    for (const PlaylistWalk& playlist : track_playlists(index)) {
+        playlists.records.push_back({std::string(playlist.name), playlist.kind == kind_ticks});
+        playlists.clip_counts.push_back(playlist.placed);
+    }
+    return playlists;
+}
+
+std::vector<PlaylistDetail> readPlaylistDetails(const BlockIndex& index) {
+    std::vector<PlaylistDetail> details;
+    for (const PlaylistWalk& playlist : track_playlists(index)) {
+        details.push_back(read_detail(index.image(), playlist));
+    }
+    return details;
+}
+
+}  // namespace tanrove

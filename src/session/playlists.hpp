@@ -1,0 +1,45 @@
+// Playlists and what is placed on them, row by row.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "session/block_index.hpp"
+
+namespace tanrove {
+
+/// A playlist's name and timebase.
+struct PlaylistRecord {
+    std::string name;
+    bool is_second_kind = false;  ///< true: positions are ticks; false: samples
+};
+
+/// Records and, in the same order, how many placements each has: tracks are paired by that count.
+struct Playlists {
+    std::vector<PlaylistRecord> records;
+    std::vector<std::uint32_t> clip_counts;
+};
+
+/// The edit list of one playlist: parallel lists, one entry a placement, in the order Pro Tools
+/// keeps them, which is the order it draws them in.
+struct PlaylistDetail {
+    std::string name;
+    bool is_second_kind = false;
+    std::vector<std::uint32_t> region_ids;  ///< a region, or a fade on a fade row, or a clip group
+    std::vector<std::int32_t> colours;      ///< -2 none
+    std::vector<std::uint32_t> live;        ///< 0 on a row that plays nothing of its own
+    std::vector<std::uint32_t> is_fade;
+    std::vector<std::uint32_t> overlap;   ///< 1 over the next, 2 over the previous, 3 ordinary
+    std::vector<std::uint32_t> in_group;  ///< not 0: `region_ids` holds a clip group's index
+    std::vector<std::uint32_t> locked;
+    std::vector<std::uint32_t> muted;
+    std::vector<std::uint64_t> positions;  ///< as stored
+};
+
+/// All audio playlists (0x1052) outside the clip group table, and all of their details; the two
+/// lists run in step.
+Playlists readPlaylists(const BlockIndex& index);
+std::vector<PlaylistDetail> readPlaylistDetails(const BlockIndex& index);
+
+}  // namespace tanrove

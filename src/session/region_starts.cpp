@@ -1,0 +1,57 @@
+// Sync points of audio regions. They hide in the gap of the three-point header, which is as wide
+// as its second byte's low nibble says.
+//
+// Region 0x2629 (0x1008 in older sessions), offsets from its 'Z': a block at 9; u32 count and text
+// of the name at 18; the header T behind the name:
+//   T + 1   high nibble: bytes of the source offset, at most 5
+//   T + 2   low nibble: bytes of the gap, 1 to 5
+//   T + 5   source offset, then the gap: samples from the clip's head to its sync point
+#include "session/region_starts.hpp"
+
+#include <array>
+
+#include "session/block_tree.hpp"
+#include "session/session_lists.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::array<std::uint16_t, 2> list_types = {0x262a, 0x100b};
+constexpr std::size_t inner_at = 9;
+constexpr std::size_t name_count_at = 18;
+constexpr std::size_t count_width = 4;
+constexpr std::size_t widest_number = 5;
+
+RegionStart read_region_start(ByteView image, std::size_t z, std::size_t end) {
+    RegionStart start;
+    if (image.u8(z + inner_at) != block_marker) return start;
+    const auto name = readCountedText(image, z + name_count_at, end, end);
+    if (!name) return start;
+    start.name = name->substr(0, max_region_name);  // as the region itself is named
+    if (name->size() > max_region_name) return start;
+    const auto point = readThreePoint(image, z + name_count_at + count_width + name->size(), end);
+    if (!point || point->first_width > widest_number) return start;
+    if (point->gap_width <= widest_number) start.sync_samples = point->gap;
+    return start;
+}
+
+}  // namespace
+
+// The regions are taken from the tree, as the session lists take theirs: the two run in step.
+std::vector<RegionStart> readRegionStarts(const BlockIndex& index) {
+    const ByteView image = index.image();
+    std::vector<RegionStart> sync_points;
+    for (const BlockNode& list : parse_block_tree_below(image, list_types, 1)) {
+        if (list.contentType != 0x262a && list.contentType != 0x100b) continue;
+        for (const BlockNode& node : list.children) {
+            if (node.contentType != 0x2629 && node.contentType != 0x1008) continue;
+            if (sync_points.size() == no_region) return sync_points;
+            const std::size_t z = node.offset - block_content_at;
+            sync_points.push_back(read_region_start(image, z, node.offset + node.size));
+        }
+    }
+    return sync_points;
+}
+
+}  // namespace tanrove

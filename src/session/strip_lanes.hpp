@@ -1,0 +1,20 @@
+// The lanes of the strips: which of a row's lanes moves what.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "session/block_index.hpp"
+#include "session/strips.hpp"
+
+namespace tanrove {
+
+/// Fills the lanes of every present strip. A fader whose lane has no points takes the lane's
+/// initial value, which is the later word.
+void readStripLanes(const BlockIndex& index, std::vector<Strip>& strips);
+
+/// The lanes of the strips that move, as text for a developer: one line a strip, and one for each
+/// point of its volume.
+std::string strip_lanes_text(const std::vector<Strip>& strips);
+
+}  // namespace tanrove

@@ -1,0 +1,53 @@
+// The strip rows: one block per mixer strip, in mixer order, with the names it has now.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "session/block_index.hpp"
+
+namespace tanrove {
+
+/// Content types of the row blocks.
+enum class StripRowType : std::uint16_t {
+    audio_or_aux = 0x261b,
+    master = 0x261d,
+    vca = 0x261f,
+    midi = 0x2620,
+    instrument = 0x2621,
+    video = 0x2623,
+};
+
+/// Most strips that are read, far more than a session can have. Each grows into a strip with all
+/// its settings: empty blocks of a few bytes would otherwise fill the memory.
+constexpr std::size_t max_strip_rows = 16384;
+
+/// True for the rows of MIDI and instrument tracks.
+inline bool plays_midi(StripRowType type) {
+    return type == StripRowType::midi || type == StripRowType::instrument;
+}
+
+/// One mixer strip. A row whose name fails its limits keeps an empty name and still counts.
+struct StripRow {
+    std::size_t start = 0;  ///< span of the row's block
+    std::size_t end = 0;
+    StripRowType type = StripRowType::audio_or_aux;
+    std::string original_name;
+    std::string current_name;  ///< equal to `original_name` until the strip table binds it
+    bool active = true;
+    /// Not inside a 0x261c: only a 0x261b row of an audio track stands in one.
+    bool is_aux = false;
+};
+
+/// Rows in image order, and whether the strip table's names could be bound to them.
+struct StripRows {
+    std::vector<StripRow> rows;
+    bool bound = false;
+};
+
+/// Reads the strip rows, the first `max_strip_rows` of them; empty where the session has none.
+StripRows readStripRows(const BlockIndex& index);
+
+}  // namespace tanrove

@@ -1,0 +1,169 @@
+// A display record 0x2015, one a strip, opens with a child block. With E the child's end:
+//
+//   E + 1   u8 shown
+//   E + 6   u16 height in pixels
+//   E + 8   u32 count of 0 to 4095 and the track's comment
+//   ..      on audio tracks a 0x2104; i16 track colour at its end + 1
+//   E + 23  i16 track colour on strips without such a child, moved by the comment's length
+//   ..      0x2434, behind it u32 row in the edit window; without that child, the last 4 bytes
+//
+// The u8 behind the record is solo safe. The other switches stand in the strip row: its 0x102d, at
+// offset 9, holds the 0x2619; u8 soloed, u8 automation mode and u8 trim follow that.
+#include "session/track_displays.hpp"
+
+#include <map>
+#include <string_view>
+
+#include "session/strip_table.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint16_t display_type = 0x2015;
+constexpr std::uint16_t row_anchor_type = 0x2434;
+constexpr std::uint16_t colour_mark_type = 0x2104;
+constexpr std::uint16_t attributes_type = 0x102d;
+constexpr std::uint16_t strip_name_type = 0x2619;
+
+constexpr std::size_t shown_at = 1;  // these count from the first child's end
+constexpr std::size_t height_at = 6;
+constexpr std::size_t comment_length_at = 8;
+constexpr std::size_t comment_at = 12;
+constexpr std::size_t colour_at = 23;
+constexpr std::size_t max_comment_bytes = 4095;
+
+constexpr std::size_t row_width = 4;
+constexpr std::size_t colour_width = 2;
+constexpr std::int16_t no_colour = -2;
+
+constexpr std::size_t automation_behind_name = 1;
+constexpr std::size_t trim_behind_name = 2;
+constexpr std::uint8_t automation_mode_count = 6;
+
+std::optional<bool> read_switch(ByteView image, std::size_t at, std::size_t limit) {
+    if (at >= limit || !image.holds(at, 1) || image.u8(at) > 1) return std::nullopt;
+    return image.u8(at) == 1;
+}
+
+/// The comment of the record whose first child ends at `child_end`; empty where none is stored.
+std::string_view comment_of(ByteView image, const Block& record, std::size_t child_end) {
+    const auto comment =
+        readCountedText(image, child_end + comment_length_at, max_comment_bytes, record.end());
+    return comment.value_or(std::string_view());
+}
+
+std::int32_t display_row_of(const BlockIndex& index, const Block& record) {
+    std::size_t at = record.end() - row_width;
+    if (const Block* anchor = index.first_child(record, row_anchor_type)) {
+        if (anchor->end() > at) return 0;
+        at = anchor->end();
+    }
+    return at < record.payload() ? 0 : index.image().i32(at);
+}
+
+/// `comment_budget` is what all comments together may still take: no more than the image has,
+/// though records of a damaged one overlap.
+TrackDisplay read_display(const BlockIndex& index, const Block& record,
+                          std::size_t& comment_budget) {
+    const ByteView image = index.image();
+    TrackDisplay display;
+    display.display_row = display_row_of(index, record);
+    display.solo_safe = read_switch(image, record.end(), image.size());
+    const Block* child = index.first_child(record);
+    if (child == nullptr || child->end() + comment_at >= record.end()) return display;
+    display.shown = image.u8(child->end() + shown_at) != 0;
+    display.height = image.u16(child->end() + height_at);
+    const auto comment = comment_of(image, record, child->end());
+    if (comment.size() > comment_budget) return display;
+    comment_budget -= comment.size();
+    display.comment = comment;
+    return display;
+}
+
+const std::string& shown_name(const StripRow& row) {
+    return row.current_name.empty() ? row.original_name : row.current_name;
+}
+
+/// For each row the number of its display record. Where there are not as many records as rows, the
+/// records go with the strip table, and the row finds its own there by name.
+std::vector<std::optional<std::size_t>> pair_records(const BlockIndex& index,
+                                                     std::span<const StripRow> rows,
+                                                     std::size_t record_count) {
+    std::vector<std::optional<std::size_t>> pairs(rows.size());
+    if (rows.size() == record_count) {
+        for (std::size_t i = 0; i < rows.size(); ++i) pairs[i] = i;
+        return pairs;
+    }
+    const auto table = readStripTable(index);
+    std::map<std::string_view, std::size_t> place_of_name;
+    for (std::size_t i = 0; i < table.size(); ++i) place_of_name.emplace(table[i].name, i);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const auto place = place_of_name.find(shown_name(rows[i]));
+        if (place != place_of_name.end() && place->second < record_count) pairs[i] = place->second;
+    }
+    return pairs;
+}
+
+void read_switches(const BlockIndex& index, const StripRow& row, TrackDisplay& display) {
+    const Block* attributes = index.at(row.start + block_payload_at);
+    if (attributes == nullptr || attributes->content_type != attributes_type) return;
+    const Block* name = index.first_child(*attributes, strip_name_type);
+    if (name == nullptr) return;
+    const ByteView image = index.image();
+    const std::size_t limit = attributes->end();
+    display.soloed = read_switch(image, name->end(), limit);
+    display.trim_mode = read_switch(image, name->end() + trim_behind_name, limit);
+    const std::size_t mode_at = name->end() + automation_behind_name;
+    if (mode_at < limit && image.u8(mode_at) < automation_mode_count) {
+        display.automation_mode = static_cast<AutomationMode>(image.u8(mode_at));
+    }
+}
+
+/// The colour field as stored; nullopt where the record has none.
+std::optional<std::int16_t> read_colour(const BlockIndex& index, const Block& record) {
+    const ByteView image = index.image();
+    const Block* child = index.first_child(record);
+    if (child == nullptr) return std::nullopt;
+    std::size_t at = child->end() + colour_at;
+    const Block* mark = index.first_child(record, colour_mark_type);
+    if (mark != nullptr && mark->end() > at) {
+        at = mark->end() + 1;
+    } else {
+        at += comment_of(image, record, child->end()).size();
+    }
+    if (at + colour_width > record.end()) return std::nullopt;
+    return image.i16(at);
+}
+
+}  // namespace
+
+std::vector<TrackDisplay> readTrackDisplays(const BlockIndex& index,
+                                            std::span<const StripRow> rows) {
+    const auto records = index.of_type(display_type).all();
+    const auto pairs = pair_records(index, rows, records.size());
+    std::vector<TrackDisplay> displays(rows.size());
+    std::size_t comment_budget = index.image().size();
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (pairs[i]) displays[i] = read_display(index, records[*pairs[i]], comment_budget);
+        read_switches(index, rows[i], displays[i]);
+    }
+    return displays;
+}
+
+std::vector<TrackColour> readTrackColours(const BlockIndex& index, std::span<const StripRow> rows) {
+    const auto records = index.of_type(display_type).all();
+    std::vector<TrackColour> colours;
+    for (std::size_t i = 0; i < rows.size() && i < records.size(); ++i) {
+        const auto colour = read_colour(index, records[i]);
+        if (colour && *colour != no_colour) colours.push_back({shown_name(rows[i]), *colour});
+    }
+    return colours;
+}
+
+bool is_track_palette_index(std::int16_t index) {
+    // Two places between the palette's rows of 23 are not drawn.
+    return index >= 25 && index <= 95 && index != 48 && index != 72;
+}
+
+}  // namespace tanrove

@@ -1,0 +1,34 @@
+// The session's track names in session order, as `--list` prints them.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session/block_index.hpp"
+#include "session/strip_rows.hpp"
+
+namespace tanrove {
+
+/// True if the text can be the name of a track: not a path, nor the name of a folder or file that
+/// session folders have.
+bool is_track_name(std::string_view name);
+
+/// Each name once, as far as it comes from the scan.
+struct SessionTrackTable {
+    std::vector<std::string> names;
+    /// The scan found fewer names than the mixer has rows, whose names took their place.
+    bool from_strip_rows = false;
+    std::size_t scanned_count = 0;  ///< names that the scan found
+};
+
+/// Scans the first 400000 bytes for the run of names that opens with one of `clip_track_names`. If
+/// the rows' current names are bound, a scan that comes out short of them gives way to them, and
+/// one that finds just the same names takes their order.
+SessionTrackTable readTrackTable(const BlockIndex& index,
+                                 std::span<const std::string> clip_track_names,
+                                 const StripRows& rows);
+
+}  // namespace tanrove
