@@ -1,0 +1,45 @@
+// The chain of sub-chunks in a settings block: a map of the controls' values, tagged "elck", and
+// behind it what the plug-in itself keeps.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "base/byte_view.hpp"
+
+namespace tanrove {
+
+constexpr std::string_view elck_how = "AAX chunk after elck";
+
+/// One sub-chunk: its payload in the image.
+struct ElckChunk {
+    std::size_t offset = 0;
+    std::uint32_t size = 0;
+    bool is_map = false;  ///< tagged "elck"
+};
+
+/// All chunks of the block at `block_start`, the parameter map first; empty where the chain does
+/// not run from there to at most 8 bytes before `limit`.
+std::vector<ElckChunk> elck_chain(ByteView image, std::size_t block_start, std::size_t limit);
+
+/// The first chunk behind the map that can be a state, and how many there are: no map, 32 bytes or
+/// more, and not just a text.
+struct ElckState {
+    std::size_t offset = 0;
+    std::uint32_t size = 0;
+    std::uint32_t chunk_count = 0;
+};
+
+std::optional<ElckState> find_elck_state(ByteView image, std::size_t block_start,
+                                         std::size_t limit);
+
+/// The values of the parameter map by the names of the controls; of two values of one name the
+/// first. Ends at the first record that is none; empty where the block has no such map.
+std::map<std::string, double> read_elck_map(ByteView image, std::size_t block_start,
+                                            std::size_t limit);
+
+}  // namespace tanrove

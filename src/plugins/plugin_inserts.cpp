@@ -1,0 +1,196 @@
+// A settings block 0x1038:
+//
+//   9    u8 channels of the insert
+//   13   u32 bytes of the state from offset 17 on; zeros fill the block behind it
+//   17   the state, mostly chunks: see elck_chunks
+//   25   8 bytes, the plug-in's code
+//   33   text
+//
+// It stands in a strip row 0x261b, or 0x2621 on an instrument track. The byte behind it is 0 on an
+// inactive insert. Behind it follow 0x260e, whose u16 at offset 9 is the key input (0xffff none),
+// and the slot record 0x2614: u32 at offset 9; the byte in front of it is 1 on a bypassed insert.
+#include "plugins/plugin_inserts.hpp"
+
+#include <functional>
+#include <queue>
+
+#include "plugins/container_kinds.hpp"
+#include "plugins/control_values.hpp"
+#include "plugins/elck_chunks.hpp"
+#include "plugins/plugin_lanes.hpp"
+#include "plugins/state_scoring.hpp"
+#include "session/enclosing_blocks.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint16_t settings_type = 0x1038;
+constexpr std::uint16_t row_type = 0x261b;
+constexpr std::uint16_t instrument_row_type = 0x2621;
+constexpr std::uint16_t key_input_type = 0x260e;
+constexpr std::uint16_t slot_type = 0x2614;
+
+constexpr std::size_t channels_at = 9;
+constexpr std::size_t state_bytes_at = 13;
+constexpr std::size_t state_at = 17;
+constexpr std::size_t min_sized_block = 26;  // a shorter one does not say how long its state is
+constexpr std::size_t max_product_text = 64;
+constexpr std::uint16_t no_key_input = 0xffff;
+
+constexpr std::size_t bytes_behind_preset_tag = 16;
+constexpr std::size_t preset_tag_bytes = 4;
+constexpr std::size_t max_preset_name = 60;
+constexpr std::size_t min_preset_name = 2;
+
+/// The settings blocks that a record can stand for.
+std::vector<Block> settings_blocks(const BlockIndex& index) {
+    std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> open_ends;
+    std::vector<Block> blocks;
+    for (const Block& block : index.of_type(settings_type).all()) {
+        if (!index.image().holds(block.at, settings_text_at)) break;
+        while (!open_ends.empty() && open_ends.top() <= block.at) open_ends.pop();
+        if (open_ends.size() > max_nested_settings) continue;
+        open_ends.push(block.end());
+        blocks.push_back(block);
+        if (blocks.size() == max_inserts) break;
+    }
+    return blocks;
+}
+
+/// Where the state ends: where the block says, if nothing but zeros stands behind that.
+std::size_t chunk_limit(ByteView image, const Block& block) {
+    if (block.end() - block.at < min_sized_block) return block.end();
+    const std::size_t limit = block.at + state_at + image.u32(block.at + state_bytes_at);
+    if (limit < block.at + settings_text_at || limit >= block.end()) return block.end();
+    const auto rest = image.window(limit, block.end() - limit).span();
+    const bool is_padding =
+        std::all_of(rest.begin(), rest.end(), [](std::uint8_t byte) { return byte == 0; });
+    return is_padding ? limit : block.end();
+}
+
+std::string code_at(ByteView image, std::size_t at) {
+    std::string code;
+    for (std::size_t i = 0; i < settings_code_bytes; ++i) {
+        const std::uint8_t byte = image.u8(at + i);
+        code += is_printable(byte) ? static_cast<char>(byte) : '.';
+    }
+    return code;
+}
+
+std::string printable_text(ByteView bytes, std::size_t at, std::size_t most) {
+    const auto text = bytes.text(at, printable_length(bytes, at, most));
+    return std::string(text.value_or(std::string_view()));
+}
+
+/// The preset's name behind the first preset tag: the text behind the next zeros, or else the one
+/// right behind the tag.
+std::string preset_name(const StateSpan& span) {
+    const ByteView bytes = span.bytes();
+    std::size_t tag = span.start;
+    for (;; ++tag) {
+        if (!span.holds(tag, bytes_behind_preset_tag + 1)) return {};
+        if (bytes.has(tag, "FFPr") || bytes.has(tag, "ikdt")) break;
+    }
+    std::size_t at = bytes.find(std::string_view("\0\0", 2), tag);
+    while (at < bytes.size() && bytes.u8(at) == 0) ++at;
+    std::string name = printable_text(bytes, at, max_preset_name);
+    if (name.size() < min_preset_name) {
+        name = printable_text(bytes, tag + preset_tag_bytes, max_preset_name);
+    }
+    return name.size() < min_preset_name ? std::string() : name;
+}
+
+void take_elck_state(const StateSpan& span, PluginInsert& insert) {
+    const auto state = find_elck_state(span.image, span.start, span.limit);
+    if (!state) return;
+    insert.elckOffset = state->offset;
+    insert.elckSize = state->size;
+    insert.elckHow = elck_how;
+    insert.elckChunkCount = state->chunk_count;
+}
+
+/// Finds the state: by its tag, as a list of control values, or by its likeliest place.
+void find_state(const StateSpan& span, PluginInsert& insert) {
+    find_tagged_container(span, insert);
+    if (insert.containerKind != ContainerKind::none) return;
+    ControlList list = read_control_list(span);
+    if (!list.values.empty()) {
+        insert.containerKind = ContainerKind::control_values;
+        insert.chunkOffset = list.at;
+        insert.controlValues = std::move(list.values);
+        take_elck_state(span, insert);
+        return;
+    }
+    if (const auto scored = score_state(span)) {
+        insert.containerKind = ContainerKind::scored;
+        insert.chunkOffset = scored->at;
+        insert.chunkSize = chunk_bytes(scored->size);
+        insert.how = scored->how;
+        insert.copies = scored->copies;
+    }
+}
+
+/// The first block of the type at or behind `from`.
+const Block* first_behind(const BlockIndex& index, std::uint16_t type, std::size_t from) {
+    return index.of_type(type).first_inside(from, index.image().size());
+}
+
+/// What stands around the settings block: key input, slot and the two switches.
+void read_slot(const BlockIndex& index, const StateSpan& span, PluginInsert& insert) {
+    const ByteView image = index.image();
+    if (const Block* key = first_behind(index, key_input_type, span.limit)) {
+        const std::uint16_t input = image.u16(key->payload());
+        if (input < no_key_input && image.holds(key->payload(), 2)) insert.keyInput = input;
+    }
+    if (const Block* slot = first_behind(index, slot_type, span.limit)) {
+        insert.slotWord = image.u32(slot->payload());
+        insert.bypassed = image.u8(slot->at - 1) == 1;
+    }
+    insert.inactive = image.holds(span.block_end, 1) && image.u8(span.block_end) == 0;
+}
+
+PluginInsert read_insert(const BlockIndex& index, const Block& block) {
+    const ByteView image = index.image();
+    const StateSpan span{image, block.at, chunk_limit(image, block), block.end()};
+    PluginInsert insert;
+    insert.blockStart = span.start;
+    insert.chunkLimit = span.limit;
+    insert.channels = image.u8(block.at + channels_at);
+    insert.code = code_at(image, block.at + settings_code_at);
+    insert.productText = printable_text(image, block.at + settings_text_at, max_product_text);
+    find_state(span, insert);
+    insert.presetName = preset_name(span);
+    read_slot(index, span, insert);
+    return insert;
+}
+
+/// Gives the inserts the strip rows that hold them.
+void find_hosts(const BlockIndex& index, std::vector<PluginInsert>& inserts) {
+    std::vector<std::size_t> starts;
+    starts.reserve(inserts.size());
+    for (const PluginInsert& insert : inserts) starts.push_back(insert.blockStart);
+    const auto rows = smallest_enclosing(index.of_type(row_type).all(), starts);
+    const auto instrument_rows =
+        smallest_enclosing(index.of_type(instrument_row_type).all(), starts);
+    for (std::size_t i = 0; i < inserts.size(); ++i) {
+        const Block* host = rows[i] != nullptr ? rows[i] : instrument_rows[i];
+        if (host == nullptr) continue;
+        inserts[i].hostStart = host->at;
+        inserts[i].hostEnd = host->end();
+    }
+}
+
+}  // namespace
+
+std::vector<PluginInsert> read_plugin_inserts(const BlockIndex& index) {
+    std::vector<PluginInsert> inserts;
+    for (const Block& block : settings_blocks(index)) {
+        inserts.push_back(read_insert(index, block));
+    }
+    find_hosts(index, inserts);
+    read_plugin_lanes(index, inserts);
+    return inserts;
+}
+
+}  // namespace tanrove

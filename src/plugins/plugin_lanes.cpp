@@ -1,0 +1,117 @@
+// A slot part 0x260f holds the lane 0x260b of one control:
+//
+//   25   u16 count of points
+//   27   5 bytes, not 0 on a lane of a tick-based track
+//   35   i32 default value
+//   39   the points, 8 bytes each: u32 position, i32 value
+//
+// The values run over the whole i32 range. Behind the lane's end, or behind the slot part's:
+//
+//   7    u32 count of 1 to 128, the control's name
+//   +4   (from the name's end) u32 index
+//   +16  u32 count of 1 to 127, the plug-in's id of the control
+#include "plugins/plugin_lanes.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "session/automation_lanes.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint16_t slot_part_type = 0x260f;
+constexpr std::uint16_t control_lane_type = 0x260b;
+
+constexpr std::size_t min_lane_bytes = 39;
+constexpr std::size_t count_at = 25;
+constexpr std::size_t ticks_mark_at = 27;
+constexpr std::size_t ticks_mark_width = 5;
+constexpr std::size_t default_at = 35;
+constexpr std::size_t points_at = 39;
+constexpr std::size_t point_bytes = 8;
+constexpr std::size_t value_in_point = 4;
+constexpr std::size_t bytes_behind_points = 2;
+
+constexpr std::size_t name_at = 7;  // behind the lane's end
+constexpr std::size_t count_bytes = 4;
+constexpr std::size_t max_name_bytes = 128;
+constexpr std::size_t index_behind_name = 4;
+constexpr std::size_t id_behind_name = 16;
+constexpr std::size_t max_id_bytes = 127;
+
+/// A stored value as a share of the control's range.
+double share(std::int32_t stored) {
+    constexpr double half_range = 2147483648.0;
+    return static_cast<double>(stored) / (2 * half_range) + 0.5;
+}
+
+std::optional<std::string_view> label_text(ByteView image, std::size_t at, std::size_t most) {
+    const auto text = readCountedText(image, at, most, image.size());
+    if (!text || text->empty() || !is_ascii_text(*text)) return std::nullopt;
+    return text;
+}
+
+/// Reads name, index and id behind `end`; false where no name stands there.
+bool read_label(ByteView image, std::size_t end, PluginLane& lane) {
+    const auto name = label_text(image, end + name_at, max_name_bytes);
+    if (!name) return false;
+    const std::size_t behind_name = end + name_at + count_bytes + name->size();
+    lane.name = *name;
+    lane.index = image.u32(behind_name + index_behind_name);
+    lane.id = label_text(image, behind_name + id_behind_name, max_id_bytes).value_or("");
+    return true;
+}
+
+void read_points(ByteView image, const Block& block, std::size_t count, PluginLane& lane) {
+    lane.points.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t at = block.at + points_at + i * point_bytes;
+        lane.points.push_back({lane_point_position(image.u32(at), lane.in_ticks),
+                               share(image.i32(at + value_in_point))});
+    }
+}
+
+/// The lane in this slot part. `points_left` is how many points the image can still hold.
+std::optional<PluginLane> read_lane(const BlockIndex& index, const Block& part,
+                                    std::size_t& points_left) {
+    const ByteView image = index.image();
+    const Block* block = index.first_child(part, control_lane_type);
+    if (block == nullptr) return std::nullopt;
+    const std::size_t bytes = block->end() - block->at;
+    const std::size_t count = image.u16(block->at + count_at);
+    if (bytes < min_lane_bytes || bytes < points_at + count * point_bytes + bytes_behind_points) {
+        return std::nullopt;
+    }
+    PluginLane lane;
+    if (!read_label(image, block->end(), lane) && !read_label(image, part.end(), lane)) {
+        return std::nullopt;
+    }
+    if (count > points_left) return std::nullopt;
+    points_left -= count;
+    lane.in_ticks = image.number(block->at + ticks_mark_at, ticks_mark_width) != 0;
+    lane.default_value = share(image.i32(block->at + default_at));
+    read_points(image, *block, count, lane);
+    return lane;
+}
+
+}  // namespace
+
+void read_plugin_lanes(const BlockIndex& index, std::span<PluginInsert> inserts) {
+    std::size_t points_left = index.image().size() / point_bytes;
+    std::size_t lanes_left = max_plugin_lanes;
+    for (const Block& part : index.of_type(slot_part_type).all()) {
+        const auto behind = std::lower_bound(
+            inserts.begin(), inserts.end(), part.at,
+            [](const PluginInsert& insert, std::size_t at) { return insert.blockStart < at; });
+        if (behind == inserts.begin()) continue;
+        auto lane = read_lane(index, part, points_left);
+        if (!lane) continue;
+        std::prev(behind)->lanes.push_back(std::move(*lane));
+        if (--lanes_left == 0) return;
+    }
+}
+
+}  // namespace tanrove

@@ -1,0 +1,99 @@
+// A name record 0x1017:
+//
+//   10   u32 count of 1 to 60, the name; at 11 in some sessions
+//   ..   three words of four characters, each stored backwards: maker, product, build
+//
+// Inserts name a plug-in by maker and product. Where the first word is no text the other two are
+// the code. A record whose name or code is no text may hold a further text in front of both.
+//
+// A type record 0x2602 holds a counted name, at 9, or at 11 behind two bytes of its own.
+#include "plugins/plugin_names.hpp"
+
+#include <optional>
+#include <string_view>
+
+#include "plugins/state_span.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint16_t name_record_type = 0x1017;
+constexpr std::size_t name_places[] = {10, 11};
+constexpr std::size_t count_bytes = 4;
+constexpr std::uint32_t min_record_size = 14;
+constexpr std::uint32_t max_record_size = 4000;
+constexpr std::size_t max_name_bytes = 60;
+constexpr std::size_t word_bytes = 4;
+constexpr std::size_t code_bytes = 8;
+
+constexpr std::uint16_t type_record_type = 0x2602;
+constexpr std::size_t type_name_places[] = {9, 11};
+constexpr std::size_t max_type_name_bytes = 80;
+
+/// The two words at `at`, turned round; nullopt where they are no text.
+std::optional<std::string> code_at(ByteView record, std::size_t at) {
+    const auto stored = record.text(at, code_bytes);
+    if (!stored || !is_ascii_text(*stored)) return std::nullopt;
+    const auto first = stored->substr(0, word_bytes);
+    const auto second = stored->substr(word_bytes);
+    return std::string(first.rbegin(), first.rend()) + std::string(second.rbegin(), second.rend());
+}
+
+struct NameRow {
+    std::string_view name;
+    std::string code;
+    std::optional<std::string> later_code;  ///< of the second and third word, behind a first
+};
+
+/// The row whose name has its count at `at`.
+std::optional<NameRow> row_at(ByteView record, std::size_t at) {
+    const auto name = readCountedText(record, at, max_name_bytes, record.size());
+    if (!name || name->empty() || !is_session_text(*name)) return std::nullopt;
+    const std::size_t words = at + count_bytes + name->size();
+    const auto code = code_at(record, words);
+    const auto later_code = code_at(record, words + word_bytes);
+    if (code) return NameRow{*name, *code, later_code};
+    if (later_code) return NameRow{*name, *later_code, {}};
+    return std::nullopt;
+}
+
+std::optional<NameRow> read_row(ByteView record) {
+    for (const std::size_t at : name_places) {
+        if (auto row = row_at(record, at)) return row;
+        const std::size_t text_in_front = record.u32(at);
+        if (text_in_front == 0 || text_in_front > max_name_bytes) continue;
+        if (auto row = row_at(record, at + count_bytes + text_in_front)) return row;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::map<std::string, std::string> read_plugin_names(const BlockIndex& index) {
+    std::map<std::string, std::string> names;
+    for (const Block& block : index.of_type(name_record_type).all()) {
+        if (block.size < min_record_size || block.size > max_record_size) continue;
+        const auto row = read_row(index.image().window(block.at, block.end() - block.at));
+        if (!row) continue;
+        names.emplace(row->code, row->name);
+        if (row->later_code) names.emplace(*row->later_code, row->name);
+    }
+    return names;
+}
+
+std::vector<PluginTypeName> read_plugin_type_names(const BlockIndex& index) {
+    std::vector<PluginTypeName> names;
+    for (const Block& block : index.of_type(type_record_type).all()) {
+        for (const std::size_t place : type_name_places) {
+            const auto name =
+                readCountedText(index.image(), block.at + place, max_type_name_bytes, block.end());
+            if (!name || name->empty() || !is_session_text(*name)) continue;
+            names.push_back({block.at, std::string(*name)});
+            break;
+        }
+    }
+    return names;
+}
+
+}  // namespace tanrove
