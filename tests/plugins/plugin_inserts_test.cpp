@@ -1,0 +1,153 @@
+// Inserts in whole sessions: who they are, on which strip, in which state of their switches.
+#include "plugins/plugin_inserts.hpp"
+
+#include <gtest/gtest.h>
+
+#include "session/routing.hpp"
+#include "session/strip_rows.hpp"
+#include "support/damaged_sessions.hpp"
+#include "support/real_sessions.hpp"
+#include "support/session_builder.hpp"
+
+namespace tanrove {
+namespace {
+
+using builder::Bytes;
+using builder::ByteWriter;
+using builder::SessionBuilder;
+using builder::TrackKind;
+
+std::vector<PluginInsert> inserts_of(const Bytes& image) {
+    return read_plugin_inserts(BlockIndex(ByteView(image)));
+}
+
+Bytes session_with_inserts() {
+    SessionBuilder session;
+    session.track({.name = "Vox",
+                   .inserts = {{.code = "Digi47e3", .channels = 1, .slot_word = 77},
+                               {.code = "Wav\x01Shel",
+                                .bypassed = true,
+                                .key_input = 5,
+                                .lanes = {{.name = "Ratio", .points = {{.position = 9}}}}}}});
+    session.track({.name = "Keys", .kind = TrackKind::instrument, .inserts = {{.active = false}}});
+    session.track({.name = "Main", .kind = TrackKind::master, .inserts = {{}}});
+    return session.image();
+}
+
+TEST(ReadPluginInserts, CarryStripSwitchesAndLanes) {
+    const Bytes image = session_with_inserts();
+    const BlockIndex index{ByteView(image)};
+    const auto rows = readStripRows(index).rows;
+    const auto inserts = inserts_of(image);
+    ASSERT_EQ(inserts.size(), 4U);
+    ASSERT_EQ(rows.size(), 3U);
+    EXPECT_EQ(inserts[0].code, "Digi47e3");
+    EXPECT_EQ(inserts[0].channels, 1);
+    EXPECT_EQ(inserts[0].slotWord, 77U);
+    EXPECT_EQ(inserts[0].keyInput, -1);
+    EXPECT_EQ(inserts[1].code, "Wav.Shel");
+    EXPECT_EQ(inserts[1].keyInput, 5);
+    EXPECT_EQ(inserts[1].productText,
+              "Polydflt"
+              "Default");
+    for (std::size_t i = 0; i < inserts.size(); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(inserts[i].bypassed, i == 1);
+        EXPECT_EQ(inserts[i].inactive, i == 2);
+        EXPECT_EQ(inserts[i].lanes.size(), i == 1 ? 1U : 0U);
+        const StripRow& row = rows[i < 2 ? 0 : i - 1];
+        EXPECT_EQ(inserts[i].hostEnd <= row.end && inserts[i].hostStart >= row.start, true);
+        EXPECT_EQ(inserts[i].hostStart == row.start, i < 3) << "a master's inner row is the host";
+    }
+    const auto routing = readRouting(index, rows, {});
+    ASSERT_FALSE(routing.empty());
+    EXPECT_EQ(routing[0].output_name, "Out 1-2") << "the key input is no output";
+}
+
+TEST(ReadPluginInserts, TheChunkLimitIsBelievedOnlyInFrontOfZeros) {
+    const struct {
+        const char* what;
+        std::uint32_t state_bytes;
+        std::size_t payload_bytes;
+        std::uint8_t last_byte;
+        std::size_t limit;
+    } cases[] = {
+        {"zeros behind", 20, 40, 0, 37},         {"more behind", 20, 40, 1, 49},
+        {"in front of the text", 15, 40, 0, 49}, {"just behind the code", 16, 40, 0, 33},
+        {"at the end", 32, 40, 0, 49},           {"a short block", 16, 16, 0, 25},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        ByteWriter payload;
+        payload.u32(1).u32(c.state_bytes).pad_to(c.payload_bytes - 1).u8(c.last_byte);
+        Bytes image = builder::block(0x1038, payload.bytes());
+        image.resize(image.size() + 16);
+        const auto inserts = inserts_of(image);
+        ASSERT_EQ(inserts.size(), 1U);
+        EXPECT_EQ(inserts[0].chunkLimit, c.limit);
+    }
+    Bytes cut = builder::block(0x1038, Bytes(23));
+    EXPECT_EQ(cut.size(), 32U);
+    EXPECT_TRUE(inserts_of(cut).empty()) << "the image ends in front of the text";
+}
+
+TEST(ReadPluginInserts, WithoutASlotTheActiveByteStillCounts) {
+    const Bytes block = builder::plugin_settings_block({});
+    const auto off = inserts_of(ByteWriter().raw(block).u8(0).bytes());
+    ASSERT_EQ(off.size(), 1U);
+    EXPECT_TRUE(off[0].inactive);
+    EXPECT_FALSE(off[0].bypassed);
+    EXPECT_FALSE(inserts_of(block).at(0).inactive) << "no byte behind the block";
+}
+
+TEST(ReadPluginInserts, PresetNamesStandBehindTheirTag) {
+    const struct {
+        const char* what;
+        Bytes payload;
+        const char* name;
+    } cases[] = {
+        {"behind zeros", ByteWriter().raw("FFPrab").zeros(5).raw("Hall").zeros(30).bytes(), "Hall"},
+        {"right behind", ByteWriter().raw("ikdtRoom\x01").raw(Bytes(30, 0x81)).bytes(), "Room"},
+        {"one character", ByteWriter().raw("FFPr").zeros(2).raw("H").zeros(30).bytes(), ""},
+        {"too near the end", ByteWriter().raw("FFPrHall").zeros(8).bytes(), ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const Bytes chunk = builder::plugin_chunk("DigiTest", "dflt", "", c.payload);
+        const auto inserts = inserts_of(builder::plugin_settings_block({.state = chunk}));
+        ASSERT_EQ(inserts.size(), 1U);
+        EXPECT_EQ(inserts[0].presetName, c.name);
+    }
+}
+
+TEST(ReadPluginInserts, ADeepNestOfBlocksIsNotSearchedOverAndOver) {
+    ByteWriter image;
+    constexpr std::size_t blocks = 5000;
+    for (std::size_t i = 0; i < blocks; ++i) {
+        image.u8('Z').u16(1).u32(9 * (blocks - i) + 100).u16(0x1038);
+    }
+    const Bytes nest = image.zeros(200).bytes();
+    EXPECT_EQ(inserts_of(nest).size(), max_nested_settings + 1);
+}
+
+TEST(ReadPluginInserts, DamageLeavesPlacesInsideTheBlocks) {
+    builder::for_each_damage(session_with_inserts(), 29, [](const Bytes& image) {
+        for (const auto& insert : inserts_of(image)) {
+            ASSERT_LE(insert.chunkLimit, image.size());
+            ASSERT_LE(insert.chunkOffset + insert.chunkSize, insert.chunkLimit);
+            ASSERT_LE(insert.elckOffset + insert.elckSize, insert.chunkLimit);
+        }
+    });
+}
+
+TEST(ReadPluginInserts, RealSessionsAtHandHoldNone) {
+    for (const char* file :
+         {"RegionTest.ptx", "TestPTX.ptx", "TempoTimeKeySig.ptx", "Untitled32.ptx"}) {
+        SCOPED_TRACE(file);
+        TANROVE_REAL_SESSION(image, file);
+        EXPECT_TRUE(inserts_of(image).empty());
+    }
+}
+
+}  // namespace
+}  // namespace tanrove

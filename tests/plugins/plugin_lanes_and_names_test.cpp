@@ -1,0 +1,141 @@
+// Automation of plug-in controls, and the names that a session has for plug-ins.
+#include <gtest/gtest.h>
+
+#include "plugins/plugin_inserts.hpp"
+#include "plugins/plugin_names.hpp"
+#include "support/real_sessions.hpp"
+#include "support/session_builder.hpp"
+
+namespace tanrove {
+namespace {
+
+using builder::Bytes;
+using builder::ByteWriter;
+using builder::PluginLaneSpec;
+using builder::SessionBuilder;
+
+/// The lanes of a plug-in with this one behind it.
+std::vector<PluginLane> lanes_of(const Bytes& lane) {
+    const Bytes image =
+        ByteWriter().raw(builder::plugin_settings_block({})).raw(lane).zeros(40).bytes();
+    return read_plugin_inserts(BlockIndex(ByteView(image))).at(0).lanes;
+}
+
+TEST(PluginLanes, ValuesRunFromZeroToOneAndTicksFromTheOrigin) {
+    constexpr std::int32_t least = -2147483647 - 1;
+    PluginLaneSpec spec{.name = "Thresh",
+                        .index = 7,
+                        .id = "thr",
+                        .default_value = 0,
+                        .points = {{0, least}, {4800, 0x40000000}}};
+    for (const bool behind_part : {false, true}) {
+        for (const bool in_ticks : {false, true}) {
+            SCOPED_TRACE(testing::Message() << behind_part << in_ticks);
+            spec.label_behind_part = behind_part;
+            spec.in_ticks = in_ticks;
+            if (in_ticks) spec.points[0].position = 1000000000000LL + 10;
+            const auto lanes = lanes_of(builder::control_lane(spec));
+            ASSERT_EQ(lanes.size(), 1U);
+            EXPECT_EQ(lanes[0].name, "Thresh");
+            EXPECT_EQ(lanes[0].index, 7U);
+            EXPECT_EQ(lanes[0].id, "thr");
+            EXPECT_EQ(lanes[0].in_ticks, in_ticks);
+            EXPECT_EQ(lanes[0].default_value, 0.5);
+            ASSERT_EQ(lanes[0].points.size(), 2U);
+            EXPECT_EQ(lanes[0].points[0].position, in_ticks ? 10 : 0);
+            EXPECT_EQ(lanes[0].points[0].value, 0);
+            EXPECT_EQ(lanes[0].points[1].position, 4800);
+            EXPECT_EQ(lanes[0].points[1].value, 0.75);
+        }
+        spec.points[0].position = 0;
+    }
+}
+
+TEST(PluginLanes, LimitsAreInclusive) {
+    const struct {
+        std::size_t name_bytes, id_bytes;
+        bool is_lane, has_id;
+    } cases[] = {{1, 1, true, true},   {128, 127, true, true}, {129, 1, false, false},
+                 {0, 1, false, false}, {5, 128, true, false},  {5, 0, true, false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.name_bytes << ' ' << c.id_bytes);
+        const auto lanes = lanes_of(builder::control_lane(
+            {.name = std::string(c.name_bytes, 'n'), .id = std::string(c.id_bytes, '1')}));
+        ASSERT_EQ(lanes.size(), c.is_lane ? 1U : 0U);
+        if (!c.is_lane) continue;
+        EXPECT_EQ(lanes[0].id.empty(), !c.has_id);
+    }
+    Bytes short_of_points = builder::control_lane({.points = {{0, 0}, {1, 0}}});
+    constexpr std::size_t count_in_part = 10 + 25;
+    ASSERT_EQ(short_of_points[count_in_part], 2);
+    short_of_points[count_in_part] = 3;
+    EXPECT_TRUE(lanes_of(short_of_points).empty());
+}
+
+TEST(PluginLanes, BelongToTheLastInsertInFrontOfThem) {
+    ByteWriter image;
+    image.raw(builder::control_lane({.name = "nobody's"})).raw(builder::plugin_settings_block({}));
+    image.raw(builder::plugin_settings_block({}))
+        .raw(builder::control_lane({.name = "the second's"}));
+    const auto inserts = read_plugin_inserts(BlockIndex(ByteView(image.bytes())));
+    ASSERT_EQ(inserts.size(), 2U);
+    EXPECT_TRUE(inserts[0].lanes.empty());
+    ASSERT_EQ(inserts[1].lanes.size(), 1U);
+    EXPECT_EQ(inserts[1].lanes[0].name, "the second's");
+}
+
+using Names = std::map<std::string, std::string>;
+
+TEST(PluginNames, BothFormsOfTheCodeAreReadAndTheFirstNameCounts) {
+    SessionBuilder session;
+    session.plugin_name({.name = "EQ Seven", .code = "Digi47e3", .build = "eq7m"});
+    session.plugin_name({.name = "Other", .code = "Digi47e3", .build = "eq7s"});
+    session.top_level(
+        builder::plugin_name_record_later_code({.name = "L\xc3\xa4ng", .code = "AbcdEfgh"}));
+    const auto names = [](const Bytes& image) {
+        return read_plugin_names(BlockIndex(ByteView(image)));
+    };
+    EXPECT_EQ(names(session.image()), (Names{{"Digi47e3", "EQ Seven"},
+                                             {"47e3eq7m", "EQ Seven"},
+                                             {"47e3eq7s", "Other"},
+                                             {"AbcdEfgh", "L\xc3\xa4ng"}}));
+    const auto named = [&](std::size_t count) {
+        return names(
+            builder::plugin_name_record({.name = std::string(count, 'n'), .code = "AbcdEfgh"}));
+    };
+    EXPECT_EQ(named(60).count("AbcdEfgh"), 1U);
+    EXPECT_TRUE(named(61).empty());
+    EXPECT_TRUE(named(0).empty());
+}
+
+TEST(PluginNames, RealSessionsHoldASynthAndTheirBuses) {
+    const struct {
+        const char* file;
+        Names names;
+        std::size_t types;
+        const char* first_type;
+    } cases[] = {
+        {"RegionTest.ptx",
+         {{"DigiFelP", "Polyphonic"}, {"FelPPoly", "Polyphonic"}},
+         48,
+         "Monitors"},
+        {"TempoTimeKeySig.ptx",
+         {{"DigiFelP", "Polyphonic"}, {"FelPPoly", "Polyphonic"}},
+         39,
+         "Out 1-2"},
+        {"TestPTX.ptx", {}, 23, "Main 51"},
+        {"Untitled32.ptx", {{"DigiFelP", "Polyphonic"}, {"FelPPoly", "Polyphonic"}}, 39, "Out 1-2"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.file);
+        TANROVE_REAL_SESSION(image, c.file);
+        const BlockIndex index{ByteView(image)};
+        EXPECT_EQ(read_plugin_names(index), c.names);
+        const auto types = read_plugin_type_names(index);
+        EXPECT_EQ(types.size(), c.types);
+        EXPECT_EQ(types.at(0).name, c.first_type);
+    }
+}
+
+}  // namespace
+}  // namespace tanrove

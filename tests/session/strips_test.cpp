@@ -1,0 +1,379 @@
+// Strip rows, strip table, track list and what hangs on them: names, active marks, voices.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "session/enclosing_blocks.hpp"
+#include "session/inactive_tracks.hpp"
+#include "session/master_name.hpp"
+#include "session/name_bindings.hpp"
+#include "session/strip_rows.hpp"
+#include "session/strip_table.hpp"
+#include "session/track_displays.hpp"
+#include "session/track_names.hpp"
+#include "session/track_table.hpp"
+#include "support/session_builder.hpp"
+
+namespace tanrove {
+namespace {
+
+using builder::block;
+using builder::Bytes;
+using builder::ByteWriter;
+using builder::SessionBuilder;
+using builder::StripTableForm;
+using builder::TrackKind;
+using builder::TrackSpec;
+
+constexpr StripTableForm all_forms[] = {StripTableForm::before_2019, StripTableForm::before_2022,
+                                        StripTableForm::since_2022};
+
+StripRows rows_of(const Bytes& image) {
+    return readStripRows(BlockIndex(ByteView(image)));
+}
+
+std::vector<StripTableEntry> table_of(const Bytes& image) {
+    return readStripTable(BlockIndex(ByteView(image)));
+}
+
+/// One track of each kind that has a row, renamed.
+std::vector<TrackSpec> one_of_each() {
+    return {
+        {.name = "Vox", .original_name = "Audio 1", .channels = 2, .voice_off = true},
+        {.name = "Verb", .original_name = "Aux 1", .kind = TrackKind::aux, .active = false},
+        {.name = "Main", .original_name = "Master 1", .kind = TrackKind::master},
+        {.name = "Band", .original_name = "VCA 1", .kind = TrackKind::vca},
+        {.name = "Keys", .original_name = "MIDI 1", .kind = TrackKind::midi},
+        {.name = "Synth", .original_name = "Inst 1", .kind = TrackKind::instrument},
+        {.name = "Film", .original_name = "Video 1", .kind = TrackKind::video},
+    };
+}
+
+SessionBuilder session_of(const std::vector<TrackSpec>& tracks) {
+    SessionBuilder session;
+    for (const auto& track : tracks) session.track(track);
+    return session;
+}
+
+TEST(ReadStripRows, EachKindOfTrackHasARowWithBothOfItsNames) {
+    const auto tracks = one_of_each();
+    const auto read = rows_of(session_of(tracks).image());
+    EXPECT_TRUE(read.bound);
+    ASSERT_EQ(read.rows.size(), tracks.size()) << "the strip inside a master fader is no row";
+    constexpr std::uint16_t types[] = {0x261b, 0x261b, 0x261d, 0x261f, 0x2620, 0x2621, 0x2623};
+    for (std::size_t i = 0; i < tracks.size(); ++i) {
+        SCOPED_TRACE(tracks[i].name);
+        EXPECT_EQ(static_cast<std::uint16_t>(read.rows[i].type), types[i]);
+        EXPECT_EQ(read.rows[i].original_name, tracks[i].original_name);
+        EXPECT_EQ(read.rows[i].current_name, tracks[i].name);
+        EXPECT_EQ(read.rows[i].active, tracks[i].active);
+        EXPECT_EQ(read.rows[i].is_aux, tracks[i].kind == TrackKind::aux);
+    }
+}
+
+TEST(ReadStripRows, ANameOutsideItsLimitsLeavesTheRowNameless) {
+    const struct {
+        std::string name;
+        bool accepted;
+    } cases[] = {{"A", true},        {std::string(80, 'x'), true}, {std::string(81, 'x'), false},
+                 {"\xc3\xa9", true}, {"\xc1\xa9", false},          {"a\x1f", false},
+                 {"\xf4\x80", true}, {"\xf5\x80", false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const auto plain = rows_of(builder::strip_row({.name = c.name}, 0));
+        ASSERT_EQ(plain.rows.size(), 1U);
+        EXPECT_EQ(plain.rows[0].original_name, c.accepted ? c.name : "");
+        EXPECT_EQ(plain.rows[0].current_name, plain.rows[0].original_name);
+        const auto renamed =
+            rows_of(session_of({{.name = c.name, .original_name = "old"}}).image());
+        EXPECT_EQ(renamed.rows.at(0).current_name, c.accepted ? c.name : "old");
+    }
+}
+
+TEST(ReadStripRows, RowsWithinARowDoNotShareItsName) {
+    Bytes nested = block(0x2619, ByteWriter().counted("inner").bytes());
+    for (int i = 0; i < 3; ++i) nested = block(0x2620, nested);
+    const auto read = rows_of(nested);
+    ASSERT_EQ(read.rows.size(), 3U);
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(read.rows[i].original_name, i == 2 ? "inner" : "");
+    }
+}
+
+TEST(ReadStripRows, ThereIsAMostOfThem) {
+    for (const std::size_t count : {16384U, 16385U}) {
+        ByteWriter image;
+        for (std::size_t i = 0; i < count; ++i) image.block(0x2620, {});
+        EXPECT_EQ(rows_of(image.bytes()).rows.size(), 16384U);
+    }
+}
+
+TEST(ReadStripRows, NamesBindWhenTheTableHasOneOrTwoForEachRow) {
+    for (int row_count = 0; row_count < 3; ++row_count) {
+        for (int name_count = 0; name_count < 6; ++name_count) {
+            SCOPED_TRACE(testing::Message() << row_count << " rows, " << name_count << " names");
+            ByteWriter image;
+            for (int i = 0; i < name_count; ++i) {
+                const TrackSpec track{.name = "new " + std::to_string(i)};
+                image.raw(strip_table_entry(track, 0, StripTableForm::before_2022));
+            }
+            for (int i = 0; i < row_count; ++i) image.raw(builder::strip_row({.name = "old"}, 0));
+            const auto read = rows_of(image.bytes());
+            EXPECT_EQ(read.bound, name_count == row_count || name_count == 2 * row_count);
+            if (row_count > 0) {
+                EXPECT_EQ(read.rows.back().current_name,
+                          read.bound ? "new " + std::to_string(row_count - 1) : "old");
+            }
+        }
+    }
+}
+
+TEST(ReadStripRows, TheActiveMarkCountsOnlyInItsOwnRow) {
+    const Bytes marks = ByteWriter().zeros(1).block(0x2627, {}).bytes();
+    Bytes broken = marks;  // a mark that claims to be longer than the session
+    broken[4] = 0xff;
+    const struct {
+        Bytes inside;
+        Bytes behind;
+        bool active;
+    } cases[] = {{{}, {}, true},
+                 {marks, {}, false},
+                 {broken, {}, false},
+                 {{}, marks, true},
+                 {ByteWriter().u8(1).block(0x2627, {}).raw(marks).bytes(), {}, true}};
+    for (const auto& c : cases) {
+        const Bytes image = ByteWriter().block(0x2621, c.inside).raw(c.behind).bytes();
+        EXPECT_EQ(rows_of(image).rows.at(0).active, c.active);
+    }
+}
+
+TEST(ReadStripTable, AllThreeFormsGiveTheEntriesOnce) {
+    for (const auto form : all_forms) {
+        SCOPED_TRACE(static_cast<int>(form));
+        const bool is_long = form == StripTableForm::since_2022;
+        const auto table = table_of(session_of({{.name = "Vox", .channels = 2},
+                                                {.name = "", .kind = TrackKind::midi},
+                                                {.name = "Set", .kind = TrackKind::basic_folder},
+                                                {.name = "Sub", .kind = TrackKind::routing_folder}})
+                                        .strip_table_form(form)
+                                        .image());
+        ASSERT_EQ(table.size(), 4U);
+        EXPECT_EQ(table[0].name, "Vox");
+        EXPECT_EQ(table[0].width, is_long ? 2 : 1);
+        EXPECT_EQ(table[0].width_is_code, !is_long);
+        EXPECT_EQ(table[0].identity, builder::track_identity(0));
+        EXPECT_FALSE(table[0].flag);
+        EXPECT_EQ(table[1].name, "");
+        EXPECT_EQ(table[1].type, 1);
+        EXPECT_EQ(table[2].type, strip_table_folder_type);
+        EXPECT_TRUE(table[2].flag);
+        EXPECT_EQ(table[3].flag, is_long);
+    }
+}
+
+TEST(ReadStripTable, AnEntryThatBreaksItsLayoutClearsTheTable) {
+    const auto entry = [](const std::string& name) {
+        return builder::strip_table_entry({.name = name}, 0, StripTableForm::since_2022);
+    };
+    Bytes longer = entry("b");
+    longer.push_back(0);
+    ++longer[3];  // the size word
+    Bytes shorter = entry("b");
+    shorter.pop_back();
+    --shorter[3];
+    const struct {
+        Bytes second;
+        std::size_t count;
+    } cases[] = {{entry("b"), 2},
+                 {entry("a"), 1},
+                 {builder::strip_table_entry({.name = "a"}, 1, StripTableForm::since_2022), 2},
+                 {longer, 0},
+                 {shorter, 0},
+                 {entry(std::string(200, 'x')), 2},
+                 {entry(std::string(201, 'x')), 0}};
+    for (const auto& c : cases) {
+        const Bytes entries = ByteWriter().u32(2).raw(entry("a")).raw(c.second).bytes();
+        EXPECT_EQ(table_of(block(0x2519, entries)).size(), c.count);
+    }
+    Bytes unmarked = block(0x2519, entry("a"));
+    unmarked[9 + 15 + 1 + 6] = '+';  // the identity's marker
+    EXPECT_EQ(table_of(unmarked).at(0).identity, 0U);
+}
+
+TEST(ReadTrackNames, GivesNameChannelsAndTheLastIdentity) {
+    const Bytes session = session_of({{.name = "Vox", .channels = 2},
+                                      {.name = "Keys", .kind = TrackKind::midi},
+                                      {.name = "Choir", .channels = 6}})
+                              .image();
+    const auto tracks = readTrackNames(BlockIndex(ByteView(session)));
+    ASSERT_EQ(tracks.size(), 2U);
+    EXPECT_EQ(tracks[1].name, "Choir");
+    EXPECT_EQ(tracks[1].channels, (std::vector<std::uint16_t>{2, 3, 4, 5, 6, 7}));
+    EXPECT_NE(tracks[1].identity, 0U);
+
+    // More channels than the record holds, and two markers.
+    const Bytes odd = block(0x1014, ByteWriter()
+                                        .counted("Odd")
+                                        .u8(1)
+                                        .u32(60)
+                                        .raw("*")
+                                        .zeros(3)
+                                        .u64(1)
+                                        .raw("*")
+                                        .zeros(3)
+                                        .u64(2)
+                                        .bytes());
+    const auto read = readTrackNames(BlockIndex(ByteView(odd)));
+    ASSERT_EQ(read.size(), 1U);
+    EXPECT_TRUE(read[0].channels.empty());
+    EXPECT_EQ(read[0].identity, 2U);
+}
+
+TEST(ReadInactiveNames, OnlyTheLongFormMarksThemInTheTable) {
+    for (const auto form : all_forms) {
+        const Bytes image = session_of({{.name = "On"},
+                                        {.name = std::string(80, 'x'), .active = false},
+                                        {.name = std::string(81, 'x'), .active = false}})
+                                .strip_table_form(form)
+                                .image();
+        const TrackNameSet expected = form == StripTableForm::since_2022
+                                          ? TrackNameSet{std::string(80, 'x')}
+                                          : TrackNameSet();
+        EXPECT_EQ(readInactiveNames(BlockIndex(ByteView(image))), expected);
+    }
+}
+
+TEST(ReadVoiceOffNames, TheVoiceStandsBehindTheRowOrInAnIdentityInsideIt) {
+    const auto off_names = [](const Bytes& image) {
+        const BlockIndex index{ByteView(image)};
+        return readVoiceOffNames(index, readStripRows(index).rows);
+    };
+    EXPECT_EQ(off_names(session_of(one_of_each()).image()), (TrackNameSet{"Audio 1", "Vox"}));
+    auto renamed = one_of_each();
+    renamed.push_back({.name = "Audio 1", .original_name = "Audio 9"});
+    EXPECT_EQ(off_names(session_of(renamed).image()), TrackNameSet{"Vox"})
+        << "a later track bears the first name of the silent one";
+
+    const auto row_around = [](std::uint16_t in_front) {
+        const Bytes voice = ByteWriter().u16(in_front).block(0x200b, {}).bytes();
+        const Bytes name = ByteWriter().block(0x2619, ByteWriter().counted("In").bytes()).bytes();
+        return block(0x261b, ByteWriter().raw(name).block(0x261c, voice).bytes());
+    };
+    EXPECT_EQ(off_names(row_around(0)), TrackNameSet{"In"});
+    EXPECT_EQ(off_names(row_around(0x0100)), TrackNameSet());
+}
+
+TEST(ReadMasterName, TakesTheFirstMasterFader) {
+    for (const std::size_t length : {0U, 1U, 64U, 65U}) {
+        const std::string name(length, 'm');
+        const Bytes image = session_of({{.name = "Vox"},
+                                        {.name = name, .kind = TrackKind::master},
+                                        {.name = "Second", .kind = TrackKind::master}})
+                                .image();
+        EXPECT_EQ(readMasterName(BlockIndex(ByteView(image))), length > 64 ? "" : name);
+    }
+}
+
+TEST(ReadTrackTable, TheRunOpensWithAClipTrackAndEndsAtAGap) {
+    const auto names_of = [](const Bytes& image) {
+        const std::vector<std::string> clip_tracks = {"Vox", "Bass"};
+        return readTrackTable(BlockIndex(ByteView(image)), clip_tracks, StripRows()).names;
+    };
+    const auto after_gap = [&](std::size_t gap) {
+        return names_of(ByteWriter().counted("Vox").zeros(gap).counted("Keys").bytes()).size();
+    };
+    EXPECT_EQ(after_gap(40), 2U);
+    EXPECT_EQ(after_gap(41), 1U);
+    EXPECT_EQ(names_of(ByteWriter().zeros(400000 - 7).counted("Vox").bytes()).size(), 1U);
+    EXPECT_EQ(names_of(ByteWriter().zeros(400000 - 6).counted("Vox").bytes()).size(), 0U);
+
+    ByteWriter image;
+    for (const auto* name : {"Aux", "Vox", "Audio Files", "take.WAV", "a/b", "B", "Keys", "Vox",
+                             "take.wave", "Pro Tools 2"}) {
+        image.counted(name);
+    }
+    EXPECT_EQ(names_of(image.bytes()),
+              (std::vector<std::string>{"Vox", "Keys", "take.wave", "Pro Tools 2"}));
+}
+
+TEST(ReadTrackTable, RowsKnowBetterThanAScanThatMissesTheFirst) {
+    using Names = std::vector<std::string>;
+    const struct {
+        Names auxes;
+        Names scanned;  // what the scan alone would give
+        bool is_short;
+    } cases[] = {{{}, {"Vox"}, false},
+                 {{"Verb"}, {"Vox", "Verb"}, false},
+                 {{"Verb", "Echo"}, {"Vox", "Verb"}, true}};
+    for (const auto& c : cases) {
+        SessionBuilder session;
+        Names all = c.auxes;
+        all.push_back("Vox");
+        for (const auto& name : c.auxes) session.track({.name = name, .kind = TrackKind::aux});
+        const Bytes image = session.track({.name = "Vox", .original_name = "Audio 1"}).image();
+        const BlockIndex index{ByteView(image)};
+        auto rows = readStripRows(index);
+        auto table = readTrackTable(index, Names{"Vox"}, rows);
+        EXPECT_EQ(table.names, all);
+        EXPECT_EQ(table.from_strip_rows, c.is_short);
+        EXPECT_EQ(table.scanned_count, c.scanned.size());
+        rows.bound = false;
+        table = readTrackTable(index, Names{"Vox"}, rows);
+        EXPECT_EQ(table.names, c.scanned);
+        EXPECT_FALSE(table.from_strip_rows);
+    }
+}
+
+TEST(ReadNameBindings, ARenamedTrackFindsTheStripThatHoldsItsIdentity) {
+    constexpr std::size_t track_count = 300;
+    ByteWriter image;
+    std::vector<BindableStrip> strips;
+    const auto identity = [](std::size_t i) { return 0x1122334455660000ULL + i * 0x10001; };
+    for (std::size_t i = 0; i < track_count; ++i) {
+        image.raw(builder::track_list_entry("old " + std::to_string(i), {0}, identity(i)));
+    }
+    for (std::size_t i = 0; i < track_count; ++i) {
+        // Strips stand in reverse order. Every third kept its name, every fifth has no record.
+        const std::size_t track = track_count - 1 - i;
+        const Bytes mixer = ByteWriter().zeros(i % 9).u64(identity(track)).zeros(20).bytes();
+        strips.push_back({(i % 3 == 0 ? "old " : "new ") + std::to_string(track), {}});
+        if (i % 5 != 0) strips.back().channel_position = image.size() + 12;
+        image.block(0x261c, mixer);
+    }
+    const Bytes bytes = image.bytes();
+    const auto bindings = readNameBindings(BlockIndex(ByteView(bytes)), strips);
+    for (std::size_t i = 0; i < track_count; ++i) {
+        const auto found = bindings.find("old " + std::to_string(track_count - 1 - i));
+        ASSERT_EQ(found != bindings.end(), i % 3 != 0 && i % 5 != 0) << i;
+        if (found != bindings.end()) {
+            EXPECT_EQ(found->second, i);
+        }
+    }
+}
+
+TEST(SmallestEnclosing, AgreesWithALookAtEveryBlock) {
+    std::mt19937 random(7);
+    for (int round = 0; round < 50; ++round) {
+        std::vector<Block> blocks;
+        std::vector<std::size_t> positions;
+        for (std::size_t at = 0; at < 300; ++at) {
+            const auto size = static_cast<std::uint32_t>(1 + random() % 90);
+            if (random() % 4 == 0) blocks.push_back({at, size, 0x261c});
+            if (random() % 3 == 0) positions.push_back(at);
+        }
+        const auto holders = smallest_enclosing(blocks, positions);
+        ASSERT_EQ(holders.size(), positions.size());
+        for (std::size_t i = 0; i < positions.size(); ++i) {
+            std::uint32_t least = 0;
+            for (const Block& b : blocks) {
+                if (!b.span().encloses(positions[i])) continue;
+                if (least == 0 || b.size < least) least = b.size;
+            }
+            ASSERT_EQ(holders[i] == nullptr ? 0 : holders[i]->size, least);
+            ASSERT_TRUE(holders[i] == nullptr || holders[i]->span().encloses(positions[i]));
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tanrove

@@ -1,0 +1,287 @@
+// One function a family; what a reader needs of another family it reads for itself.
+#include "support/all_readers.hpp"
+
+#include "session/alternate_playlists.hpp"
+#include "session/audio_file_folders.hpp"
+#include "session/automation_lanes.hpp"
+#include "session/block_tree.hpp"
+#include "session/buses.hpp"
+#include "session/channel_records.hpp"
+#include "session/clip_effects.hpp"
+#include "session/clip_gains.hpp"
+#include "session/clip_groups.hpp"
+#include "session/colour_schemes.hpp"
+#include "session/damage_scan.hpp"
+#include "session/fades.hpp"
+#include "session/folder_table.hpp"
+#include "session/freeze_renders.hpp"
+#include "session/grid_and_nudge.hpp"
+#include "session/groups.hpp"
+#include "session/hardware_inserts.hpp"
+#include "session/inactive_tracks.hpp"
+#include "session/instrument_links.hpp"
+#include "session/loop_records.hpp"
+#include "session/master_name.hpp"
+#include "session/memory_locations.hpp"
+#include "session/meter_map.hpp"
+#include "session/midi_chunks.hpp"
+#include "session/midi_outputs.hpp"
+#include "session/midi_playlists.hpp"
+#include "session/midi_regions.hpp"
+#include "session/midi_track_settings.hpp"
+#include "session/midi_tracks.hpp"
+#include "session/name_bindings.hpp"
+#include "session/output_names.hpp"
+#include "session/pitch_shifts.hpp"
+#include "session/playlists.hpp"
+#include "session/real_time_properties.hpp"
+#include "session/region_starts.hpp"
+#include "session/routing.hpp"
+#include "session/session_settings.hpp"
+#include "session/session_version.hpp"
+#include "session/strip_lanes.hpp"
+#include "session/strip_table.hpp"
+#include "session/tempo_map.hpp"
+#include "session/timecode.hpp"
+#include "session/track_displays.hpp"
+#include "session/track_names.hpp"
+#include "session/track_table.hpp"
+#include "session/vca_slots.hpp"
+#include "session/video_clips.hpp"
+#include "session/video_files.hpp"
+#include "session/warp_maps.hpp"
+#include "support/record_sum.hpp"
+
+namespace tanrove {
+
+namespace {
+
+/// Keeps what the readers of one family gave.
+class Readings {
+public:
+    explicit Readings(ReaderFamily family) : family_(family) {}
+
+    template <typename List>
+    void list(std::string_view reader, const List& records) {
+        keep(reader, static_cast<std::size_t>(std::ranges::distance(records)), records);
+    }
+    template <typename Value>
+    void value(std::string_view reader, const std::optional<Value>& value) {
+        keep(reader, value.has_value() ? 1 : 0, value);
+    }
+    /// A record that is always there, and how many entries count as read.
+    template <typename Record>
+    void keep(std::string_view reader, std::size_t records, const Record& record) {
+        builder::RecordSum sum;
+        sum.add(record);
+        all_.push_back({family_, reader, records, sum.bytes(), sum.digest()});
+    }
+
+    std::vector<Reading> take() { return std::move(all_); }
+
+private:
+    ReaderFamily family_;
+    std::vector<Reading> all_;
+};
+
+using Files = std::span<const AudioFileEntry>;
+
+struct ClipLists {
+    SessionLists lists;
+    std::vector<TrackTableRow> rows;
+};
+
+ClipLists clip_lists(const BlockIndex& index, Files files) {
+    ClipLists clips;
+    readSessionLists(index, files, clips.lists, clips.rows);
+    return clips;
+}
+
+std::vector<std::string> current_names(const std::vector<StripRow>& rows) {
+    std::vector<std::string> names;
+    for (const StripRow& row : rows) names.push_back(row.current_name);
+    return names;
+}
+
+void read_container(const BlockIndex& index, Files, Readings& out) {
+    const SessionVersion version = scanSessionVersion(index);
+    out.keep("scanSessionVersion", version.version.empty() ? 0 : 1, version);
+    const DamageReport damage = scanDamage(index);
+    out.keep("scanDamage", damage.verdict == DamageVerdict::none ? 0 : 1, damage);
+    const AudioFormat format = readAudioFormat(index);
+    out.keep("readAudioFormat", format == AudioFormat::unknown ? 0 : 1, format);
+    out.value("readBitDepth", readBitDepth(index));
+    out.value("readPanDepth", readPanDepth(index));
+    const int click = readClickSetting(index);
+    out.keep("readClickSetting", click < 0 ? 0 : 1, click);
+    out.list("readAudioFileFolders", readAudioFileFolders(index));
+    const ColourSchemes colours = readColourSchemes(index);
+    out.keep("readColourSchemes", colours.track.has_value() ? 1 : 0, colours);
+}
+
+void read_blocks(const BlockIndex& index, Files, Readings& out) {
+    out.list("BlockIndex", index.blocks().all());
+    out.list("parseBlockTree", parseBlockTree(index.image()));
+}
+
+void read_tracks(const BlockIndex& index, Files files, Readings& out) {
+    const StripRows strips = readStripRows(index);
+    out.list("readStripRows", strips.rows);
+    out.list("readStripTable", readStripTable(index));
+    out.list("readTrackNames", readTrackNames(index));
+    out.list("readTrackDisplays", readTrackDisplays(index, strips.rows));
+    out.list("readTrackColours", readTrackColours(index, strips.rows));
+    std::vector<std::string> names;
+    for (const TrackTableRow& row : clip_lists(index, files).rows) names.push_back(row.name);
+    const SessionTrackTable table = readTrackTable(index, names, strips);
+    out.keep("readTrackTable", table.names.size(), table);
+    std::vector<BindableStrip> bindable;
+    for (const StripRow& row : strips.rows) bindable.push_back({row.current_name, row.start + 1});
+    out.list("readNameBindings", readNameBindings(index, bindable));
+    out.list("readInactiveNames", readInactiveNames(index));
+    out.list("readVoiceOffNames", readVoiceOffNames(index, strips.rows));
+    const std::string master = readMasterName(index);
+    out.keep("readMasterName", master.empty() ? 0 : 1, master);
+}
+
+void read_mixer(const BlockIndex& index, Files, Readings& out) {
+    const auto rows = readStripRows(index).rows;
+    out.list("readChannelRecords", readChannelRecords(index));
+    const auto buses = readBuses(index);
+    out.list("readBuses", buses);
+    out.list("readStrips", readStrips(index, rows, current_names(rows), buses));
+    const auto paths = readIoPaths(index);
+    out.list("readIoPaths", paths);
+    out.list("bus_legs", bus_legs(paths));
+    const auto routing = readRouting(index, rows, paths);
+    out.list("readRouting", routing);
+    const BusInputs inputs = bus_inputs(routing, paths);
+    out.keep("bus_inputs", inputs.row_of_bus.size(), inputs);
+    out.list("readOutputNames", readOutputNames(index));
+    out.list("readHardwareInserts", readHardwareInserts(index, rows));
+}
+
+void read_lanes(const BlockIndex& index, Files, Readings& out) {
+    std::vector<Lane> lanes;
+    std::vector<double> initials;
+    for (const Block& block : index.of_type(lane_type).all()) {
+        if (Lane lane; readLane(index.image(), block.at, lane)) lanes.push_back(std::move(lane));
+        if (const auto initial = lane_initial(index.image(), block.at))
+            initials.push_back(*initial);
+    }
+    out.list("readLane", lanes);
+    out.list("lane_initial", initials);
+    const auto rows = readStripRows(index).rows;
+    auto strips = readStrips(index, rows, current_names(rows), {});
+    readStripLanes(index, strips);
+    std::size_t placed = 0;
+    for (const Strip& strip : strips) placed += static_cast<std::size_t>(strip.lane_count);
+    out.keep("readStripLanes", placed, strips);
+}
+
+void read_clips(const BlockIndex& index, Files files, Readings& out) {
+    const ClipLists clips = clip_lists(index, files);
+    out.list("readSessionLists regions", clips.lists.regions);
+    out.list("readSessionLists MIDI regions", clips.lists.midi_regions);
+    out.list("readSessionLists tracks", clips.lists.tracks);
+    out.list("readSessionLists MIDI tracks", clips.lists.midi_tracks);
+    out.list("readSessionLists MIDI track list", clips.lists.midi_track_rows);
+    out.list("readSessionLists streams", clips.lists.midi_streams);
+    out.list("readSessionLists track list", clips.rows);
+    const Playlists playlists = readPlaylists(index);
+    out.keep("readPlaylists", playlists.records.size(), playlists);
+    out.list("readPlaylistDetails", readPlaylistDetails(index));
+    out.list("readFades", readFades(index));
+    out.list("readRegionStarts", readRegionStarts(index));
+}
+
+void read_clip_tables(const BlockIndex& index, Files files, Readings& out) {
+    const ClipGainLines gains = readClipGains(index);
+    out.keep("readClipGains", gains.entries.size(), gains);
+    out.list("readFirstClipGains", readFirstClipGains(index));
+    const WarpMaps warps = readWarpMaps(index);
+    out.keep("readWarpMaps", warps.in_samples.size() + warps.in_ticks.size(), warps);
+    out.list("readPitchShifts", readPitchShifts(index));
+    out.list("readLoopRecords", readLoopRecords(index));
+    const ClipEffects effects = readClipEffects(index);
+    out.keep("readClipEffects", effects.records.size(), effects);
+    const ClipGroups groups = readClipGroups(index, clip_lists(index, files).lists.regions);
+    out.keep("readClipGroups clips", groups.clips.size(), groups.clips);
+    out.keep("readClipGroups lists", groups.lists.size(), groups.lists);
+    out.list("readAltPlaylists", readAltPlaylists(index));
+}
+
+void read_time(const BlockIndex& index, Files, Readings& out) {
+    const TempoRecords tempo = readTempoMap(index);
+    out.keep("readTempoMap", tempo.points.size(), tempo);
+    const double default_tempo = readDefaultTempo(index);
+    out.keep("readDefaultTempo", default_tempo > 0 ? 1 : 0, default_tempo);
+    out.list("readMeterMap", readMeterMap(index));
+    out.list("readMemoryLocations", readMemoryLocations(index));
+    out.value("readFrameRate", readFrameRate(index));
+    out.value("readExtendedTimecode", readExtendedTimecode(index));
+    out.value("readGridAndNudge", readGridAndNudge(index));
+}
+
+void read_midi(const BlockIndex& index, Files, Readings& out) {
+    const ByteView image = index.image();
+    const auto tree = parseBlockTree(image);
+    const auto rows = readStripRows(index).rows;
+    const auto streams = read_midi_streams(image, tree);
+    out.list("read_midi_streams", streams);
+    const auto regions = read_midi_regions(image, tree, streams);
+    out.list("read_midi_regions", regions);
+    out.list("readMidiChunks", readMidiChunks(index));
+    const MidiPlaylists playlists = readMidiPlaylists(index);
+    out.keep("readMidiPlaylists", playlists.details.size(), playlists);
+    out.list("readMidiClipCounts", readMidiClipCounts(index));
+    out.list("readMidiPlaylistRows", readMidiPlaylistRows(index));
+    const auto tracks = readMidiTrackRows(index, tree);
+    out.list("readMidiTrackRows", tracks);
+    out.list("read_midi_clips", read_midi_clips(image, tree, tracks, regions));
+    out.list("readMidiOutputs", readMidiOutputs(index));
+    out.list("readMidiSettings", readMidiSettings(index, rows));
+    out.list("readRealTimeProperties", readRealTimeProperties(index, rows));
+    out.list("readInstrumentLinks", readInstrumentLinks(index, rows));
+}
+
+void read_tables(const BlockIndex& index, Files, Readings& out) {
+    const auto rows = readStripRows(index).rows;
+    out.list("readGroups", readGroups(index));
+    const auto folders = readFolderTable(index);
+    out.keep("readFolderTable", folders ? folders->size() : 0, folders);
+    out.list("readVcaSlots", readVcaSlots(index, rows));
+    out.list("readVideoFiles", readVideoFiles(index));
+    out.list("readVideoPaths", readVideoPaths(index));
+    const VideoClips video = readVideoClips(index);
+    out.keep("readVideoClips", video.clips.size(), video);
+    out.value("readVideoRate", readVideoRate(index));
+    out.value("readVideoQuality", readVideoQuality(index));
+    const auto names = current_names(rows);
+    out.list("readFreezeRenders", readFreezeRenders(index, names));
+}
+
+using FamilyReader = void (*)(const BlockIndex&, Files, Readings&);
+
+constexpr std::array<FamilyReader, reader_family_names.size()> family_readers = {
+    read_container, read_blocks,      read_tracks, read_mixer, read_lanes,
+    read_clips,     read_clip_tables, read_time,   read_midi,  read_tables};
+
+}  // namespace
+
+std::vector<Reading> read_family(const BlockIndex& index, ReaderFamily family, Files files) {
+    Readings readings(family);
+    family_readers[static_cast<std::size_t>(family)](index, files, readings);
+    return readings.take();
+}
+
+std::vector<Reading> read_everything(const BlockIndex& index, Files files) {
+    std::vector<Reading> all;
+    for (std::size_t family = 0; family < family_readers.size(); ++family) {
+        const auto some = read_family(index, static_cast<ReaderFamily>(family), files);
+        all.insert(all.end(), some.begin(), some.end());
+    }
+    return all;
+}
+
+}  // namespace tanrove

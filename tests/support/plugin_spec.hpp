@@ -1,0 +1,49 @@
+// The plain description of the plug-ins on a track of a built session.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "support/byte_writer.hpp"
+
+namespace tanrove::builder {
+
+/// The automation of one control.
+struct PluginLaneSpec {
+    struct Point {
+        std::int64_t position = 0;  ///< samples, or ticks from the session's origin
+        std::int32_t value = 0;     ///< over the whole range of 32 bits
+    };
+
+    std::string name = "Gain";
+    std::uint32_t index = 1;
+    std::string id = "0";
+    std::int32_t default_value = 0;
+    std::vector<Point> points = {};
+    bool in_ticks = false;
+    bool label_behind_part = false;  ///< name and id stand behind the slot part, not in it
+};
+
+/// One plug-in.
+struct InsertSpec {
+    std::string code = "DigiTest";  ///< maker and product
+    std::uint8_t channels = 2;
+    Bytes state = {};         ///< all chunks; none: one chunk of small bytes
+    std::size_t padding = 0;  ///< zeros in the block behind the state
+    bool active = true;
+    bool bypassed = false;
+    std::optional<std::uint16_t> key_input = {};
+    std::uint32_t slot_word = 0;
+    std::vector<PluginLaneSpec> lanes = {};
+};
+
+/// One name of the session's plug-ins.
+struct PluginNameSpec {
+    std::string name;
+    std::string code;  ///< maker and product
+    std::string build = "Poly";
+};
+
+}  // namespace tanrove::builder

@@ -1,0 +1,89 @@
+// A line-wise reader of project text: it follows the nesting and picks out what tests ask for.
+#include "support/project_reader.hpp"
+
+#include <cstdlib>
+#include <sstream>
+
+namespace tanrove::builder {
+
+namespace {
+
+/// The text between the quotes with which `value` begins; all of it if it is not quoted.
+std::string unquoted(const std::string& value) {
+    if (value.size() < 2 || std::string("\"'`").find(value.front()) == std::string::npos)
+        return value;
+    return value.substr(1, value.find(value.front(), 1) - 1);
+}
+
+void read_track_line(const std::string& token, const std::string& value, ReadTrack& track) {
+    if (token == "NAME") track.name = unquoted(value);
+    if (token == "NCHAN") track.channels = std::atoi(value.c_str());
+    if (token == "BEAT") track.timebase = std::atoi(value.c_str());
+    if (token == "MUTESOLO") track.muted = value.front() == '1';
+}
+
+void read_item_line(const std::string& token, const std::string& value, ReadItem& item) {
+    const double number = std::strtod(value.c_str(), nullptr);
+    if (token == "POSITION") item.position = number;
+    if (token == "LENGTH") item.length = number;
+    if (token == "SOFFS") item.source_offset = number;
+    if (token == "MUTE") item.muted = value.front() == '1';
+    if (token == "NAME") item.name = unquoted(value);
+    if (token == "VOLPAN")
+        item.take_pan = std::strtod(value.substr(value.find(' ')).c_str(), nullptr);
+}
+
+}  // namespace
+
+std::vector<std::string> ReadProject::head_lines(const std::string& token) const {
+    std::vector<std::string> values;
+    for (const auto& line : head) {
+        if (line.rfind(token + " ", 0) == 0) values.push_back(line.substr(token.size() + 1));
+    }
+    return values;
+}
+
+ReadTrack ReadProject::track(const std::string& name) const {
+    for (const auto& track : tracks) {
+        if (track.name == name) return track;
+    }
+    return {};
+}
+
+ReadProject read_project(const std::string& text) {
+    ReadProject project;
+    std::vector<std::string> open;
+    std::istringstream lines(text);
+    std::string line;
+    bool broken = false;
+    while (std::getline(lines, line)) {
+        line.erase(0, line.find_first_not_of(' '));
+        const auto blank = line.find(' ');
+        const std::string token = line.substr(0, blank);
+        const std::string value = blank == std::string::npos ? "" : line.substr(blank + 1);
+        if (line == ">") {
+            broken = broken || open.empty();
+            if (!open.empty()) open.pop_back();
+            continue;
+        }
+        if (token == "<TRACK") project.tracks.emplace_back();
+        if (token == "<ITEM") project.tracks.back().items.emplace_back();
+        if (project.tracks.empty()) project.head.push_back(line);
+        if (!line.empty() && line.front() == '<') {
+            broken = broken || (open.empty() && token != "<REAPER_PROJECT");
+            open.push_back(token);
+            continue;
+        }
+        if (open.empty() || project.tracks.empty()) continue;
+        if (open.back() == "<TRACK") read_track_line(token, value, project.tracks.back());
+        if (open.back() == "<ITEM")
+            read_item_line(token, value, project.tracks.back().items.back());
+        if (open.back() == "<SOURCE" && token == "FILE") {
+            project.tracks.back().items.back().file = unquoted(value);
+        }
+    }
+    project.closed = open.empty() && !broken && !project.head.empty();
+    return project;
+}
+
+}  // namespace tanrove::builder

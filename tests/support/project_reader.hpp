@@ -1,0 +1,40 @@
+// Reads a finished project back, so that tests can ask what is where in it.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace tanrove::builder {
+
+struct ReadItem {
+    double position = 0;
+    double length = 0;
+    double source_offset = 0;
+    bool muted = false;
+    std::string name;
+    std::string file;
+    double take_pan = 0;
+};
+
+struct ReadTrack {
+    std::string name;
+    int channels = 0;
+    bool muted = false;
+    int timebase = 0;
+    std::vector<ReadItem> items;
+};
+
+struct ReadProject {
+    std::vector<std::string> head;  ///< the lines in front of the first track, without indentation
+    std::vector<ReadTrack> tracks;
+    bool closed = false;  ///< every block is closed and nothing stands behind the project
+
+    /// Values of the head's lines that begin with `token`, as they stand behind it.
+    std::vector<std::string> head_lines(const std::string& token) const;
+    /// The track of this name; an empty one if there is none.
+    ReadTrack track(const std::string& name) const;
+};
+
+ReadProject read_project(const std::string& text);
+
+}  // namespace tanrove::builder

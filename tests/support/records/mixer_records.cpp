@@ -1,0 +1,215 @@
+// The mixer's records, field by field as real sessions store them. The send channels of a row stand
+// one behind the other, the strip's own first.
+#include "support/records/mixer_records.hpp"
+
+#include <cmath>
+
+#include "support/records/midi_records.hpp"
+
+namespace tanrove::builder {
+
+namespace {
+
+Bytes marked(std::uint64_t identity) {
+    return ByteWriter().raw("*").zeros(3).u64(identity).bytes();
+}
+
+int tenths_of(double db) {
+    return static_cast<int>(std::lround(db * 10));
+}
+
+LaneSpec with_initial(LaneSpec lane, int value) {
+    if (!lane.initial) lane.initial = value;
+    return lane;
+}
+
+std::uint8_t width_code(std::size_t channels) {
+    return channels == 1 ? 0 : channels == 2 ? 1 : 6;
+}
+
+/// The lanes of a channel: volume and mute flat, the pans in groups, the trim flat behind them. A
+/// group that no knob needs stands there empty.
+Bytes channel_lanes(const std::vector<Bytes>& flat, const std::vector<std::vector<Bytes>>& groups,
+                    const Bytes& trim) {
+    ByteWriter lanes;
+    for (const auto& lane : flat) lanes.u8(1).raw(lane);
+    lanes.u8(0);
+    for (const auto& group : groups) lanes.raw(lane_group(group));
+    if (trim.empty()) return lanes.zeros(9).bytes();
+    return lanes.u8(1).raw(trim).zeros(8).bytes();
+}
+
+Bytes own_channel(const TrackSpec& track) {
+    const bool is_stereo = track.channels > 1;
+    const int pan = track.pan.value_or(is_stereo ? -100 : 0);
+    const int pan_right = track.pan_right.value_or(is_stereo ? 100 : 0);
+    const int fader = tenths_of(track.fader_db);
+    const auto lane = [&](const LaneSpec& spec, int value) {
+        return lane_record(with_initial(spec, value), track.tick_based);
+    };
+    std::vector<std::vector<Bytes>> groups(2);
+    if (track.panners.empty()) {
+        groups[0].push_back(lane(track.pan_lane, pan));
+        if (is_stereo) groups[1].push_back(lane(track.pan_right_lane, pan_right));
+    }
+    for (std::size_t i = 0; i < track.panners.size() && i < groups.size(); ++i) {
+        for (const auto& control : track.panners[i]) groups[i].push_back(lane(control, 0));
+    }
+    const Bytes record = channel_record(
+        {.fader_tenths = fader, .muted = track.muted, .pan = pan, .pan_right = pan_right});
+    return send_channel(
+        record, output_name_record(track.output),
+        channel_lanes({lane(track.volume_lane, fader), lane(track.mute_lane, track.muted ? 1 : 0)},
+                      groups, track.trim_lane ? lane(*track.trim_lane, 0) : Bytes()));
+}
+
+Bytes send(const SendSpec& send, bool in_ticks) {
+    const auto lane = [&](const LaneSpec& spec, int value) {
+        return lane_record(with_initial(spec, value), in_ticks);
+    };
+    const int level = tenths_of(send.level_db);
+    std::vector<std::vector<Bytes>> groups(2);
+    groups[0].push_back(lane(send.pan_lane, send.pan));
+    if (send.pan_right) groups[1].push_back(lane(send.pan_right_lane, *send.pan_right));
+    const Bytes record =
+        channel_record({.fader_tenths = level,
+                        .muted = send.muted,
+                        .pan = send.pan,
+                        .pan_right = send.pan_right.value_or(0),
+                        .link = static_cast<std::uint8_t>(send.pre_fader ? 1 : 0)});
+    return send_channel(
+        record, output_name_record(send.target),
+        channel_lanes({lane(send.level_lane, level), lane(send.mute_lane, send.muted ? 1 : 0)},
+                      groups, Bytes()));
+}
+
+}  // namespace
+
+std::uint64_t path_identity(const std::string& name) {
+    std::uint64_t identity = 0xcbf29ce484222325ULL;
+    for (const char c : name) {
+        identity = (identity ^ static_cast<unsigned char>(c)) * 0x100000001b3ULL;
+    }
+    return identity;
+}
+
+Bytes io_path_record(const IoPathSpec& path) {
+    const std::uint8_t width = width_code(path.channels.size());
+    ByteWriter record;
+    record.u8(path.type).u8(width).counted(path.name).u32(path.channels.size());
+    for (const auto channel : path.channels) record.u16(channel);
+    record.u16(path.parent.value_or(0xffff)).u8(1).zeros(4).raw(marked(path_identity(path.name)));
+    record.zeros(3).u16(0xffff).u8(0).counted(path.name).u8(width).zeros(2).u8(width).zeros(4);
+    return block(0x1021, record.u8(1).u8(0).bytes(), 11);
+}
+
+Bytes io_path_record_later_count(const IoPathSpec& path, std::size_t gap) {
+    ByteWriter record;
+    record.u8(path.type).u8(width_code(path.channels.size())).counted(path.name);
+    record.u32(0).u32(path.channels.size());
+    for (const auto channel : path.channels) record.u16(channel);
+    record.zeros(gap).raw(marked(path_identity(path.name))).zeros(3);
+    return block(0x1021, record.bytes(), 11);
+}
+
+Bytes io_paths_block(const std::vector<IoPathSpec>& paths) {
+    ByteWriter records;
+    records.u32(paths.size());
+    for (const auto& path : paths) records.raw(io_path_record(path));
+    return block(0x1022, records.zeros(4).bytes());
+}
+
+Bytes channel_record(const ChannelSpec& channel) {
+    const auto word = [](int value) { return static_cast<std::uint32_t>(value); };
+    constexpr std::size_t header = 9;
+    ByteWriter record;
+    record.u8(channel.link).u32(word(channel.fader_tenths)).u32(channel.muted ? 1 : 0).zeros(4);
+    record.u32(word(channel.pan)).pad_to(50 - header).u32(word(channel.pan_right));
+    record.pad_to(108 - header).u32(word(channel.pan));
+    record.pad_to(136 - header).u32(word(channel.pan_right));
+    record.pad_to(channel.payload_bytes);
+    return block(0x1029, record.bytes(), 13);
+}
+
+Bytes output_name_record(const std::string& name, std::uint16_t id) {
+    ByteWriter record;
+    record.u16(id).u16(0x0101).zeros(4).raw(marked(path_identity(name))).zeros(16);
+    return block(0x260e, record.counted(name).u16(0x0101).number(~0ULL, 8).bytes(), 4);
+}
+
+Bytes lane_record(const LaneSpec& lane, bool in_ticks) {
+    constexpr std::uint64_t origin = 1000000000000ULL;
+    ByteWriter record;
+    record.u8(1).raw("F").u16(1).u32(20 + 6 * lane.points.size()).u8(in_ticks ? 1 : 0).u8(0);
+    record.u16(1).u16(0).u16(2).u16(lane.points.size()).number(in_ticks ? origin : 0, 5).zeros(3);
+    record.i16(lane.initial.value_or(0));
+    for (const auto& point : lane.points) {
+        record.u32(static_cast<std::uint32_t>(point.position)).i16(point.value);
+    }
+    return block(0x260a, record.zeros(2).bytes());
+}
+
+Bytes lane_group(const std::vector<Bytes>& lanes) {
+    ByteWriter group;
+    for (const auto& lane : lanes) group.u8(1).raw(lane);
+    if (lanes.empty()) group.u8(0);
+    return block(0x260c, group.zeros(13).bytes(), 2);
+}
+
+Bytes send_channel(const Bytes& record, const Bytes& output, const Bytes& lanes,
+                   std::uint8_t shape) {
+    return block(0x260d, ByteWriter().raw(record).u8(shape).u8(0).raw(output).raw(lanes).bytes(),
+                 5);
+}
+
+Bytes input_mark(const std::string& path_name, std::uint8_t path_type) {
+    return ByteWriter()
+        .counted(path_name)
+        .zeros(4)
+        .raw(marked(path_identity(path_name)))
+        .u8(0)
+        .u8(path_type)
+        .zeros(5)
+        .bytes();
+}
+
+Bytes hardware_insert(const std::string& name) {
+    return block(0x2612, ByteWriter().u32(1).raw(output_name_record(name)).bytes());
+}
+
+Bytes hardware_insert_fixed_place(const std::string& name) {
+    constexpr std::size_t header = 9;
+    ByteWriter output;
+    output.u16(2).pad_to(42 - header).counted(name).u16(0x0101);
+    return block(0x2612, ByteWriter().u32(1).block(0x260e, output.bytes(), 4).bytes());
+}
+
+Bytes midi_mixer(const TrackSpec& track) {
+    const LaneSpec mute{.initial = track.muted ? 1 : 0};
+    return block(0x2611, ByteWriter()
+                             .raw(midi_settings_record(track.midi_settings))
+                             .u8(1)
+                             .raw(lane_record(mute, track.tick_based))
+                             .bytes());
+}
+
+Bytes mixer_part(const TrackSpec& track) {
+    if (track.kind == TrackKind::midi) return midi_mixer(track);
+    if (track.kind == TrackKind::vca || track.kind == TrackKind::video) return {};
+    ByteWriter part;
+    part.raw(own_channel(track));
+    for (const auto& one : track.sends) part.raw(send(one, track.tick_based));
+    part.zeros(2).u16(0x0101).u16(10);
+    for (std::uint32_t slot = 0; slot < 10; ++slot) part.u32(0x18 + slot);
+    part.zeros(5).u8(8).zeros(4);
+    if (track.input.empty()) {
+        part.zeros(28);
+    } else {
+        part.raw(input_mark(track.input, track.input_is_bus ? 2 : 0));
+    }
+    part.number(0xffffffff, 4).u8(0).u16(0x7fff).u16(10).zeros(160);
+    if (track.kind == TrackKind::instrument) part.raw(midi_settings_record(track.midi_settings));
+    return part.bytes();
+}
+
+}  // namespace tanrove::builder

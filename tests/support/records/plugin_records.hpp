@@ -1,0 +1,37 @@
+// The records of plug-ins: settings blocks and the chunks in them, slots with what stands around a
+// settings block, control lanes, names.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "support/byte_writer.hpp"
+#include "support/plugin_spec.hpp"
+
+namespace tanrove::builder {
+
+/// A chunk of a state: its header and payload.
+Bytes plugin_chunk(const std::string& code, const std::string& tag, const std::string& name,
+                   const Bytes& payload);
+
+/// A record of a control list: "d_" or "l_" with the name, its value `spacing` bytes on.
+Bytes real_control(const std::string& name, double value, std::size_t spacing);
+Bytes whole_control(const std::string& name, std::int32_t value, std::size_t spacing);
+
+/// 0x1038.
+Bytes plugin_settings_block(const InsertSpec& insert);
+
+/// 0x260f with its 0x260b.
+Bytes control_lane(const PluginLaneSpec& lane);
+
+/// A settings block and what stands behind it, to the slot record 0x2614.
+Bytes insert_slot(const InsertSpec& insert);
+
+/// 0x1017: maker, product and build behind the name.
+Bytes plugin_name_record(const PluginNameSpec& name);
+/// The same with the name a byte later, and maker and product behind four zeros.
+Bytes plugin_name_record_later_code(const PluginNameSpec& name);
+/// 0x1018: all names.
+Bytes plugin_names_block(const std::vector<PluginNameSpec>& names);
+
+}  // namespace tanrove::builder

@@ -1,0 +1,49 @@
+// Temporary folders with names that no two tests share.
+#include "support/temp_folder.hpp"
+
+#include <fstream>
+#include <iterator>
+#include <random>
+
+namespace tanrove::builder {
+
+namespace fs = std::filesystem;
+
+TempFolder::TempFolder() {
+    std::random_device random;
+    do {
+        path_ = fs::temp_directory_path() / ("tanrove-" + std::to_string(random()));
+    } while (!fs::create_directory(path_));
+}
+
+TempFolder::~TempFolder() {
+    std::error_code error;
+    if (!former_.empty()) fs::current_path(former_, error);
+    fs::remove_all(path_, error);
+}
+
+void TempFolder::enter() {
+    former_ = fs::current_path();
+    fs::current_path(path_);
+}
+
+std::size_t TempFolder::file_count() const {
+    std::size_t count = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(path_))
+        count += entry.is_regular_file();
+    return count;
+}
+
+std::string file_text(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+bool write_file_text(const std::string& path, const std::string& text) {
+    std::ofstream out(path, std::ios::binary);
+    out << text;
+    out.close();
+    return out.good();
+}
+
+}  // namespace tanrove::builder
