@@ -1,0 +1,30 @@
+// From the timeline's channels to the ordered list of tracks that are written.
+#pragma once
+
+#include <vector>
+
+#include "mix/track_plan.hpp"
+#include "mix/track_tallies.hpp"
+#include "session/inactive_tracks.hpp"
+#include "session/session_lists.hpp"
+#include "session/strip_rows.hpp"
+#include "session/strip_table.hpp"
+#include "timeline/timeline_track.hpp"
+
+namespace tanrove {
+
+struct AssemblyInput {
+    std::vector<TimelineTrack> channels;       ///< what the timeline made; its clips move on
+    std::vector<TrackTableRow> track_rows;     ///< the current names, one row a channel
+    StripRows strips;                          ///< the mixer's strips, in mixer order
+    std::vector<StripTableEntry> strip_table;  ///< the strips in edit-window order
+    TrackNameSet inactive_names;               ///< beside the rows that are marked themselves
+    TrackNameSet voice_off_names;
+    bool keep_alt_takes = true;  ///< alternate playlists become lanes; else they are set aside
+};
+
+/// The tracks in edit-window order, each with its clips and lanes, channel count, timebase and
+/// mute as far as the tables say. No channel is lost: what matches no strip stands at the end.
+std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallies);
+
+}  // namespace tanrove

@@ -1,0 +1,115 @@
+// Gathers the placements of the session under the tracks they lie on.
+#include "timeline/collect_clips.hpp"
+
+#include <algorithm>
+#include <limits>
+#include <map>
+
+namespace tanrove {
+
+namespace {
+
+// A clip that starts this close to its file's head was recorded as one piece with it.
+constexpr std::uint32_t max_head_samples = 63;
+
+/// Tracks of the table, and where each id stands among them.
+class TrackCollector {
+public:
+    explicit TrackCollector(std::span<const TrackTableRow> rows) {
+        for (const auto& row : rows) track_at(row.id, row.name);
+    }
+
+    /// The place of the track with this id; one that the table does not know joins its end.
+    std::size_t track_at(std::uint16_t id, const std::string& name = {}) {
+        const auto [found, is_new] = place_of_id_.try_emplace(id, collected_.tracks.size());
+        if (is_new) {
+            auto& track = collected_.tracks.emplace_back();
+            track.id = id;
+            track.name = name;
+            collected_.placement_counts.push_back(0);
+        }
+        return found->second;
+    }
+
+    void count_placement(std::size_t track) { ++collected_.placement_counts[track]; }
+
+    void add(std::size_t track, ClipItem clip) {
+        auto& clips = collected_.tracks[track].clips;
+        if (clips.empty()) clips.reserve(collected_.placement_counts[track]);
+        clip.index_on_track = clips.size();
+        clips.push_back(std::move(clip));
+    }
+
+    CollectedTracks take() { return std::move(collected_); }
+
+private:
+    CollectedTracks collected_;
+    std::map<std::uint16_t, std::size_t> place_of_id_;
+};
+
+bool sync_table_lines_up(const TimelineInput& input) {
+    return std::ranges::equal(input.sync_points, input.regions, {}, &RegionStart::name,
+                              &Region::name);
+}
+
+/// The region of a placement that plays a file; nullptr for any other placement.
+const Region* played_region(const ClipTrack& placement, const TimelineInput& input) {
+    if (placement.is_clip_group || placement.region_index >= input.regions.size()) return nullptr;
+    const Region& region = input.regions[placement.region_index];
+    const bool has_file =
+        region.file >= 0 && static_cast<std::size_t>(region.file) < input.files.size();
+    return region.length > 0 && has_file ? &region : nullptr;
+}
+
+std::uint32_t offset_in_samples(std::int64_t offset) {
+    constexpr std::int64_t most = std::numeric_limits<std::uint32_t>::max();
+    return static_cast<std::uint32_t>(std::clamp<std::int64_t>(offset, 0, most));
+}
+
+ClipItem clip_of(const ClipTrack& placement, const Region& region, const TimelineInput& input) {
+    const double rate_hz = input.rate_hz;
+    ClipItem clip;
+    clip.region = placement.region_index;
+    clip.stored_position = static_cast<std::uint64_t>(std::max<std::int64_t>(placement.start, 0));
+    clip.source_offset_samples = offset_in_samples(region.source_offset);
+    clip.start = static_cast<double>(clip.stored_position);
+    clip.length = static_cast<double>(region.length) / rate_hz;
+    clip.source_offset = static_cast<double>(region.source_offset) / rate_hz;
+    clip.name = region.name;
+    clip.file = without_folder(input.files[static_cast<std::size_t>(region.file)].name);
+    clip.file_kind = file_kind_of(clip.file);
+    clip.head_of_file =
+        clip.source_offset_samples <= max_head_samples && !ends_in_edit_number(clip.name);
+    return clip;
+}
+
+}  // namespace
+
+CollectedTracks collect_clips(const TimelineInput& input, TimelineTallies& tallies) {
+    const bool has_sync_points = std::ranges::any_of(
+        input.sync_points, [](const RegionStart& region) { return region.sync_samples > 0; });
+    const bool sync_is_usable = has_sync_points && sync_table_lines_up(input);
+    if (has_sync_points && !sync_is_usable) tallies.sync_table_refused = 1;
+
+    TrackCollector collector(input.track_rows);
+    for (const ClipTrack& placement : input.placements) {
+        if (placement.region_index >= no_region) continue;
+        collector.count_placement(collector.track_at(placement.index));
+    }
+    for (const ClipTrack& placement : input.placements) {
+        if (placement.region_index >= no_region) continue;
+        const auto track = collector.track_at(placement.index);
+        const Region* region = played_region(placement, input);
+        if (region == nullptr) continue;
+
+        ClipItem clip = clip_of(placement, *region, input);
+        if (sync_is_usable && clip.region < input.sync_points.size()) {
+            const auto samples = input.sync_points[clip.region].sync_samples;
+            clip.sync_offset = static_cast<double>(samples) / input.rate_hz;
+        }
+        collector.add(track, std::move(clip));
+    }
+    return collector.take();
+}
+
+}  // namespace tanrove

@@ -1,0 +1,22 @@
+// Gathers the placements of the session under the tracks they lie on.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "timeline/place_clips.hpp"
+
+namespace tanrove {
+
+/// Tracks whose clips hold everything but their start, and how many placements each track has,
+/// those that make no clip included: the number by which tracks find their records.
+struct CollectedTracks {
+    std::vector<TimelineTrack> tracks;
+    std::vector<std::size_t> placement_counts;
+};
+
+/// A placement without length or without an audio file makes no clip, a clip group neither. Sync
+/// points are used only when their table names every region in turn.
+CollectedTracks collect_clips(const TimelineInput& input, TimelineTallies& tallies);
+
+}  // namespace tanrove

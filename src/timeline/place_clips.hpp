@@ -1,0 +1,40 @@
+// From the session's clip records to its channels with their clips in seconds: the one door of
+// the timeline's first half. Fades, stretch, gain and covering refine its result.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "session/fades.hpp"
+#include "session/playlists.hpp"
+#include "session/region_starts.hpp"
+#include "session/session_lists.hpp"
+#include "session/tempo_map.hpp"
+#include "timeline/timeline_tallies.hpp"
+#include "timeline/timeline_track.hpp"
+
+namespace tanrove {
+
+/// The records that placing needs; views on lists that outlive the call.
+struct TimelineInput {
+    std::span<const TrackTableRow> track_rows;   ///< the track list, in its order
+    std::span<const ClipTrack> placements;       ///< `SessionLists::tracks`
+    std::span<const Region> regions;             ///< the audio regions
+    std::span<const AudioFileEntry> files;       ///< what the regions' `file` counts
+    std::span<const PlaylistRecord> records;     ///< playlists: name and timebase
+    std::span<const std::uint32_t> clip_counts;  ///< placements of each record
+    std::span<const PlaylistDetail> edit_lists;  ///< in step with `records`
+    std::span<const FadeRecord> fades;
+    std::span<const RegionStart> sync_points;  ///< one a region where they are of use
+    TempoMap tempo_map;                        ///< empty where the session keeps one tempo
+    double default_tempo = default_tempo_bpm;
+    double rate_hz = 48000;        ///< above 0
+    bool keep_fade_clips = false;  ///< leave the rendered files of fades on their tracks
+};
+
+/// One track for each row of the track list and, behind them, one for each track that only the
+/// placements know; clips ordered by their start, equal starts as they are stored.
+std::vector<TimelineTrack> place_clips(const TimelineInput& input, TimelineTallies& tallies);
+
+}  // namespace tanrove

@@ -1,0 +1,20 @@
+// Whether a track's positions are samples or ticks, and what they are in seconds.
+#pragma once
+
+#include <vector>
+
+#include "session/tempo_map.hpp"
+#include "timeline/place_clips.hpp"
+
+namespace tanrove {
+
+/// Sets `tick_based` of every track: its record's word; without one of its own the word on which
+/// all records agree; failing that, the size of its positions.
+void decide_timebases(std::vector<TimelineTrack>& tracks, std::span<const PlaylistRecord> records,
+                      TimelineTallies& tallies);
+
+/// Turns the stored positions of a track's clips into starts in seconds, moves clips to where
+/// their sync points put them, and orders the clips. A start is never below 0.
+void place_in_seconds(TimelineTrack& track, double rate_hz, const TempoClock& clock);
+
+}  // namespace tanrove

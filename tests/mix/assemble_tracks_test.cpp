@@ -1,0 +1,377 @@
+// Channels as tracks: what is folded, what becomes a lane, and in which order all stand.
+#include "mix/assemble_tracks.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace tanrove {
+namespace {
+
+/// A mixer with channels, stated by what a test is about.
+class Mixer {
+public:
+    Mixer() { input.strips.bound = true; }
+
+    /// A channel with clips of one second that start at these seconds.
+    Mixer& channel(const std::string& name, const std::vector<double>& starts = {}) {
+        TimelineTrack& track = input.channels.emplace_back();
+        track.name = name;
+        track.record = input.channels.size() - 1;
+        for (const double start : starts) {
+            ClipItem& clip = track.clips.emplace_back();
+            clip.name = "clip";
+            clip.start = start;
+            clip.length = 1;
+        }
+        return *this;
+    }
+
+    /// A track of the session: its channels, its rows in the track list, its strip.
+    Mixer& track(const std::string& name, int legs = 1, const std::vector<double>& starts = {}) {
+        for (int i = 0; i < legs; ++i) {
+            channel(name, starts);
+            input.track_rows.emplace_back().name = name;
+        }
+        return strip(name);
+    }
+
+    Mixer& strip(const std::string& name, StripRowType type = StripRowType::audio_or_aux) {
+        StripRow& row = input.strips.rows.emplace_back();
+        row.type = type;
+        row.original_name = name;
+        row.current_name = name;
+        return *this;
+    }
+
+    Mixer& table(const std::string& name, std::uint16_t type = 0, std::uint8_t width = 1) {
+        StripTableEntry& entry = input.strip_table.emplace_back();
+        entry.name = name;
+        entry.type = type;
+        entry.width = width;
+        entry.flag = type == strip_table_folder_type;
+        return *this;
+    }
+
+    std::vector<TrackPlan> plans() {
+        tallies = {};
+        return assemble_tracks(input, tallies);
+    }
+
+    AssemblyInput input;
+    TrackTallies tallies;
+};
+
+/// Names of plans, and of their lanes in brackets.
+std::string names_of(const std::vector<TrackPlan>& plans) {
+    std::string names;
+    for (const auto& plan : plans) {
+        names += plan.name;
+        for (const auto& lane : plan.lanes) names += " (" + lane.name + ")";
+        names += "; ";
+    }
+    return names;
+}
+
+TEST(AssembleTracks, MergesAPairHardLeftAndRight) {
+    Mixer mixer;
+    mixer.track("Gtr", 2, {4, 0});
+    std::ranges::sort(mixer.input.channels[0].clips, {}, &ClipItem::start);
+    mixer.input.channels[1].clips.pop_back();  // the right leg plays at 4 alone
+    mixer.input.channels[0].tick_based = true;
+    const auto plans = mixer.plans();
+    ASSERT_EQ(plans.size(), 1u);
+    EXPECT_EQ(plans[0].channels, 2);
+    EXPECT_EQ(plans[0].leg_pan, 0);
+    EXPECT_EQ(plans[0].timebase, TrackTimebase::beats_position);
+    EXPECT_FALSE(plans[0].strip_is_mono);
+    ASSERT_EQ(plans[0].clips.size(), 3u);
+    const double expected[][2] = {{0, -1}, {4, -1}, {4, 1}};
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(plans[0].clips[i].start, expected[i][0]);
+        EXPECT_EQ(plans[0].clips[i].take_pan, expected[i][1]);
+    }
+    EXPECT_EQ(mixer.tallies.stereo_merges, 1);
+}
+
+TEST(AssembleTracks, FoldsThreeToEightLegsThatPlayTheSame) {
+    enum class Change { none, one_clip_less, other_name, later, barely_later };
+    struct {
+        int legs;
+        Change change;
+        std::size_t plans;
+        int channels;
+    } const cases[] = {
+        {1, Change::none, 1, 1},       {3, Change::none, 1, 3},    {8, Change::none, 1, 8},
+        {9, Change::none, 9, 9},       {12, Change::none, 12, 12}, {6, Change::one_clip_less, 6, 6},
+        {6, Change::other_name, 6, 6}, {6, Change::later, 6, 6},   {6, Change::barely_later, 1, 6},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.legs << ' ' << static_cast<int>(c.change));
+        Mixer mixer;
+        mixer.track("Surr", c.legs, {0, 5});
+        auto& last_clips = mixer.input.channels.back().clips;
+        if (c.change == Change::one_clip_less) last_clips.pop_back();
+        if (c.change == Change::other_name) last_clips[0].name = "other";
+        if (c.change == Change::later) last_clips[1].start += 2e-9;
+        if (c.change == Change::barely_later) last_clips[1].start += 0.5e-9;
+
+        const auto plans = mixer.plans();
+        const bool is_folded = c.plans == 1 && c.legs > 1;
+        ASSERT_EQ(plans.size(), c.plans);
+        EXPECT_EQ(mixer.tallies.surround_folds, is_folded ? 1 : 0);
+        for (const auto& plan : plans) {
+            EXPECT_EQ(plan.name, "Surr");
+            EXPECT_EQ(plan.channels, c.channels);
+            EXPECT_EQ(plan.folded_width, is_folded ? c.legs : 0);
+            EXPECT_GE(plan.clips.size(), 1u);
+        }
+        EXPECT_EQ(mixer.tallies.tracks_without_strip_row, 0) << "legs follow the first of them";
+    }
+}
+
+TEST(AssembleTracks, PutsAlternatesOnTheLanesOfTheirTrack) {
+    struct {
+        const char* what;
+        const char* playlist;
+        const char* names;
+        TrackTallies tallies;
+    } const cases[] = {
+        {"its number behind a dot", "Vox.01", "Vox (Vox.01); Aux; ", {.alternates_matched = 1}},
+        {"the name from the strip's creation",
+         "Audio 1.02",
+         "Vox (Audio 1.02); Aux; ",
+         {.alternates_matched = 1}},
+        {"a strip without clips",
+         "Aux.01",
+         "Vox; Aux (Aux.01); ",
+         {.alternates_folded_into_empty_parent = 1}},
+        {"no strip of that name",
+         "Solo.01",
+         "Vox; Solo.01 [alt playlist]; Aux; ",
+         {.alternates_unmatched = 1}},
+        {"one digit is no number",
+         "Vox.1",
+         "Vox; Vox.1 [alt playlist]; Aux; ",
+         {.alternates_unmatched = 1}},
+        {"the strip makes no track",
+         "Out.01",
+         "Vox; Aux; Out.01 [lane: Out]; ",
+         {.alternates_unmatched = 1}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        Mixer mixer;
+        mixer.track("Vox", 1, {0}).channel(c.playlist, {7}).strip("Aux");
+        mixer.strip("Out", StripRowType::master);
+        mixer.input.strips.rows[0].original_name = "Audio 1";
+        const auto plans = mixer.plans();
+        EXPECT_EQ(names_of(plans), c.names);
+        EXPECT_EQ(mixer.tallies.alternates_matched, c.tallies.alternates_matched);
+        EXPECT_EQ(mixer.tallies.alternates_folded_into_empty_parent,
+                  c.tallies.alternates_folded_into_empty_parent);
+        EXPECT_EQ(mixer.tallies.alternates_unmatched, c.tallies.alternates_unmatched);
+        EXPECT_EQ(mixer.tallies.alternates_kept_as_lanes, 1 - c.tallies.alternates_unmatched);
+        EXPECT_EQ(mixer.tallies.tracks_without_strip_row, 0);
+        for (const auto& plan : plans) {
+            EXPECT_EQ(plan.muted, plan.unmatched_alternate);
+            EXPECT_EQ(plan.session_name.empty(), plan.unmatched_alternate);
+        }
+    }
+}
+
+TEST(AssembleTracks, WritesBothLegsOfAnAlternatePairApart) {
+    Mixer mixer;
+    mixer.track("Vox", 1).channel("Pad.01", {1}).channel("Pad.01", {1});
+    const auto plans = mixer.plans();
+    EXPECT_EQ(names_of(plans), "Vox; Pad.01 [alt playlist] [L]; Pad.01 [alt playlist] [R]; ");
+    EXPECT_EQ(plans.at(1).leg_pan, -1);
+    EXPECT_EQ(plans.at(2).leg_pan, 1);
+    EXPECT_EQ(plans.at(2).mixer.pan, 1) << "the written pan plays a lone leg from its side";
+    EXPECT_EQ(plans.at(2).original_name, "Pad.01");
+    EXPECT_EQ(mixer.tallies.stereo_merges, 0);
+}
+
+TEST(AssembleTracks, PutsAStereoPlaylistOnOneLaneAsItsTrackIsMerged) {
+    Mixer mixer;
+    mixer.track("Pad", 2, {0}).channel("Pad.01", {1, 3}).channel("Pad.01", {1, 2});
+    const auto plans = mixer.plans();
+    ASSERT_EQ(names_of(plans), "Pad (Pad.01); ");
+    const auto& clips = plans[0].lanes.at(0).clips;
+    const double expected[][2] = {{1, -1}, {1, 1}, {2, 1}, {3, -1}};
+    ASSERT_EQ(clips.size(), std::size(expected));
+    for (std::size_t i = 0; i < clips.size(); ++i) {
+        EXPECT_EQ(clips[i].start, expected[i][0]);
+        EXPECT_EQ(clips[i].take_pan, expected[i][1]);
+    }
+    EXPECT_EQ(mixer.tallies.alternates_matched, 1);
+    EXPECT_EQ(mixer.tallies.alternates_kept_as_lanes, 1);
+    EXPECT_EQ(mixer.tallies.stereo_merges, 1) << "tracks are counted, not their playlists";
+
+    mixer.input.keep_alt_takes = false;
+    EXPECT_EQ(names_of(mixer.plans()), "Pad; ");
+    EXPECT_EQ(mixer.tallies.alternates_set_aside, 1);
+}
+
+TEST(AssembleTracks, AMonoTrackStaysMonoWithItsAlternates) {
+    Mixer mixer;
+    mixer.track("Vox", 1, {0}).channel("Vox.01").strip("Empty").track("Tone", 2, {0});
+    // Alternates stand in the track list under the name of their track, behind all tracks.
+    for (const char* name : {"Empty", "Tone", "Vox", "Vox", "Empty"}) {
+        mixer.input.track_rows.emplace_back().name = name;
+    }
+    const auto plans = mixer.plans();
+    ASSERT_EQ(names_of(plans), "Vox (Vox.01); Empty; Tone; ");
+    EXPECT_TRUE(plans[0].strip_is_mono);
+    EXPECT_TRUE(plans[1].strip_is_mono);
+    EXPECT_EQ(plans[1].channels, 1);
+    EXPECT_FALSE(plans[2].strip_is_mono);
+}
+
+TEST(AssembleTracks, SetsAlternatesAsideOnDemandAndDropsUnnamedRowsWithThem) {
+    Mixer mixer;
+    mixer.track("Vox").channel("Vox.01").channel("?").channel("Stray.01");
+    EXPECT_EQ(names_of(mixer.plans()), "Vox (Vox.01); ? [alt playlist]; Stray.01 [alt playlist]; ");
+    mixer.input.keep_alt_takes = false;
+    EXPECT_EQ(names_of(mixer.plans()), "Vox; ");
+    EXPECT_EQ(mixer.tallies.alternates_set_aside, 2);
+    EXPECT_EQ(mixer.tallies.alternates_kept_as_lanes, 0);
+}
+
+TEST(AssembleTracks, TellsUnnamedRowsByTheTrackInFrontOfThem) {
+    Mixer mixer;
+    mixer.track("Vox").track("Bass");
+    mixer.channel("?").channel("?");
+    const auto plans = mixer.plans();
+    ASSERT_EQ(plans.size(), 4u);
+    for (const std::size_t i : {2u, 3u}) {
+        EXPECT_TRUE(plans[i].is_lane_child);
+        EXPECT_EQ(plans[i].lane_child_parent, "Bass");
+    }
+}
+
+TEST(AssembleTracks, FollowsTheStripRows) {
+    Mixer mixer;
+    mixer.track("A").track("B", 2).track("C");
+    auto& rows = mixer.input.strips.rows;
+    std::swap(rows[0], rows[2]);
+    mixer.strip("Verb")
+        .strip("Synth", StripRowType::instrument)
+        .strip("Keys", StripRowType::midi)
+        .strip("Movie", StripRowType::video)
+        .strip("VCA 1", StripRowType::vca)
+        .strip("Master", StripRowType::master);
+    mixer.table("Verb", 0, 2).table("Keys");
+    const auto plans = mixer.plans();
+    EXPECT_EQ(names_of(plans), "C; B; A; Verb; Synth; Keys; ");
+    EXPECT_EQ(mixer.tallies.tracks_written_empty, 1) << "only the aux: MIDI has no audio clips";
+    EXPECT_TRUE(plans.at(0).strip_is_mono);
+    EXPECT_EQ(plans.at(3).channels, 2);
+    EXPECT_EQ(plans.at(3).timebase, TrackTimebase::unknown);
+    EXPECT_TRUE(plans.at(4).is_midi);
+    EXPECT_TRUE(plans.at(5).is_midi);
+    EXPECT_FALSE(plans.at(5).strip_is_mono) << "the width of a MIDI track is none of its sound's";
+}
+
+TEST(AssembleTracks, FindsATrackByItsOriginalNameUnlessAnotherBearsItNow) {
+    struct {
+        const char* second_strip;
+        const char* names;
+        int empty;
+    } const cases[] = {{"Bass", "Lead; Bass; ", 1}, {"Audio 1", "Lead; Audio 1; ", 1}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.second_strip);
+        Mixer mixer;
+        mixer.channel("Audio 1", {3}).strip("Lead").strip(c.second_strip);
+        mixer.input.strips.rows[0].original_name = "Audio 1";
+        mixer.input.strips.rows[0].active = false;
+        const auto plans = mixer.plans();
+        EXPECT_EQ(names_of(plans), c.names);
+        const bool lead_has_clips = std::string_view(c.second_strip) == "Bass";
+        EXPECT_EQ(plans.at(0).clips.size(), lead_has_clips ? 1u : 0u);
+        EXPECT_EQ(plans.at(0).session_name, "Lead");
+        EXPECT_TRUE(plans.at(0).inactive);
+        EXPECT_EQ(mixer.tallies.tracks_written_empty, c.empty);
+    }
+}
+
+TEST(AssembleTracks, ATrackNamedLikeALegKeepsItsOwnRow) {
+    Mixer mixer;
+    mixer.track("Vox", 1, {0}).track("Vox [dry]", 1, {0});
+    std::swap(mixer.input.strips.rows[0], mixer.input.strips.rows[1]);
+    const auto plans = mixer.plans();
+    EXPECT_EQ(names_of(plans), "Vox [dry]; Vox; ");
+    EXPECT_EQ(mixer.tallies.tracks_written_empty, 0);
+}
+
+TEST(AssembleTracks, AppendsWhatMatchesNoStrip) {
+    Mixer mixer;
+    mixer.channel("Lost", {0}).channel("", {0}).track("Vox");
+    mixer.input.track_rows.emplace_back().name = "Lost";
+    EXPECT_EQ(names_of(mixer.plans()), "Vox; Lost; ; ");
+    EXPECT_EQ(mixer.tallies.tracks_without_strip_row, 2);
+    EXPECT_EQ(mixer.tallies.names_not_bound, 0);
+    mixer.input.strips.bound = false;
+    mixer.plans();
+    EXPECT_EQ(mixer.tallies.names_not_bound, 1);
+}
+
+TEST(AssembleTracks, GivesFoldersWithoutAPlanOneInFrontOfWhatFollowsThem) {
+    constexpr auto folder = strip_table_folder_type;
+    Mixer mixer;
+    mixer.track("A").track("B").strip("Routed");
+    mixer.table("Outer", folder).table("Inner", folder).table("A").table("Outer", folder);
+    mixer.table("Routed", folder).table("Mid", folder).table("Ghost").table("B");
+    mixer.table("Last", folder);
+    const auto plans = mixer.plans();
+    EXPECT_EQ(names_of(plans), "Outer; Inner; A; Mid; B; Routed; Last; ");
+    EXPECT_EQ(plans.at(0).channels, 2);
+    EXPECT_EQ(plans.at(0).session_name, "Outer");
+}
+
+TEST(AssembleTracks, MutesInactiveTracksAndThoseWithVoiceOff) {
+    Mixer mixer;
+    mixer.track("A").track("B").track("C").track("D");
+    mixer.input.strips.rows[0].active = false;
+    mixer.input.inactive_names = {"B"};
+    mixer.input.voice_off_names = {"B", "C"};
+    const auto plans = mixer.plans();
+    std::string states;
+    for (const auto& plan : plans) {
+        states += plan.inactive ? 'i' : '-';
+        states += plan.voice_off ? 'v' : '-';
+        states += plan.muted ? "m " : "- ";
+    }
+    EXPECT_EQ(states, "i-m ivm -vm --- ");
+    EXPECT_EQ(mixer.tallies.inactive_tracks, 2);
+    EXPECT_EQ(mixer.tallies.voice_off_tracks, 2);
+}
+
+TEST(AssembleTracks, LosesNoClip) {
+    // Names that collide, nest and repeat in every table: whatever the shape, each clip arrives.
+    const std::vector<std::string> names = {"A", "A.01", "?", "", "B", "A [L]", "B.01"};
+    std::uint32_t seed = 1;
+    const auto draw = [&seed](std::size_t below) {
+        seed = seed * 1664525 + 1013904223;
+        return (seed >> 8) % below;
+    };
+    for (int round = 0; round < 300; ++round) {
+        SCOPED_TRACE(round);
+        Mixer mixer;
+        const auto name = [&] { return names[draw(names.size())]; };
+        std::size_t clip_count = draw(12);
+        for (std::size_t i = 0; i < clip_count; ++i) mixer.channel(name(), {double(draw(3))});
+        for (auto i = draw(5); i-- > 0;) mixer.input.track_rows.emplace_back().name = name();
+        for (auto i = draw(5); i-- > 0;) mixer.strip(name()).table(name(), i % 2 ? 11 : 0);
+        std::size_t arrived = 0;
+        for (const auto& plan : mixer.plans()) {
+            arrived += plan.clips.size() * static_cast<std::size_t>(std::max(plan.folded_width, 1));
+            for (const auto& lane : plan.lanes) arrived += lane.clips.size();
+            EXPECT_TRUE(std::ranges::is_sorted(plan.clips, {}, &ClipItem::start));
+        }
+        EXPECT_EQ(arrived, clip_count);
+    }
+}
+
+}  // namespace
+}  // namespace tanrove

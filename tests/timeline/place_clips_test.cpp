@@ -1,0 +1,273 @@
+// Placements as items: what becomes a clip, when it plays, and whose record tells.
+#include "timeline/place_clips.hpp"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <random>
+
+#include "timeline_scene.hpp"
+
+namespace tanrove {
+namespace {
+
+using testing_records::region_numbers;
+using testing_records::Row;
+using testing_records::Scene;
+
+constexpr std::int64_t origin = 1'000'000'000'000;
+
+TEST(PlaceClips, LeavesOutWhatPlaysNoAudio) {
+    Scene scene;
+    scene.track("Vox").place(0, 0).place(1, 0).place(2, 0).place(3, 96000);
+    scene.regions[0].length = 0;
+    scene.regions[1].file = -1;
+    scene.placements[2].is_clip_group = true;
+    scene.placements.emplace_back();  // names no region
+    const auto tracks = scene.placed();
+    ASSERT_EQ(tracks.size(), 1u);
+    EXPECT_EQ(region_numbers(tracks[0].clips), "3 ");
+    EXPECT_EQ(tracks[0].clips[0].index_on_track, 0u);
+}
+
+TEST(PlaceClips, ReadsNamesAndOffsetsFromTheRegion) {
+    struct {
+        const char* name;
+        const char* file_name;
+        std::int64_t offset;
+        const char* file;
+        const char* kind;
+        bool head_of_file;
+    } const cases[] = {
+        {"take", "Audio Files/a.b.WAV", 63, "a.b.WAV", "wav", true},
+        {"take", "C:\\Audio\\x.AIF", 64, "x.AIF", "aif", false},
+        {"take-01", "noext", 0, "noext", "", false},
+        {"01", "a.wav", 0, "a.wav", "wav", true},
+        {"take-", "a.wav", 0, "a.wav", "wav", true},
+        {"take-1a", "a.wav", std::int64_t{1} << 40, "a.wav", "wav", false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.name << ' ' << c.file_name << ' ' << c.offset);
+        Scene scene;
+        scene.regions[0].name = c.name;
+        scene.files[0].name = c.file_name;
+        scene.regions[0].source_offset = c.offset;
+        const auto tracks = scene.track("Vox").place(0, 0).placed();
+        const ClipItem& clip = tracks.at(0).clips.at(0);
+        EXPECT_EQ(clip.file, c.file);
+        EXPECT_EQ(clip.file_kind, c.kind);
+        EXPECT_EQ(clip.head_of_file, c.head_of_file);
+        EXPECT_DOUBLE_EQ(clip.source_offset, static_cast<double>(c.offset) / 48000);
+        EXPECT_EQ(clip.source_offset_samples,
+                  std::min<std::int64_t>(c.offset, std::numeric_limits<std::uint32_t>::max()));
+    }
+}
+
+TEST(PlaceClips, PutsStoredPositionsOnTheTimelineInSeconds) {
+    struct {
+        bool is_tick_based;
+        std::int64_t stored;
+        double start;
+    } const cases[] = {
+        {false, 0, 0},
+        {false, 72000, 1.5},
+        {false, std::int64_t{48000} << 32, 4294967296.0},
+        {true, origin, 0},
+        {true, origin - 100, 0},               // a hair in front of the origin, not hours behind
+        {true, origin + 960000, 1.0},          // one quarter at 60
+        {true, origin + 4 * 960000, 3.0},      // two at 60, two at 120
+        {true, origin + 7752720000, 4038.875}  // beyond 32 bits of ticks
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.is_tick_based << ' ' << c.stored);
+        Scene scene;
+        scene.tempo_map = {{0, 60}, {2 * 960000, 120}};
+        const Row row{.id = 0, .position = static_cast<std::uint64_t>(c.stored)};
+        const auto tracks = scene.track_with_rows("Vox", c.is_tick_based, {row}).placed();
+        EXPECT_DOUBLE_EQ(tracks.at(0).clips.at(0).start, c.start);
+        EXPECT_EQ(tracks.at(0).clips.at(0).stored_position, static_cast<std::uint64_t>(c.stored));
+    }
+}
+
+TEST(PlaceClips, MovesAClipSoThatItsSyncPointLiesAtItsPosition) {
+    Scene scene(2);
+    scene.sync_points = {{"clip 0", 72000}, {"clip 1", 24000}};
+    scene.track("Vox").place(0, 48000).place(1, 96000);
+    const auto tracks = scene.placed();
+    const auto& clips = tracks.at(0).clips;
+    EXPECT_EQ(clips.at(0).start, 0) << "it would begin in front of the session";
+    EXPECT_EQ(snap_offset(clips[0]), 0) << "a sync point behind the clip's end is no place to snap";
+    EXPECT_DOUBLE_EQ(clips.at(1).start, 1.5);
+    EXPECT_DOUBLE_EQ(snap_offset(clips[1]), 0.5);
+    EXPECT_EQ(scene.tallies.sync_points, 2);
+    EXPECT_EQ(scene.tallies.sync_table_refused, 0);
+}
+
+TEST(PlaceClips, UsesNoSyncTableThatDoesNotNameEveryRegionInTurn) {
+    const std::vector<RegionStart> tables[] = {{{"clip 1", 0}, {"clip 0", 24000}},
+                                               {{"clip 0", 24000}}};
+    for (const auto& table : tables) {
+        Scene scene(2);
+        scene.sync_points = table;
+        const auto tracks = scene.track("Vox").place(0, 96000).placed();
+        EXPECT_DOUBLE_EQ(tracks.at(0).clips.at(0).start, 2.0);
+        EXPECT_EQ(scene.tallies.sync_points, 0);
+        EXPECT_EQ(scene.tallies.sync_table_refused, 1);
+    }
+}
+
+TEST(PlaceClips, OrdersClipsByStartAndKeepsTheStoredOrderOfEqualStarts) {
+    std::mt19937 random(7);
+    Scene scene(64);
+    std::vector<Row> rows;
+    for (std::uint32_t i = 0; i < 64; ++i) rows.push_back({.id = i, .position = random() % 8});
+    const auto tracks = scene.track_with_rows("Vox", false, rows).placed();
+    const auto& clips = tracks.at(0).clips;
+    ASSERT_EQ(clips.size(), rows.size());
+    for (std::size_t i = 1; i < clips.size(); ++i) {
+        EXPECT_LE(clips[i - 1].start, clips[i].start);
+        if (clips[i - 1].start == clips[i].start) {
+            EXPECT_LT(clips[i - 1].region, clips[i].region);
+        }
+    }
+}
+
+TEST(PlaceClips, AddsATrackThatTheTableDoesNotKnow) {
+    Scene scene;
+    scene.track("Vox").place(0, 0);
+    scene.placements[0].index = 9;
+    const auto tracks = scene.placed();
+    ASSERT_EQ(tracks.size(), 2u);
+    EXPECT_EQ(tracks[1].name, "");
+    EXPECT_EQ(tracks[1].id, 9);
+    EXPECT_EQ(tracks[1].clips.size(), 1u);
+}
+
+TEST(PairTracks, FollowsTheRecordsInTheirOrder) {
+    const Row clip{.id = 0};
+    const Row fade{.id = 90, .is_fade = true};  // the number of no region
+    const Row group{.id = 3, .in_group = true};
+    struct {
+        const char* what;
+        std::vector<std::pair<const char*, int>> tracks;  // name, placements
+        std::vector<std::pair<const char*, std::vector<Row>>> records;
+        std::vector<int> paired;  // -1 none
+    } const cases[] = {
+        {"by count, whatever the names",
+         {{"Old", 1}, {"Bass", 2}},
+         {{"New", {clip}}, {"Bass", {clip, clip}}},
+         {0, 1}},
+        {"a record that is passed by stays passed by",
+         {{"A", 2}, {"B", 1}},
+         {{"B", {clip}}, {"A", {clip, clip}}},
+         {1, -1}},
+        {"fade rows make up for the difference",
+         {{"A", 1}, {"B", 1}},
+         {{"A", {clip, fade}}, {"B", {clip}}},
+         {0, 1}},
+        {"only the first of the name is asked for its fade rows' number",
+         {{"A", 1}},
+         {{"A", {clip, clip, fade}}, {"A", {clip, fade}}},
+         {0}},
+        {"a group's record is found by its name",
+         {{"A", 1}},
+         {{"A", {clip, clip, clip}}, {"A", {clip, group, clip}}},
+         {1}},
+        {"else the first of the name that has a fade row",
+         {{"A", 1}},
+         {{"A", {clip, clip}}, {"A", {clip, fade, fade}}},
+         {1}},
+        {"nothing fits", {{"A", 5}, {"B", 1}}, {{"C", {clip}}}, {-1, 0}},
+        {"an empty track takes an empty record",
+         {{"A", 0}, {"B", 1}},
+         {{"A", {}}, {"B", {clip}}},
+         {0, 1}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        Scene scene;
+        for (const auto& [name, placements] : c.tracks) {
+            scene.track(name);
+            for (int i = 0; i < placements; ++i) scene.place(0, i);
+        }
+        for (const auto& [name, rows] : c.records) scene.record(name, false, rows);
+        const auto tracks = scene.placed();
+        ASSERT_EQ(tracks.size(), c.paired.size());
+        for (std::size_t i = 0; i < tracks.size(); ++i) {
+            EXPECT_EQ(tracks[i].record ? static_cast<int>(*tracks[i].record) : -1, c.paired[i]);
+        }
+    }
+}
+
+TEST(PairTracks, CountsClipGroupsAmongThePlacements) {
+    Scene scene;
+    scene.track("A").place(0, 0).place(1, 9);
+    scene.placements[1].is_clip_group = true;
+    scene.record("A", true, {{.id = 0}, {.id = 1, .in_group = true}});
+    scene.record("B", false, {{.id = 0}});
+    EXPECT_EQ(scene.placed().at(0).record, 0u);
+}
+
+TEST(PairTracks, GivesATrackTheNameThatItsRecordHolds) {
+    Scene scene;
+    scene.track("Audio 1").place(0, 0).track("Audio 2").place(0, 0);
+    scene.record("Vox", false, {{.id = 0}}).record("", false, {{.id = 0}});
+    const auto tracks = scene.placed();
+    EXPECT_EQ(tracks.at(0).name, "Vox");
+    EXPECT_EQ(tracks.at(1).name, "Audio 2") << "a record without a name renames nothing";
+}
+
+TEST(DecideTimebases, AsksTheRecordThenAllRecordsThenThePositions) {
+    const Row clip{.id = 0};
+    struct {
+        const char* what;
+        std::vector<bool> records;         // tick-based; each of one clip
+        std::vector<std::int64_t> stored;  // the one track's, so it pairs only with one clip
+        bool is_tick_based;
+        TimelineTallies tallies;
+    } const cases[] = {
+        {"paired", {false}, {origin}, false, {.sample_based_tracks = 1}},
+        {"all records are samples",
+         {false, false},
+         {origin, origin},
+         false,
+         {.sample_based_tracks = 1, .unpaired_tracks = 1}},
+        {"all records are ticks",
+         {true, true},
+         {0, 0},
+         true,
+         {.tick_based_tracks = 1, .unpaired_tracks = 1, .unpaired_are_tick_based = 1}},
+        {"records disagree, half of the positions are large",
+         {true, false},
+         {origin, 5},
+         true,
+         {.tick_based_tracks = 1, .judged_between_records = 1}},
+        {"no records, few are large",
+         {},
+         {1'000'000'001, 1'000'000'000, 7},
+         false,
+         {.sample_based_tracks = 1, .judged_without_records = 1}},
+        {"no records, no clips",
+         {},
+         {},
+         true,
+         {.tick_based_tracks = 1, .judged_without_records = 1}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        Scene scene;
+        scene.track("A");
+        for (const auto stored : c.stored) scene.place(0, stored);
+        for (const bool is_tick_based : c.records) scene.record("R", is_tick_based, {clip});
+        EXPECT_EQ(scene.placed().at(0).tick_based, c.is_tick_based);
+        EXPECT_EQ(scene.tallies.tick_based_tracks, c.tallies.tick_based_tracks);
+        EXPECT_EQ(scene.tallies.sample_based_tracks, c.tallies.sample_based_tracks);
+        EXPECT_EQ(scene.tallies.unpaired_tracks, c.tallies.unpaired_tracks);
+        EXPECT_EQ(scene.tallies.unpaired_are_tick_based, c.tallies.unpaired_are_tick_based);
+        EXPECT_EQ(scene.tallies.judged_without_records, c.tallies.judged_without_records);
+        EXPECT_EQ(scene.tallies.judged_between_records, c.tallies.judged_between_records);
+    }
+}
+
+}  // namespace
+}  // namespace tanrove

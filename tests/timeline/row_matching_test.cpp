@@ -1,0 +1,227 @@
+// Which placements the rows of an edit list let stand, and what the rows say about them.
+#include <gtest/gtest.h>
+
+#include "timeline/place_clips.hpp"
+#include "timeline_scene.hpp"
+
+namespace tanrove {
+namespace {
+
+using testing_records::region_numbers;
+using testing_records::Row;
+using testing_records::Scene;
+
+TEST(MatchRows, DropsRenderedFadesAndDeletedPlacements) {
+    struct {
+        const char* what;
+        std::vector<std::pair<int, int>> placements;  // region, position
+        std::vector<Row> rows;                        // fades 0 and 1 exist
+        const char* clips;
+        int fades_dropped;
+        int deleted;
+    } const cases[] = {
+        {"each clip has its row",
+         {{0, 0}, {1, 5}},
+         {{.id = 0}, {.id = 1, .position = 5}},
+         "0 1 ",
+         0,
+         0},
+        {"a fade of the clip's number, elsewhere",
+         {{0, 0}, {0, 700}},
+         {{.id = 0}, {.id = 0, .position = 700, .is_fade = true}},
+         "0 ",
+         1,
+         0},
+        {"fade and clip at one place, fade first",
+         {{1, 5}, {1, 5}},
+         {{.id = 1, .position = 5, .is_fade = true}, {.id = 1, .position = 5}},
+         "1 ",
+         1,
+         0},
+        {"a fade that is not in the table is no fade, and plays nothing",
+         {{3, 0}, {0, 9}},
+         {{.id = 3, .is_fade = true}, {.id = 0, .position = 9}},
+         "0 ",
+         0,
+         1},
+        {"one row for two placements",
+         {{0, 5}, {0, 5}},
+         {{.id = 0, .position = 5}, {.id = 1}},
+         "0 ",
+         0,
+         1},
+        {"64 away is near, on either side",
+         {{0, 164}, {1, 36}},
+         {{.id = 0, .position = 100}, {.id = 1, .position = 100}},
+         "1 0 ",
+         0,
+         0},
+        {"65 away, but no other placement wants the row",
+         {{0, 165}},
+         {{.id = 0, .position = 100}},
+         "0 ",
+         0,
+         0},
+        {"the near one wins over the far one",
+         {{0, 9000}, {0, 110}},
+         {{.id = 0, .position = 100}, {.id = 1}},
+         "0 ",
+         0,
+         1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        Scene scene;
+        scene.fade(FadeKind::fade_in).fade(FadeKind::fade_in).track("A");
+        for (const auto& [region, position] : c.placements) scene.place(region, position);
+        scene.record("A", false, c.rows);
+        const auto tracks = scene.placed();
+        ASSERT_EQ(tracks.at(0).record, 0u);
+        EXPECT_EQ(region_numbers(tracks[0].clips), c.clips);
+        EXPECT_EQ(scene.tallies.fade_references_dropped, c.fades_dropped);
+        EXPECT_EQ(scene.tallies.deleted_placements, c.deleted);
+    }
+}
+
+TEST(MatchRows, KeepsRenderedFadesOnDemandBesideTheirClips) {
+    const Row fade_in{.id = 0, .position = 5, .is_fade = true};
+    const Row clip{.id = 0, .position = 5, .locked = true};
+    const Row fade_out{.id = 0, .position = 90000, .is_fade = true};
+    struct {
+        const char* what;
+        std::vector<std::int64_t> further_clips;  // places of clips that no row stands at
+        bool row_ordered;
+        const char* ghosts;
+    } const cases[] = {
+        {"all other clips have rows", {}, true, ""},
+        {"two clips without rows stand at one moment", {200000, 200000}, false, "0 "},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        Scene scene;
+        scene.keep_fade_clips = true;
+        scene.fade(FadeKind::fade_in);
+        scene.track_with_rows("A", false, {fade_in, clip, fade_out});
+        for (const auto position : c.further_clips) scene.place(0, position);
+        scene.edit_lists[0].region_ids.resize(3 + c.further_clips.size(), 0);
+        scene.edit_lists[0].positions.resize(3 + c.further_clips.size(), 500000);
+        scene.clip_counts[0] = static_cast<std::uint32_t>(scene.placements.size());
+
+        const auto tracks = scene.placed();
+        const auto& clips = tracks.at(0).clips;
+        ASSERT_GE(clips.size(), 3u);
+        EXPECT_TRUE(clips[0].is_fade_reference);
+        EXPECT_EQ(clips[0].edit_row, -1) << "the row is the clip's";
+        EXPECT_FALSE(clips[0].locked);
+        EXPECT_FALSE(clips[1].is_fade_reference);
+        EXPECT_EQ(clips[1].edit_row, 1);
+        EXPECT_TRUE(clips[2].is_fade_reference);
+        EXPECT_EQ(tracks[0].row_ordered, c.row_ordered);
+        EXPECT_EQ(region_numbers(tracks[0].ghost_clips), c.ghosts);
+        EXPECT_EQ(scene.tallies.stacked_placements, c.row_ordered ? 0 : 1);
+        EXPECT_EQ(scene.tallies.fade_references_dropped, 0);
+        EXPECT_EQ(scene.tallies.deleted_placements, 0);
+    }
+}
+
+TEST(MatchRows, TellsHowEachClipIsDrawnLockedAndMuted) {
+    Scene scene;
+    scene.fade(FadeKind::fade_in).fade(FadeKind::fade_out);
+    scene.track("A").place(3, 900).place(2, 600).place(3, 300);
+    scene.record("A", false,
+                 {{.id = 3, .position = 900, .colour = 7, .locked = true},
+                  {.id = 1, .position = 900, .is_fade = true},
+                  {.id = 2, .position = 600, .overlap = 1, .muted = true},
+                  {.id = 3, .position = 300, .overlap = 2},
+                  {.id = 0, .position = 300, .is_fade = true}});
+    scene.clip_counts = {3};  // what the track finds its record by
+
+    const auto tracks = scene.placed();
+    const auto& clips = tracks.at(0).clips;
+    ASSERT_EQ(region_numbers(clips), "3 2 3 ");
+    EXPECT_TRUE(tracks[0].row_ordered);
+
+    EXPECT_EQ(clips[0].edit_row, 3);
+    EXPECT_TRUE(clips[0].drawn_over_previous);
+    EXPECT_FALSE(clips[0].tail_kept) << "the row behind it is a fade-in";
+    EXPECT_FALSE(clips[0].locked);
+    EXPECT_EQ(clips[0].color_index, -2);
+
+    EXPECT_EQ(clips[1].edit_row, 2);
+    EXPECT_TRUE(clips[1].drawn_over_next);
+    EXPECT_TRUE(clips[1].tail_kept);
+    EXPECT_TRUE(clips[1].muted);
+
+    EXPECT_EQ(clips[2].edit_row, 0);
+    EXPECT_TRUE(clips[2].tail_kept) << "a fade-out stands on its tail";
+    EXPECT_TRUE(clips[2].locked);
+    EXPECT_EQ(clips[2].color_index, 7);
+    EXPECT_FALSE(clips[2].muted);
+}
+
+TEST(MatchRows, ADisplacedClipTakesWhatItsNearRowSays) {
+    Scene scene;
+    scene.track("A").place(0, 110);
+    scene.record("A", false, {{.id = 0, .position = 100, .colour = 7, .muted = true}});
+    const auto tracks = scene.placed();
+    const ClipItem& clip = tracks.at(0).clips.at(0);
+    EXPECT_EQ(clip.edit_row, -1);
+    EXPECT_EQ(clip.color_index, 7);
+    EXPECT_TRUE(clip.muted);
+    EXPECT_FALSE(tracks[0].row_ordered);
+}
+
+TEST(MatchRows, TellsFarPositionsApartThatShareTheirLowHalf) {
+    Scene scene;
+    const std::uint64_t far = 0x1'0000'0064;
+    scene.track_with_rows("A", false, {{.id = 0, .position = far}, {.id = 0, .position = 0x64}});
+    const auto tracks = scene.placed();
+    ASSERT_EQ(tracks.at(0).clips.size(), 2u);
+    EXPECT_EQ(tracks[0].clips[0].edit_row, 1);
+    EXPECT_EQ(tracks[0].clips[1].edit_row, 0);
+}
+
+TEST(MatchRows, ListsThatEndEarlySayNothingMore) {
+    Scene scene;
+    scene.track_with_rows("A", false, {{.id = 0}, {.id = 1, .position = 9}});
+    scene.edit_lists[0].live.clear();
+    scene.edit_lists[0].colours.clear();
+    scene.edit_lists[0].positions.pop_back();
+    const auto tracks = scene.placed();
+    EXPECT_EQ(region_numbers(tracks.at(0).clips), "0 ");
+    EXPECT_EQ(scene.tallies.deleted_placements, 1);
+}
+
+TEST(StackedClips, TheOneThatFitsTheGapStaysElseTheLongest) {
+    struct {
+        const char* what;
+        std::vector<std::pair<int, double>> clips;  // start in samples, length in seconds
+        const char* kept;
+        const char* ghosts;
+    } const cases[] = {
+        {"the shorter fits the gap", {{0, 5}, {0, 1}, {96000, 1}}, "1 2 ", "0 "},
+        {"both fit", {{0, 1}, {0, 2}, {96000, 1}}, "1 2 ", "0 "},
+        {"none fits", {{0, 3}, {0, 5}, {96000, 1}}, "1 2 ", "0 "},
+        {"equal lengths keep the earlier", {{0, 1}, {0, 1}}, "0 ", "1 "},
+        {"a hair too long still fits", {{0, 1}, {0, 2.009}, {96000, 1}}, "1 2 ", "0 "},
+        {"behind the last there is room for all", {{0, 1}, {96000, 1}, {96000, 9}}, "0 2 ", "1 "},
+        {"within a millisecond is one moment", {{48000, 1}, {48040, 2}}, "1 ", "0 "},
+        {"the next millisecond is another", {{48000, 1}, {48060, 2}}, "0 1 ", ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        Scene scene;
+        scene.track("A");
+        for (std::size_t i = 0; i < c.clips.size(); ++i) {
+            scene.place(static_cast<std::int64_t>(i), c.clips[i].first);
+            scene.regions[i].length = static_cast<std::int64_t>(c.clips[i].second * 48000);
+        }
+        const auto tracks = scene.placed();
+        EXPECT_EQ(region_numbers(tracks.at(0).clips), c.kept);
+        EXPECT_EQ(region_numbers(tracks.at(0).ghost_clips), c.ghosts);
+        EXPECT_EQ(scene.tallies.stacked_placements, std::ssize(tracks[0].ghost_clips));
+    }
+}
+
+}  // namespace
+}  // namespace tanrove
