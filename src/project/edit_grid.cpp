@@ -1,0 +1,13 @@
+// The edit grid's length in quarter notes.
+#include "project/edit_grid.hpp"
+
+namespace tanrove {
+
+EditGrid plan_grid(const std::optional<GridAndNudge>& stored, const MeterPoint& first_meter) {
+    if (!stored) return {};
+    return {.quarter_notes =
+                grid_quarter_notes(stored->grid, first_meter.numerator, first_meter.denominator),
+            .nudge = stored->nudge};
+}
+
+}  // namespace tanrove

@@ -1,0 +1,24 @@
+// The text of one `<ITEM`: what a clip of the session becomes in the project.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "base/text_sink.hpp"
+#include "timeline/clip_item.hpp"
+
+namespace tanrove {
+
+/// Place of an item on a track with fixed lanes.
+struct LanePlace {
+    std::size_t lane = 0;  ///< from 0, below `count`
+    std::size_t count = 1;
+};
+
+/// Writes a clip as an audio item of one take. `path` is the full path of its file; `place` is
+/// given on a track with lanes. Every number of the clip must be finite.
+void write_audio_item(TextSink& out, const ClipItem& clip, const std::string& path,
+                      const std::optional<LanePlace>& place);
+
+}  // namespace tanrove

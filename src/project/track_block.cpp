@@ -1,0 +1,132 @@
+// The track block, line group by line group, in the order of the file. Nothing is decided here: a
+// value that is not in the plan is a constant of the format.
+#include "project/track_block.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "base/guid.hpp"
+#include "project/item_text.hpp"
+#include "project/project_text.hpp"
+
+namespace tanrove {
+
+namespace {
+
+// Seeds of a track's two identifiers, to which its index is added.
+constexpr std::uint32_t track_seed = 1;
+constexpr std::uint32_t track_id_seed = 9001;
+
+/// REAPER's mark for a track without a colour of its own.
+constexpr unsigned long default_color = 16576;
+
+constexpr int fixed_lanes = 2;  // FREEMODE: 0 plain, 2 fixed lanes
+
+/// REAPER gives a track an even number of channels, two or more.
+int written_channels(int channels) {
+    return std::max(2, channels + channels % 2);
+}
+
+void write_opening(TextSink& out, const TrackPlan& plan, std::uint32_t index) {
+    out.line(1, "<TRACK %s", guid(track_seed + index).c_str());
+    out.line(2, "NAME %s", quoted(plan.name).c_str());
+    out.line(2, "PEAKCOL %lu", default_color);
+    out.line(2, "BEAT %d", static_cast<int>(plan.timebase));
+    out.line(2, "AUTOMODE %d", plan.mixer.automation_mode);
+}
+
+void write_mixer(TextSink& out, const TrackPlan& plan) {
+    const MixerPlan& mixer = plan.mixer;
+    out.line(2, "VOLPAN %.6f %g -1 %.6f %.6f", mixer.gain, mixer.pan, mixer.dual_pan_left,
+             mixer.dual_pan_right);
+    out.line(2, "MUTESOLO %d %d %d", plan.muted ? 1 : 0, mixer.soloed ? 2 : 0,
+             mixer.solo_safe ? 1 : 0);
+    out.line(2, "IPHASE %d", mixer.polarity_inverted ? 1 : 0);
+    out.line(2, "ISBUS 0 0");
+    // A mono strip has one pan knob: REAPER's balance mode turns it as Pro Tools does.
+    if (plan.strip_is_mono) out.line(2, "PANMODE 3");
+}
+
+void write_layout(TextSink& out, const TrackPlan& plan) {
+    out.line(2, "FREEMODE %d", plan.lanes.empty() ? 0 : fixed_lanes);
+    out.line(2, "TRACKHEIGHT %d 0 0 0 0 0 0", plan.height_pixels);
+    out.line(2, "INQ 0 0 0 0.5 100 0 0 100");
+}
+
+void write_channels(TextSink& out, const TrackPlan& plan, std::uint32_t index) {
+    out.line(2, "NCHAN %d", written_channels(plan.channels));
+    out.line(2, "FX 1");
+    out.line(2, "TRACKID %s", guid(track_id_seed + index).c_str());
+    out.line(2, "MAINSEND %d 0", plan.mixer.plays_to_parent ? 1 : 0);
+}
+
+/// Pro Tools plays one playlist a track. An alternate that stands as a track of its own is silenced
+/// by a second line, which overrides the first.
+void write_alternate_mute(TextSink& out, const TrackPlan& plan) {
+    if (plan.unmatched_alternate) out.line(2, "MUTESOLO 1 0 0");
+}
+
+void write_lanes(TextSink& out, const TrackPlan& plan) {
+    if (plan.lanes.empty()) return;
+    out.line(2, "FIXEDLANES 9 0 0 0 0");
+    out.line(2, "LANESOLO 1 0 0 0 0 0 0 0");
+    out.line(2, "ITEMLANES %d", static_cast<int>(plan.lanes.size()) + 1);
+    std::string names = quoted(plan.session_name);
+    for (const LanePlan& lane : plan.lanes) names += " " + quoted(lane.name);
+    out.line(2, "LANENAME %s", names.c_str());
+}
+
+/// The items of one playlist; `place` is given on a track with lanes.
+void write_playlist(TextSink& out, const std::vector<ClipItem>& clips,
+                    const std::optional<LanePlace>& place, MediaSearch& media,
+                    WrittenTallies& tallies) {
+    for (const ClipItem& clip : clips) {
+        const MediaPath& file = media.find(clip.file);
+        if (!file.in_media_folder) ++tallies.clips_in_siblings;
+        if (clip.locked) ++tallies.locked_clips;
+        ++tallies.clips;
+        write_audio_item(out, clip, file.path, place);
+    }
+}
+
+void write_items(TextSink& out, const TrackPlan& plan, MediaSearch& media,
+                 WrittenTallies& tallies) {
+    if (plan.lanes.empty()) return write_playlist(out, plan.clips, std::nullopt, media, tallies);
+    LanePlace place{.lane = 0, .count = plan.lanes.size() + 1};
+    write_playlist(out, plan.clips, place, media, tallies);
+    for (const LanePlan& lane : plan.lanes) {
+        ++place.lane;
+        write_playlist(out, lane.clips, place, media, tallies);
+    }
+}
+
+}  // namespace
+
+void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaSearch& media,
+                 WrittenTallies& tallies) {
+    const auto number = static_cast<std::uint32_t>(index);
+    write_opening(out, plan, number);
+    write_mixer(out, plan);
+    write_layout(out, plan);
+    write_channels(out, plan, number);
+    write_alternate_mute(out, plan);
+    write_lanes(out, plan);
+    write_items(out, plan, media, tallies);
+    out.line(1, ">");
+
+    if (plan.timebase == TrackTimebase::time) ++tallies.time_tracks;
+    if (plan.timebase == TrackTimebase::beats_position) ++tallies.beats_tracks;
+    ++tallies.tracks;
+}
+
+void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans, MediaSearch& media,
+                  WrittenTallies& tallies, const TrackProgress& progress) {
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        if (progress) progress(i, plans.size());
+        write_track(out, plans[i], i, media, tallies);
+    }
+}
+
+}  // namespace tanrove

@@ -1,0 +1,37 @@
+// The text of the `<TRACK` blocks: each planned track with its mixer values, lanes and items.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <vector>
+
+#include "base/text_sink.hpp"
+#include "mix/track_plan.hpp"
+#include "project/media_search.hpp"
+
+namespace tanrove {
+
+/// What went into the project.
+struct WrittenTallies {
+    int tracks = 0;
+    int clips = 0;              ///< audio items, those on lanes included
+    int notes = 0;              ///< MIDI notes
+    int clips_in_siblings = 0;  ///< of `clips`: those whose file lies outside the media folder
+    int locked_clips = 0;       ///< of `clips`
+    int time_tracks = 0;        ///< of `tracks`: their items keep their times
+    int beats_tracks = 0;       ///< of `tracks`: their items keep their bars and beats
+};
+
+/// Told before each track is written: its index from 0 and the number of tracks.
+using TrackProgress = std::function<void(std::size_t index, std::size_t count)>;
+
+/// Writes one track. `index` is its place in the project's track list, from 0; its identifiers are
+/// made from it.
+void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaSearch& media,
+                 WrittenTallies& tallies);
+
+/// Writes all tracks in their order. `progress` may be empty.
+void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans, MediaSearch& media,
+                  WrittenTallies& tallies, const TrackProgress& progress);
+
+}  // namespace tanrove
