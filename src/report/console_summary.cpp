@@ -1,0 +1,92 @@
+// The table of contents of the account: every group of messages, in the order of the console. The
+// order is part of what users and wrapping applications know, so a new group joins at its place
+// under its heading and moves no other. A group with nothing to say prints nothing.
+#include "report/console_summary.hpp"
+
+#include "report/summary_head.hpp"
+#include "report/summary_items.hpp"
+#include "report/summary_media.hpp"
+#include "report/summary_not_carried.hpp"
+#include "report/summary_time.hpp"
+#include "report/summary_tracks.hpp"
+
+namespace tanrove {
+
+std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies) {
+    TextBuffer out;
+
+    // Head
+    print_session_read(out, facts);
+    print_project_written(out, facts);
+    print_version_note(out, facts);
+
+    // What was found
+    print_counts(out, tallies.written);
+
+    // Strips, sends, outputs, key inputs
+    print_track_list_source(out, tallies.track_table);
+
+    // Automation and MIDI edges
+
+    // Tempo, stretch, fades, clip gain, loops
+    print_tempo_lines(out, tallies.head.tempo, facts.sample_rate_hz);
+
+    // Options in force, plug-in builds, track colours
+
+    // Meter and memory locations
+    print_meter_and_locations(out, tallies.head.meters, tallies.head.markers);
+
+    // Colour coding and pan law
+    print_pan_law(out, tallies.head.pan_law);
+
+    // Groups
+
+    // Track properties, comments, Trim, solo, folders
+    print_unmatched_alternates(out, tallies.tracks);
+    print_surround_folds(out, tallies.tracks);
+
+    // Clip Effects, Melodyne, stand-ins, item timebase, bit depth, timecode, grid, video
+    print_item_timebase(out, tallies.written);
+    print_bit_depth(out, tallies.head.recording);
+    print_timecode(out, tallies.head.timecode);
+    print_locked_clips(out, tallies.written);
+    print_grid(out, tallies.head.grid);
+
+    // Hardware inserts, timebase, clip groups, lanes
+    print_timebases(out, tallies.timeline);
+    print_matched_alternates_and_merges(out, tallies.tracks);
+    print_lanes_and_empty_tracks(out, tallies.tracks);
+
+    // Tracks left out or kept
+    print_tracks_without_strip_row(out, tallies.tracks);
+    print_silent_tracks_and_names(out, tallies.tracks);
+
+    // Covering, fades, alternates
+    print_dropped_fade_references(out, tallies.timeline);
+    print_left_out_playlists(out, tallies.timeline, tallies.tracks);
+
+    // Plug-ins
+
+    // What this build does not carry yet
+    print_not_carried(out, tallies.not_carried);
+
+    return out.text();
+}
+
+std::string media_summary(const RunTallies& tallies) {
+    TextBuffer out;
+    print_sibling_files(out, tallies.media, tallies.written);
+    print_missing_files(out, tallies.media);
+    return out.text();
+}
+
+std::string closing_notes(const SummaryFacts& facts, const RunTallies& tallies) {
+    TextBuffer out;
+    print_long_media(out, facts.long_media);
+    print_session_depth_note(out, tallies.head.recording);
+    print_media_folder(out, facts, tallies.written);
+    print_privacy(out, facts.usage_shared);
+    return out.text();
+}
+
+}  // namespace tanrove

@@ -1,0 +1,33 @@
+// One walk over all that is written, lanes included, for its longest clip and file.
+#include "report/long_media.hpp"
+
+#include <algorithm>
+
+namespace tanrove {
+
+namespace {
+
+void measure(const std::vector<ClipItem>& clips,
+             const std::map<std::string, double>& source_seconds, LongMedia& found) {
+    for (const ClipItem& clip : clips) {
+        if (clip.length > long_media_seconds) ++found.clips;
+        found.longest_clip_seconds = std::max(found.longest_clip_seconds, clip.length);
+        const auto source = source_seconds.find(clip.file);
+        if (source == source_seconds.end()) continue;
+        found.longest_source_seconds = std::max(found.longest_source_seconds, source->second);
+    }
+}
+
+}  // namespace
+
+LongMedia find_long_media(const std::vector<TrackPlan>& plans,
+                          const std::map<std::string, double>& source_seconds) {
+    LongMedia found;
+    for (const TrackPlan& plan : plans) {
+        measure(plan.clips, source_seconds, found);
+        for (const LanePlan& lane : plan.lanes) measure(lane.clips, source_seconds, found);
+    }
+    return found;
+}
+
+}  // namespace tanrove

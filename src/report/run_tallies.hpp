@@ -1,0 +1,24 @@
+// All that one run counted: the sum of the groups that the stages fill. `tallies = {}` resets it.
+#pragma once
+
+#include "mix/track_tallies.hpp"
+#include "project/media_search.hpp"
+#include "project/project_head.hpp"
+#include "project/track_block.hpp"
+#include "report/summary_not_carried.hpp"
+#include "session/track_table.hpp"
+#include "timeline/timeline_tallies.hpp"
+
+namespace tanrove {
+
+struct RunTallies {
+    SessionTrackTable track_table = {};
+    TimelineTallies timeline;
+    TrackTallies tracks;
+    HeadTallies head;
+    WrittenTallies written;
+    NotCarriedTallies not_carried;
+    MediaTallies media;
+};
+
+}  // namespace tanrove

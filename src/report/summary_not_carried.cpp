@@ -1,0 +1,44 @@
+// The gaps of this build, in a sentence each.
+#include "report/summary_not_carried.hpp"
+
+#include "report/count_rows.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
+    {&NotCarriedTallies::midi_clips,
+     "  WARNING: %d MIDI clip(s) are NOT in the project: this build does not\n"
+     "      carry MIDI yet, so MIDI and instrument tracks arrive empty.\n"},
+    {&NotCarriedTallies::unnumbered_clips,
+     "  WARNING: %d clip placement(s) are NOT in the project: they play clips\n"
+     "      past number 65535, where the session's clip numbers end for this\n"
+     "      tool. Remove unused clips in Pro Tools, save, and convert again.\n"},
+    {&NotCarriedTallies::clip_groups,
+     "  WARNING: %d clip group(s) are NOT in the project: this build does not\n"
+     "      carry them yet. Ungroup them in Pro Tools to bring their clips.\n"},
+    {&NotCarriedTallies::fades,
+     "  WARNING: %d fade record(s) are NOT in the project: this build does not\n"
+     "      carry fades yet, so those clips begin or end at full level.\n"},
+    {&NotCarriedTallies::shaped_clips,
+     "  WARNING: %d clip(s) have clip gain, stretch, pitch or clip effects that\n"
+     "      this build does not carry yet: they play their file as it is.\n"},
+    {&NotCarriedTallies::looped_clips,
+     "  WARNING: %d looped clip(s) play once: this build does not carry loops yet.\n"},
+    {&NotCarriedTallies::plugins,
+     "  WARNING: %d plug-in(s) are NOT in the project: this build does not\n"
+     "      carry plug-ins yet, so their tracks play dry.\n"},
+    {&NotCarriedTallies::mixed_tracks,
+     "  WARNING: %d track(s) have a fader, pan, mute, send or automation in\n"
+     "      Pro Tools. This build does not carry the mixer yet: they arrive\n"
+     "      at unity, centered and unmuted, without sends or automation.\n"},
+};
+
+}  // namespace
+
+void print_not_carried(TextBuffer& out, const NotCarriedTallies& tallies) {
+    print_rows(out, tallies, not_carried_rows);
+}
+
+}  // namespace tanrove

@@ -1,0 +1,22 @@
+// What the session holds and this build does not carry yet. A row goes when its subject arrives.
+#pragma once
+
+#include "base/formatted_text.hpp"
+
+namespace tanrove {
+
+struct NotCarriedTallies {
+    int midi_clips = 0;
+    int fades = 0;
+    int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
+    int clip_groups = 0;       ///< placements of clip groups
+    int shaped_clips = 0;      ///< clip names with gain, stretch, pitch or clip effects
+    int looped_clips = 0;
+    int plugins = 0;
+    int mixed_tracks = 0;  ///< strips that are not at rest: fader, pan, mute, sends or automation
+};
+
+/// Behind everything that was carried, in front of the media.
+void print_not_carried(TextBuffer& out, const NotCarriedTallies& tallies);
+
+}  // namespace tanrove

@@ -1,0 +1,176 @@
+// The account whole, with every counter at 1, in its order; and the forms of its head.
+#include "report/console_summary.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "support/temp_folder.hpp"
+
+namespace tanrove {
+namespace {
+
+SummaryFacts facts_of_a_run() {
+    SummaryFacts facts;
+    facts.product = "Pro Tools Ultimate";
+    facts.product_version = "2019.6.0";
+    facts.sample_rate_hz = 44100;
+    facts.tempo_bpm = 97.5;
+    facts.project_path = "/song/song.rpp";
+    facts.media_dir = "/song/Audio Files";
+    return facts;
+}
+
+/// What the head of a project tells where the session says nothing out of the ordinary.
+HeadTallies plain_head() {
+    HeadTallies head;
+    head.meters.has_map = true;
+    head.pan_law.known = true;
+    return head;
+}
+
+HeadTallies head_with_everything() {
+    HeadTallies head = plain_head();
+    head.tempo = {
+        .changes = 1,
+        .first_point_refused = true,
+        .breaks_off = {.event = 3, .stored = 23},
+        .bpm = 97.5,
+        .last_bpm = 51,
+        .last_seconds = 1.25,
+        .ramps_wanted = true,
+        .ramps = {.written = 1, .left_as_steps = 1, .greatest_difference_seconds = 0.001}};
+    head.meters.changes = {{.bar = 5, .numerator = 3, .denominator = 4}};
+    head.meters.repeated = {{.bar = 9, .numerator = 3, .denominator = 4}};
+    head.markers = {.markers = 1,
+                    .regions = 1,
+                    .without_time = 1,
+                    .coloured = 1,
+                    .unknown_colours = 1,
+                    .unknown_colour_slots = {7}};
+    head.pan_law.depth_db = -4.5;
+    head.pan_law.worst_error_db = 0.6;
+    head.recording = {.bits = 32, .is_float = true, .is_aiff = false, .written = true};
+    head.timecode.written = true;
+    head.timecode.rate = "30 drop";
+    head.timecode.start = "01:00:00;00";
+    head.timecode.offset_seconds = 3600;
+    head.timecode.runs_at = "30";
+    head.grid.quarter_notes = 0.25;
+    head.grid.nudge = GridSetting{.bars = 0, .beats = 1, .ticks = 60};
+    return head;
+}
+
+RunTallies every_counter_at_one() {
+    RunTallies tallies;
+    tallies.head = head_with_everything();
+    tallies.timeline = {.tick_based_tracks = 1,
+                        .sample_based_tracks = 1,
+                        .unpaired_tracks = 1,
+                        .unpaired_are_tick_based = 1,
+                        .judged_without_records = 1,
+                        .judged_between_records = 1,
+                        .sync_points = 1,
+                        .sync_table_refused = 1,
+                        .fade_references_dropped = 1,
+                        .deleted_placements = 1,
+                        .stacked_placements = 1};
+    tallies.tracks = {.stereo_merges = 1,
+                      .surround_folds = 1,
+                      .alternates_matched = 1,
+                      .alternates_folded_into_empty_parent = 1,
+                      .alternates_kept_as_lanes = 1,
+                      .alternates_set_aside = 1,
+                      .alternates_unmatched = 1,
+                      .tracks_written_empty = 1,
+                      .tracks_without_strip_row = 1,
+                      .inactive_tracks = 1,
+                      .voice_off_tracks = 1,
+                      .names_not_bound = 1};
+    tallies.written = {.tracks = 1,
+                       .clips = 1,
+                       .notes = 1,
+                       .clips_in_siblings = 1,
+                       .locked_clips = 1,
+                       .time_tracks = 1,
+                       .beats_tracks = 1};
+    tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
+    tallies.not_carried = {.midi_clips = 1,
+                           .fades = 1,
+                           .unnumbered_clips = 1,
+                           .clip_groups = 1,
+                           .shaped_clips = 1,
+                           .looped_clips = 1,
+                           .plugins = 1,
+                           .mixed_tracks = 1};
+    tallies.media = {
+        .files_in_siblings = 1, .files_by_folder = {{"Takes", 1}}, .missing_files = {"gone.wav"}};
+    return tallies;
+}
+
+std::string whole_account(const SummaryFacts& facts, const RunTallies& tallies) {
+    return console_summary(facts, tallies) + media_summary(tallies) + closing_notes(facts, tallies);
+}
+
+TEST(ConsoleSummary, PrintsEveryMessageInItsOrder) {
+    SummaryFacts facts = facts_of_a_run();
+    facts.long_media = {.clips = 1, .longest_clip_seconds = 630, .longest_source_seconds = 3600};
+    facts.usage_shared = true;
+    const std::string account = whole_account(facts, every_counter_at_one());
+
+    const std::string golden = TANROVE_REPORT_TESTS_FOLDER "/whole_account.txt";
+    if (std::getenv("TANROVE_REFRESH_GOLDENS") != nullptr) {
+        ASSERT_TRUE(builder::write_file_text(golden, account));
+    }
+    EXPECT_EQ(account, builder::file_text(golden));
+}
+
+TEST(ConsoleSummary, OfASessionWithNothingToNoteIsHeadCountsAndClosingLines) {
+    SummaryFacts facts = facts_of_a_run();
+    facts.product = "Pro Tools HD";
+    facts.product_version = "12.5.0";
+    RunTallies tallies;
+    tallies.head = plain_head();
+    EXPECT_EQ(whole_account(facts, tallies),
+              "\n"
+              "  Read:  Pro Tools HD 12.5.0, 44100 Hz, 97.5 BPM\n"
+              "  Wrote: /song/song.rpp\n"
+              "\n"
+              "  0 tracks, 0 clips, 0 MIDI notes\n"
+              "  meter 4/4, read from the session\n"
+              "  Pan law: -3.0 dB, read from the session's Pan Depth\n"
+              "      and written as the project's pan law.\n"
+              "  Media folder written into every FILE line:\n"
+              "      /song/Audio Files\n"
+              "  If REAPER shows OFFLINE, that path is wrong - re-run with\n"
+              "      --audio-dir \"<the folder your .wav files are really in>\"\n"
+              "\n"
+              "  PRIVACY: this program contains no network code. No information\n"
+              "      about this session was transmitted from this computer: no\n"
+              "      upload, no telemetry, no usage reporting. A report reaches\n"
+              "      vorlane only when it is attached to an email and sent.\n");
+}
+
+TEST(ConsoleSummary, OfACheckOfASessionWithoutAVersionSaysSo) {
+    SummaryFacts facts = facts_of_a_run();
+    facts.product_version.clear();
+    facts.check_only = true;
+    EXPECT_TRUE(console_summary(facts, {}).starts_with(
+        "\n  Read:  Pro Tools (this session does not record which version saved it), 44100 Hz, "
+        "97.5 BPM\n"
+        "  Not written (--check).\n"
+        "\n"
+        "  0 tracks"));
+}
+
+TEST(ClosingNotes, TellABitDepthThatTheProjectDoesNotHoldAheadOfTheMediaFolder) {
+    RunTallies tallies;
+    tallies.head.recording.bits = 24;
+    const std::string notes = closing_notes(facts_of_a_run(), tallies);
+    EXPECT_TRUE(notes.starts_with("  The session records at 24-bit. Existing")) << notes;
+    EXPECT_NE(notes.find("overdub.\n  Media folder written into every FILE line:\n"),
+              std::string::npos);
+}
+
+}  // namespace
+}  // namespace tanrove
