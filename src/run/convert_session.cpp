@@ -1,0 +1,283 @@
+// The spine of a conversion: reads the session, plans the project, writes it in one forward pass
+// and gives the account. What each stage computes lives in the folders below; here stand their
+// order and the words that end a run early.
+#include "run/convert_session.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+
+#include "base/c_locale.hpp"
+#include "base/formatted_text.hpp"
+#include "mix/assemble_tracks.hpp"
+#include "project/media_search.hpp"
+#include "project/project_head.hpp"
+#include "project/track_block.hpp"
+#include "report/console_summary.hpp"
+#include "report/summary_line.hpp"
+#include "run/media_folders.hpp"
+#include "run/not_carried.hpp"
+#include "run/open_session.hpp"
+#include "run/output_path.hpp"
+#include "run/session_listing.hpp"
+#include "run/session_records.hpp"
+#include "session/buses.hpp"
+#include "session/midi_chunk_dump.hpp"
+#include "session/strip_lanes.hpp"
+#include "timeline/place_clips.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::int32_t converted = 0;
+constexpr std::int32_t not_converted = 1;
+
+#if defined(_WIN32)
+constexpr const char* null_device = "NUL";
+#else
+constexpr const char* null_device = "/dev/null";
+#endif
+
+/// Everything between the opened session and the end of the account.
+class Conversion {
+public:
+    Conversion(const RunOptions& options, bool wants_report)
+        : options_(options), folders_(media_folders(options)), wants_report_(wants_report) {}
+
+    std::int32_t run();
+
+private:
+    void plan(const SessionImage& image, const ClipRecords& clips, const StripRecords& strips);
+    std::vector<TimelineTrack> place(const SessionImage& image, const ClipRecords& clips);
+    void plan_head(const SessionImage& image);
+    bool write_project(MediaSearch& media);
+    void give_account(const PTFFormat& file, const SessionVersion& version,
+                      const SessionImage& image, MediaSearch& media, const ClipRecords& clips);
+
+    const RunOptions& options_;
+    MediaFolders folders_;
+    bool wants_report_;
+    TimeRecords time_;
+    HeadPlan head_;
+    std::vector<TrackPlan> plans_;
+    std::string project_path_;
+    RunTallies tallies_;
+};
+
+std::int32_t Conversion::run() {
+    if (options_.session_path.empty()) {
+        console_print("tanrove: drag a .ptx file onto this program.\n");
+        return not_converted;
+    }
+    const auto opened = openSession(options_);
+    if (!opened) return not_converted;
+    const SessionImage& image = opened->image;
+    const BlockIndex index(image.bytes);
+    const ClipRecords clips = read_clips(*opened->file, index);
+    const SessionVersion version = scanSessionVersion(index);
+    tell_damage(scanDamage(index), options_.check_only);
+    time_ = read_time(index, options_.tempo_override);
+    if (options_.dump_cc) console_write(midi_chunk_dump(readMidiChunks(index)));
+    const StripRecords strips = read_strips(index, clips);
+    if (options_.list_only) {
+        console_write(session_listing(*opened->file, strips.track_table, readBuses(index),
+                                      image.rate, time_.tempo_bpm));
+        return converted;
+    }
+    if (std::getenv("TANROVE_DUMP_LANES") != nullptr) {
+        std::fputs(strip_lanes_text(read_mixer(index, strips)).c_str(), stderr);
+    }
+    tallies_.track_table = strips.track_table;
+    plan(image, clips, strips);
+    tallies_.not_carried = count_not_carried(index, clips, read_mixer(index, strips));
+    MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
+    if (!write_project(media)) return not_converted;
+    give_account(*opened->file, version, image, media, clips);
+    return converted;
+}
+
+void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
+                      const StripRecords& strips) {
+    report_stage(stage_clips, "clips");
+    std::vector<TimelineTrack> channels = place(image, clips);
+
+    report_stage(stage_tracks, "tracks");
+    AssemblyInput assembly;
+    assembly.channels = std::move(channels);
+    assembly.track_rows = clips.track_rows;
+    assembly.strips = strips.strips;
+    assembly.strip_table = strips.table;
+    assembly.inactive_names = strips.inactive_names;
+    assembly.voice_off_names = strips.voice_off_names;
+    assembly.keep_alt_takes = options_.keep_alt_takes;
+    plans_ = assemble_tracks(std::move(assembly), tallies_.tracks);
+    if (tallies_.tracks.tracks_without_strip_row > 0) {
+        record_problem("unmatched-tracks", formatted("%d track(s) matched no strip row",
+                                                     tallies_.tracks.tracks_without_strip_row));
+    }
+    plan_head(image);
+}
+
+std::vector<TimelineTrack> Conversion::place(const SessionImage& image, const ClipRecords& clips) {
+    TimelineInput timeline;
+    timeline.track_rows = clips.track_rows;
+    timeline.placements = clips.lists.tracks;
+    timeline.regions = clips.lists.regions;
+    timeline.files = clips.files;
+    timeline.records = clips.playlists.records;
+    timeline.clip_counts = clips.playlists.clip_counts;
+    timeline.edit_lists = clips.details;
+    timeline.fades = clips.fades;
+    timeline.sync_points = clips.region_starts;
+    timeline.tempo_map = time_.tempo_map;
+    timeline.default_tempo = time_.tempo_bpm;
+    timeline.rate_hz = static_cast<double>(image.rate);
+    timeline.keep_fade_clips = options_.keep_fade_clips;
+    return place_clips(timeline, tallies_.timeline);
+}
+
+void Conversion::plan_head(const SessionImage& image) {
+    HeadRecords records;
+    records.sample_rate = image.rate;
+    records.tempo = {time_.tempo_map, time_.tempo_bpm, time_.first_tempo_refused,
+                     time_.tempo_breaks_off};
+    records.meters = time_.meters;
+    records.locations = time_.locations;
+    records.frame_rate = time_.frame_rate;
+    records.extended_timecode = time_.extended_timecode;
+    records.audio_format = time_.audio_format;
+    records.bit_depth = time_.bit_depth;
+    records.pan_depth = time_.pan_depth;
+    records.grid_and_nudge = time_.grid;
+    head_ = plan_project_head(records, options_.tempo_ramps, tallies_.head);
+}
+
+/// True if writing `path` would write over the session.
+bool is_session_itself(const std::string& path, const std::string& session_path) {
+    std::error_code error;
+    return std::filesystem::equivalent(path, session_path, error) && !error;
+}
+
+/// Takes back what was written of a project that did not come out whole. A device stays.
+void remove_unfinished(const std::string& path) {
+    std::error_code error;
+    if (std::filesystem::is_regular_file(path, error)) std::filesystem::remove(path, error);
+}
+
+bool Conversion::write_project(MediaSearch& media) {
+    report_stage(stage_writing, "writing");
+    project_path_ = choose_output_path(options_);
+    const std::string target = options_.check_only ? null_device : project_path_;
+    std::FILE* stream = nullptr;
+    if (!is_session_itself(target, options_.session_path))
+        stream = std::fopen(target.c_str(), "wb");
+    if (stream == nullptr) {
+        console_print("\nCould not write %s\n", project_path_.c_str());
+        return false;
+    }
+    bool failed = false;
+    {
+        TextSink out(stream);
+        write_project_head(out, head_);
+        write_tracks(
+            out, plans_, media, tallies_.written,
+            [](std::size_t track, std::size_t count) { report_track_stage(track, count); });
+        write_project_end(out);
+        out.flush();
+        failed = out.failed();
+    }
+    if (std::fclose(stream) != 0) failed = true;
+    if (failed) {
+        remove_unfinished(target);
+        console_print("\nCould not write %s\n", project_path_.c_str());
+    }
+    return !failed;
+}
+
+/// Seconds of each audio file, as far as the session states its length.
+std::map<std::string, double> file_seconds(const PTFFormat& file, std::int64_t session_rate) {
+    std::map<std::string, double> seconds;
+    for (const auto& audio : file.audio_files()) {
+        const std::int64_t rate = audio.rate_hz > 0 ? audio.rate_hz : session_rate;
+        seconds[audio.name] = static_cast<double>(audio.length) / static_cast<double>(rate);
+    }
+    return seconds;
+}
+
+void Conversion::give_account(const PTFFormat& file, const SessionVersion& version,
+                              const SessionImage& image, MediaSearch& media,
+                              const ClipRecords& clips) {
+    SummaryFacts facts;
+    facts.product = version.product;
+    facts.product_version = version.version;
+    facts.sample_rate_hz = image.rate;
+    facts.tempo_bpm = time_.tempo_bpm;
+    facts.project_path = project_path_;
+    facts.media_dir = folders_.media_dir;
+    facts.long_media = find_long_media(plans_, file_seconds(file, image.rate));
+    facts.check_only = options_.check_only;
+    facts.usage_shared = options_.usage_shared;
+    console_write(console_summary(facts, tallies_));
+
+    report_stage(stage_media, "media");
+    tallies_.media = count_listed_files(media, clips.files);
+    console_write(media_summary(tallies_));
+
+    if (wants_report_) {
+        report_stage(stage_report, "report");
+        SummaryLine line;
+        line.tracks = tallies_.written.tracks;
+        line.clips = tallies_.written.clips;
+        line.notes = tallies_.written.notes;
+        line.problem_recorded = !console_state().problem_kind.empty();
+        console_state().summary_line = summary_line(line);
+    }
+    console_write(closing_notes(facts, tallies_));
+    tell_files_not_made(options_);
+    if (options_.check_only) {
+        console_print(
+            "\n  --check: nothing was written. The lines above are what a real\n"
+            "      conversion of this session would produce.\n");
+    }
+}
+
+/// Console text goes to the capture, and stages to the listener, until the object goes: neither
+/// outlives the run, whatever ends it.
+class ConsoleOfThisRun {
+public:
+    ConsoleOfThisRun(std::string& capture, tanrovegui::Progress* progress) {
+        ConsoleState& console = console_state();
+        console.problem_kind.clear();
+        console.problem_detail.clear();
+        console.summary_line.clear();
+        console.console_capture = &capture;
+        console.progress = progress;
+    }
+    ~ConsoleOfThisRun() {
+        console_state().console_capture = nullptr;
+        console_state().progress = nullptr;
+    }
+    ConsoleOfThisRun(const ConsoleOfThisRun&) = delete;
+    ConsoleOfThisRun& operator=(const ConsoleOfThisRun&) = delete;
+};
+
+}  // namespace
+
+std::int32_t convert_session(const RunOptions& options, ConversionResult* result,
+                             tanrovegui::Progress* progress) {
+    const CLocaleScope plain_numbers;
+    std::string captured;
+    if (result != nullptr) *result = {};
+    const bool wants_report = result != nullptr || progress != nullptr || options.write_report;
+    std::int32_t code = not_converted;
+    {
+        const ConsoleOfThisRun console(captured, progress);
+        code = Conversion(options, wants_report).run();
+    }
+    if (result != nullptr) result->console_text = std::move(captured);
+    return code;
+}
+
+}  // namespace tanrove

@@ -1,0 +1,26 @@
+// One conversion: a session in, a project out. The command line calls it, and so can any program
+// that links it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "run/console.hpp"
+#include "run/run_options.hpp"
+
+namespace tanrove {
+
+/// What a caller in the same process gets back.
+struct ConversionResult {
+    std::string console_text;  ///< everything that the run printed on the console
+    std::string report_text;   ///< the whole report, whether or not a file was written
+    std::string report_path;   ///< where the report was written; empty without a file
+};
+
+/// Converts one session. 0, or 1 if nothing was converted; the console tells why. `result` and
+/// `progress` may be null. Without `progress` or `result`, and without a report asked for, no
+/// report is made.
+std::int32_t convert_session(const RunOptions& options, ConversionResult* result,
+                             tanrovegui::Progress* progress);
+
+}  // namespace tanrove

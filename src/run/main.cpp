@@ -1,0 +1,9 @@
+// The program: a command line in, an exit code out.
+#include "run/convert_session.hpp"
+#include "run/run_driver.hpp"
+
+int main(int argument_count, char** arguments) {
+    tanrove::RunSteps steps;
+    steps.convert = tanrove::convert_session;
+    return tanrove::run_tanrove(argument_count, arguments, steps);
+}

@@ -1,0 +1,101 @@
+// Counts the gaps of this build in a session and in the options of a run.
+#include "run/not_carried.hpp"
+
+#include <algorithm>
+#include <set>
+#include <string>
+
+#include "plugins/plugin_inserts.hpp"
+#include "run/console.hpp"
+#include "session/clip_effects.hpp"
+#include "session/clip_gains.hpp"
+#include "session/loop_records.hpp"
+#include "session/pitch_shifts.hpp"
+#include "session/warp_maps.hpp"
+
+namespace tanrove {
+
+namespace {
+
+bool has_automation(const Strip& strip) {
+    const Lane* const lanes[] = {
+        &strip.volume_lane,         &strip.mute_lane,     &strip.pan_lane,
+        &strip.pan_right_lane,      &strip.dual_pan_lane, &strip.fifth_lane,
+        &strip.surround_master_lane};
+    return std::any_of(std::begin(lanes), std::end(lanes),
+                       [](const Lane* lane) { return !lane->points.empty(); }) ||
+           !strip.surround_lanes.empty();
+}
+
+/// True if the strip does more than pass its track on at unity.
+bool is_mixed(const Strip& strip) {
+    const bool panned = strip.stereo ? strip.pan != -100 || strip.pan_right != 100 : strip.pan != 0;
+    return strip.fader_db != 0 || panned || strip.muted || !strip.sends.empty() ||
+           has_automation(strip);
+}
+
+template <class Map>
+void add_names(std::set<std::string>& names, const Map& by_name) {
+    for (const auto& entry : by_name) names.insert(entry.first);
+}
+
+/// Names of the clips that sound other than their file does.
+std::set<std::string> shaped_clips(const BlockIndex& index) {
+    std::set<std::string> names;
+    for (const auto& [name, gain_db] : readFirstClipGains(index)) {
+        if (gain_db != 0) names.insert(name);
+    }
+    add_names(names, readClipGains(index).entry_of_clip);
+    const WarpMaps warp = readWarpMaps(index);
+    add_names(names, warp.in_samples);
+    add_names(names, warp.in_ticks);
+    add_names(names, readPitchShifts(index));
+    add_names(names, readClipEffects(index).record_of_clip);
+    return names;
+}
+
+template <class List, class Test>
+int count_of(const List& list, Test test) {
+    return static_cast<int>(std::count_if(list.begin(), list.end(), test));
+}
+
+}  // namespace
+
+NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& clips,
+                                    const std::vector<Strip>& mixer) {
+    NotCarriedTallies tallies;
+    tallies.midi_clips = static_cast<int>(clips.lists.midi_tracks.size());
+    tallies.unnumbered_clips = static_cast<int>(clips.lists.unnumbered_clips);
+    tallies.clip_groups =
+        count_of(clips.lists.tracks, [](const ClipTrack& row) { return row.is_clip_group; });
+    tallies.fades = count_of(
+        clips.fades, [](const FadeRecord& fade) { return fade.kind != FadeKind::unusable; });
+    tallies.shaped_clips = static_cast<int>(shaped_clips(index).size());
+    tallies.looped_clips = static_cast<int>(readLoopRecords(index).size());
+    tallies.plugins = static_cast<int>(read_plugin_inserts(index).size());
+    tallies.mixed_tracks = count_of(mixer, is_mixed);
+    return tallies;
+}
+
+void tell_files_not_made(const RunOptions& options) {
+    const struct {
+        bool wanted;
+        const char* sentence;
+    } files[] = {
+        {options.write_report,
+         "\n  --report is not part of this build yet; no report was written.\n"},
+        {!options.usage_json_path.empty() && !options.check_only,
+         "\n  --usage-json is not part of this build yet; no summary was written.\n"},
+        {!options.want_params_path.empty(),
+         "\n  --want-params is not part of this build yet; no list was written.\n"},
+        {options.dump_cache,
+         "\n  --dump-cache is not part of this build yet; nothing was dumped.\n"},
+        {!options.corpus_dir.empty(),
+         "\n  --dump-corpus is not part of this build yet; no samples were written.\n"},
+    };
+    for (const auto& file : files) {
+        if (file.wanted) console_print("%s", file.sentence);
+    }
+}
+
+}  // namespace tanrove

@@ -1,0 +1,20 @@
+// What a session holds and what a run was asked for that this build does not give yet: counted and
+// said, never left out in silence. Each subject leaves this file when it arrives.
+#pragma once
+
+#include <vector>
+
+#include "report/summary_not_carried.hpp"
+#include "run/run_options.hpp"
+#include "run/session_records.hpp"
+
+namespace tanrove {
+
+/// Counts the subjects that no stage carries.
+NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& clips,
+                                    const std::vector<Strip>& mixer);
+
+/// Prints a sentence for each file that was asked for and does not come.
+void tell_files_not_made(const RunOptions& options);
+
+}  // namespace tanrove

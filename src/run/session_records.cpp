@@ -1,0 +1,131 @@
+// Calls the readers, family by family.
+#include "run/session_records.hpp"
+
+#include "session/buses.hpp"
+#include "session/strip_lanes.hpp"
+
+namespace tanrove {
+
+namespace {
+
+Region region_of(const PTFFormat::Region& stored) {
+    Region region;
+    region.index = stored.index;
+    region.name = stored.name.substr(0, max_region_name);
+    region.start = stored.start;
+    region.source_offset = stored.source_offset;
+    region.length = stored.length;
+    region.file_position = stored.start;
+    region.file_length = stored.length;
+    return region;
+}
+
+std::vector<Region> regions_of(const std::vector<PTFFormat::Region>& stored,
+                               std::size_t file_count) {
+    std::vector<Region> regions;
+    regions.reserve(stored.size());
+    for (const auto& entry : stored) {
+        regions.push_back(region_of(entry));
+        if (entry.file_index < file_count) regions.back().file = entry.file_index;
+    }
+    return regions;
+}
+
+std::vector<ClipTrack> tracks_of(const std::vector<PTFFormat::Track>& stored,
+                                 std::size_t region_count) {
+    std::vector<ClipTrack> tracks;
+    tracks.reserve(stored.size());
+    for (const auto& entry : stored) {
+        const auto place = static_cast<std::uint64_t>(entry.region_index);
+        if (place >= no_region || place >= region_count) continue;
+        tracks.push_back({
+            .start = entry.start,
+            .region_index = static_cast<std::uint32_t>(place),
+            .index = entry.index,
+        });
+    }
+    return tracks;
+}
+
+/// One row for each track that has clips, in the order of its first clip.
+std::vector<TrackTableRow> track_rows_of(const std::vector<PTFFormat::Track>& stored) {
+    std::vector<TrackTableRow> rows;
+    std::vector<bool> seen(0x10000, false);
+    for (const auto& track : stored) {
+        if (!seen[track.index]) rows.push_back({track.index, std::string(track.name)});
+        seen[track.index] = true;
+    }
+    return rows;
+}
+
+/// The library's own lists, for images whose lists the program's reader refuses.
+void take_library_lists(const PTFFormat& file, ClipRecords& clips) {
+    clips.lists.regions = regions_of(file.regions(), clips.files.size());
+    clips.lists.midi_regions = regions_of(file.midi_regions(), 0);
+    clips.lists.tracks = tracks_of(file.tracks(), clips.lists.regions.size());
+    clips.lists.midi_tracks = tracks_of(file.midi_tracks(), clips.lists.midi_regions.size());
+    clips.lists.midi_track_rows = track_rows_of(file.midi_tracks());
+    clips.track_rows = track_rows_of(file.tracks());
+}
+
+}  // namespace
+
+ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index) {
+    ClipRecords clips;
+    for (const auto& audio : file.audio_files()) clips.files.push_back({audio.name, audio.index});
+    if (!readSessionLists(index, clips.files, clips.lists, clips.track_rows)) {
+        take_library_lists(file, clips);
+    }
+    clips.folders = readAudioFileFolders(index);
+    clips.playlists = readPlaylists(index);
+    clips.details = readPlaylistDetails(index);
+    clips.fades = readFades(index);
+    clips.region_starts = readRegionStarts(index);
+    return clips;
+}
+
+TimeRecords read_time(const BlockIndex& index, double tempo_override) {
+    TimeRecords time;
+    TempoRecords tempo = readTempoMap(index);
+    time.first_tempo_refused = tempo.first_point_refused;
+    time.tempo_breaks_off = tempo.breaks_off;
+    const bool has_map = tempo.points.size() > 1;
+    const bool opens_late = has_map && tempo.points.front().tick > 0;
+    const bool is_first_tempo = tempo.points.size() == 1 || opens_late;
+    time.tempo_bpm = is_first_tempo ? tempo.points.front().bpm : readDefaultTempo(index);
+    if (tempo_override > 0) time.tempo_bpm = tempo_override;
+    if (has_map) time.tempo_map = std::move(tempo.points);
+    if (opens_late) {
+        time.tempo_map.insert(time.tempo_map.begin(), {0, time.tempo_map.front().bpm});
+    }
+    time.meters = readMeterMap(index);
+    time.locations = readMemoryLocations(index);
+    time.frame_rate = readFrameRate(index);
+    time.extended_timecode = readExtendedTimecode(index);
+    time.grid = readGridAndNudge(index);
+    time.audio_format = readAudioFormat(index);
+    time.bit_depth = readBitDepth(index);
+    time.pan_depth = readPanDepth(index);
+    return time;
+}
+
+StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
+    StripRecords records;
+    records.strips = readStripRows(index);
+    records.table = readStripTable(index);
+    std::vector<std::string> clip_track_names;
+    for (const auto& row : clips.track_rows) clip_track_names.push_back(row.name);
+    records.track_table = readTrackTable(index, clip_track_names, records.strips);
+    records.inactive_names = readInactiveNames(index);
+    records.voice_off_names = readVoiceOffNames(index, records.strips.rows);
+    return records;
+}
+
+std::vector<Strip> read_mixer(const BlockIndex& index, const StripRecords& strips) {
+    std::vector<Strip> mixer =
+        readStrips(index, strips.strips.rows, strips.track_table.names, readBuses(index));
+    readStripLanes(index, mixer);
+    return mixer;
+}
+
+}  // namespace tanrove

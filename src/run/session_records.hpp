@@ -1,0 +1,80 @@
+// Everything one conversion reads from a session, in the session's own units, decided by no one.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ptformat/ptformat.hpp"
+#include "session/audio_file_folders.hpp"
+#include "session/block_index.hpp"
+#include "session/fades.hpp"
+#include "session/grid_and_nudge.hpp"
+#include "session/inactive_tracks.hpp"
+#include "session/memory_locations.hpp"
+#include "session/meter_map.hpp"
+#include "session/playlists.hpp"
+#include "session/region_starts.hpp"
+#include "session/session_image.hpp"
+#include "session/session_lists.hpp"
+#include "session/session_settings.hpp"
+#include "session/strip_rows.hpp"
+#include "session/strip_table.hpp"
+#include "session/strips.hpp"
+#include "session/tempo_map.hpp"
+#include "session/timecode.hpp"
+#include "session/track_table.hpp"
+
+namespace tanrove {
+
+/// The clip data: regions, tracks and what lies on them.
+struct ClipRecords {
+    std::vector<AudioFileEntry> files;
+    SessionLists lists;
+    std::vector<TrackTableRow> track_rows;
+    AudioFileFolders folders;
+    Playlists playlists;
+    std::vector<PlaylistDetail> details;
+    std::vector<FadeRecord> fades;
+    std::vector<RegionStart> region_starts;
+};
+
+/// The time frame.
+struct TimeRecords {
+    TempoMap tempo_map;  ///< empty where one tempo holds throughout
+    double tempo_bpm = default_tempo_bpm;
+    bool first_tempo_refused = false;
+    TempoBreak tempo_breaks_off;
+    std::vector<MeterPoint> meters;
+    std::vector<MemoryLocation> locations;
+    std::optional<FrameRate> frame_rate;
+    std::optional<ExtendedTimecode> extended_timecode;
+    std::optional<GridAndNudge> grid;
+    AudioFormat audio_format = AudioFormat::unknown;
+    std::optional<BitDepth> bit_depth;
+    std::optional<int> pan_depth;
+};
+
+/// The mixer's list of strips, and the session's track table beside it.
+struct StripRecords {
+    StripRows strips;
+    std::vector<StripTableEntry> table;
+    SessionTrackTable track_table;
+    TrackNameSet inactive_names;
+    TrackNameSet voice_off_names;
+};
+
+/// `file` gives the audio file list, and its own regions and tracks for an image whose lists the
+/// program's reader refuses.
+ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index);
+
+/// `tempo_override` above 0 takes the place of the session's tempo; a map of several tempos stands.
+/// A map whose first event stands behind the origin opens with that event's tempo.
+TimeRecords read_time(const BlockIndex& index, double tempo_override);
+
+StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips);
+
+/// The mixer's strips with their automation lanes.
+std::vector<Strip> read_mixer(const BlockIndex& index, const StripRecords& strips);
+
+}  // namespace tanrove

@@ -1,0 +1,157 @@
+// What the golden projects are made from. Each session holds what its subject needs and no more.
+#include "golden/golden_sessions.hpp"
+
+namespace tanrove::golden {
+
+namespace {
+
+using builder::ClipSpec;
+using builder::SessionBuilder;
+using builder::SettingsSpec;
+using builder::TimecodeSpec;
+using builder::TrackSpec;
+
+constexpr std::int64_t quarter = 960000;
+constexpr std::int64_t second = 48000;
+
+/// A session with two files of ten seconds, "Voice.wav" and "Tone.L.wav", "Tone.R.wav" behind it.
+SessionBuilder with_files() {
+    SessionBuilder session;
+    session.audio_file({"Voice.wav", 10 * second, 0});
+    session.audio_file({"Tone.L.wav", 10 * second, 0});
+    session.audio_file({"Tone.R.wav", 10 * second, 0});
+    return session;
+}
+
+ClipSpec clip(const std::string& region, std::int64_t position, std::int64_t length,
+              std::int64_t source_offset = 0) {
+    ClipSpec spec;
+    spec.region = region;
+    spec.position = position;
+    spec.length = length;
+    spec.source_offset = source_offset;
+    return spec;
+}
+
+TrackSpec track(const std::string& name, std::vector<ClipSpec> clips) {
+    TrackSpec spec;
+    spec.name = name;
+    spec.clips = std::move(clips);
+    return spec;
+}
+
+TrackSpec stereo_track(const std::string& name, std::vector<ClipSpec> clips) {
+    for (auto& spec : clips) {
+        spec.file_index = 1;
+        spec.file_per_channel = true;
+    }
+    TrackSpec spec = track(name, std::move(clips));
+    spec.channels = 2;
+    return spec;
+}
+
+GoldenCase empty_session() {
+    return {"empty_session", SessionBuilder().without_product(), {}, {}};
+}
+
+GoldenCase time_frame() {
+    SettingsSpec settings;
+    settings.bit_depth = 16;
+    settings.pan_depth = 4;
+    TimecodeSpec timecode;
+    timecode.base_code = 5;
+    timecode.start_frames = 107892;
+    timecode.extended_code = 5;
+    timecode.extended_start_frames = 107892;
+    SessionBuilder session;
+    session.settings(settings).product("Pro Tools Ultimate", "2019.6.0").timecode(timecode);
+    session.tempo(0, 200, 240000).tempo(4 * quarter, 87.5).tempo(10 * quarter, 140);
+    session.meter(0, 1, 3, 4).meter(9 * quarter, 4, 7, 8).meter(10 * quarter, 5, 7, 8);
+    session.marker("It's \"here\"", 0).marker_in_samples("At a sample", 3 * second);
+    session.selection("Chorus", 4 * quarter, 8 * quarter);
+    session.grid_and_nudge({0, 1, 0}, {0, 0, 240});
+    return {"time_frame", session, {}, {}};
+}
+
+/// A drawn ramp: a run of steps of half a quarter note each.
+GoldenCase tempo_ramps() {
+    SessionBuilder session;
+    session.tempo(0, 100);
+    for (int step = 0; step <= 20; ++step) {
+        session.tempo(4 * quarter + step * quarter / 2, 100 + 2 * step);
+    }
+    RunOptions options;
+    options.tempo_ramps = true;
+    return {"tempo_ramps", session, options, {}};
+}
+
+GoldenCase clips() {
+    TrackSpec voice =
+        track("Voice", {clip("Voice", 0, 2 * second), clip("Voice-01", 3 * second, second, second),
+                        clip("Voice-02", 5 * second, second, 4 * second)});
+    voice.original_name = "Audio 1";
+    voice.clips[0].locked = true;
+    voice.clips[1].muted = true;
+    voice.clips[2].sync_samples = second / 2;
+    TrackSpec on_ticks = track("On the grid", {clip("Voice-03", quarter, second, 2 * second),
+                                               clip("Voice-03", 5 * quarter, second, 2 * second)});
+    on_ticks.tick_based = true;
+    SessionBuilder session = with_files();
+    session.tempo(0, 60).tempo(4 * quarter, 120);
+    session.track(voice).track(on_ticks);
+    session.track(stereo_track(
+        "Tone", {clip("Tone", second, second), clip("Tone-01", 4 * second, second, 100)}));
+    session.track(track("Nothing yet", {}));
+    return {"clips", session, {}, {"Voice.wav", "Tone.L.wav"}};
+}
+
+GoldenCase left_out_placements() {
+    TrackSpec edited = track(
+        "Edited", {clip("Voice", 0, 2 * second), clip("Voice-01", 2 * second, second, second),
+                   clip("Voice-02", 3 * second, second), clip("Voice-03", 6 * second, second)});
+    edited.clips[1].is_fade = true;
+    edited.clips[1].fade.kind = 2;
+    edited.clips[1].fade.length = 4800;
+    edited.clips[3].deleted = true;
+    SessionBuilder session = with_files();
+    session.track(edited);
+    return {"left_out_placements", session, {}, {"Voice.wav"}};
+}
+
+GoldenCase alternates() {
+    TrackSpec lead = track("Lead", {clip("Voice", 0, 2 * second)});
+    lead.alternates = {{"Lead.01", {clip("Voice-01", second, second, second)}},
+                       {"Lead.02", {clip("Voice-02", 0, second, 3 * second)}},
+                       {"Of nobody", {clip("Voice-03", 0, second, 5 * second)}}};
+    TrackSpec off = track("Switched off", {clip("Voice-04", 0, second)});
+    off.active = false;
+    SessionBuilder session = with_files();
+    TrackSpec pad = stereo_track("Pad", {clip("Tone", 0, second)});
+    pad.alternates = {{"Pad.01", stereo_track("", {clip("Tone-01", second, second)}).clips}};
+    session.track(lead).track(off).track(pad);
+    return {"alternates", session, {}, {"Voice.wav"}};
+}
+
+GoldenCase alternates_dropped() {
+    GoldenCase dropped = alternates();
+    dropped.name = "alternates_dropped";
+    dropped.options.keep_alt_takes = false;
+    return dropped;
+}
+
+GoldenCase surround() {
+    TrackSpec wide = track("5.1 bed", {clip("Voice", second, second)});
+    wide.channels = 6;
+    SessionBuilder session = with_files();
+    session.track(wide);
+    return {"surround", session, {}, {"Voice.wav"}};
+}
+
+}  // namespace
+
+std::vector<GoldenCase> golden_cases() {
+    return {empty_session(),       time_frame(), tempo_ramps(),        clips(),
+            left_out_placements(), alternates(), alternates_dropped(), surround()};
+}
+
+}  // namespace tanrove::golden

@@ -1,0 +1,27 @@
+// The sessions of the golden projects, each about one subject.
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "run/run_options.hpp"
+#include "support/session_builder.hpp"
+
+namespace tanrove::golden {
+
+struct GoldenCase {
+    std::string name;  ///< of the golden files, lower_case_with_underscores
+    builder::SessionBuilder session;
+    RunOptions options;
+    std::vector<std::string> audio_on_disk;  ///< files that stand in "Audio Files"
+};
+
+std::vector<GoldenCase> golden_cases();
+
+/// Tests are named for their case.
+inline void PrintTo(const GoldenCase& c, std::ostream* out) {
+    *out << c.name;
+}
+
+}  // namespace tanrove::golden

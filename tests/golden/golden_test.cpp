@@ -1,0 +1,72 @@
+// Whole conversions of small built sessions, compared byte for byte with what stands in this
+// folder: the project (.rpp) and the console text (.txt). scripts/refresh_goldens.sh rewrites them
+// and shows the difference. Every project is also left in the build folder, where an independent
+// parser of the format and the comparison of two compilers' builds find it.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "golden/golden_sessions.hpp"
+#include "run/convert_session.hpp"
+#include "support/temp_folder.hpp"
+
+namespace tanrove {
+namespace {
+
+namespace fs = std::filesystem;
+using builder::file_text;
+using builder::TempFolder;
+using builder::write_file_text;
+
+class Golden : public testing::TestWithParam<golden::GoldenCase> {
+protected:
+    Golden() { console_state().console_sink = &silent_; }
+    ~Golden() override { console_state().console_sink = nullptr; }
+
+private:
+    NullSink silent_;
+};
+
+/// Holds `text` against the golden file, or rewrites that file when asked to.
+void expect_golden(const std::string& file, const std::string& text) {
+    const std::string path = std::string(TANROVE_GOLDEN_FOLDER) + "/" + file;
+    if (std::getenv("TANROVE_REFRESH_GOLDENS") != nullptr) {
+        ASSERT_TRUE(write_file_text(path, text));
+    }
+    EXPECT_EQ(text, file_text(path)) << file << " differs; scripts/refresh_goldens.sh shows how";
+}
+
+TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
+    const auto& c = GetParam();
+    TempFolder folder;
+    folder.enter();
+    fs::create_directory("Audio Files");
+    for (const auto& name : c.audio_on_disk) {
+        ASSERT_TRUE(write_file_text("Audio Files/" + name, "RIFF"));
+    }
+    ASSERT_TRUE(c.session.write("Song.ptx"));
+
+    RunOptions options = c.options;
+    options.session_path = "Song.ptx";
+    ConversionResult result;
+    ASSERT_EQ(convert_session(options, &result, nullptr), 0) << result.console_text;
+    const std::string project = file_text("Song.rpp");
+    ASSERT_FALSE(project.empty());
+
+    options.overwrite = true;
+    ASSERT_EQ(convert_session(options, nullptr, nullptr), 0);
+    EXPECT_EQ(file_text("Song.rpp"), project) << "a second conversion gave other bytes";
+
+    expect_golden(c.name + ".rpp", project);
+    expect_golden(c.name + ".txt", result.console_text);
+    const fs::path kept = TANROVE_GOLDEN_PROJECTS;
+    fs::create_directories(kept);
+    ASSERT_TRUE(write_file_text((kept / (c.name + ".rpp")).string(), project));
+}
+
+INSTANTIATE_TEST_SUITE_P(Projects, Golden, testing::ValuesIn(golden::golden_cases()),
+                         [](const auto& test) { return test.param.name; });
+
+}  // namespace
+}  // namespace tanrove

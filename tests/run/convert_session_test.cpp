@@ -1,0 +1,333 @@
+// The whole road under everything that can go wrong: each failure has its words and its code, and
+// leaves no project behind.
+#include "run/convert_session.hpp"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <filesystem>
+#include <new>
+
+#include "support/project_reader.hpp"
+#include "support/records/old_session_records.hpp"
+#include "support/session_builder.hpp"
+#include "support/temp_folder.hpp"
+
+namespace tanrove {
+namespace {
+
+namespace fs = std::filesystem;
+using builder::Bytes;
+using builder::file_text;
+using builder::SessionBuilder;
+using builder::TempFolder;
+using builder::write_file_text;
+
+class Conversion : public testing::Test {
+protected:
+    Conversion() {
+        console_state().console_sink = &silent_;
+        folder_.enter();
+    }
+    ~Conversion() override { console_state().console_sink = nullptr; }
+
+    std::int32_t convert(const RunOptions& options) {
+        return convert_session(options, &result_, nullptr);
+    }
+    bool said(const std::string& words) const {
+        return result_.console_text.find(words) != std::string::npos;
+    }
+    static bool write_bytes(const std::string& path, const Bytes& bytes) {
+        return write_file_text(path, std::string(bytes.begin(), bytes.end()));
+    }
+    static RunOptions song() {
+        RunOptions options;
+        options.session_path = "Song.ptx";
+        return options;
+    }
+    static SessionBuilder small_session() {
+        builder::ClipSpec clip;
+        clip.region = "Voice";
+        clip.length = 48000;
+        builder::TrackSpec track;
+        track.name = "Voice";
+        track.clips = {clip, clip};
+        track.clips[1].position = 96000;
+        return SessionBuilder().audio_file({"Voice.wav", 48000, 0}).tempo(0, 90).track(track);
+    }
+
+    TempFolder folder_;
+    ConversionResult result_;
+
+private:
+    NullSink silent_;
+};
+
+TEST_F(Conversion, WhatIsNoSessionLeavesNoProject) {
+    Bytes header = small_session().file();
+    header.resize(20);
+    for (const Bytes& file : {Bytes(), header, small_session().rate(44099).file()}) {
+        SCOPED_TRACE(file.size());
+        ASSERT_TRUE(write_bytes("Song.ptx", file));
+        EXPECT_EQ(convert(song()), 1);
+        EXPECT_TRUE(said("Could not read: Song.ptx\n")) << result_.console_text;
+    }
+    RunOptions options;
+    EXPECT_EQ(convert(options), 1);
+    EXPECT_EQ(result_.console_text, "tanrove: drag a .ptx file onto this program.\n");
+    for (const char* path : {"Missing.ptx", "."}) {
+        options.session_path = path;
+        options.output_path = "Out.rpp";
+        EXPECT_EQ(convert(options), 1);
+        EXPECT_TRUE(said("No such file:")) << result_.console_text;
+    }
+    EXPECT_EQ(folder_.file_count(), 1U);
+}
+
+TEST_F(Conversion, ASessionCutAnywhereMakesAWholeProjectOrNone) {
+    const Bytes whole = small_session().file();
+    for (std::size_t tenth = 1; tenth < 10; ++tenth) {
+        SCOPED_TRACE(tenth);
+        fs::remove("Song.rpp");
+        ASSERT_TRUE(write_bytes(
+            "Song.ptx",
+            Bytes(whole.begin(), whole.begin() + static_cast<long>(whole.size() * tenth / 10))));
+        const bool converts = convert(song()) == 0;
+        EXPECT_EQ(converts, builder::read_project(file_text("Song.rpp")).closed);
+        EXPECT_EQ(converts, !said("Could not read:")) << result_.console_text;
+    }
+}
+
+TEST_F(Conversion, AFlippedSizeWordIsToldAndTheRestConverts) {
+    Bytes image = small_session().image();
+    // The high byte of the size of the last top-level block, the product record.
+    image[image.size() - builder::product_block({}).size() + 6] ^= 0x40;
+    ASSERT_TRUE(write_bytes("Song.ptx", builder::encrypted(image, builder::Cipher::ptx, 0x35)));
+    EXPECT_EQ(convert(song()), 0);
+    EXPECT_TRUE(said("THIS SESSION FILE")) << result_.console_text;
+    EXPECT_EQ(builder::read_project(file_text("Song.rpp")).track("Voice").items.size(), 2U);
+}
+
+TEST_F(Conversion, AProjectThatCannotBeWrittenIsSaidSo) {
+    ASSERT_TRUE(small_session().write("Song.ptx"));
+    const std::string session = file_text("Song.ptx");
+    fs::create_directory("Folder.rpp");
+    for (const std::string path : {"no/such/out.rpp", "Folder.rpp", "Song.ptx", "/dev/full"}) {
+        if (path == "/dev/full" && !fs::exists(path)) continue;
+        SCOPED_TRACE(path);
+        RunOptions options = song();
+        options.output_path = path;
+        options.overwrite = true;
+        EXPECT_EQ(convert(options), 1);
+        EXPECT_TRUE(said("\nCould not write " + path + "\n"));
+        EXPECT_FALSE(said("Wrote:"));
+    }
+    EXPECT_EQ(file_text("Song.ptx"), session) << "the session itself is never written over";
+    EXPECT_EQ(folder_.file_count(), 1U);
+}
+
+TEST_F(Conversion, CheckSaysWhatARunWouldAndWritesNothing) {
+    ASSERT_TRUE(small_session().write("Song.ptx"));
+    RunOptions options = song();
+    ASSERT_EQ(convert(options), 0);
+    const std::string real_run = result_.console_text;
+    fs::remove("Song.rpp");
+    options.check_only = true;
+    ASSERT_EQ(convert(options), 0);
+    EXPECT_EQ(folder_.file_count(), 1U);
+    EXPECT_TRUE(said("damage none\n"));
+    EXPECT_TRUE(said("  Not written (--check).\n"));
+    EXPECT_TRUE(said("--check: nothing was written."));
+    // Apart from these lines the account is that of a real run.
+    const auto facts = [](const std::string& text) {
+        const auto first = text.find("tracks, ");
+        return text.substr(first, text.find("PRIVACY") - first);
+    };
+    EXPECT_EQ(facts(result_.console_text), facts(real_run));
+}
+
+TEST_F(Conversion, ASecondRunTakesAFreeName) {
+    ASSERT_TRUE(small_session().write("Song.ptx"));
+    for (const char* name : {"Song.rpp", "Song (1).rpp", "Song (2).rpp"}) {
+        ASSERT_EQ(convert(song()), 0);
+        EXPECT_TRUE(said(std::string("  Wrote: ") + name + "\n")) << result_.console_text;
+        EXPECT_TRUE(fs::exists(name));
+    }
+    EXPECT_TRUE(said("Song.rpp already exists - writing Song (2).rpp instead"));
+}
+
+TEST_F(Conversion, ListPrintsTheSessionAndWritesNothing) {
+    builder::TrackSpec renamed;
+    renamed.name = "Now\x1b[2J";
+    renamed.original_name = "Audio 1";
+    renamed.clips.resize(1);
+    ASSERT_TRUE(small_session().track(renamed).bus("Verb", 2).write("Song.ptx"));
+    RunOptions options = song();
+    options.list_only = true;
+    ASSERT_EQ(convert(options), 0);
+    EXPECT_EQ(result_.console_text,
+              "\n  tempo 90 BPM, 48000 Hz\n"
+              "\n  session track table (2):\n     1  Voice\n     2  Audio 1\n"
+              "\n  buses (1): Verb | \n"
+              "\n  libptformat track names (2 unique):\n"
+              "    Voice                              \n"
+              "    Now [2J                            <- not in table\n");
+    EXPECT_EQ(folder_.file_count(), 1U);
+}
+
+TEST_F(Conversion, ASessionOfTheOtherByteOrderComesFromTheLibrarysLists) {
+    builder::OldSessionSpec old;
+    old.big_endian = old.newer_playlists = true;
+    old.files = {{"drums.aif", 96000, 0}, {"bass.aif", 48000, 0}};
+    old.regions = {{"drums", 0, 96000, 0}, {"bass-01", 4800, 24000, 1}};
+    old.tracks = {{"Drums", {0}, {{0, 0}, {0, 144000}}}, {"Bass", {1}, {{1, 48000}}}};
+    const Bytes image = builder::old_session_image(old);
+    ASSERT_TRUE(write_bytes("Song.ptx", builder::encrypted(image, builder::Cipher::ptx, 0x35)));
+    ASSERT_EQ(convert(song()), 0) << result_.console_text;
+    const auto project = builder::read_project(file_text("Song.rpp"));
+    EXPECT_EQ(project.track("Drums").items.size(), 2U);
+    ASSERT_EQ(project.track("Bass").items.size(), 1U);
+    const auto bass = project.track("Bass").items[0];
+    EXPECT_EQ(std::vector({bass.position, bass.length, bass.source_offset}),
+              std::vector({1.0, 0.5, 0.1}));
+    EXPECT_EQ(bass.file, "./Audio Files/bass.aif");
+}
+
+TEST_F(Conversion, TempoEventsAndTheOptionMakeTheProjectsTempo) {
+    constexpr std::int64_t beat = 960000;
+    const std::string at_60 = "0.0000000000 60.000000 1 262147 0 1";
+    const struct {
+        std::vector<builder::TempoSpec> events;
+        double option;
+        std::vector<std::string> lines;  ///< the project's tempo, then its events
+        const char* words;
+    } cases[] = {
+        {{{0, 450}}, 0, {"450 3 4"}, "Hz, 450 BPM\n"},
+        {{{0, 450}}, 90, {"90 3 4"}, "Hz, 90 BPM\n"},
+        {{{0, 60}, {beat, 90}}, 70, {"70 3 4", at_60, "1.0000000000 90.000000 1"}, "1 changes\n"},
+        // The first event's tempo holds from the origin on.
+        {{{beat, 60}, {2 * beat, 90}},
+         0,
+         {"60 3 4", at_60, "1.0000000000 60.000000 1", "2.0000000000 90.000000 1"},
+         "Hz, 60 BPM\n"},
+        // An event out of range ends the map, and the account says so.
+        {{{0, 501}, {beat, 60}}, 0, {"120 3 4"}, "project runs at 120 BPM throughout"},
+        {{{0, 60}, {beat, 501}},
+         0,
+         {"60 3 4"},
+         "from 0.000 s on the project\n      runs at 60 BPM"},
+        {{{0, 60}, {beat, 90}, {2 * beat, 501}, {3 * beat, 70}},
+         0,
+         {"60 3 4", at_60, "1.0000000000 90.000000 1"},
+         "breaks off at its event 3 of 4: a\n"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.words);
+        SessionBuilder session;
+        for (const auto& event : c.events) session.tempo(event.tick, event.bpm);
+        ASSERT_TRUE(session.meter(0, 1, 3, 4).write("Song.ptx"));
+        RunOptions options = song();
+        options.tempo_override = c.option;
+        options.overwrite = true;
+        ASSERT_EQ(convert(options), 0);
+        const auto project = builder::read_project(file_text("Song.rpp"));
+        auto lines = project.head_lines("TEMPO");
+        for (const auto& event : project.head_lines("PT")) lines.push_back(event);
+        EXPECT_EQ(lines, c.lines);
+        EXPECT_TRUE(said(c.words)) << result_.console_text;
+    }
+}
+
+TEST_F(Conversion, AFileThatDoesNotComeIsNamedToWhoAskedForIt) {
+    ASSERT_TRUE(small_session().write("Song.ptx"));
+    RunOptions options = song();
+    options.write_report = options.dump_cache = true;
+    options.usage_json_path = options.want_params_path = options.corpus_dir = "x";
+    ASSERT_EQ(convert(options), 0);
+    for (const char* name : {"report", "usage-json", "want-params", "dump-cache", "dump-corpus"}) {
+        EXPECT_TRUE(said(std::string("\n  --") + name + " is not part of this build yet; "))
+            << name;
+    }
+}
+
+TEST_F(Conversion, ATrackThatNoStripShowsIsAProblemToReport) {
+    builder::TrackSpec twice;
+    twice.name = "Twice";
+    twice.alternates = {{"Twice", {}}};  // a second channel of the name, apart from the first
+    builder::TrackSpec bass;
+    bass.name = "Bass";
+    ASSERT_TRUE(small_session().track(twice).track(bass).write("Song.ptx"));
+    ASSERT_EQ(convert(song()), 0);
+    EXPECT_TRUE(said("1 track(s) matched no strip row")) << result_.console_text;
+    EXPECT_EQ(console_state().problem_kind, "unmatched-tracks");
+    EXPECT_EQ(console_state().problem_detail, "1 track(s) matched no strip row");
+}
+
+TEST_F(Conversion, KeepsRenderedFadesOnDemandAndEveryClipBesideThem) {
+    builder::ClipSpec clip;
+    clip.region = "Whole";
+    clip.length = 48000;
+    builder::ClipSpec fade_in = clip;
+    fade_in.is_fade = true;
+    builder::TrackSpec track;
+    track.name = "Faded";
+    track.clips = {fade_in, clip};
+    ASSERT_TRUE(small_session().track(track).write("Song.ptx"));
+    for (const bool keeps : {false, true}) {
+        RunOptions options = song();
+        options.overwrite = true;
+        options.keep_fade_clips = keeps;
+        ASSERT_EQ(convert(options), 0);
+        const auto items = builder::read_project(file_text("Song.rpp")).track("Faded").items;
+        EXPECT_EQ(items.size(), keeps ? 2U : 1U) << result_.console_text;
+        EXPECT_EQ(items.back().name, "Whole");
+        EXPECT_EQ(said("fade references dropped"), !keeps);
+    }
+}
+
+TEST_F(Conversion, TheProjectIsTheSameInEveryLocale) {
+    ASSERT_TRUE(small_session().write("Song.ptx"));
+    ASSERT_EQ(convert(song()), 0);
+    const char* host = std::setlocale(LC_ALL, "de_DE.UTF-8");
+    if (host == nullptr) GTEST_SKIP() << "no locale with a decimal comma on this machine";
+    RunOptions options = song();
+    options.output_path = "Other.rpp";
+    EXPECT_EQ(convert(options), 0);
+    std::setlocale(LC_ALL, "C");
+    EXPECT_EQ(file_text("Song.rpp"), file_text("Other.rpp"));
+}
+
+class Stages : public tanrovegui::Progress {
+public:
+    bool stage(int index, int total, const char* text) override {
+        EXPECT_EQ(total, stage_total);
+        if (index == breaks_at) throw std::bad_alloc();
+        heard.push_back(std::to_string(index) + " " + text);
+        return true;
+    }
+    std::vector<std::string> heard;
+    int breaks_at = -1;
+};
+
+TEST_F(Conversion, AListenerHearsEveryStageAndGetsItsSummaryLine) {
+    ASSERT_TRUE(small_session().write("Song.ptx"));
+    Stages stages;
+    ASSERT_EQ(convert_session(song(), nullptr, &stages), 0);
+    EXPECT_EQ(stages.heard,
+              (std::vector<std::string>{"0 reading", "1 clips", "2 tracks", "3 writing",
+                                        "3 writing 0/1", "4 media", "5 report"}));
+    EXPECT_EQ(console_state().summary_line,
+              "summary tracks=1 clips=2 notes=0 fx=0 written=0 needs_look=0");
+}
+
+TEST_F(Conversion, ARunThatEndsInAnExceptionLeavesNoPointerBehind) {
+    ASSERT_TRUE(small_session().write("Song.ptx"));
+    Stages stages;
+    stages.breaks_at = stage_tracks;
+    EXPECT_THROW(convert_session(song(), &result_, &stages), std::bad_alloc);
+    EXPECT_EQ(console_state().console_capture, nullptr);
+    EXPECT_EQ(console_state().progress, nullptr);
+}
+
+}  // namespace
+}  // namespace tanrove

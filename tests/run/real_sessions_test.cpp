@@ -1,0 +1,241 @@
+// The real sessions, converted whole: what an independent reader counted in them has to stand in
+// the project. Skipped where the sessions are not on this machine.
+#include "support/real_sessions.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <map>
+
+#include "base/formatted_text.hpp"
+#include "run/convert_session.hpp"
+#include "support/project_reader.hpp"
+#include "support/temp_folder.hpp"
+
+namespace tanrove {
+namespace {
+
+using builder::file_text;
+using builder::ReadItem;
+using builder::ReadProject;
+using builder::TempFolder;
+
+struct Converted {
+    bool found = false;
+    std::int32_t code = -1;
+    std::size_t file_count = 0;
+    ReadProject project;
+    std::string console;
+};
+
+Converted convert_real(const std::string& file, RunOptions options = {},
+                       tanrovegui::Progress* progress = nullptr) {
+    Converted converted;
+    options.session_path = builder::real_session(file);
+    if (options.session_path.empty()) return converted;
+    TempFolder folder;
+    options.output_path = folder / "out.rpp";
+    NullSink silent;
+    console_state().console_sink = &silent;
+    ConversionResult result;
+    converted.code = convert_session(options, &result, progress);
+    console_state().console_sink = nullptr;
+    converted.found = true;
+    converted.file_count = folder.file_count();
+    converted.project = builder::read_project(file_text(options.output_path));
+    converted.console = result.console_text;
+    EXPECT_EQ(converted.project.closed, converted.file_count > 0);
+    return converted;
+}
+
+std::vector<std::string> track_names(const ReadProject& project) {
+    std::vector<std::string> names;
+    for (const auto& track : project.tracks) names.push_back(track.name);
+    return names;
+}
+
+constexpr double cd_rate = 44100.0;
+
+/// Whole samples at 44100 Hz; far from a whole sample gives -1.
+long long cd_samples(double seconds) {
+    const double samples = seconds * cd_rate;
+    return std::abs(samples - std::round(samples)) < 1e-3 ? std::llround(samples) : -1;
+}
+
+TEST(RealSessions, RegionTestHasItsSixClipsAndNoFadeFiles) {
+    const auto converted = convert_real("RegionTest.ptx");
+    if (!converted.found) GTEST_SKIP() << "the real sessions are not on this machine";
+    const auto& project = converted.project;
+    EXPECT_EQ(project.head_lines("SAMPLERATE"), std::vector<std::string>{"44100 0 0"});
+    EXPECT_EQ(track_names(project),
+              (std::vector<std::string>{"Track_Name", "Audio 1", "Audio 2", "Audio 3"}));
+    const struct {
+        const char* track;
+        std::size_t clips;
+        long long position;
+        int channels;
+    } facts[] = {{"Track_Name", 1, 0, 2},
+                 {"Audio 1", 1, 0, 2},
+                 {"Audio 2", 2, 0, 2},
+                 {"Audio 3", 2, 950000, 2}};
+    // The regions that the session names, by name: source offset and length.
+    const std::map<std::string, std::pair<long long, long long>> regions = {
+        {"region_name_region", {0, 5910132}},
+        {"region_name_region-01", {0, 2650000}},
+        {"region_name_region-03", {950000, 1290000}},
+    };
+    for (const auto& fact : facts) {
+        SCOPED_TRACE(fact.track);
+        const auto track = project.track(fact.track);
+        ASSERT_EQ(track.items.size(), fact.clips);
+        EXPECT_EQ(track.channels, fact.channels);
+        for (const ReadItem& item : track.items) {
+            EXPECT_EQ(cd_samples(item.position), fact.position);
+            ASSERT_TRUE(regions.count(item.name)) << item.name;
+            EXPECT_EQ(cd_samples(item.source_offset), regions.at(item.name).first);
+            EXPECT_EQ(cd_samples(item.length), regions.at(item.name).second);
+            EXPECT_NE(item.file.find("Audio Files/region_name_WAV.wav"), std::string::npos);
+        }
+    }
+    EXPECT_NE(converted.console.find("Pro Tools 2019.6.0, 44100 Hz"), std::string::npos);
+    EXPECT_NE(converted.console.find("region_name_WAV.wav"), std::string::npos)
+        << "the missing file is named";
+}
+
+TEST(RealSessions, TestPtxHasItsStereoPairAndItsMidiTracks) {
+    const auto converted = convert_real("TestPTX.ptx");
+    if (!converted.found) GTEST_SKIP() << "the real sessions are not on this machine";
+    const auto& project = converted.project;
+    EXPECT_EQ(project.head_lines("SAMPLERATE"), std::vector<std::string>{"48000 0 0"});
+    EXPECT_EQ(track_names(project),
+              (std::vector<std::string>{"monoTone", "stereoTone", "MIDI 1", "MIDI 2", "MIDI 3"}));
+    const auto mono = project.track("monoTone");
+    ASSERT_EQ(mono.items.size(), 1U);
+    EXPECT_DOUBLE_EQ(mono.items[0].length, 10.0);
+    const auto stereo = project.track("stereoTone");
+    ASSERT_EQ(stereo.items.size(), 2U);
+    EXPECT_DOUBLE_EQ(stereo.items[0].take_pan, -1);
+    EXPECT_DOUBLE_EQ(stereo.items[1].take_pan, 1);
+    EXPECT_NE(stereo.items[0].file.find("stereoTone.L.aif"), std::string::npos);
+    EXPECT_NE(stereo.items[1].file.find("stereoTone.R.aif"), std::string::npos);
+    EXPECT_DOUBLE_EQ(stereo.items[0].position, 0);
+}
+
+TEST(RealSessions, TempoTimeKeySigPutsItsClipsOnTheGrid) {
+    const auto converted = convert_real("TempoTimeKeySig.ptx");
+    if (!converted.found) GTEST_SKIP() << "the real sessions are not on this machine";
+    const auto& project = converted.project;
+    std::vector<std::pair<double, double>> tempos;  // seconds, bpm
+    for (const auto& line : project.head_lines("PT")) {
+        char* rest = nullptr;
+        const double seconds = std::strtod(line.c_str(), &rest);
+        tempos.emplace_back(seconds, std::strtod(rest, nullptr));
+    }
+    ASSERT_GE(tempos.size(), 4U);
+    EXPECT_DOUBLE_EQ(tempos[0].second, 50);
+    std::vector<double> distinct;
+    for (const auto& tempo : tempos) {
+        if (distinct.empty() || distinct.back() != tempo.second) distinct.push_back(tempo.second);
+    }
+    ASSERT_GE(distinct.size(), 4U);
+    distinct.resize(4);
+    EXPECT_EQ(distinct, (std::vector<double>{50, 51, 52, 53}));
+
+    const auto seconds_of = [&](double ticks) {
+        double quarters = ticks / 960000;
+        for (std::size_t i = 0; i + 1 < tempos.size(); ++i) {
+            const double span = tempos[i + 1].first - tempos[i].first;
+            const double in_span = span * tempos[i].second / 60;
+            if (quarters <= in_span) return tempos[i].first + quarters * 60 / tempos[i].second;
+            quarters -= in_span;
+        }
+        return tempos.back().first + quarters * 60 / tempos.back().second;
+    };
+
+    const auto samples = project.track("Audio 1");
+    ASSERT_EQ(samples.items.size(), 7U);
+    const long long positions[] = {0, 327278, 507498, 573648, 845598, 225358698, 234572658};
+    const long long lengths[] = {256532, 92020, 66150, 92020, 256532, 256532, 256532};
+    for (std::size_t i = 0; i < 7; ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(cd_samples(samples.items[i].position), positions[i]);
+        EXPECT_EQ(cd_samples(samples.items[i].length), lengths[i]);
+    }
+    EXPECT_EQ(samples.timebase, 0);
+
+    const auto ticks = project.track("Audio 2");
+    ASSERT_EQ(ticks.items.size(), 7U);
+    const double tick_positions[] = {3120000,    7200000,    13920000,  7342800000,
+                                     7695600000, 7718400000, 7752720000};
+    for (std::size_t i = 0; i < 7; ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_NEAR(ticks.items[i].position, seconds_of(tick_positions[i]), 1e-6);
+    }
+    EXPECT_EQ(ticks.timebase, 2);
+    EXPECT_NEAR(seconds_of(14400000), 11.007892, 1e-6) << "where a sample-based clip shows it";
+
+    EXPECT_EQ(project.head_lines("MARKER").size(), 2U + 2 * 2U) << "two markers and two regions";
+}
+
+TEST(RealSessions, Untitled32IsAnEmptyProject) {
+    const auto converted = convert_real("Untitled32.ptx");
+    if (!converted.found) GTEST_SKIP() << "the real sessions are not on this machine";
+    EXPECT_TRUE(converted.project.tracks.empty());
+    EXPECT_EQ(converted.project.head_lines("SAMPLERATE"), std::vector<std::string>{"44100 0 0"});
+    EXPECT_NE(converted.console.find("0 tracks, 0 clips, 0 MIDI notes"), std::string::npos);
+}
+
+struct Stages : tanrovegui::Progress {
+    bool stage(int index, int /*total*/, const char* text) override {
+        heard += std::to_string(index) + " " + text + "\n";
+        return true;
+    }
+    std::string heard;
+};
+
+TEST(RealSessions, AreListedAndCheckedWithoutATraceAndTellTheirStages) {
+    const struct {
+        const char* file;
+        const char* head;
+        std::vector<std::string> tracks;
+    } cases[] = {
+        {"RegionTest.ptx", "120 BPM, 44100", {"Track_Name", "Audio 1", "Audio 2", "Audio 3"}},
+        {"TestPTX.ptx", "120 BPM, 48000", {"monoTone", "stereoTone", "MIDI 1", "MIDI 2", "MIDI 3"}},
+        {"TempoTimeKeySig.ptx", "50 BPM, 44100", {"Audio 1", "Audio 2"}},
+        {"Untitled32.ptx", "120 BPM, 44100", {}},
+    };
+    const auto account = [](const std::string& text) {
+        const auto first = text.find("tracks, ");
+        return text.substr(first, text.find("PRIVACY") - first);
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.file);
+        RunOptions list_only, check_only;
+        list_only.list_only = check_only.check_only = true;
+        const auto listed = convert_real(c.file, list_only);
+        if (!listed.found) GTEST_SKIP() << "the real sessions are not on this machine";
+        const auto checked = convert_real(c.file, check_only);
+        Stages stages;
+        const auto written = convert_real(c.file, {}, &stages);
+        EXPECT_EQ(listed.code + checked.code + written.code, 0);
+        EXPECT_EQ(listed.file_count + checked.file_count, 0U);
+
+        const int count = static_cast<int>(c.tracks.size());
+        std::string list =
+            formatted("\n  tempo %s Hz\n\n  session track table (%d):\n", c.head, count);
+        std::string heard = "0 reading\n1 clips\n2 tracks\n3 writing\n";
+        for (int i = 0; i < count; ++i) {
+            list +=
+                formatted("    %2d  %s\n", i + 1, c.tracks[static_cast<std::size_t>(i)].c_str());
+            heard += formatted("3 writing %d/%d\n", i, count);
+        }
+        EXPECT_EQ(listed.console.rfind(list + "\n  buses (", 0), 0U) << listed.console;
+        EXPECT_EQ(checked.console.rfind("damage none\n", 0), 0U);
+        EXPECT_EQ(account(checked.console), account(written.console));
+        EXPECT_EQ(stages.heard, heard + "4 media\n5 report\n");
+    }
+}
+
+}  // namespace
+}  // namespace tanrove
