@@ -1,0 +1,93 @@
+// How fast a session opens, is indexed and converts, in bytes of image a second.
+#include <benchmark/benchmark.h>
+
+#include "built_session.hpp"
+#include "ptformat/ptformat.hpp"
+#include "run/convert_session.hpp"
+#include "session/block_index.hpp"
+#include "session/session_image.hpp"
+#include "support/temp_folder.hpp"
+
+namespace tanrove::bench {
+
+namespace {
+
+constexpr std::size_t tracks = 500;
+constexpr std::size_t clips_per_track = 400;  // about 50 MB of image
+constexpr std::size_t tenth_of_the_clips = clips_per_track / 10;
+
+/// A built session, as an image and as a file.
+struct Built {
+    builder::Bytes image;
+    builder::TempFolder folder;
+    std::string path;
+
+    explicit Built(std::size_t clips) {
+        const auto session = session_of(tracks, clips);
+        image = session.image();
+        path = folder / "Big.ptx";
+        if (!session.write(path)) std::abort();
+    }
+    std::int64_t bytes() const { return static_cast<std::int64_t>(image.size()); }
+};
+
+const Built& built(std::int64_t clips) {
+    static const Built small(tenth_of_the_clips);
+    static const Built large(clips_per_track);
+    return static_cast<std::size_t>(clips) == clips_per_track ? large : small;
+}
+
+void count_bytes(benchmark::State& state, const Built& session) {
+    state.SetBytesProcessed(state.iterations() * session.bytes());
+    state.counters["image_MB"] = static_cast<double>(session.bytes()) / 1e6;
+}
+
+void open_session(benchmark::State& state) {
+    const Built& session = built(state.range(0));
+    for (auto _ : state) {
+        PTFFormat file;
+        if (file.load(session.path, default_session_rate_hz) != 0) std::abort();
+        benchmark::DoNotOptimize(file.image());
+    }
+    count_bytes(state, session);
+}
+
+void index_blocks(benchmark::State& state) {
+    const Built& session = built(state.range(0));
+    for (auto _ : state) {
+        const BlockIndex index{ByteView(session.image)};
+        benchmark::DoNotOptimize(index.blocks().all().data());
+    }
+    count_bytes(state, session);
+}
+
+void convert(benchmark::State& state) {
+    const Built& session = built(state.range(0));
+    NullSink silent;
+    console_state().console_sink = &silent;
+    RunOptions options;
+    options.session_path = session.path;
+    options.output_path = session.folder / "Big.rpp";
+    options.overwrite = true;
+    for (auto _ : state) {
+        if (convert_session(options, nullptr, nullptr) != 0) std::abort();
+    }
+    console_state().console_sink = nullptr;
+    count_bytes(state, session);
+}
+
+BENCHMARK(open_session)
+    ->Arg(tenth_of_the_clips)
+    ->Arg(clips_per_track)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(index_blocks)
+    ->Arg(tenth_of_the_clips)
+    ->Arg(clips_per_track)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(convert)->Arg(tenth_of_the_clips)->Arg(clips_per_track)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+}  // namespace tanrove::bench
+
+BENCHMARK_MAIN();

@@ -1,0 +1,34 @@
+// Sessions in the shape of a large edit: clips side by side, a hundred regions a track.
+#include "built_session.hpp"
+
+namespace tanrove::bench {
+
+builder::SessionBuilder session_of(std::size_t tracks, std::size_t clips_per_track) {
+    constexpr std::int64_t clip_samples = 24000;
+    constexpr std::int64_t quarter_ticks = 960000;
+    constexpr int tempo_changes = 500;
+    constexpr std::size_t regions_per_track = 100;  // a session numbers 65535 regions at most
+    builder::SessionBuilder session;
+    session.audio_file({"Take.wav", clip_samples * 1000, 0});
+    for (int i = 0; i < tempo_changes; ++i) {
+        session.tempo(i * 4 * quarter_ticks, 90.0 + i % 60);
+    }
+    for (std::size_t t = 0; t < tracks; ++t) {
+        builder::TrackSpec track;
+        track.name = "Track " + std::to_string(t + 1);
+        track.tick_based = t % 2 == 1;
+        track.clips.reserve(clips_per_track);
+        for (std::size_t c = 0; c < clips_per_track; ++c) {
+            builder::ClipSpec clip;
+            clip.region = track.name + "-" + std::to_string(c % regions_per_track + 1);
+            clip.position = static_cast<std::int64_t>(c) * clip_samples;
+            clip.length = clip_samples;
+            clip.source_offset = static_cast<std::int64_t>(c % regions_per_track) * clip_samples;
+            track.clips.push_back(clip);
+        }
+        session.track(track);
+    }
+    return session;
+}
+
+}  // namespace tanrove::bench

@@ -1,0 +1,52 @@
+// The block index, the tree, the version scan and the damage scan on any image.
+#include "fuzz/promise.hpp"
+#include "session/block_index.hpp"
+#include "session/block_tree.hpp"
+#include "session/damage_scan.hpp"
+#include "session/session_version.hpp"
+
+namespace {
+
+using namespace tanrove;
+
+void check_tree(const std::vector<BlockNode>& nodes, std::size_t from, std::size_t limit,
+                int depth) {
+    promise(nodes.empty() || depth <= max_block_depth, "the tree has its depth");
+    for (const BlockNode& node : nodes) {
+        promise(node.offset >= from && node.offset + node.size <= limit, "children lie inside");
+        from = node.offset + node.size;
+        check_tree(node.children, node.offset - block_content_at, from, depth + 1);
+    }
+}
+
+void check_index(const BlockIndex& index) {
+    const ByteView image = index.image();
+    const auto all = index.blocks().all();
+    std::size_t next = 0;
+    for (std::size_t p = 0; image.holds(p, block_payload_at); ++p) {
+        if (!isBlockAt(image, p, image.size())) continue;
+        promise(next < all.size() && all[next].at == p, "the index has every block, in order");
+        promise(all[next].end() <= image.size(), "every block lies inside the image");
+        promise(index.at(p) == &all[next++], "every block is found at its place");
+    }
+    promise(next == all.size(), "the index has nothing else");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const BlockIndex index(input_view(data, size));
+    check_index(index);
+    check_tree(parseBlockTree(index.image()), 0, size, 0);
+
+    const SessionVersion version = scanSessionVersion(index);
+    promise(version.version.empty() == version.product.empty(), "a version has its product");
+    promise((version.major >= 0) == !version.version.empty(), "a version has its number");
+    promise(version.product.rfind("Pro Tools", 0) == 0 || version.product.empty(), "product name");
+
+    const DamageReport damage = scanDamage(index);
+    promise(damage.trailing_bytes <= size && damage.break_at <= size, "damage lies in the file");
+    promise((damage.verdict == DamageVerdict::incomplete) == (damage.trailing_bytes > 0),
+            "an incomplete file has bytes behind its last block");
+    return 0;
+}

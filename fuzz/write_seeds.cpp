@@ -1,0 +1,73 @@
+// Writes the seeds of all fuzzing targets into a folder: small decrypted sessions of every kind
+// that the session builder makes.
+//   write_seeds FOLDER
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "support/records/old_session_records.hpp"
+#include "support/rich_session.hpp"
+
+namespace {
+
+using namespace tanrove::builder;
+
+struct Seed {
+    std::string name;
+    Bytes image;
+};
+
+OldSessionSpec old_song(bool big_endian, bool newer_playlists) {
+    OldSessionSpec song;
+    song.big_endian = big_endian;
+    song.newer_playlists = newer_playlists;
+    song.files = {{"a.aif", 96000}, {"b.aif", 70000, 44100}};
+    song.regions = {{"a", 0, 96000, 0}, {"b-01", 300, 65000, 1}};
+    song.tracks = {{"Drums", {0, 1}, {{0, 0}, {0, 99999}}}, {"Bass", {2}, {{1, 24000}}}};
+    song.midi = {{"keys", "Piano", 3, 1920000}};
+    return song;
+}
+
+std::vector<Seed> seeds() {
+    std::vector<Seed> all = {
+        {"empty", SessionBuilder().image()},
+        {"two_files", SessionBuilder().audio_file({"a.wav", 5}).audio_file({"b.wav", 9}).image()},
+        {"no_version", SessionBuilder().without_product().rate(96000).image()},
+        {"unknown_container", SessionBuilder().container_version(13).image()},
+        {"fixed_settings", SessionBuilder().top_level(settings_block_fixed_offsets({})).image()},
+        {"old", old_session_image(old_song(false, false))},
+        {"old_newer_playlists", old_session_image(old_song(false, true))},
+        {"old_big_endian", old_session_image(old_song(true, false))},
+        {"old_big_endian_newer_playlists", old_session_image(old_song(true, true))},
+    };
+    for (const auto& family : family_sessions()) {
+        all.push_back({family.name, family.session.image()});
+    }
+    all.push_back({"rich", rich_session({}).image()});
+    return all;
+}
+
+bool write(const std::filesystem::path& path, const Bytes& bytes) {
+    std::ofstream out(path, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(bytes.data()),
+              static_cast<std::streamsize>(bytes.size()));
+    out.close();
+    return out.good();
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (count != 2) {
+        std::fputs("write_seeds FOLDER\n", stderr);
+        return 2;
+    }
+    const std::filesystem::path folder = arguments[1];
+    for (const Seed& seed : seeds()) {
+        if (write(folder / (seed.name + ".img"), seed.image)) continue;
+        std::fprintf(stderr, "cannot write %s\n", seed.name.c_str());
+        return 1;
+    }
+    return 0;
+}
