@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Installs what the build, the tests and the checks need on a Debian machine; installs nothing that
+# is already there. Sourced or run by the other scripts.
+set -euo pipefail
+
+packages=(g++ clang cmake ninja-build ccache libgtest-dev libbenchmark-dev locales)
+[ "${TANROVE_INSTALL_CHECKERS:-0}" = 1 ] && packages+=(clang-format clang-tidy libclang-rt-dev)
+
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
+
+missing=()
+for package in "${packages[@]}"; do
+    dpkg -s "$package" >/dev/null 2>&1 || missing+=("$package")
+done
+if [ ${#missing[@]} -gt 0 ]; then
+    echo "Installing: ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq "${missing[@]}" >/dev/null
+fi
+
+# Numbers must not follow the machine: some tests run under a locale with a decimal comma.
+if ! grep -qix 'de_DE.utf8' <<<"$(locale -a)"; then
+    "${as_root[@]}" localedef -i de_DE -f UTF-8 de_DE.UTF-8
+fi
