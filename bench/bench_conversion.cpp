@@ -13,7 +13,7 @@ namespace tanrove::bench {
 namespace {
 
 constexpr std::size_t tracks = 500;
-constexpr std::size_t clips_per_track = 1000;  // about 50 MB of image
+constexpr std::size_t clips_per_track = 1000;  // half a million clips
 constexpr std::size_t tenth_of_the_clips = clips_per_track / 10;
 
 /// A built session, as an image and as a file.
