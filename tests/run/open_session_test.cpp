@@ -319,21 +319,6 @@ void expect_words_for_cuts(const std::string& file, ByteView image,
     EXPECT_GT(opened, 0);
 }
 
-TEST_F(OpenSession, EveryCutIsRefusedOrOpensWithAVerdict) {
-    Bytes filling = builder::block(0x2222, Bytes(30));
-    for (int i = 0; i < 100; ++i)
-        filling = ByteWriter().raw(filling).block(0x3333, Bytes(20)).bytes();
-    const SessionBuilder built = SessionBuilder().top_level(filling);
-    const Bytes image = built.image();
-    const std::string file = as_text(built.file());
-    std::vector<std::size_t> cuts;
-    for (std::size_t tenth = 1; tenth < 10; ++tenth) cuts.push_back(file.size() * tenth / 10);
-    for (std::size_t size = 0; size < 400; ++size) cuts.push_back(size);
-    expect_words_for_cuts(
-        file, ByteView(image), cuts, [&](const Bytes& cut) { return open_bytes("cut.ptx", cut); },
-        text);
-}
-
 TEST_F(OpenSession, OpensRealSessionsAndRefusesTheOlderOnes) {
     const struct {
         const char* name;

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <map>
-#include <random>
 #include <set>
 #include <sstream>
 
@@ -322,22 +321,6 @@ TEST(MixerTwins, AgreeOnEveryDamagedSize) {
         }
     }
     EXPECT_GT(damaged_count, 50);
-}
-
-TEST(MixerTwins, AgreeOnRandomDamage) {
-    const Bytes good = session_with_sends();
-    for (unsigned seed = 0; seed < 40; ++seed) {
-        SCOPED_TRACE(seed);
-        std::mt19937 random(seed);
-        Bytes bad = good;
-        for (int i = 0; i < 40; ++i) {
-            const std::size_t at = random() % bad.size();
-            bad[at] = static_cast<std::uint8_t>(i % 2 == 0 ? bad[random() % bad.size()] : random());
-        }
-        if (seed % 4 == 0) bad.resize(random() % bad.size());
-        expect_twins_agree(bad);
-        if (HasFatalFailure()) return;
-    }
 }
 
 TEST(MixerTwins, AgreeOnRealSessions) {
