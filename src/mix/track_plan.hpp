@@ -1,11 +1,14 @@
 // One track as it will be written, every decision taken.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "timeline/clip_item.hpp"
+#include "timeline/envelope_point.hpp"
 
 namespace tanrove {
 
@@ -31,6 +34,49 @@ struct MixerPlan {
     bool plays_to_parent = true;  ///< reaches its folder or the master, not only its sends
 };
 
+/// What the values of an envelope are; decides its default shape.
+enum class EnvelopeKind : std::uint8_t { volume, mute, pan };
+
+/// One automation envelope of a track, a receive or the master, as it is written.
+struct EnvelopePlan {
+    std::string block;  ///< REAPER's name of it: "VOLENV2", "MUTEENV", ...
+    EnvelopeKind kind = EnvelopeKind::volume;
+    bool active = true;
+    bool armed = false;
+    std::vector<EnvelopePoint> points;  ///< in time order; none: the envelope is not written
+};
+
+/// A send as the track that receives it has it.
+struct ReceivePlan {
+    std::size_t source = 0;  ///< index among the plans
+    int mode = 0;            ///< 0 post fader, 3 pre fader
+    double gain = 1;         ///< linear
+    double pan = 0;          ///< -1 to 1
+    bool muted = false;
+    std::vector<EnvelopePlan> envelopes;  ///< volume, mute
+};
+
+/// The key input of a plug-in: channels of another track on channels behind the main pair.
+struct KeyReceive {
+    std::size_t source = 0;
+    int destination_channel = 2;  ///< from 0
+};
+
+/// The output of a track into the aux that takes its bus.
+struct ChannelReceive {
+    std::size_t source = 0;
+    int width_code = 0;  ///< 0 stereo, else (channels / 2) << 10
+};
+
+/// REAPER's folder state of a track: the two numbers of its `ISBUS` line.
+struct FolderState {
+    int kind = 0;   ///< 0 plain, 1 opens a folder, 2 closes folders
+    int depth = 0;  ///< 1 on a folder, minus the number of folders that it closes on their last
+};
+
+/// REAPER's mark for a track without a colour of its own.
+constexpr std::uint32_t default_track_colour = 16576;
+
 struct TrackPlan {
     std::string name;           ///< written to the project
     std::string session_name;   ///< as Pro Tools shows it; empty on a split alternate
@@ -55,6 +101,20 @@ struct TrackPlan {
     bool unmatched_alternate = false;
     int height_pixels = 0;  ///< in the arrange window; 0 where the session has none
     MixerPlan mixer;
+    std::uint32_t colour = default_track_colour;  ///< 0x1BBGGRR, or the default
+    bool hidden = false;                          ///< in both windows
+    FolderState folder;
+    bool is_basic_folder = false;  ///< a container: no sound runs through it
+    std::vector<std::uint32_t>
+        group_flags;                      ///< the words of the `GROUP_FLAGS` line, none for no line
+    std::optional<int> pan_mode;          ///< of the `PANMODE` line, nullopt for no line
+    int written_channels = 2;             ///< even: what REAPER gives the track
+    bool parent_gets_first_pair = false;  ///< only channels 1/2 go on: the others hold keys
+    std::vector<KeyReceive> key_receives;
+    std::vector<ChannelReceive> channel_receives;
+    std::vector<ReceivePlan> receives;
+    std::vector<EnvelopePlan> envelopes;     ///< in the order in which they are written
+    std::vector<std::string> comment_lines;  ///< of the item that holds the track's comment
 };
 
 }  // namespace tanrove

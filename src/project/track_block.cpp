@@ -19,9 +19,6 @@ namespace {
 constexpr std::uint32_t track_seed = 1;
 constexpr std::uint32_t track_id_seed = 9001;
 
-/// REAPER's mark for a track without a colour of its own.
-constexpr unsigned long default_color = 16576;
-
 constexpr int fixed_lanes = 2;  // FREEMODE: 0 plain, 2 fixed lanes
 
 /// REAPER gives a track an even number of channels, two or more.
@@ -32,7 +29,7 @@ int written_channels(int channels) {
 void write_opening(TextSink& out, const TrackPlan& plan, std::uint32_t index) {
     out.line(1, "<TRACK %s", guid(track_seed + index).c_str());
     out.line(2, "NAME %s", quoted(plan.name).c_str());
-    out.line(2, "PEAKCOL %lu", default_color);
+    out.line(2, "PEAKCOL %lu", static_cast<unsigned long>(plan.colour));
     out.line(2, "BEAT %d", static_cast<int>(plan.timebase));
     out.line(2, "AUTOMODE %d", plan.mixer.automation_mode);
 }

@@ -25,7 +25,7 @@
 #include "session/buses.hpp"
 #include "session/midi_chunk_dump.hpp"
 #include "session/strip_lanes.hpp"
-#include "timeline/place_clips.hpp"
+#include "timeline/lay_out_timeline.hpp"
 
 namespace tanrove {
 
@@ -135,7 +135,7 @@ std::vector<TimelineTrack> Conversion::place(const SessionImage& image, const Cl
     timeline.default_tempo = time_.tempo_bpm;
     timeline.rate_hz = static_cast<double>(image.rate);
     timeline.keep_fade_clips = options_.keep_fade_clips;
-    return place_clips(timeline, tallies_.timeline);
+    return lay_out_timeline(timeline, tallies_.timeline);
 }
 
 void Conversion::plan_head(const SessionImage& image) {

@@ -2,10 +2,45 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tanrove {
+
+/// The curve of a Pro Tools fade on one side, as its record tells it.
+struct FadeSpec {
+    std::uint32_t family = 0;  ///< 1 equal power, other values equal gain
+    std::int32_t type = 0;     ///< 0 standard, 1 S-curve, 2 preset, 3 step
+    std::int32_t setting = 0;
+};
+
+/// The fade at one end of a clip.
+struct ClipFade {
+    double length = 0;  ///< seconds
+    double shape = 0;   ///< REAPER's fade shape, 0 to 7
+    double curve = 0;   ///< REAPER's fade curve, -1 to 1
+    bool as_envelope =
+        false;  ///< REAPER has no such fade: the item's volume envelope follows `spec`
+    FadeSpec spec;
+    double spec_length = 0;  ///< seconds: the length that the envelope was decided for
+};
+
+/// A place in the item and the place in its source that sounds there, both in seconds.
+struct StretchMarker {
+    double item_position = 0;
+    double source_position = 0;
+};
+
+/// A point of a clip's drawn gain line.
+struct ClipGainLinePoint {
+    double position = 0;  ///< samples from the start of the clip's audio file
+    double gain_db = 0;
+};
+
+/// The stored position of a clip that no placement of its own put there: no lookup may hit it.
+constexpr std::uint64_t no_stored_position = std::numeric_limits<std::uint64_t>::max();
 
 /// Times are seconds of the session timeline unless the name says otherwise.
 struct ClipItem {
@@ -21,7 +56,21 @@ struct ClipItem {
     std::string file_kind;  ///< lower-cased extension
     bool muted = false;
     bool head_of_file = false;  ///< starts within 63 samples of its file and bears no edit number
+    std::string group_name;     ///< of the clip group that holds the clip; empty outside one
     double playrate = 1.0;
+    ClipFade fade_in;
+    ClipFade fade_out;
+    bool crossfaded = false;   ///< a crossfade joins this clip's tail to the next clip
+    bool stretched = false;    ///< elastic warp has replaced `length`
+    double warped_length = 0;  ///< on the timeline, of the warped slice; 0 when none
+    double pitch_shift = 0;    ///< semitones
+    std::vector<StretchMarker> stretch_markers = {};
+    bool has_clip_gain = false;
+    double clip_gain_db = 0;                            ///< fixed, the clip's and its group's
+    std::vector<ClipGainLinePoint> gain_envelope = {};  ///< relative to the fixed gain
+    double original_start = 0;                          ///< as it stood before covering
+    double original_length = 0;                         ///< likewise
+    double original_source_offset = 0;                  ///< likewise
     bool is_fade_reference = false;    ///< a fade's rendered file, kept on demand: it has no row
     std::int32_t edit_row = -1;        ///< row in the track's edit list
     bool tail_kept = false;            ///< this clip's tail survives over the next clip
