@@ -130,16 +130,6 @@ void clean_stereo_pan(Strip& strip) {
     strip.pan_lane.points.clear();
 }
 
-/// Reads the lanes in the row of a strip.
-void read_row_lanes(const BlockIndex& index, const Block& row, LaneReader& reader,
-                    std::size_t owner, Strip& strip) {
-    const Block* channel = index.first_child(row, send_channel_type);
-    const Block& holder = channel != nullptr ? *channel : row;
-    const LaneGroups lanes = sortLanes(index, holder.at, holder.end());
-    StripLanes(reader, owner, strip).assign(lanes, lane_shape(index, holder, lanes));
-    clean_stereo_pan(strip);
-}
-
 void read_midi_lane(const BlockIndex& index, LaneReader& reader, std::size_t owner, Strip& strip) {
     const Block* mixer = index.at(strip.channel_position - block_payload_at);
     const Block* lane = mixer == nullptr ? nullptr : index.first_child(*mixer, lane_type);
@@ -162,6 +152,15 @@ std::vector<std::size_t> strips_by_position(const std::vector<Strip>& strips) {
 
 }  // namespace
 
+void readLanesOfRow(const BlockIndex& index, const Block& row, LaneReader& reader,
+                    std::size_t owner, Strip& strip) {
+    const Block* channel = index.first_child(row, send_channel_type);
+    const Block& holder = channel != nullptr ? *channel : row;
+    const LaneGroups lanes = sortLanes(index, holder.at, holder.end());
+    StripLanes(reader, owner, strip).assign(lanes, lane_shape(index, holder, lanes));
+    clean_stereo_pan(strip);
+}
+
 void readStripLanes(const BlockIndex& index, std::vector<Strip>& strips) {
     const auto order = strips_by_position(strips);
     std::vector<std::size_t> positions;
@@ -176,7 +175,7 @@ void readStripLanes(const BlockIndex& index, std::vector<Strip>& strips) {
         if (strip.midi_only) {
             read_midi_lane(index, reader, order[i], strip);
         } else if (holders[i] != nullptr) {
-            read_row_lanes(index, *holders[i], reader, order[i], strip);
+            readLanesOfRow(index, *holders[i], reader, order[i], strip);
         }
     }
 }

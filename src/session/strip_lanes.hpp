@@ -13,6 +13,10 @@ namespace tanrove {
 /// initial value, which is the later word.
 void readStripLanes(const BlockIndex& index, std::vector<Strip>& strips);
 
+/// Fills the lanes that stand in one strip row. A lane that another owner has is left to it.
+void readLanesOfRow(const BlockIndex& index, const Block& row, LaneReader& reader,
+                    std::size_t owner, Strip& strip);
+
 /// The lanes of the strips that move, as text for a developer: one line a strip, and one for each
 /// point of its volume.
 std::string strip_lanes_text(const std::vector<Strip>& strips);

@@ -1,0 +1,41 @@
+// A master fader's row 0x261d holds what an audio track's row holds: a channel record 0x1029 and
+// the lanes of its fader and its mute.
+#include "session/master_strip.hpp"
+
+#include "session/channel_records.hpp"
+#include "session/strip_lanes.hpp"
+
+namespace tanrove {
+
+namespace {
+
+void read_first(const BlockIndex& index, const StripRow& row, Strip& strip) {
+    strip.name = row.current_name.empty() ? row.original_name : row.current_name;
+    const Block* block = index.at(row.start);
+    if (block == nullptr) return;
+    if (const Block* channel = index.first_child(*block, channel_record_type)) {
+        if (const auto record = readChannelRecord(index.image(), *channel)) {
+            strip.present = true;
+            strip.fader_db = record->fader_db;
+            strip.muted = record->muted;
+            strip.channel_position = record->payload();
+        }
+    }
+    LaneReader reader(index.image());
+    readLanesOfRow(index, *block, reader, 0, strip);
+}
+
+}  // namespace
+
+MasterStrips readMasterStrips(const BlockIndex& index, std::span<const StripRow> rows) {
+    MasterStrips masters;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (rows[i].type != StripRowType::master) continue;
+        if (masters.count++ > 0) continue;
+        masters.row = i;
+        read_first(index, rows[i], masters.first);
+    }
+    return masters;
+}
+
+}  // namespace tanrove
