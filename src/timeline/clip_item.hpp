@@ -86,6 +86,17 @@ struct ClipItem {
 /// item, else 0.
 double snap_offset(const ClipItem& clip);
 
+/// A place in a file as the whole number of samples that an item keeps; 0 where it lies in front
+/// of the file.
+std::uint32_t offset_in_samples(std::int64_t offset);
+
+/// True if the clip starts so close to its file's head that it was recorded as one piece with it,
+/// and no edit gave it its name.
+bool begins_with_its_file(const ClipItem& clip);
+
+/// Orders clips by `start`; equal starts keep their order.
+void order_by_start(std::vector<ClipItem>& clips);
+
 /// The name without its folder, cut at the last "/" or "\\".
 std::string_view without_folder(std::string_view path);
 

@@ -2,15 +2,11 @@
 #include "timeline/collect_clips.hpp"
 
 #include <algorithm>
-#include <limits>
 #include <map>
 
 namespace tanrove {
 
 namespace {
-
-// A clip that starts this close to its file's head was recorded as one piece with it.
-constexpr std::uint32_t max_head_samples = 63;
 
 /// Tracks of the table, and where each id stands among them.
 class TrackCollector {
@@ -47,11 +43,6 @@ private:
     std::map<std::uint16_t, std::size_t> place_of_id_;
 };
 
-bool sync_table_lines_up(const TimelineInput& input) {
-    return std::ranges::equal(input.sync_points, input.regions, {}, &RegionStart::name,
-                              &Region::name);
-}
-
 /// The region of a placement that plays a file; nullptr for any other placement.
 const Region* played_region(const ClipTrack& placement, const TimelineInput& input) {
     if (placement.is_clip_group || placement.region_index >= input.regions.size()) return nullptr;
@@ -59,11 +50,6 @@ const Region* played_region(const ClipTrack& placement, const TimelineInput& inp
     const bool has_file =
         region.file >= 0 && static_cast<std::size_t>(region.file) < input.files.size();
     return region.length > 0 && has_file ? &region : nullptr;
-}
-
-std::uint32_t offset_in_samples(std::int64_t offset) {
-    constexpr std::int64_t most = std::numeric_limits<std::uint32_t>::max();
-    return static_cast<std::uint32_t>(std::clamp<std::int64_t>(offset, 0, most));
 }
 
 ClipItem clip_of(const ClipTrack& placement, const Region& region, const TimelineInput& input) {
@@ -78,12 +64,16 @@ ClipItem clip_of(const ClipTrack& placement, const Region& region, const Timelin
     clip.name = region.name;
     clip.file = without_folder(input.files[static_cast<std::size_t>(region.file)].name);
     clip.file_kind = file_kind_of(clip.file);
-    clip.head_of_file =
-        clip.source_offset_samples <= max_head_samples && !ends_in_edit_number(clip.name);
+    clip.head_of_file = begins_with_its_file(clip);
     return clip;
 }
 
 }  // namespace
+
+bool sync_table_lines_up(const TimelineInput& input) {
+    return std::ranges::equal(input.sync_points, input.regions, {}, &RegionStart::name,
+                              &Region::name);
+}
 
 CollectedTracks collect_clips(const TimelineInput& input, TimelineTallies& tallies) {
     const bool has_sync_points = std::ranges::any_of(

@@ -15,6 +15,10 @@ struct CollectedTracks {
     std::vector<std::size_t> placement_counts;
 };
 
+/// True if the table of sync points names every region in turn: only then is it told whose sync
+/// point an entry is.
+bool sync_table_lines_up(const TimelineInput& input);
+
 /// A placement without length or without an audio file makes no clip, a clip group neither. Sync
 /// points are used only when their table names every region in turn.
 CollectedTracks collect_clips(const TimelineInput& input, TimelineTallies& tallies);

@@ -2,8 +2,6 @@
 #include "timeline/track_timebase.hpp"
 
 #include <algorithm>
-#include <utility>
-#include <vector>
 
 #include "session/block_scan.hpp"
 
@@ -24,19 +22,6 @@ bool looks_tick_based(const std::vector<ClipItem>& clips) {
 /// origin.
 double ticks_from_origin(std::uint64_t stored) {
     return stored > tick_origin ? static_cast<double>(stored - tick_origin) : 0;
-}
-
-/// Most tracks are stored in order. Clips are large: the others sort numbers and move each once.
-void order_by_start(std::vector<ClipItem>& clips) {
-    if (std::ranges::is_sorted(clips, {}, &ClipItem::start)) return;
-    std::vector<std::pair<double, std::size_t>> order;
-    order.reserve(clips.size());
-    for (std::size_t i = 0; i < clips.size(); ++i) order.emplace_back(clips[i].start, i);
-    std::ranges::sort(order);
-    std::vector<ClipItem> ordered;
-    ordered.reserve(clips.size());
-    for (const auto& [start, number] : order) ordered.push_back(std::move(clips[number]));
-    clips = std::move(ordered);
 }
 
 }  // namespace
@@ -62,10 +47,15 @@ void decide_timebases(std::vector<TimelineTrack>& tracks, std::span<const Playli
     }
 }
 
+double stored_seconds(std::uint64_t stored, bool tick_based, double rate_hz,
+                      const TempoClock& clock) {
+    return tick_based ? clock.seconds(ticks_from_origin(stored))
+                      : static_cast<double>(stored) / rate_hz;
+}
+
 void place_in_seconds(TimelineTrack& track, double rate_hz, const TempoClock& clock) {
     for (auto& clip : track.clips) {
-        clip.start = track.tick_based ? clock.seconds(ticks_from_origin(clip.stored_position))
-                                      : static_cast<double>(clip.stored_position) / rate_hz;
+        clip.start = stored_seconds(clip.stored_position, track.tick_based, rate_hz, clock);
         // The stored position of a clip with a sync point is where the sync point lies.
         if (clip.sync_offset > 0) clip.start -= clip.sync_offset;
         clip.start = std::max(clip.start, 0.0);
