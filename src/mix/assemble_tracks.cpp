@@ -2,6 +2,7 @@
 // alternates, order, give the rest a place, settle what is silent.
 #include "mix/assemble_tracks.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "mix/alternate_lanes.hpp"
@@ -64,6 +65,14 @@ void settle_silence(std::vector<TrackPlan>& plans, const AssemblyInput& input,
     }
 }
 
+/// REAPER gives a track an even number of channels, two or more.
+void settle_channel_counts(std::vector<TrackPlan>& plans) {
+    for (auto& plan : plans) plan.written_channels = std::max(2, plan.channels + plan.channels % 2);
+}
+
+/// A mono strip has one pan knob: REAPER's balance mode turns it as Pro Tools does.
+constexpr int mono_pan_mode = 3;
+
 void settle_mono_strips(std::vector<TrackPlan>& plans, const AssemblyInput& input,
                         const StripWidths& widths) {
     const TrackNameSet midi_strips = midi_strip_names(input.strips);
@@ -72,6 +81,7 @@ void settle_mono_strips(std::vector<TrackPlan>& plans, const AssemblyInput& inpu
         const int width =
             plan.is_bare_strip ? widths.channels_of(plan.session_name) : plan.channels;
         plan.strip_is_mono = has_strip && width == 1;
+        if (plan.strip_is_mono) plan.pan_mode = mono_pan_mode;
     }
 }
 
@@ -94,6 +104,7 @@ std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallie
     append_unplaced(plans, std::move(ordered.unplaced), tallies);
     settle_silence(plans, input, tallies);
     settle_mono_strips(plans, input, widths);
+    settle_channel_counts(plans);
     return plans;
 }
 

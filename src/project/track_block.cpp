@@ -2,14 +2,16 @@
 // value that is not in the plan is a constant of the format.
 #include "project/track_block.hpp"
 
-#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
 
+#include "base/formatted_text.hpp"
 #include "base/guid.hpp"
+#include "project/envelope_text.hpp"
 #include "project/item_text.hpp"
 #include "project/project_text.hpp"
+#include "project/receive_text.hpp"
 
 namespace tanrove {
 
@@ -21,11 +23,6 @@ constexpr std::uint32_t track_id_seed = 9001;
 
 constexpr int fixed_lanes = 2;  // FREEMODE: 0 plain, 2 fixed lanes
 
-/// REAPER gives a track an even number of channels, two or more.
-int written_channels(int channels) {
-    return std::max(2, channels + channels % 2);
-}
-
 void write_opening(TextSink& out, const TrackPlan& plan, std::uint32_t index) {
     out.line(1, "<TRACK %s", guid(track_seed + index).c_str());
     out.line(2, "NAME %s", quoted(plan.name).c_str());
@@ -36,14 +33,22 @@ void write_opening(TextSink& out, const TrackPlan& plan, std::uint32_t index) {
 
 void write_mixer(TextSink& out, const TrackPlan& plan) {
     const MixerPlan& mixer = plan.mixer;
-    out.line(2, "VOLPAN %.6f %g -1 %.6f %.6f", mixer.gain, mixer.pan, mixer.dual_pan_left,
-             mixer.dual_pan_right);
+    out.line(2, "VOLPAN %.6f %g -1 %.6f %.6f", printable(mixer.gain), printable(mixer.pan),
+             printable(mixer.dual_pan_left), printable(mixer.dual_pan_right));
     out.line(2, "MUTESOLO %d %d %d", plan.muted ? 1 : 0, mixer.soloed ? 2 : 0,
              mixer.solo_safe ? 1 : 0);
     out.line(2, "IPHASE %d", mixer.polarity_inverted ? 1 : 0);
-    out.line(2, "ISBUS 0 0");
-    // A mono strip has one pan knob: REAPER's balance mode turns it as Pro Tools does.
-    if (plan.strip_is_mono) out.line(2, "PANMODE 3");
+    out.line(2, "ISBUS %d %d", plan.folder.kind, plan.folder.depth);
+    if (plan.hidden) out.line(2, "SHOWINMIX 0 0.6667 0.5 0 0.5 0 0 0 0");
+}
+
+void write_groups_and_pan_mode(TextSink& out, const TrackPlan& plan) {
+    if (!plan.group_flags.empty()) {
+        std::string words;
+        for (const std::uint32_t word : plan.group_flags) words += formatted(" %u", word);
+        out.line(2, "GROUP_FLAGS%s", words.c_str());
+    }
+    if (plan.pan_mode) out.line(2, "PANMODE %d", *plan.pan_mode);
 }
 
 void write_layout(TextSink& out, const TrackPlan& plan) {
@@ -53,10 +58,11 @@ void write_layout(TextSink& out, const TrackPlan& plan) {
 }
 
 void write_channels(TextSink& out, const TrackPlan& plan, std::uint32_t index) {
-    out.line(2, "NCHAN %d", written_channels(plan.channels));
+    out.line(2, "NCHAN %d", plan.written_channels);
     out.line(2, "FX 1");
     out.line(2, "TRACKID %s", guid(track_id_seed + index).c_str());
     out.line(2, "MAINSEND %d 0", plan.mixer.plays_to_parent ? 1 : 0);
+    if (plan.parent_gets_first_pair) out.line(2, "MAINSEND_NCH 2");
 }
 
 /// Pro Tools plays one playlist a track. An alternate that stands as a track of its own is silenced
@@ -101,15 +107,29 @@ void write_items(TextSink& out, const TrackPlan& plan, MediaSearch& media,
 
 }  // namespace
 
+void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies& tallies) {
+    int points = 0;
+    for (const EnvelopePlan& envelope : plan.envelopes) {
+        points += write_envelope(out, track_envelope_level, envelope);
+    }
+    tallies.automation_points += points;
+    if (points > 0) ++tallies.automated_tracks;
+}
+
 void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaSearch& media,
                  WrittenTallies& tallies) {
     const auto number = static_cast<std::uint32_t>(index);
     write_opening(out, plan, number);
     write_mixer(out, plan);
+    write_groups_and_pan_mode(out, plan);
     write_layout(out, plan);
     write_channels(out, plan, number);
+    write_key_receives(out, plan);
+    write_channel_receives(out, plan);
+    tallies.send_points += write_sends(out, plan);
     write_alternate_mute(out, plan);
     write_lanes(out, plan);
+    write_track_envelopes(out, plan, tallies);
     write_items(out, plan, media, tallies);
     out.line(1, ">");
 

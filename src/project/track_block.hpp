@@ -20,10 +20,16 @@ struct WrittenTallies {
     int locked_clips = 0;       ///< of `clips`
     int time_tracks = 0;        ///< of `tracks`: their items keep their times
     int beats_tracks = 0;       ///< of `tracks`: their items keep their bars and beats
+    int automation_points = 0;  ///< of track envelopes, those that follow the fader included
+    int automated_tracks = 0;   ///< tracks with such points
+    int send_points = 0;        ///< of the envelopes of sends
 };
 
 /// Told before each track is written: its index from 0 and the number of tracks.
 using TrackProgress = std::function<void(std::size_t index, std::size_t count)>;
+
+/// Writes the envelopes of a track that have points.
+void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies& tallies);
 
 /// Writes one track. `index` is its place in the project's track list, from 0; its identifiers are
 /// made from it.

@@ -42,8 +42,8 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     // Groups
 
     // Track properties, comments, Trim, solo, folders
-    print_unmatched_alternates(out, tallies.tracks);
-    print_surround_folds(out, tallies.tracks);
+    print_unmatched_alternates(out, tallies.mix.tracks);
+    print_surround_folds(out, tallies.mix.tracks);
 
     // Clip Effects, Melodyne, stand-ins, item timebase, bit depth, timecode, grid, video
     print_item_timebase(out, tallies.written);
@@ -54,16 +54,16 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // Hardware inserts, timebase, clip groups, lanes
     print_timebases(out, tallies.timeline);
-    print_matched_alternates_and_merges(out, tallies.tracks);
-    print_lanes_and_empty_tracks(out, tallies.tracks);
+    print_matched_alternates_and_merges(out, tallies.mix.tracks);
+    print_lanes_and_empty_tracks(out, tallies.mix.tracks);
 
     // Tracks left out or kept
-    print_tracks_without_strip_row(out, tallies.tracks);
-    print_silent_tracks_and_names(out, tallies.tracks);
+    print_tracks_without_strip_row(out, tallies.mix.tracks);
+    print_silent_tracks_and_names(out, tallies.mix.tracks);
 
     // Covering, fades, alternates
     print_dropped_fade_references(out, tallies.timeline);
-    print_left_out_playlists(out, tallies.timeline, tallies.tracks);
+    print_left_out_playlists(out, tallies.timeline, tallies.mix.tracks);
 
     // Plug-ins
 

@@ -1,7 +1,7 @@
 // All that one run counted: the sum of the groups that the stages fill. `tallies = {}` resets it.
 #pragma once
 
-#include "mix/track_tallies.hpp"
+#include "mix/mix_tallies.hpp"
 #include "project/media_search.hpp"
 #include "project/project_head.hpp"
 #include "project/track_block.hpp"
@@ -14,7 +14,7 @@ namespace tanrove {
 struct RunTallies {
     SessionTrackTable track_table = {};
     TimelineTallies timeline;
-    TrackTallies tracks;
+    MixTallies mix;
     HeadTallies head;
     WrittenTallies written;
     NotCarriedTallies not_carried;

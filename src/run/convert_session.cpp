@@ -10,7 +10,8 @@
 
 #include "base/c_locale.hpp"
 #include "base/formatted_text.hpp"
-#include "mix/assemble_tracks.hpp"
+#include "mix/plan_mix.hpp"
+#include "project/extra_tracks.hpp"
 #include "project/media_search.hpp"
 #include "project/project_head.hpp"
 #include "project/track_block.hpp"
@@ -61,7 +62,7 @@ private:
     bool wants_report_;
     TimeRecords time_;
     HeadPlan head_;
-    std::vector<TrackPlan> plans_;
+    MixPlan mix_;
     std::string project_path_;
     RunTallies tallies_;
 };
@@ -104,7 +105,8 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
     std::vector<TimelineTrack> channels = place(image, clips);
 
     report_stage(stage_tracks, "tracks");
-    AssemblyInput assembly;
+    MixInput input;
+    AssemblyInput& assembly = input.assembly;
     assembly.channels = std::move(channels);
     assembly.track_rows = clips.track_rows;
     assembly.strips = strips.strips;
@@ -112,10 +114,11 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
     assembly.inactive_names = strips.inactive_names;
     assembly.voice_off_names = strips.voice_off_names;
     assembly.keep_alt_takes = options_.keep_alt_takes;
-    plans_ = assemble_tracks(std::move(assembly), tallies_.tracks);
-    if (tallies_.tracks.tracks_without_strip_row > 0) {
-        record_problem("unmatched-tracks", formatted("%d track(s) matched no strip row",
-                                                     tallies_.tracks.tracks_without_strip_row));
+    mix_ = plan_mix(std::move(input), tallies_.mix);
+    const int unmatched = tallies_.mix.tracks.tracks_without_strip_row;
+    if (unmatched > 0) {
+        record_problem("unmatched-tracks",
+                       formatted("%d track(s) matched no strip row", unmatched));
     }
     plan_head(image);
 }
@@ -182,8 +185,10 @@ bool Conversion::write_project(MediaSearch& media) {
         TextSink out(stream);
         write_project_head(out, head_);
         write_tracks(
-            out, plans_, media, tallies_.written,
+            out, mix_.tracks, media, tallies_.written,
             [](std::size_t track, std::size_t count) { report_track_stage(track, count); });
+        write_strip_tracks(out, mix_.strip_tracks, tallies_.written);
+        if (mix_.has_solo_track) write_solo_track(out);
         write_project_end(out);
         out.flush();
         failed = out.failed();
@@ -216,7 +221,7 @@ void Conversion::give_account(const PTFFormat& file, const SessionVersion& versi
     facts.tempo_bpm = time_.tempo_bpm;
     facts.project_path = project_path_;
     facts.media_dir = folders_.media_dir;
-    facts.long_media = find_long_media(plans_, file_seconds(file, image.rate));
+    facts.long_media = find_long_media(mix_.tracks, file_seconds(file, image.rate));
     facts.check_only = options_.check_only;
     facts.usage_shared = options_.usage_shared;
     console_write(console_summary(facts, tallies_));

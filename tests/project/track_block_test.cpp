@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "base/guid.hpp"
+#include "project/extra_tracks.hpp"
 
 namespace tanrove {
 namespace {
@@ -49,7 +50,7 @@ std::string lines_of(const std::string& text, const std::vector<std::string>& wo
 TEST(WriteTracks, WritesAnEmptyMonoTrackWithEveryLineInItsPlace) {
     TrackPlan plan;
     plan.name = "Vox";
-    plan.strip_is_mono = true;
+    plan.pan_mode = 3;
     plan.timebase = TrackTimebase::beats_position;
     EXPECT_EQ(write({plan}).text, "  <TRACK " + guid(1) +
                                       "\n"
@@ -93,18 +94,59 @@ TEST(WriteTracks, PrintsTheValuesOfThePlan) {
               "IPHASE 1\nTRACKHEIGHT 72 0 0 0 0 0 0\nMAINSEND 0 0\n");
 }
 
-TEST(WriteTracks, GivesEachTrackAnEvenNumberOfChannels) {
-    struct {
-        int channels;
-        std::string line;
-    } const cases[] = {{0, "NCHAN 2\n"}, {1, "NCHAN 2\n"}, {2, "NCHAN 2\n"},
-                       {3, "NCHAN 4\n"}, {6, "NCHAN 6\n"}, {7, "NCHAN 8\n"}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.channels);
-        TrackPlan plan;
-        plan.channels = c.channels;
-        EXPECT_EQ(lines_of(write({plan}).text, {"NCHAN"}), c.line);
+TEST(WriteTracks, LeadsEachTrackFromItsMixerToItsAutomation) {
+    TrackPlan plan;
+    plan.hidden = true;
+    plan.folder = {2, -3};
+    plan.group_flags = {5, 4294967295U};
+    plan.written_channels = 6;
+    plan.parent_gets_first_pair = true;
+    plan.key_receives = {{4, 2}, {7, 4}};
+    plan.channel_receives = {{2, 3072}};
+    const EnvelopePlan mute{"AUXMUTEENV", EnvelopeKind::mute, true, false, {{0, 1, 1}}};
+    plan.receives = {{9, 3, 0.5, -1, true, {}}, {1, 0, 1, 0, false, {mute}}};
+    plan.envelopes = {{"VOLENV2", EnvelopeKind::volume, false, true, {{0, 1, 0}, {1.5, 0.25, 0}}},
+                      {"PANENV2", EnvelopeKind::pan, true, true, {}}};
+    const Written written = write({plan});
+    const std::string text = written.text;
+    EXPECT_EQ(text.substr(text.find("    ISBUS")),
+              "    ISBUS 2 -3\n    SHOWINMIX 0 0.6667 0.5 0 0.5 0 0 0 0\n"
+              "    GROUP_FLAGS 5 4294967295\n    FREEMODE 0\n    TRACKHEIGHT 0 0 0 0 0 0 0\n"
+              "    INQ 0 0 0 0.5 100 0 0 100\n    NCHAN 6\n    FX 1\n    TRACKID " +
+                  guid(9001) +
+                  "\n    MAINSEND 1 0\n    MAINSEND_NCH 2\n"
+                  "    AUXRECV 4 1 1 0 0 0 0 0 2 31:U 4177951 -1 ''\n"
+                  "    AUXRECV 7 1 1 0 0 0 0 0 4 31:U 4177951 -1 ''\n"
+                  "    AUXRECV 2 0 1 0 0 0 0 3072 0 31:U 4177951 -1 ''\n"
+                  "    AUXRECV 9 3 0.5000000000 -1 1 0 0 0 0 31:U 4177951 -1 ''\n"
+                  "    AUXRECV 1 0 1.0000000000 0 0 0 0 0 0 31:U 4177951 -1 ''\n"
+                  "    <AUXMUTEENV 4\n      ACT 1 -1\n      VIS 1 1 1\n      LANEHEIGHT 0 0\n"
+                  "      ARM 0\n      DEFSHAPE 1 -1 -1\n"
+                  "      PT 0.0000000000 1.000000000 1\n    >\n"
+                  "    <VOLENV2\n      ACT 0 -1\n      VIS 1 1 1\n      LANEHEIGHT 0 0\n"
+                  "      ARM 1\n      DEFSHAPE 0 -1 -1\n"
+                  "      PT 0.0000000000 1.000000000 0\n"
+                  "      PT 1.5000000000 0.250000000 0\n    >\n  >\n");
+    EXPECT_EQ(written.tallies.automation_points, 2);
+    EXPECT_EQ(written.tallies.send_points, 1);
+}
+
+TEST(WriteStripTracks, GivesAStripWithoutATrackItsMixer) {
+    TrackPlan stereo;
+    stereo.mixer.gain = 0.5;
+    TrackPlan dual_pan;
+    dual_pan.pan_mode = 6;
+    std::string text;
+    WrittenTallies tallies;
+    {
+        TextSink out(text);
+        write_strip_tracks(out, {stereo, dual_pan}, tallies);
     }
+    EXPECT_EQ(lines_of(text, {"<TRACK", "VOLPAN", "PANMODE", "TRACKID", ">"}),
+              "<TRACK " + guid(60001) + "\nVOLPAN 0.500000 0 -1 -1 1\nTRACKID " + guid(61001) +
+                  "\n>\n<TRACK " + guid(60002) +
+                  "\nVOLPAN 1.000000 0 -1 -1.000000 1.000000\nPANMODE 6\nTRACKID " + guid(61002) +
+                  "\n>\n");
 }
 
 TEST(WriteTracks, LaysLanesOutBelowTheTracksOwnPlaylist) {

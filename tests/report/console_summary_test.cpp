@@ -75,7 +75,7 @@ RunTallies every_counter_at_one() {
                         .fade_references_dropped = 1,
                         .deleted_placements = 1,
                         .stacked_placements = 1};
-    tallies.tracks = {.stereo_merges = 1,
+    tallies.mix.tracks = {.stereo_merges = 1,
                       .surround_folds = 1,
                       .alternates_matched = 1,
                       .alternates_folded_into_empty_parent = 1,

@@ -1,0 +1,27 @@
+// The mix's whole road: from the timeline's channels and the mixer's records to the tracks as they
+// are written.
+#pragma once
+
+#include <vector>
+
+#include "mix/assemble_tracks.hpp"
+#include "mix/mix_tallies.hpp"
+#include "mix/track_plan.hpp"
+
+namespace tanrove {
+
+/// What the mix is planned from.
+struct MixInput {
+    AssemblyInput assembly;
+};
+
+struct MixPlan {
+    std::vector<TrackPlan> tracks;  ///< in the order of the edit window; indices are final
+    /// Strips that have a fader and no track: written behind the others.
+    std::vector<TrackPlan> strip_tracks;
+    bool has_solo_track = false;  ///< an empty soloed track stands last and silences the others
+};
+
+MixPlan plan_mix(MixInput input, MixTallies& tallies);
+
+}  // namespace tanrove

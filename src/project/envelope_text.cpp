@@ -1,0 +1,37 @@
+// An envelope's block: its switches, then its points.
+#include "project/envelope_text.hpp"
+
+#include "project/project_text.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr int linear_shape = 0;
+constexpr int square_shape = 1;
+
+}  // namespace
+
+int write_envelope(TextSink& out, int level, const std::string& block,
+                   const EnvelopePlan& envelope) {
+    if (envelope.points.empty()) return 0;
+    out.line(level, "<%s", block.c_str());
+    out.line(level + 1, "ACT %d -1", envelope.active ? 1 : 0);
+    out.line(level + 1, "VIS 1 1 1");
+    out.line(level + 1, "LANEHEIGHT 0 0");
+    out.line(level + 1, "ARM %d", envelope.armed ? 1 : 0);
+    out.line(level + 1, "DEFSHAPE %d -1 -1",
+             envelope.kind == EnvelopeKind::mute ? square_shape : linear_shape);
+    for (const EnvelopePoint& point : envelope.points) {
+        out.line(level + 1, "PT %.10f %.9f %d", printable(point.seconds), printable(point.value),
+                 point.shape);
+    }
+    out.line(level, ">");
+    return static_cast<int>(envelope.points.size());
+}
+
+int write_envelope(TextSink& out, int level, const EnvelopePlan& envelope) {
+    return write_envelope(out, level, envelope.block, envelope);
+}
+
+}  // namespace tanrove
