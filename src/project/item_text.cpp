@@ -7,13 +7,6 @@ namespace tanrove {
 
 namespace {
 
-/// The fade at one end of an item.
-struct ItemFade {
-    double shape = 0;  ///< 0 is a straight line
-    double length_seconds = 0;
-    double curve = 0;
-};
-
 void write_place(TextSink& out, const ClipItem& clip) {
     out.line(3, "POSITION %.10f", clip.start);
     out.line(3, "SNAPOFFS %.10g", snap_offset(clip));
@@ -22,11 +15,13 @@ void write_place(TextSink& out, const ClipItem& clip) {
     out.line(3, "ALLTAKES 0");
 }
 
-void write_fades(TextSink& out, const ItemFade& fade_in, const ItemFade& fade_out) {
-    out.line(3, "FADEIN %g %.10f 0 %g 0 %g 0", fade_in.shape, fade_in.length_seconds, fade_in.shape,
+// An end without a fade is a straight one of no length: what the user gets who draws it longer is
+// the plain fade of both programs.
+void write_fades(TextSink& out, const ClipFade& fade_in, const ClipFade& fade_out) {
+    out.line(3, "FADEIN %g %.10f 0 %g 0 %g 0", fade_in.shape, fade_in.length, fade_in.shape,
              fade_in.curve);
-    out.line(3, "FADEOUT %g %.10f 0 %g 0 %g 0", fade_out.shape, fade_out.length_seconds,
-             fade_out.shape, fade_out.curve);
+    out.line(3, "FADEOUT %g %.10f 0 %g 0 %g 0", fade_out.shape, fade_out.length, fade_out.shape,
+             fade_out.curve);
 }
 
 void write_mute_and_lock(TextSink& out, const ClipItem& clip) {
@@ -56,13 +51,9 @@ void write_source(TextSink& out, const std::string& path) {
 
 void write_audio_item(TextSink& out, const ClipItem& clip, const std::string& path,
                       const std::optional<LanePlace>& place) {
-    // An end without a fade is a straight one of no length: what the user gets who draws it longer
-    // is the plain fade of both programs.
-    constexpr ItemFade no_fade;
-
     out.line(2, "<ITEM");
     write_place(out, clip);
-    write_fades(out, no_fade, no_fade);
+    write_fades(out, clip.fade_in, clip.fade_out);
     write_mute_and_lock(out, clip);
     out.line(3, "SOFFS %.10f", clip.source_offset);
     if (place) write_lane_place(out, *place);

@@ -3,6 +3,7 @@
 // under its heading and moves no other. A group with nothing to say prints nothing.
 #include "report/console_summary.hpp"
 
+#include "report/summary_fades.hpp"
 #include "report/summary_head.hpp"
 #include "report/summary_items.hpp"
 #include "report/summary_media.hpp"
@@ -30,6 +31,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // Tempo, stretch, fades, clip gain, loops
     print_tempo_lines(out, tallies.head.tempo, facts.sample_rate_hz);
+    print_fade_counts(out, tallies.timeline.fades);
 
     // Options in force, plug-in builds, track colours
 
@@ -63,6 +65,8 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // Covering, fades, alternates
     print_dropped_fade_references(out, tallies.timeline);
+    print_fade_shapes(out, tallies.timeline.fades);
+    print_neutral_s_curves(out, tallies.timeline.fades);
     print_left_out_playlists(out, tallies.timeline, tallies.mix.tracks);
 
     // Plug-ins

@@ -18,9 +18,6 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
     {&NotCarriedTallies::clip_groups,
      "  WARNING: %d clip group(s) are NOT in the project: this build does not\n"
      "      carry them yet. Ungroup them in Pro Tools to bring their clips.\n"},
-    {&NotCarriedTallies::fades,
-     "  WARNING: %d fade record(s) are NOT in the project: this build does not\n"
-     "      carry fades yet, so those clips begin or end at full level.\n"},
     {&NotCarriedTallies::shaped_clips,
      "  WARNING: %d clip(s) have clip gain, stretch, pitch or clip effects that\n"
      "      this build does not carry yet: they play their file as it is.\n"},

@@ -31,6 +31,8 @@ struct TimelineInput {
     double default_tempo = default_tempo_bpm;
     double rate_hz = 48000;        ///< above 0
     bool keep_fade_clips = false;  ///< leave the rendered files of fades on their tracks
+    bool no_fades = false;         ///< bind no fades
+    bool plain_fades = false;      ///< write every fade as the nearest that REAPER has
 };
 
 /// One track for each row of the track list and, behind them, one for each track that only the

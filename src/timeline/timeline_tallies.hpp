@@ -1,6 +1,8 @@
 // What placing the clips on the timeline counts for the account.
 #pragma once
 
+#include "timeline/fade_tallies.hpp"
+
 namespace tanrove {
 
 struct TimelineTallies {
@@ -15,6 +17,7 @@ struct TimelineTallies {
     int fade_references_dropped = 0;  ///< rendered files of fades among the placements
     int deleted_placements = 0;       ///< placements kept for the undo queue alone
     int stacked_placements = 0;       ///< left out: another clip stands at their moment
+    FadeTallies fades = {};
 };
 
 }  // namespace tanrove

@@ -74,7 +74,19 @@ RunTallies every_counter_at_one() {
                         .sync_table_refused = 1,
                         .fade_references_dropped = 1,
                         .deleted_placements = 1,
-                        .stacked_placements = 1};
+                        .stacked_placements = 1,
+                        .fades = {.fade_ins = 1,
+                                  .fade_outs = 1,
+                                  .crossfades = 1,
+                                  .without_edge = 1,
+                                  .not_understood = 1,
+                                  .as_envelope = 1,
+                                  .approximated = 1,
+                                  .approximated_steps = 1,
+                                  .unmeasured = 1,
+                                  .neutral_s_curves = 1,
+                                  .worst_db = 2.42,
+                                  .plain_fades = true}};
     tallies.mix.tracks = {.stereo_merges = 1,
                       .surround_folds = 1,
                       .alternates_matched = 1,
@@ -96,7 +108,6 @@ RunTallies every_counter_at_one() {
                        .beats_tracks = 1};
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
     tallies.not_carried = {.midi_clips = 1,
-                           .fades = 1,
                            .unnumbered_clips = 1,
                            .clip_groups = 1,
                            .shaped_clips = 1,

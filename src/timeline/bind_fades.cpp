@@ -1,0 +1,167 @@
+// Two passes over the rows: the first finds the clips that each fade joins, the second shapes them
+// in the order of the rows. A crossfade moves edges, so the edges are sought as they stood before.
+#include "timeline/bind_fades.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "timeline/clip_edges.hpp"
+#include "timeline/track_timebase.hpp"
+
+namespace tanrove {
+namespace {
+
+/// A fade row that names a usable record.
+struct FadeRow {
+    double seconds = 0;
+    const FadeRecord* record = nullptr;
+    ClipItem* outgoing = nullptr;  ///< null: no clip ends there
+    ClipItem* incoming = nullptr;  ///< null: no clip begins there
+};
+
+double end_of(const ClipItem& clip) {
+    return clip.start + (clip.warped_length > 0 ? clip.warped_length : clip.length);
+}
+
+/// Seconds of the clip's file that `extension` seconds beyond that edge take.
+double source_extension(const ClipItem& /*clip*/, FadeSide /*edge*/, double extension) {
+    return extension;
+}
+
+ClipItem* clip_at(std::vector<ClipItem>& clips, std::optional<std::size_t> number) {
+    return number ? &clips[*number] : nullptr;
+}
+
+std::vector<FadeRow> rows_with_clips(TimelineTrack& track, const PlaylistDetail& edit_list,
+                                     const FadeBinding& binding, FadeTallies& tallies) {
+    std::vector<FadeRow> rows;
+    std::vector<FadePlace> places;
+    const std::size_t count = std::min(
+        {edit_list.region_ids.size(), edit_list.positions.size(), edit_list.is_fade.size()});
+    for (std::size_t row = 0; row < count; ++row) {
+        if (edit_list.is_fade[row] == 0) continue;
+        const std::size_t fade = edit_list.region_ids[row];
+        if (fade >= binding.fades.size() || binding.fades[fade].kind == FadeKind::unusable) {
+            ++tallies.not_understood;
+            continue;
+        }
+        const double seconds = stored_seconds(edit_list.positions[row], track.tick_based,
+                                              binding.rate_hz, binding.clock);
+        rows.push_back({seconds, &binding.fades[fade]});
+        places.push_back({seconds, static_cast<std::int32_t>(row)});
+    }
+    if (rows.empty()) return rows;
+
+    std::vector<ClipEdge> starts;
+    std::vector<ClipEdge> ends;
+    for (const ClipItem& clip : track.clips) {
+        starts.push_back({clip.start, clip.edit_row});
+        ends.push_back({end_of(clip), clip.edit_row});
+    }
+    const auto outgoing = edges_of_fades(ends, places, RowSide::before_fade);
+    const auto incoming = edges_of_fades(starts, places, RowSide::behind_fade);
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        rows[i].outgoing = clip_at(track.clips, outgoing[i]);
+        rows[i].incoming = clip_at(track.clips, incoming[i]);
+    }
+    return rows;
+}
+
+/// What opening a crossfade adds to the outgoing clip's tail and to the incoming clip's head.
+struct Extension {
+    double seconds = 0;         ///< on the timeline
+    double source_seconds = 0;  ///< of the clip's file
+};
+
+Extension extension_of(const ClipItem& clip, FadeSide edge, double seconds) {
+    return {seconds, source_extension(clip, edge, seconds)};
+}
+
+/// True if clip and file go on that far in front of the clip's head.
+bool has_handle(const ClipItem& incoming, const Extension& head) {
+    return incoming.start >= head.seconds && incoming.source_offset >= head.source_seconds;
+}
+
+/// The tail reaches to the fade's end, also from an edge that lies beside the fade's centre.
+Extension tail_extension(const FadeRow& row, double post, double rate_hz) {
+    const double gap = row.seconds - end_of(*row.outgoing);
+    const bool is_off = std::abs(gap) * rate_hz >= 0.5 && gap + post > 0;
+    return extension_of(*row.outgoing, FadeSide::fade_out, is_off ? gap + post : post);
+}
+
+/// The head reaches to the fade's start, if it has room for that from where its edge lies.
+Extension head_extension(const FadeRow& row, double pre, double rate_hz) {
+    const double gap = row.incoming->start - row.seconds;
+    if (std::abs(gap) * rate_hz >= 0.5 && gap + pre >= 0) {
+        const auto head = extension_of(*row.incoming, FadeSide::fade_in, gap + pre);
+        if (has_handle(*row.incoming, head)) return head;
+    }
+    return extension_of(*row.incoming, FadeSide::fade_in, pre);
+}
+
+void extend(ClipItem& clip, const Extension& extension) {
+    clip.length += extension.source_seconds;
+    if (clip.warped_length > 0) clip.warped_length += extension.seconds;
+}
+
+void bind_crossfade(const FadeRow& row, const FadeBinding& binding, FadeTallies& tallies) {
+    ClipItem& outgoing = *row.outgoing;
+    ClipItem& incoming = *row.incoming;
+    const double length = row.record->length / binding.rate_hz;
+    const double pre = row.record->pre / binding.rate_hz;
+    const double post = length - pre;
+    const Extension tail = tail_extension(row, post, binding.rate_hz);
+    const Extension head = head_extension(row, pre, binding.rate_hz);
+
+    double tail_fade = length;
+    double head_fade = length;
+    FadeForm form = binding.form;
+    if (has_handle(incoming, head)) {
+        extend(outgoing, tail);
+        extend(incoming, head);
+        incoming.start -= head.seconds;
+        incoming.source_offset -= head.source_seconds;
+    } else {
+        // No room to overlap: each clip fades by itself inside its own bounds.
+        tail_fade = pre == 0 ? length : pre;
+        head_fade = post > 0 ? post : length;
+        form = FadeForm::plain;
+    }
+    outgoing.fade_out = clip_fade(*row.record, FadeSide::fade_out, tail_fade, form, tallies);
+    incoming.fade_in = clip_fade(*row.record, FadeSide::fade_in, head_fade, form, tallies);
+    outgoing.crossfaded = true;
+    ++tallies.crossfades;
+}
+
+void bind_fade(const FadeRow& row, const FadeBinding& binding, FadeTallies& tallies) {
+    const FadeKind kind = row.record->kind;
+    const bool has_clips = (kind == FadeKind::fade_in || row.outgoing != nullptr) &&
+                           (kind == FadeKind::fade_out || row.incoming != nullptr);
+    if (!has_clips) {
+        ++tallies.without_edge;
+        return;
+    }
+    if (kind == FadeKind::crossfade) {
+        bind_crossfade(row, binding, tallies);
+        return;
+    }
+    const bool is_in = kind == FadeKind::fade_in;
+    ClipFade& fade = is_in ? row.incoming->fade_in : row.outgoing->fade_out;
+    fade = clip_fade(*row.record, is_in ? FadeSide::fade_in : FadeSide::fade_out,
+                     row.record->length / binding.rate_hz, binding.form, tallies);
+    ++(is_in ? tallies.fade_ins : tallies.fade_outs);
+}
+
+}  // namespace
+
+void bind_fades(TimelineTrack& track, const PlaylistDetail& edit_list, const FadeBinding& binding,
+                FadeTallies& tallies) {
+    for (const FadeRow& row : rows_with_clips(track, edit_list, binding, tallies)) {
+        bind_fade(row, binding, tallies);
+    }
+}
+
+}  // namespace tanrove

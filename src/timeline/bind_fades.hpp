@@ -1,0 +1,29 @@
+// Binds the fade rows of a track's edit list to the clip edges they lie on, and opens crossfades:
+// Pro Tools stores a cut with handles, REAPER lets two items overlap.
+#pragma once
+
+#include <span>
+
+#include "session/fades.hpp"
+#include "session/playlists.hpp"
+#include "session/tempo_map.hpp"
+#include "timeline/fade_shapes.hpp"
+#include "timeline/fade_tallies.hpp"
+#include "timeline/timeline_track.hpp"
+
+namespace tanrove {
+
+/// What all tracks share when their fades are bound.
+struct FadeBinding {
+    std::span<const FadeRecord> fades;
+    double rate_hz = 48000;  ///< above 0
+    const TempoClock& clock;
+    FadeForm form = FadeForm::exact;
+};
+
+/// Gives the track's clips the fades of its rows, in the order of the rows. Clips must stand as
+/// they were matched to the rows: not covered yet, and with `warped_length` set. Costs n log n.
+void bind_fades(TimelineTrack& track, const PlaylistDetail& edit_list, const FadeBinding& binding,
+                FadeTallies& tallies);
+
+}  // namespace tanrove
