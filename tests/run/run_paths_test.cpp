@@ -2,6 +2,7 @@
 // a name for the project that is not taken.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 #include <vector>
 

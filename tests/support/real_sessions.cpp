@@ -2,10 +2,20 @@
 // to the value byte.
 #include "support/real_sessions.hpp"
 
+#include <cstdlib>
+#include <filesystem>
+
 #include "support/session_cipher.hpp"
 #include "support/temp_folder.hpp"
 
 namespace tanrove::builder {
+
+std::string real_session(const std::string& file) {
+    const char* given = std::getenv("TANROVE_REAL_SESSIONS");
+    const std::filesystem::path folder = given != nullptr ? given : TANROVE_REAL_SESSIONS_FOLDER;
+    const auto path = folder / file;
+    return std::filesystem::exists(path) ? path.string() : std::string();
+}
 
 std::optional<Bytes> real_session_image(const std::string& file) {
     const std::string path = real_session(file);

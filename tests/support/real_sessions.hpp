@@ -1,8 +1,6 @@
 // Where the real sessions stand that some tests read. They are no part of the project.
 #pragma once
 
-#include <cstdlib>
-#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -12,12 +10,7 @@ namespace tanrove::builder {
 
 /// The path of a real session, or an empty text where the sessions are not on this machine: beside
 /// the project, or in the folder that TANROVE_REAL_SESSIONS names.
-inline std::string real_session(const std::string& file) {
-    const char* given = std::getenv("TANROVE_REAL_SESSIONS");
-    const std::filesystem::path folder = given != nullptr ? given : TANROVE_REAL_SESSIONS_FOLDER;
-    const auto path = folder / file;
-    return std::filesystem::exists(path) ? path.string() : std::string();
-}
+std::string real_session(const std::string& file);
 
 /// The decrypted image of a real `.ptx` session; nullopt where the file is absent.
 std::optional<Bytes> real_session_image(const std::string& file);
