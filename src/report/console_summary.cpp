@@ -3,6 +3,7 @@
 // under its heading and moves no other. A group with nothing to say prints nothing.
 #include "report/console_summary.hpp"
 
+#include "report/summary_covering.hpp"
 #include "report/summary_fades.hpp"
 #include "report/summary_head.hpp"
 #include "report/summary_items.hpp"
@@ -64,6 +65,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_silent_tracks_and_names(out, tallies.mix.tracks);
 
     // Covering, fades, alternates
+    print_covering(out, tallies.timeline.covering);
     print_dropped_fade_references(out, tallies.timeline);
     print_fade_shapes(out, tallies.timeline.fades);
     print_neutral_s_curves(out, tallies.timeline.fades);

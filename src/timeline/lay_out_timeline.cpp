@@ -4,6 +4,7 @@
 #include "timeline/lay_out_timeline.hpp"
 
 #include "timeline/bind_fades.hpp"
+#include "timeline/cover_clips.hpp"
 #include "timeline/track_pairing.hpp"
 
 namespace tanrove {
@@ -29,6 +30,7 @@ void bind_all_fades(std::vector<TimelineTrack>& tracks, const TimelineInput& inp
 std::vector<TimelineTrack> lay_out_timeline(const TimelineInput& input, TimelineTallies& tallies) {
     std::vector<TimelineTrack> tracks = place_clips(input, tallies);
     bind_all_fades(tracks, input, tallies.fades);
+    cover_clips(tracks, input.rate_hz, tallies.covering);
     return tracks;
 }
 

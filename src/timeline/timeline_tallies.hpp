@@ -1,6 +1,7 @@
 // What placing the clips on the timeline counts for the account.
 #pragma once
 
+#include "timeline/cover_clips.hpp"
 #include "timeline/fade_tallies.hpp"
 
 namespace tanrove {
@@ -18,6 +19,7 @@ struct TimelineTallies {
     int deleted_placements = 0;       ///< placements kept for the undo queue alone
     int stacked_placements = 0;       ///< left out: another clip stands at their moment
     FadeTallies fades = {};
+    CoveringTallies covering = {};
 };
 
 }  // namespace tanrove

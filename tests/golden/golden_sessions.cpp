@@ -118,6 +118,21 @@ GoldenCase left_out_placements() {
     return {"left_out_placements", session, {}, {"Voice.wav"}};
 }
 
+/// Clips over each other: the later row on top, a kept tail, a clip covered whole, a muted one.
+GoldenCase overlaps() {
+    TrackSpec edited = track(
+        "Edited", {clip("Voice", 0, 4 * second), clip("Voice-01", 2 * second, 3 * second),
+                   clip("Voice-02", 4 * second, 2 * second, second),
+                   clip("Voice-03", 4 * second + 24000, second),
+                   clip("Voice-04", 8 * second, 2 * second), clip("Voice-05", 9 * second, second)});
+    edited.clips[1].overlap = 1;
+    edited.clips[2].overlap = 1;
+    edited.clips[5].muted = true;
+    SessionBuilder session = with_files();
+    session.track(edited);
+    return {"overlaps", session, {}, {"Voice.wav"}};
+}
+
 GoldenCase alternates() {
     TrackSpec lead = track("Lead", {clip("Voice", 0, 2 * second)});
     lead.alternates = {{"Lead.01", {clip("Voice-01", second, second, second)}},
@@ -150,8 +165,8 @@ GoldenCase surround() {
 }  // namespace
 
 std::vector<GoldenCase> golden_cases() {
-    return {empty_session(),       time_frame(), tempo_ramps(),        clips(),
-            left_out_placements(), alternates(), alternates_dropped(), surround()};
+    return {empty_session(), time_frame(), tempo_ramps(),        clips(),   left_out_placements(),
+            overlaps(),      alternates(), alternates_dropped(), surround()};
 }
 
 }  // namespace tanrove::golden
