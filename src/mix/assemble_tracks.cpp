@@ -77,7 +77,8 @@ void settle_mono_strips(std::vector<TrackPlan>& plans, const AssemblyInput& inpu
                         const StripWidths& widths) {
     const TrackNameSet midi_strips = midi_strip_names(input.strips);
     for (auto& plan : plans) {
-        const bool has_strip = !plan.is_alternate && !midi_strips.contains(plan.session_name);
+        const bool has_strip =
+            !plan.is_alternate && !plan.is_vca && !midi_strips.contains(plan.session_name);
         const int width =
             plan.is_bare_strip ? widths.channels_of(plan.session_name) : plan.channels;
         plan.strip_is_mono = has_strip && width == 1;
@@ -97,7 +98,8 @@ std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallie
         {.current_names = current_names(input.track_rows), .keep_alt_takes = input.keep_alt_takes},
         tallies);
     plans = attach_alternates(std::move(plans), tallies);
-    OrderedPlans ordered = order_by_strips(std::move(plans), input.strips, names, widths, tallies);
+    OrderedPlans ordered =
+        order_by_strips(std::move(plans), input.strips, names, widths, input.vca_fader_db, tallies);
     fold_into_empty_parents(ordered.placed, ordered.unplaced, tallies);
 
     plans = with_folder_plans(std::move(ordered.placed), input.strip_table);

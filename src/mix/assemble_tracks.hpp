@@ -1,6 +1,8 @@
 // From the timeline's channels to the ordered list of tracks that are written.
 #pragma once
 
+#include <map>
+#include <string>
 #include <vector>
 
 #include "mix/track_plan.hpp"
@@ -20,6 +22,7 @@ struct AssemblyInput {
     std::vector<StripTableEntry> strip_table;  ///< the strips in edit-window order
     TrackNameSet inactive_names;               ///< beside the rows that are marked themselves
     TrackNameSet voice_off_names;
+    std::map<std::string, double> vca_fader_db;  ///< the VCA masters that become tracks
     bool keep_alt_takes = true;  ///< alternate playlists become lanes; else they are set aside
 };
 

@@ -1,6 +1,7 @@
 // Puts the tracks in the order of the edit window.
 #include "mix/edit_order.hpp"
 
+#include <cmath>
 #include <map>
 #include <optional>
 #include <set>
@@ -13,7 +14,7 @@ namespace tanrove {
 namespace {
 
 bool makes_no_plan(StripRowType type) {
-    return type == StripRowType::master || type == StripRowType::vca || type == StripRowType::video;
+    return type == StripRowType::master || type == StripRowType::video;
 }
 
 bool is_midi_row(StripRowType type) {
@@ -58,16 +59,18 @@ private:
 class Ordering {
 public:
     Ordering(std::vector<TrackPlan> plans, const StripNames& names, const StripWidths& widths,
-             TrackTallies& tallies)
+             const std::map<std::string, double>& vca_fader_db, TrackTallies& tallies)
         : plans_(std::move(plans)),
           is_used_(plans_.size()),
           by_name_(plans_),
           names_(names),
           widths_(widths),
+          vca_fader_db_(vca_fader_db),
           tallies_(tallies) {}
 
     void add_row(const StripRow& row) {
         if (makes_no_plan(row.type)) return;
+        if (row.type == StripRowType::vca) return add_vca(row);
         auto plan = by_name_.first_unused(shown_name(row), is_used_);
         if (!plan && !is_midi_row(row.type) && may_use_original_name(row)) {
             plan = by_name_.first_unused(row.original_name, is_used_);
@@ -120,6 +123,17 @@ private:
         plan.inactive = !row.active;
     }
 
+    /// A VCA master that leads nothing is nothing that REAPER could show.
+    void add_vca(const StripRow& row) {
+        const auto fader_db = vca_fader_db_.find(shown_name(row));
+        if (fader_db == vca_fader_db_.end()) return;
+        TrackPlan plan = bare_plan(shown_name(row));
+        plan.is_vca = true;
+        plan.inactive = !row.active;
+        plan.mixer.gain = std::pow(10, fader_db->second / 20);
+        result_.placed.push_back(std::move(plan));
+    }
+
     /// A strip without clips keeps its mixer state on a track of its own.
     TrackPlan empty_plan(const StripRow& row) const {
         TrackPlan plan = bare_plan(shown_name(row));
@@ -135,6 +149,7 @@ private:
     PlansByName by_name_;
     const StripNames& names_;
     const StripWidths& widths_;
+    const std::map<std::string, double>& vca_fader_db_;
     TrackTallies& tallies_;
     OrderedPlans result_;
 };
@@ -189,8 +204,9 @@ TrackPlan folder_plan(const StripTableEntry& entry) {
 
 OrderedPlans order_by_strips(std::vector<TrackPlan> plans, const StripRows& strips,
                              const StripNames& names, const StripWidths& widths,
+                             const std::map<std::string, double>& vca_fader_db,
                              TrackTallies& tallies) {
-    Ordering ordering(std::move(plans), names, widths, tallies);
+    Ordering ordering(std::move(plans), names, widths, vca_fader_db, tallies);
     for (const auto& row : strips.rows) ordering.add_row(row);
     return ordering.finish();
 }

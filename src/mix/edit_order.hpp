@@ -1,6 +1,8 @@
 // Puts the tracks in the order of the edit window, which is the order of the strip rows.
 #pragma once
 
+#include <map>
+#include <string>
 #include <vector>
 
 #include "mix/strip_names.hpp"
@@ -18,9 +20,11 @@ struct OrderedPlans {
 };
 
 /// Walks the rows from top to bottom: each takes its plan with the legs and playlists directly
-/// behind it, or a new empty one. Master faders, VCAs and video tracks take none.
+/// behind it, or a new empty one. Master faders and video tracks take none; VCA masters are given
+/// an empty one at their fader where `vca_fader_db` knows them by name.
 OrderedPlans order_by_strips(std::vector<TrackPlan> plans, const StripRows& strips,
                              const StripNames& names, const StripWidths& widths,
+                             const std::map<std::string, double>& vca_fader_db,
                              TrackTallies& tallies);
 
 /// Adds an empty stereo plan for each folder of the strip table that no plan is named after, in

@@ -1,12 +1,16 @@
 // All that planning the mix counts: a group for each subject.
 #pragma once
 
+#include "mix/folder_depths.hpp"
+#include "mix/track_groups.hpp"
 #include "mix/track_tallies.hpp"
 
 namespace tanrove {
 
 struct MixTallies {
     TrackTallies tracks;
+    GroupTallies groups;
+    FolderTallies folders;
 };
 
 }  // namespace tanrove

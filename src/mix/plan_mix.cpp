@@ -5,11 +5,35 @@
 
 #include <utility>
 
+#include "mix/folder_depths.hpp"
+#include "mix/track_groups.hpp"
+
 namespace tanrove {
+
+namespace {
+
+TrackNameSet names_without_main_send(const std::vector<TrackPlan>& tracks) {
+    TrackNameSet names;
+    for (const auto& track : tracks) {
+        if (!track.mixer.plays_to_parent) names.insert(track.session_name);
+    }
+    return names;
+}
+
+}  // namespace
 
 MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     MixPlan mix;
+    const TrackGroups groups =
+        link_groups(input.groups, input.assembly.strips.rows, input.vca_slots, tallies.groups);
+    input.assembly.vca_fader_db = groups.vca_fader_db;
+    FolderInput folders;
+    folders.strip_table = input.assembly.strip_table;
+    folders.folder_table = std::move(input.folder_table);
     mix.tracks = assemble_tracks(std::move(input.assembly), tallies.tracks);
+    set_group_flags(mix.tracks, groups);
+    folders.without_main_send = names_without_main_send(mix.tracks);
+    plan_folders(mix.tracks, folders, tallies.folders);
     return mix;
 }
 

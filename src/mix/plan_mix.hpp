@@ -2,17 +2,24 @@
 // are written.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "mix/assemble_tracks.hpp"
 #include "mix/mix_tallies.hpp"
 #include "mix/track_plan.hpp"
+#include "session/folder_table.hpp"
+#include "session/groups.hpp"
+#include "session/vca_slots.hpp"
 
 namespace tanrove {
 
 /// What the mix is planned from.
 struct MixInput {
     AssemblyInput assembly;
+    std::vector<GroupRecord> groups;
+    VcaSlots vca_slots;
+    std::optional<FolderTable> folder_table;
 };
 
 struct MixPlan {

@@ -85,6 +85,7 @@ struct TrackPlan {
     std::vector<LanePlan> lanes;
     double leg_pan = 0;  ///< -1 or +1 on an unmerged left or right leg
     bool is_midi = false;
+    bool is_vca = false;          ///< a VCA master: no sound, and its fader set from the start
     std::vector<ClipItem> clips;  ///< ordered by `start`
     bool is_alternate = false;    ///< another playlist of a track, not on its lanes
     bool is_lane_child = false;   ///< a "?" record

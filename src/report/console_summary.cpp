@@ -5,6 +5,8 @@
 
 #include "report/summary_covering.hpp"
 #include "report/summary_fades.hpp"
+#include "report/summary_folders.hpp"
+#include "report/summary_groups.hpp"
 #include "report/summary_head.hpp"
 #include "report/summary_items.hpp"
 #include "report/summary_media.hpp"
@@ -43,10 +45,13 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_pan_law(out, tallies.head.pan_law);
 
     // Groups
+    print_groups(out, tallies.mix.groups);
 
     // Track properties, comments, Trim, solo, folders
     print_unmatched_alternates(out, tallies.mix.tracks);
     print_surround_folds(out, tallies.mix.tracks);
+    print_folders(out, tallies.mix.folders);
+    print_unlinked_attributes(out, tallies.mix.groups);
 
     // Clip Effects, Melodyne, stand-ins, item timebase, bit depth, timecode, grid, video
     print_item_timebase(out, tallies.written);
@@ -54,6 +59,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_timecode(out, tallies.head.timecode);
     print_locked_clips(out, tallies.written);
     print_grid(out, tallies.head.grid);
+    print_groups_left_alone(out, tallies.mix.groups);
 
     // Hardware inserts, timebase, clip groups, lanes
     print_timebases(out, tallies.timeline);

@@ -114,6 +114,9 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
     assembly.inactive_names = strips.inactive_names;
     assembly.voice_off_names = strips.voice_off_names;
     assembly.keep_alt_takes = options_.keep_alt_takes;
+    input.groups = strips.groups;
+    input.vca_slots = strips.vca_slots;
+    input.folder_table = strips.folder_table;
     mix_ = plan_mix(std::move(input), tallies_.mix);
     const int unmatched = tallies_.mix.tracks.tracks_without_strip_row;
     if (unmatched > 0) {

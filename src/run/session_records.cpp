@@ -118,6 +118,9 @@ StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
     records.track_table = readTrackTable(index, clip_track_names, records.strips);
     records.inactive_names = readInactiveNames(index);
     records.voice_off_names = readVoiceOffNames(index, records.strips.rows);
+    records.groups = readGroups(index);
+    records.vca_slots = readVcaSlots(index, records.strips.rows);
+    records.folder_table = readFolderTable(index);
     return records;
 }
 

@@ -9,7 +9,9 @@
 #include "session/audio_file_folders.hpp"
 #include "session/block_index.hpp"
 #include "session/fades.hpp"
+#include "session/folder_table.hpp"
 #include "session/grid_and_nudge.hpp"
+#include "session/groups.hpp"
 #include "session/inactive_tracks.hpp"
 #include "session/memory_locations.hpp"
 #include "session/meter_map.hpp"
@@ -24,6 +26,7 @@
 #include "session/tempo_map.hpp"
 #include "session/timecode.hpp"
 #include "session/track_table.hpp"
+#include "session/vca_slots.hpp"
 
 namespace tanrove {
 
@@ -62,6 +65,9 @@ struct StripRecords {
     SessionTrackTable track_table;
     TrackNameSet inactive_names;
     TrackNameSet voice_off_names;
+    std::vector<GroupRecord> groups;
+    VcaSlots vca_slots;
+    std::optional<FolderTable> folder_table;
 };
 
 /// `file` gives the audio file list, and its own regions and tracks for an image whose lists the

@@ -9,6 +9,7 @@ using builder::ClipSpec;
 using builder::SessionBuilder;
 using builder::SettingsSpec;
 using builder::TimecodeSpec;
+using builder::TrackKind;
 using builder::TrackSpec;
 
 constexpr std::int64_t quarter = 960000;
@@ -162,11 +163,54 @@ GoldenCase surround() {
     return {"surround", session, {}, {"Voice.wav"}};
 }
 
+TrackSpec routed(const std::string& name, const std::string& output,
+                 TrackKind kind = TrackKind::audio) {
+    TrackSpec spec = track(name, {});
+    spec.kind = kind;
+    spec.output = output;
+    return spec;
+}
+
+/// A Routing folder with another in it, a Basic folder and a track that plays past it.
+GoldenCase nested_folders() {
+    TrackSpec drums = routed("Drums", "Out 1-2", TrackKind::routing_folder);
+    drums.input = "Drum Bus";
+    TrackSpec toms = routed("Toms", "Drum Bus", TrackKind::routing_folder);
+    toms.input = "Tom Bus";
+    drums.input_is_bus = toms.input_is_bus = true;
+    SessionBuilder session;
+    session.bus("Drum Bus", 0).bus("Tom Bus", 2).track(drums).track(routed("Kick", "Drum Bus"));
+    session.track(toms).track(routed("Floor", "Tom Bus")).track(routed("Dry", "Out 1-2"));
+    session.track(routed("Rooms", "", TrackKind::basic_folder)).track(routed("Far", "Out 1-2"));
+    session.track(routed("Voice", "Out 1-2"));
+    session.folder(0, {1, 2, 4, 5}).folder(2, {3}).folder(5, {6});
+    session.strip_table_form(builder::StripTableForm::since_2022);
+    return {"nested_folders", session, {}, {}};
+}
+
+GoldenCase groups_and_vcas() {
+    SessionBuilder session;
+    for (const char* name : {"Kick", "Snare", "Bass"}) session.track(track(name, {}));
+    session.vca("Rhythm VCA", -65).track(routed("Mix", "", TrackKind::master));
+    session.group({.name = "Rhythm", .members = {0, 1, 2, 4}, .vca_master = 3});
+    session.group({.name = "Cuts", .members = {0, 1}, .kind = 0});
+    session.group({.name = "Old", .members = {0}, .in_both_lists = false});
+    for (std::uint32_t i = 0; i < 33; ++i) {
+        session.group({.name = "Mix " + std::to_string(i + 1),
+                       .members = {static_cast<std::uint16_t>(i % 3), 4},
+                       .kind = 1,
+                       .slot = i,
+                       .attributes = {1, 1, 0, 0, 0, 0, 0, 1, 1, i == 5}});
+    }
+    return {"groups_and_vcas", session, {}, {}};
+}
+
 }  // namespace
 
 std::vector<GoldenCase> golden_cases() {
-    return {empty_session(), time_frame(), tempo_ramps(),        clips(),   left_out_placements(),
-            overlaps(),      alternates(), alternates_dropped(), surround()};
+    return {empty_session(),  time_frame(), tempo_ramps(),        clips(),    left_out_placements(),
+            overlaps(),       alternates(), alternates_dropped(), surround(), nested_folders(),
+            groups_and_vcas()};
 }
 
 }  // namespace tanrove::golden

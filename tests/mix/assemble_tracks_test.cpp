@@ -260,16 +260,20 @@ TEST(AssembleTracks, FollowsTheStripRows) {
         .strip("Keys", StripRowType::midi)
         .strip("Movie", StripRowType::video)
         .strip("VCA 1", StripRowType::vca)
+        .strip("VCA 2", StripRowType::vca)
         .strip("Master", StripRowType::master);
-    mixer.table("Verb", 0, 2).table("Keys");
+    mixer.table("Verb", 0, 2).table("Keys").table("VCA 2");
+    mixer.input.vca_fader_db = {{"VCA 2", -20}};
     const auto plans = mixer.plans();
-    EXPECT_EQ(names_of(plans), "C; B; A; Verb; Synth; Keys; ");
+    EXPECT_EQ(names_of(plans), "C; B; A; Verb; Synth; Keys; VCA 2; ");
     EXPECT_EQ(mixer.tallies.tracks_written_empty, 1) << "only the aux: MIDI has no audio clips";
     EXPECT_TRUE(plans.at(0).strip_is_mono);
     EXPECT_EQ(plans.at(3).channels, 2);
     EXPECT_EQ(plans.at(3).timebase, TrackTimebase::unknown);
     EXPECT_TRUE(plans.at(4).is_midi);
     EXPECT_TRUE(plans.at(5).is_midi);
+    EXPECT_DOUBLE_EQ(plans.at(6).mixer.gain, 0.1);
+    EXPECT_FALSE(plans.at(6).strip_is_mono) << "a VCA has no pan";
     EXPECT_FALSE(plans.at(5).strip_is_mono) << "the width of a MIDI track is none of its sound's";
 }
 

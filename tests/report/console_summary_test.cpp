@@ -107,6 +107,29 @@ RunTallies every_counter_at_one() {
                        .locked_clips = 1,
                        .time_tracks = 1,
                        .beats_tracks = 1};
+    tallies.mix.groups = {
+        .listed = {{"Drums", std::nullopt, {"Kick", "Snare"}}, {"Band", "VCA 1", {}}},
+        .written = 1,
+        .vca_written = {{"VCA 1", -6.5}},
+        .vca_without_master = {"Lost"},
+        .past_last_bit = 1,
+        .in_one_list = {"Old"},
+        .with_master_fader = 1,
+        .unlinked_attributes = {{"Drums", {2, 31}}},
+        .strips_differ = StripCounts{5, 4},
+        .edit_groups = {"Cuts"},
+        .of_unknown_kind = {"New"}};
+    tallies.mix.folders = {.routing_written = 1,
+                           .basic_written = 2,
+                           .empty = 1,
+                           .all_members_moved_out = 1,
+                           .not_written = {"Keys"},
+                           .nested = 1,
+                           .folders_moved = {"Room out of Drums"},
+                           .tracks_moved = {"Far out of Drums"},
+                           .could_not_move = {"Near (in Drums)"},
+                           .by_order = 1,
+                           .maybe_nested = 1};
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
     tallies.not_carried = {.midi_clips = 1,
                            .unnumbered_clips = 1,
