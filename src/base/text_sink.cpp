@@ -55,9 +55,9 @@ void TextSink::line(int level, const char* format, ...) {
 void TextSink::text(const char* format, ...) {
     std::va_list values;
     va_start(values, format);
-    const std::string body = formatted_list(format, values);
+    append_formatted(memory_ != nullptr ? *memory_ : buffer_, format, values);
     va_end(values);
-    keep(body.data(), body.size());
+    keep("", 0);
 }
 
 void TextSink::raw(const std::string& bytes) {

@@ -7,6 +7,7 @@
 
 #include "base/text_sink.hpp"
 #include "timeline/clip_item.hpp"
+#include "timeline/take_envelope.hpp"
 
 namespace tanrove {
 
@@ -16,9 +17,9 @@ struct LanePlace {
     std::size_t count = 1;
 };
 
-/// Writes a clip as an audio item of one take. `path` is the full path of its file; `place` is
-/// given on a track with lanes. Every number of the clip must be finite.
-void write_audio_item(TextSink& out, const ClipItem& clip, const std::string& path,
-                      const std::optional<LanePlace>& place);
+/// Writes a clip as an audio item of one take, which `take` plans. `path` is the full path of its
+/// file; `place` is given on a track with lanes. Every number of the clip must be finite.
+void write_audio_item(TextSink& out, const ClipItem& clip, const TakePlan& take,
+                      const std::string& path, const std::optional<LanePlace>& place);
 
 }  // namespace tanrove

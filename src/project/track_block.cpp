@@ -83,25 +83,26 @@ void write_lanes(TextSink& out, const TrackPlan& plan) {
 
 /// The items of one playlist; `place` is given on a track with lanes.
 void write_playlist(TextSink& out, const std::vector<ClipItem>& clips,
-                    const std::optional<LanePlace>& place, MediaSearch& media,
+                    const std::optional<LanePlace>& place, MediaSearch& media, TakePlanner& takes,
                     WrittenTallies& tallies) {
     for (const ClipItem& clip : clips) {
         const MediaPath& file = media.find(clip.file);
         if (!file.in_media_folder) ++tallies.clips_in_siblings;
         if (clip.locked) ++tallies.locked_clips;
         ++tallies.clips;
-        write_audio_item(out, clip, file.path, place);
+        write_audio_item(out, clip, takes.plan(clip), file.path, place);
     }
 }
 
-void write_items(TextSink& out, const TrackPlan& plan, MediaSearch& media,
+void write_items(TextSink& out, const TrackPlan& plan, MediaSearch& media, TakePlanner& takes,
                  WrittenTallies& tallies) {
-    if (plan.lanes.empty()) return write_playlist(out, plan.clips, std::nullopt, media, tallies);
+    if (plan.lanes.empty())
+        return write_playlist(out, plan.clips, std::nullopt, media, takes, tallies);
     LanePlace place{.lane = 0, .count = plan.lanes.size() + 1};
-    write_playlist(out, plan.clips, place, media, tallies);
+    write_playlist(out, plan.clips, place, media, takes, tallies);
     for (const LanePlan& lane : plan.lanes) {
         ++place.lane;
-        write_playlist(out, lane.clips, place, media, tallies);
+        write_playlist(out, lane.clips, place, media, takes, tallies);
     }
 }
 
@@ -117,7 +118,7 @@ void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies&
 }
 
 void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaSearch& media,
-                 WrittenTallies& tallies) {
+                 TakePlanner& takes, WrittenTallies& tallies) {
     const auto number = static_cast<std::uint32_t>(index);
     write_opening(out, plan, number);
     write_mixer(out, plan);
@@ -130,7 +131,7 @@ void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaS
     write_alternate_mute(out, plan);
     write_lanes(out, plan);
     write_track_envelopes(out, plan, tallies);
-    write_items(out, plan, media, tallies);
+    write_items(out, plan, media, takes, tallies);
     out.line(1, ">");
 
     if (plan.timebase == TrackTimebase::time) ++tallies.time_tracks;
@@ -139,10 +140,10 @@ void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaS
 }
 
 void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans, MediaSearch& media,
-                  WrittenTallies& tallies, const TrackProgress& progress) {
+                  TakePlanner& takes, WrittenTallies& tallies, const TrackProgress& progress) {
     for (std::size_t i = 0; i < plans.size(); ++i) {
         if (progress) progress(i, plans.size());
-        write_track(out, plans[i], i, media, tallies);
+        write_track(out, plans[i], i, media, takes, tallies);
     }
 }
 

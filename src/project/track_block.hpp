@@ -8,6 +8,7 @@
 #include "base/text_sink.hpp"
 #include "mix/track_plan.hpp"
 #include "project/media_search.hpp"
+#include "timeline/take_envelope.hpp"
 
 namespace tanrove {
 
@@ -34,10 +35,10 @@ void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies&
 /// Writes one track. `index` is its place in the project's track list, from 0; its identifiers are
 /// made from it.
 void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaSearch& media,
-                 WrittenTallies& tallies);
+                 TakePlanner& takes, WrittenTallies& tallies);
 
 /// Writes all tracks in their order. `progress` may be empty.
 void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans, MediaSearch& media,
-                  WrittenTallies& tallies, const TrackProgress& progress);
+                  TakePlanner& takes, WrittenTallies& tallies, const TrackProgress& progress);
 
 }  // namespace tanrove

@@ -3,6 +3,7 @@
 // under its heading and moves no other. A group with nothing to say prints nothing.
 #include "report/console_summary.hpp"
 
+#include "report/summary_clip_gain.hpp"
 #include "report/summary_covering.hpp"
 #include "report/summary_fades.hpp"
 #include "report/summary_folders.hpp"
@@ -35,6 +36,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     // Tempo, stretch, fades, clip gain, loops
     print_tempo_lines(out, tallies.head.tempo, facts.sample_rate_hz);
     print_fade_counts(out, tallies.timeline.fades);
+    print_clip_gain(out, tallies.timeline.gain);
 
     // Options in force, plug-in builds, track colours
 
@@ -43,6 +45,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // Colour coding and pan law
     print_pan_law(out, tallies.head.pan_law);
+    print_clip_gain_envelopes(out, tallies.timeline.gain, tallies.takes);
 
     // Groups
     print_groups(out, tallies.mix.groups);
@@ -73,7 +76,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     // Covering, fades, alternates
     print_covering(out, tallies.timeline.covering);
     print_dropped_fade_references(out, tallies.timeline);
-    print_fade_shapes(out, tallies.timeline.fades);
+    print_fade_shapes(out, tallies.timeline.fades, tallies.takes);
     print_neutral_s_curves(out, tallies.timeline.fades);
     print_left_out_playlists(out, tallies.timeline, tallies.mix.tracks);
 

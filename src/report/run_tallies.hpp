@@ -7,6 +7,7 @@
 #include "project/track_block.hpp"
 #include "report/summary_not_carried.hpp"
 #include "session/track_table.hpp"
+#include "timeline/take_envelope.hpp"
 #include "timeline/timeline_tallies.hpp"
 
 namespace tanrove {
@@ -17,6 +18,7 @@ struct RunTallies {
     MixTallies mix;
     HeadTallies head;
     WrittenTallies written;
+    TakeTallies takes;
     NotCarriedTallies not_carried;
     MediaTallies media;
 };

@@ -33,18 +33,19 @@ constexpr CountText neutral_s_curves =
     "  %d S-curve fade(s) at the neutral setting written as straight lines,\n"
     "      as Pro Tools plays them\n";
 
-void print_approximated(TextBuffer& out, const FadeTallies& tallies) {
-    if (tallies.approximated <= 0) return;
+void print_approximated(TextBuffer& out, const FadeTallies& tallies, const TakeTallies& takes) {
+    const int approximated = tallies.approximated + takes.fades_as_nearest_shape;
+    if (approximated <= 0) return;
     if (tallies.plain_fades) {
         out.print(
             "  %d fade(s) have a shape REAPER's fade cannot make exactly. With\n"
             "      \"Use REAPER fades only\" on, each is written as the\n"
             "      nearest REAPER shape, up to %.1f dB from Pro Tools inside the fade.\n",
-            tallies.approximated, tallies.worst_db);
+            approximated, tallies.worst_db);
     } else {
-        print_count(out, tallies.approximated, shape_without_envelope);
+        print_count(out, approximated, shape_without_envelope);
     }
-    print_count(out, tallies.approximated_steps, step_presets);
+    print_count(out, tallies.approximated_steps + takes.steps_as_nearest_shape, step_presets);
 }
 
 }  // namespace
@@ -55,9 +56,9 @@ void print_fade_counts(TextBuffer& out, const FadeTallies& tallies) {
               tallies.crossfades);
 }
 
-void print_fade_shapes(TextBuffer& out, const FadeTallies& tallies) {
+void print_fade_shapes(TextBuffer& out, const FadeTallies& tallies, const TakeTallies& takes) {
     print_rows(out, tallies, binding_rows);
-    print_approximated(out, tallies);
+    print_approximated(out, tallies, takes);
     print_count(out, tallies.unmeasured, unmeasured_settings);
 }
 

@@ -19,8 +19,8 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
      "  WARNING: %d clip group(s) are NOT in the project: this build does not\n"
      "      carry them yet. Ungroup them in Pro Tools to bring their clips.\n"},
     {&NotCarriedTallies::shaped_clips,
-     "  WARNING: %d clip(s) have clip gain, stretch, pitch or clip effects that\n"
-     "      this build does not carry yet: they play their file as it is.\n"},
+     "  WARNING: %d clip(s) have stretch, pitch or clip effects that this build\n"
+     "      does not carry yet: they play their file as it is.\n"},
     {&NotCarriedTallies::looped_clips,
      "  WARNING: %d looped clip(s) play once: this build does not carry loops yet.\n"},
     {&NotCarriedTallies::plugins,

@@ -9,7 +9,7 @@ struct NotCarriedTallies {
     int midi_clips = 0;
     int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
     int clip_groups = 0;       ///< placements of clip groups
-    int shaped_clips = 0;      ///< clip names with gain, stretch, pitch or clip effects
+    int shaped_clips = 0;      ///< clip names with stretch, pitch or clip effects
     int looped_clips = 0;
     int plugins = 0;
     int mixed_tracks = 0;  ///< strips that are not at rest: fader, pan, mute, sends or automation

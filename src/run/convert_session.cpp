@@ -137,6 +137,7 @@ std::vector<TimelineTrack> Conversion::place(const SessionImage& image, const Cl
     timeline.edit_lists = clips.details;
     timeline.fades = clips.fades;
     timeline.sync_points = clips.region_starts;
+    timeline.gains = &clips.gains;
     timeline.tempo_map = time_.tempo_map;
     timeline.default_tempo = time_.tempo_bpm;
     timeline.rate_hz = static_cast<double>(image.rate);
@@ -189,8 +190,9 @@ bool Conversion::write_project(MediaSearch& media) {
     {
         TextSink out(stream);
         write_project_head(out, head_);
+        TakePlanner takes(static_cast<double>(head_.sample_rate), tallies_.takes);
         write_tracks(
-            out, mix_.tracks, media, tallies_.written,
+            out, mix_.tracks, media, takes, tallies_.written,
             [](std::size_t track, std::size_t count) { report_track_stage(track, count); });
         write_strip_tracks(out, mix_.strip_tracks, tallies_.written);
         if (mix_.has_solo_track) write_solo_track(out);

@@ -8,7 +8,6 @@
 #include "plugins/plugin_inserts.hpp"
 #include "run/console.hpp"
 #include "session/clip_effects.hpp"
-#include "session/clip_gains.hpp"
 #include "session/loop_records.hpp"
 #include "session/pitch_shifts.hpp"
 #include "session/warp_maps.hpp"
@@ -42,10 +41,6 @@ void add_names(std::set<std::string>& names, const Map& by_name) {
 /// Names of the clips that sound other than their file does.
 std::set<std::string> shaped_clips(const BlockIndex& index) {
     std::set<std::string> names;
-    for (const auto& [name, gain_db] : readFirstClipGains(index)) {
-        if (gain_db != 0) names.insert(name);
-    }
-    add_names(names, readClipGains(index).entry_of_clip);
     const WarpMaps warp = readWarpMaps(index);
     add_names(names, warp.in_samples);
     add_names(names, warp.in_ticks);

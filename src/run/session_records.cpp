@@ -81,6 +81,7 @@ ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index) {
     clips.details = readPlaylistDetails(index);
     clips.fades = readFades(index);
     clips.region_starts = readRegionStarts(index);
+    clips.gains = {readFirstClipGains(index), readClipGains(index)};
     return clips;
 }
 

@@ -8,6 +8,7 @@
 #include "ptformat/ptformat.hpp"
 #include "session/audio_file_folders.hpp"
 #include "session/block_index.hpp"
+#include "session/clip_gains.hpp"
 #include "session/fades.hpp"
 #include "session/folder_table.hpp"
 #include "session/grid_and_nudge.hpp"
@@ -40,6 +41,7 @@ struct ClipRecords {
     std::vector<PlaylistDetail> details;
     std::vector<FadeRecord> fades;
     std::vector<RegionStart> region_starts;
+    ClipGains gains;
 };
 
 /// The time frame.

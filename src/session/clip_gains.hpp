@@ -31,6 +31,12 @@ struct ClipGainLines {
     }
 };
 
+/// All that the session knows of clip gain, by clip name; a clip group's stands under its name.
+struct ClipGains {
+    std::map<std::string, double> fixed_db;
+    ClipGainLines lines;
+};
+
 /// Empty for a session without a gain table, or with one that breaks its limits.
 ClipGainLines readClipGains(const BlockIndex& index);
 

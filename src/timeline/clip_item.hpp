@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,7 @@ struct ClipFade {
     double curve = 0;   ///< REAPER's fade curve, -1 to 1
     bool as_envelope =
         false;  ///< REAPER has no such fade: the item's volume envelope follows `spec`
-    FadeSpec spec;
+    FadeSpec spec = {};
     double spec_length = 0;  ///< seconds: the length that the envelope was decided for
 };
 
@@ -78,7 +79,9 @@ struct ClipItem {
     bool drawn_over_previous = false;  ///< row overlap kind 2
     double take_pan = 0;               ///< -1 left leg, +1 right leg of a split stereo pair
     std::int32_t color_index = -2;     ///< stored clip colour, -2 none
-    double sync_offset = 0;            ///< from the clip's start to its sync point; 0 none
+    std::optional<std::uint32_t> colour = {};  ///< written to the item: 0x1BBGGRR
+    bool polarity_inverted = false;
+    double sync_offset = 0;  ///< from the clip's start to its sync point; 0 none
     bool locked = false;
 };
 

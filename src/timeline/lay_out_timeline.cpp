@@ -4,6 +4,7 @@
 #include "timeline/lay_out_timeline.hpp"
 
 #include "timeline/bind_fades.hpp"
+#include "timeline/clip_gain_plan.hpp"
 #include "timeline/cover_clips.hpp"
 #include "timeline/track_pairing.hpp"
 
@@ -31,6 +32,7 @@ std::vector<TimelineTrack> lay_out_timeline(const TimelineInput& input, Timeline
     std::vector<TimelineTrack> tracks = place_clips(input, tallies);
     bind_all_fades(tracks, input, tallies.fades);
     cover_clips(tracks, input.rate_hz, tallies.covering);
+    if (input.gains != nullptr) give_clip_gain(tracks, *input.gains, tallies.gain);
     return tracks;
 }
 

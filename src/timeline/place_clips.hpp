@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "session/clip_gains.hpp"
 #include "session/fades.hpp"
 #include "session/playlists.hpp"
 #include "session/region_starts.hpp"
@@ -27,6 +28,7 @@ struct TimelineInput {
     std::span<const PlaylistDetail> edit_lists;  ///< in step with `records`
     std::span<const FadeRecord> fades;
     std::span<const RegionStart> sync_points;  ///< one a region where they are of use
+    const ClipGains* gains = nullptr;          ///< none: every clip plays its file as it is
     TempoMap tempo_map;                        ///< empty where the session keeps one tempo
     double default_tempo = default_tempo_bpm;
     double rate_hz = 48000;        ///< above 0

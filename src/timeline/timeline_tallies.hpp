@@ -1,6 +1,7 @@
 // What placing the clips on the timeline counts for the account.
 #pragma once
 
+#include "timeline/clip_gain_plan.hpp"
 #include "timeline/cover_clips.hpp"
 #include "timeline/fade_tallies.hpp"
 
@@ -20,6 +21,7 @@ struct TimelineTallies {
     int stacked_placements = 0;       ///< left out: another clip stands at their moment
     FadeTallies fades = {};
     CoveringTallies covering = {};
+    ClipGainTallies gain = {};
 };
 
 }  // namespace tanrove

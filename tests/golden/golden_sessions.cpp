@@ -106,6 +106,17 @@ GoldenCase clips() {
     return {"clips", session, {}, {"Voice.wav", "Tone.L.wav"}};
 }
 
+GoldenCase clip_gain() {
+    TrackSpec voice = track("Voice", {clip("Voice", 0, second), clip("Voice-01", second, second),
+                                      clip("Voice-02", 2 * second, second, second)});
+    voice.clips[0].gain = {{0, -3}};
+    voice.clips[1].gain = {{0, 0}, {second / 2, -1}, {2 * second, 9}};
+    voice.clips[2].gain = {{second, 0}, {second + 1, -144}};
+    SessionBuilder session = with_files();
+    session.track(voice);
+    return {"clip_gain", session, {}, {"Voice.wav"}};
+}
+
 GoldenCase left_out_placements() {
     TrackSpec edited = track(
         "Edited", {clip("Voice", 0, 2 * second), clip("Voice-01", 2 * second, second, second),
@@ -208,9 +219,10 @@ GoldenCase groups_and_vcas() {
 }  // namespace
 
 std::vector<GoldenCase> golden_cases() {
-    return {empty_session(),  time_frame(), tempo_ramps(),        clips(),    left_out_placements(),
-            overlaps(),       alternates(), alternates_dropped(), surround(), nested_folders(),
-            groups_and_vcas()};
+    return {empty_session(), time_frame(),     tempo_ramps(),
+            clips(),         clip_gain(),      left_out_placements(),
+            overlaps(),      alternates(),     alternates_dropped(),
+            surround(),      nested_folders(), groups_and_vcas()};
 }
 
 }  // namespace tanrove::golden

@@ -21,7 +21,9 @@ Written write(const std::vector<TrackPlan>& plans, const TrackProgress& progress
     TextSink out(written.text);
     MediaSearch media("/song/Audio Files", "/song", {},
                       [](const std::string& path) { return path == "/song/Bounced Files/b.wav"; });
-    write_tracks(out, plans, media, written.tallies, progress);
+    TakeTallies take_tallies;
+    TakePlanner takes(48000, take_tallies);
+    write_tracks(out, plans, media, takes, written.tallies, progress);
     return written;
 }
 

@@ -87,7 +87,18 @@ RunTallies every_counter_at_one() {
                                   .neutral_s_curves = 1,
                                   .worst_db = 2.42,
                                   .plain_fades = true},
-                        .covering = {1, 1, 1}};
+                        .covering = {1, 1, 1},
+                        .gain = {.clips = 1,
+                                 .in_groups_with_gain = 1,
+                                 .in_groups_with_line = 1,
+                                 .groups_with_line = {"Chorus"},
+                                 .lines_past_limit = 1,
+                                 .count_disagreements = 1}};
+    tallies.takes = {.gain_envelopes = 1,
+                     .gain_ramps = 1,
+                     .gain_ramp_points = 1,
+                     .fades_as_nearest_shape = 1,
+                     .steps_as_nearest_shape = 1};
     tallies.mix.tracks = {.stereo_merges = 1,
                           .surround_folds = 1,
                           .alternates_matched = 1,

@@ -1,0 +1,84 @@
+// Gain by name: the clip's own entry first, then its group's on top.
+#include "timeline/clip_gain_plan.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <set>
+
+namespace tanrove {
+namespace {
+
+// Points of all clips together. A line is copied to every clip that plays it, so a small file
+// could ask for any amount of them; no session of people comes near this.
+constexpr std::size_t max_line_points = 4'000'000;
+
+class GainGiver {
+public:
+    GainGiver(const ClipGains& gains, ClipGainTallies& tallies)
+        : gains_(gains), tallies_(tallies) {}
+
+    void give(ClipItem& clip) {
+        give_own_gain(clip);
+        if (!clip.group_name.empty()) add_group_gain(clip);
+    }
+
+private:
+    // The session stores a fixed gain with every line: a line without one is not in use.
+    void give_own_gain(ClipItem& clip) {
+        const auto fixed = gains_.fixed_db.find(clip.name);
+        if (fixed == gains_.fixed_db.end()) return;
+        clip.clip_gain_db = fixed->second;
+        clip.has_clip_gain = true;
+        ++tallies_.clips;
+        if (const ClipGainEntry* line = gains_.lines.line(clip.name)) give_line(clip, *line);
+    }
+
+    void give_line(ClipItem& clip, const ClipGainEntry& line) {
+        if (line.size() > max_line_points - points_given_) {
+            ++tallies_.lines_past_limit;
+            return;
+        }
+        points_given_ += line.size();
+        clip.gain_envelope.clear();
+        clip.gain_envelope.reserve(line.size());
+        for (const ClipGainPoint& point : line)
+            clip.gain_envelope.push_back({point.position, point.gain_db});
+        std::ranges::stable_sort(clip.gain_envelope, {}, &ClipGainLinePoint::position);
+    }
+
+    void add_group_gain(ClipItem& clip) {
+        const auto fixed = gains_.fixed_db.find(clip.group_name);
+        if (fixed != gains_.fixed_db.end() && fixed->second != 0) {
+            if (!clip.has_clip_gain) {
+                clip.has_clip_gain = true;
+                clip.clip_gain_db = 0;
+                ++tallies_.clips;
+            }
+            clip.clip_gain_db += fixed->second;
+            ++tallies_.in_groups_with_gain;
+        }
+        if (gains_.lines.line(clip.group_name) == nullptr) return;
+        ++tallies_.in_groups_with_line;
+        if (groups_met_.insert(clip.group_name).second)
+            tallies_.groups_with_line.push_back(clip.group_name);
+    }
+
+    const ClipGains& gains_;
+    ClipGainTallies& tallies_;
+    std::size_t points_given_ = 0;
+    std::set<std::string> groups_met_;
+};
+
+}  // namespace
+
+void give_clip_gain(std::vector<TimelineTrack>& tracks, const ClipGains& gains,
+                    ClipGainTallies& tallies) {
+    tallies.count_disagreements = gains.lines.count_disagreements;
+    if (gains.fixed_db.empty() && gains.lines.entry_of_clip.empty()) return;
+    GainGiver giver(gains, tallies);
+    for (TimelineTrack& track : tracks) {
+        for (ClipItem& clip : track.clips) giver.give(clip);
+    }
+}
+
+}  // namespace tanrove

@@ -1,0 +1,191 @@
+// What a take's envelope sounds like, heard at every sample as REAPER plays it: in straight lines
+// of gain, and compared with Pro Tools' own curves.
+#include "timeline/take_envelope.hpp"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "base/fader_law.hpp"
+#include "timeline/clip_gain_plan.hpp"
+#include "timeline/fade_curve.hpp"
+
+namespace tanrove {
+namespace {
+
+constexpr double rate = 48000;
+
+double db_of(double gain) {
+    return 20 * std::log10(std::max(gain, 1e-9));
+}
+
+/// The envelope's gain at a moment of its own time.
+double played(const std::vector<EnvelopePoint>& points, double seconds) {
+    const auto behind = std::ranges::upper_bound(points, seconds, {}, &EnvelopePoint::seconds);
+    if (behind == points.begin()) return points.front().value;
+    if (behind == points.end()) return points.back().value;
+    const EnvelopePoint& from = *(behind - 1);
+    const double along = (seconds - from.seconds) / (behind->seconds - from.seconds);
+    return std::lerp(from.value, behind->value, along);
+}
+
+/// The drawn line at a place in the file: straight along the clip fader, level beyond its ends.
+double line_db(const std::vector<ClipGainLinePoint>& line, double position) {
+    for (std::size_t i = 1; i < line.size(); ++i) {
+        if (position > line[i].position && i + 1 < line.size()) continue;
+        const double width = line[i].position - line[i - 1].position;
+        const double along = std::clamp((position - line[i - 1].position) / width, 0.0, 1.0);
+        return fader_db(FaderThrow::clip,
+                        std::lerp(fader_position(FaderThrow::clip, line[i - 1].gain_db),
+                                  fader_position(FaderThrow::clip, line[i].gain_db), along));
+    }
+    return 0;
+}
+
+TEST(TakeEnvelope, StaysWithinATenthOfADecibelOfProToolsCurvesAtEverySample) {
+    ClipItem plain;
+    plain.length = 0.5;
+    plain.source_offset = 0.25;
+    std::vector<ClipItem> clips(3, plain);
+    clips[1].gain_envelope = {{100, -30}, {14400, 11}, {20000, 11}, {20480, -50}, {40000, 3}};
+    clips[2].gain_envelope = clips[1].gain_envelope;
+    clips[2].playrate = 0.8;
+    std::vector<FadeSpec> specs;
+    for (const std::uint32_t family : {0U, 1U}) {
+        for (const int type : {0, 1}) {
+            for (const int setting : {-32767, -3000, 2000, 32767})
+                specs.push_back({family, type, setting});
+        }
+        specs.push_back({family, 2, -2});
+        specs.push_back({family, 2, 3});
+        specs.push_back({family, 2, -3});
+    }
+    for (std::size_t i = 0; i < specs.size() * clips.size(); ++i) {
+        const FadeSpec spec = specs[i / clips.size()];
+        ClipItem clip = clips[i % clips.size()];
+        clip.fade_in = {.length = 0.2, .as_envelope = true, .spec = spec, .spec_length = 0.2};
+        clip.fade_out = {.length = 0.25, .as_envelope = true, .spec = spec, .spec_length = 0.25};
+        SCOPED_TRACE(testing::Message() << spec.family << ' ' << spec.type << ' ' << spec.setting
+                                        << " at rate " << clip.playrate);
+        TakeTallies tallies;
+        TakePlanner planner(rate, tallies);
+        const auto& points = planner.plan(clip).envelope;
+        ASSERT_LT(points.size(), 1000U);
+        for (int sample = 0; sample <= 24000; ++sample) {
+            const double at = sample / rate;
+            double gain = 1;
+            if (sample <= 9600) gain *= fade_gain(spec, FadeSide::fade_in, sample / 9600.0);
+            if (sample >= 12000)
+                gain *= fade_gain(spec, FadeSide::fade_out, (sample - 12000) / 12000.0);
+            if (!clip.gain_envelope.empty()) {
+                const double position = (clip.source_offset + at * clip.playrate) * rate;
+                gain *= std::pow(10, line_db(clip.gain_envelope, position) / 20);
+            }
+            if (gain <= 0.001) continue;
+            ASSERT_NEAR(db_of(played(points, at * clip.playrate)), db_of(gain), 0.1) << sample;
+        }
+    }
+}
+
+TEST(TakeEnvelope, CutsADrawnLineAtTheItemsEdgesOnTheFadersWay) {
+    struct {
+        const char* what;
+        std::vector<ClipGainLinePoint> line;
+        std::vector<EnvelopePoint> points;  // their values in dB
+        int ramps;
+    } const cases[] = {
+        {"one point", {{24000, -6}}, {}, 0},
+        {"all before the head", {{0, -6}, {100, 0}}, {}, 0},
+        {"small steps, the first just before the head",
+         {{23999.99998, -6}, {48000, -7.4}, {72000, -6.5}},
+         {{0, -6}, {0.5, -7.4}, {1, -6.5}},
+         0},
+        {"from 6 dB to -20 dB right over the item: from 2.51935 to 4.8099 of the throw",
+         {{12000, 6}, {84000, -20}},
+         {{0, 1.9719}, {1, -15.5657}},
+         1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        ClipItem clip;
+        clip.length = 1;
+        clip.source_offset = 0.5;
+        clip.gain_envelope = c.line;
+        TakeTallies tallies;
+        TakePlanner planner(rate, tallies);
+        const auto& points = planner.plan(clip).envelope;
+        EXPECT_EQ(tallies.gain_ramps, c.ramps);
+        EXPECT_EQ(tallies.gain_envelopes, c.points.empty() ? 0 : 1);
+        ASSERT_EQ(points.size(),
+                  c.points.size() + static_cast<std::size_t>(tallies.gain_ramp_points));
+        if (points.empty()) continue;
+        EXPECT_EQ(points.front().seconds, 0);
+        EXPECT_EQ(points.back().seconds, 1);
+        EXPECT_NEAR(db_of(points.front().value), c.points.front().value, 1e-3);
+        EXPECT_NEAR(db_of(points.back().value), c.points.back().value, 1e-3);
+    }
+}
+
+TEST(TakePlan, GivesBackTheNearestShapeToAFadeThatAnEditChanged) {
+    struct {
+        double length, spec_length;
+        bool in_envelope;
+    } const cases[] = {{0.5, 0.5, true}, {1, 1, true}, {0.4, 0.5, false}, {1.5, 1.5, false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.length);
+        ClipItem clip;
+        clip.length = 1;
+        clip.fade_out = {.length = c.length,
+                         .shape = 4,
+                         .as_envelope = true,
+                         .spec = {0, 2, -2},
+                         .spec_length = c.spec_length};
+        TakeTallies tallies;
+        TakePlanner planner(rate, tallies);
+        const TakePlan& plan = planner.plan(clip);
+        EXPECT_EQ(plan.fade_out.length, c.in_envelope ? 0 : c.length);
+        EXPECT_EQ(plan.fade_out.shape, 4);
+        EXPECT_EQ(plan.envelope.empty(), !c.in_envelope);
+        EXPECT_EQ(tallies.fades_as_nearest_shape, c.in_envelope ? 0 : 1);
+    }
+}
+
+TEST(ClipGain, AddsTheGroupsGainToTheClipsOwn) {
+    ClipGains gains;
+    gains.fixed_db = {{"own", 1}, {"group", -3}, {"flat group", 0}};
+    gains.lines.entries = {{{0, -3}, {10, 0}}};
+    gains.lines.entry_of_clip = {{"own", 0}, {"no fixed gain", 0}, {"group", 0}};
+    struct {
+        const char *name, *group;
+        bool has_gain;
+        double db;
+        bool has_line;
+    } const cases[] = {
+        {"own", "", true, 1, true},
+        {"no fixed gain", "", false, 0, false},
+        {"own", "group", true, -2, true},
+        {"other", "group", true, -3, false},
+        {"other", "flat group", false, 0, false},
+    };
+    std::vector<TimelineTrack> tracks(1);
+    for (const auto& c : cases) {
+        tracks[0].clips.emplace_back().name = c.name;
+        tracks[0].clips.back().group_name = c.group;
+    }
+    ClipGainTallies tallies;
+    give_clip_gain(tracks, gains, tallies);
+    for (std::size_t i = 0; i < std::size(cases); ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ(tracks[0].clips[i].has_clip_gain, cases[i].has_gain);
+        EXPECT_EQ(tracks[0].clips[i].clip_gain_db, cases[i].db);
+        EXPECT_EQ(!tracks[0].clips[i].gain_envelope.empty(), cases[i].has_line);
+    }
+    EXPECT_EQ(tallies.clips, 3);
+    EXPECT_EQ(tallies.in_groups_with_gain, 2);
+    EXPECT_EQ(tallies.in_groups_with_line, 2);
+    EXPECT_EQ(tallies.groups_with_line, std::vector<std::string>{"group"});
+}
+
+}  // namespace
+}  // namespace tanrove
