@@ -13,8 +13,8 @@ namespace {
 using Path = std::vector<std::string>;
 
 /// Names that begin with R are Routing folders, with B Basic folders, with Q Routing folders of a
-/// table that does not mark them; "!" plays to the main output,
-/// "-" has no plan, "+" has an alternate playlist behind it.
+/// table that does not mark them; "!" plays to the main output, "-" has no plan, "+" has an
+/// alternate playlist behind it.
 struct Scene {
     explicit Scene(const std::string& outline) {
         input.folder_table.emplace();
@@ -47,11 +47,6 @@ struct Scene {
         if (mark != '-') plans.emplace_back().session_name = word;
         if (mark == '+') plans.emplace_back();
         if (opens) open.push_back(word);
-    }
-
-    void run() {
-        tallies = {};
-        plan_folders(plans, input, tallies);
     }
 
     FolderInput input;
@@ -90,19 +85,22 @@ std::string account_of(const FolderTallies& t) {
     return text.str();
 }
 
-std::string nested(int levels) {
-    std::string outline;
-    for (int i = 0; i < levels; ++i) outline += "R" + std::to_string(i) + "( ";
-    outline += "a";
-    for (int i = 0; i < levels; ++i) outline += " )";
-    return outline;
+/// "R0( R1( R2( " or, with other text behind each, likewise.
+std::string routing_folders(int count, const std::string& behind) {
+    std::string names;
+    for (int i = 0; i < count; ++i) names += "R" + std::to_string(i) + behind;
+    return names;
 }
 
-TEST(PlanFolders, FollowsTheFolderTable) {
+TEST(PlanFolders, FollowsTheFolderTableOrWithoutAUsableOneTheOrderOfTheStrips) {
+    enum class Table { whole, missing, empty, two_folders, no_member, no_row, no_folder };
+    std::string deep = routing_folders(16, "( ") + "a";
+    for (int i = 0; i < 16; ++i) deep += " )";
     struct {
         std::string session;
         std::string project;
         std::string account;
+        Table table = Table::whole;
     } const cases[] = {
         {"a b", "a b", "00000000"},
         {"R( a b ) c", "R( a b ) c", "10000000"},
@@ -119,51 +117,29 @@ TEST(PlanFolders, FollowsTheFolderTable) {
         {"R1( R2( a ) R3!( b c! ) )", "R1( R2( a ) ) R3( b ) c",
          "30000100; R3 out of R1; c out of R3"},
         {"R( a- ) b", "R b", "00001000"},
-        {nested(16), nested(16),
+        {deep, deep,
          "160000"
          "1500"},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.session);
-        Scene scene(c.session);
-        scene.run();
-        EXPECT_EQ(outline_of(scene.plans), c.project);
-        EXPECT_EQ(account_of(scene.tallies), c.account);
-    }
-}
-
-TEST(PlanFolders, GoesByTheOrderOfTheStripsWithoutAUsableTable) {
-    const std::string deep = nested(17);
-    std::string deep_by_order;
-    for (int i = 0; i < 16; ++i) deep_by_order += "R" + std::to_string(i) + " ";
-    deep_by_order += "R16( a )";
-    enum class Table { whole, missing, empty, two_folders, no_member, no_row, no_folder };
-    struct {
-        Table table;
-        std::string session;
-        std::string project;
-        std::string account;
-    } const cases[] = {
-        {Table::missing, "a R( b c ) d", "a R( b c d )", "10000010"},
-        {Table::empty, "R( a ) B( b )", "R( a ) B( b )", "11000011"},
-        {Table::two_folders, "R1( a ) R2( b )", "R1( a ) R2( b )", "20000011"},
-        {Table::no_member, "R( a B( b ) ) c", "R( a ) B( b c )", "11000011"},
-        {Table::no_row, "R1( R2( a ) )", "R1 R2( a )", "10100010"},
-        {Table::no_folder, "R( a ) b", "R( a b )", "10000010"},
-        {Table::missing, "R( a- ) B-( b )", "R b", "00002011"},
-        {Table::whole, deep, deep_by_order, "101600010"},
+        {"R( " + deep + " )", "R " + routing_folders(15, " ") + "R15( a )", "101600010"},
+        {"a R( b c ) d", "a R( b c d )", "10000010", Table::missing},
+        {"R( a- ) B-( b )", "R b", "00002011", Table::missing},
+        {"R( a ) B( b )", "R( a ) B( b )", "11000011", Table::empty},
+        {"R1( a ) R2( b )", "R1( a ) R2( b )", "20000011", Table::two_folders},
+        {"R( a B( b ) ) c", "R( a ) B( b c )", "11000011", Table::no_member},
+        {"R1( R2( a ) )", "R1 R2( a )", "10100010", Table::no_row},
+        {"R( a ) b", "R( a b )", "10000010", Table::no_folder},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.session);
         Scene scene(c.session);
         FolderTable& table = *scene.input.folder_table;
-        if (c.table == Table::missing) scene.input.folder_table.reset();
-        if (c.table == Table::empty) table.clear();
         if (c.table == Table::two_folders) table.begin()->second = table.rbegin()->second;
         if (c.table == Table::no_member) table.begin()->second.push_back(1);
         if (c.table == Table::no_row) table[1];
         if (c.table == Table::no_folder) table[scene.identities["b"]];
-        scene.run();
+        if (c.table == Table::empty) table.clear();
+        if (c.table == Table::missing) scene.input.folder_table.reset();
+        plan_folders(scene.plans, scene.input, scene.tallies);
         EXPECT_EQ(outline_of(scene.plans), c.project);
         EXPECT_EQ(account_of(scene.tallies), c.account);
     }
@@ -212,7 +188,7 @@ TEST(PlanFolders, PutsEveryTrackOfAnyTreeIntoItsOwnFolders) {
         const std::string outline = random_outline(seed, next, 0);
         SCOPED_TRACE(outline);
         Scene scene(outline);
-        scene.run();
+        plan_folders(scene.plans, scene.input, scene.tallies);
         outline_of(scene.plans);
         int folders = 0;
         for (const auto& entry : scene.input.strip_table) folders += entry.flag ? 1 : 0;

@@ -18,7 +18,7 @@ struct Scene {
     }
 
     /// In both lists, as a live group is.
-    void group(const GroupRecord& record) { records.insert(records.end(), 2, record); }
+    void group(const GroupRecord& group) { records.insert(records.end(), 2, group); }
 
     std::string words(const std::string& track) {
         tallies = {};
@@ -49,42 +49,30 @@ std::string account_of(const GroupTallies& t) {
     return text.str();
 }
 
+GroupRecord record(const std::string& name, std::vector<std::int32_t> members, int kind,
+                   int vca_master = -1, std::initializer_list<std::size_t> attributes = {}) {
+    GroupRecord group{.name = name, .members = std::move(members), .kind = kind};
+    group.vca_master = vca_master;
+    group.has_attributes = attributes.size() > 0;
+    for (const auto number : attributes) group.attributes[number] = 1;
+    return group;
+}
+
 TEST(LinkGroups, LinksWhatEachKindOfGroupLinks) {
-    const auto with = [](std::initializer_list<std::size_t> set) {
-        std::array<std::uint8_t, group_attribute_count> attributes = {};
-        for (const auto number : set) attributes[number] = 1;
-        return attributes;
-    };
     struct {
         GroupRecord record;
         std::string words_of_a;
         std::string account;
     } const cases[] = {
-        {{.name = "no attributes", .members = {0, 1}, .kind = 1}, "1 1 ", "1000000"},
-        {{.name = "all that REAPER links",
-          .members = {0},
-          .kind = 2,
-          .attributes = with({1, 4, 7, 8}),
-          .has_attributes = true},
-         "0 0 0 0 1 1 1 1 0 0 0 0 1 1 ",
-         "1000000"},
-        {{.name = "other attributes",
-          .members = {0},
-          .kind = 1,
-          .attributes = with({0, 2, 31}),
-          .has_attributes = true},
-         "1 1 ",
-         "1000001 2 31"},
-        {{.name = "Edit group", .members = {0}, .kind = 0}, "", "0001000"},
-        {{.name = "unknown kind", .members = {0}, .kind = 3}, "", "0000100"},
-        {{.name = "only the master fader", .members = {5, 4, -1}, .kind = 1}, "", "1000010"},
-        {{.name = "VCA", .members = {0, 3, 4}, .kind = 0, .vca_master = 3},
-         "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 1 ",
-         "0100010"},
-        {{.name = "VCA of a track", .members = {0}, .kind = 1, .vca_master = 1}, "", "0010000"},
-        {{.name = "VCA past the strips", .members = {0}, .kind = 1, .vca_master = 5},
-         "",
-         "0010000"},
+        {record("no attributes", {0, 1}, 1), "1 1 ", "1000000"},
+        {record("all known", {0}, 2, -1, {1, 4, 7, 8}), "0 0 0 0 1 1 1 1 0 0 0 0 1 1 ", "1000000"},
+        {record("others", {0}, 1, -1, {0, 2, 31}), "1 1 ", "1000001 2 31"},
+        {record("Edit group", {0}, 0), "", "0001000"},
+        {record("unknown kind", {0}, 3), "", "0000100"},
+        {record("only the master fader", {5, 4, -1}, 1), "", "1000010"},
+        {record("VCA", {0, 3, 4}, 0, 3), "0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 0 1 ", "0100010"},
+        {record("VCA of a track", {0}, 1, 1), "", "0010000"},
+        {record("VCA past the strips", {0}, 1, 5), "", "0010000"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.record.name);
@@ -99,12 +87,22 @@ TEST(LinkGroups, LinksWhatEachKindOfGroupLinks) {
     }
 }
 
+TEST(LinkGroups, LeavesAVcaAtUnityWhereNoFaderIsStored) {
+    const std::pair<std::int32_t, double> cases[] = {
+        {125, 12.5}, {126, 0}, {-1450, -145}, {-1451, 0}};
+    for (const auto& [stored, fader_db] : cases) {
+        Scene scene;
+        scene.group(record("VCA", {0}, 1, 3));
+        scene.faders[3] = static_cast<std::uint32_t>(stored);
+        scene.words("V");
+        EXPECT_EQ(scene.groups.vca_fader_db.at("V"), fader_db);
+    }
+}
+
 TEST(LinkGroups, SharesThirtyTwoBitsBetweenMixGroupsAndVcas) {
     Scene scene;
     for (int i = 0; i < 35; ++i) {
-        GroupRecord record{.name = std::to_string(i), .members = {0}, .kind = i == 30 ? 0 : 1};
-        if (i % 8 == 7) record.vca_master = 3;
-        scene.group(record);
+        scene.group(record(std::to_string(i), {0}, i == 30 ? 0 : 1, i % 8 == 7 ? 3 : -1));
     }
     // Bit 30 is group 31's, which is a VCA; Edit group 30 takes none.
     EXPECT_EQ(scene.words("A").substr(0, 22), "3212803967 3212803967 ");
@@ -116,10 +114,10 @@ TEST(LinkGroups, SharesThirtyTwoBitsBetweenMixGroupsAndVcas) {
 
 TEST(LinkGroups, CountsRecordsOnlyWhereThePlacesOfStripsCanBeTrusted) {
     Scene scene;
-    scene.group({.name = "Live", .members = {0}, .kind = 1});
-    scene.records.push_back({.name = "Gone", .members = {0}, .kind = 1});
-    scene.records.push_back({.name = "Live", .members = {1}, .kind = 1});
-    scene.group({.name = "<ALL>", .members = {0, 1, 2, 3, 4}});
+    scene.group(record("Live", {0}, 1));
+    scene.records.push_back(record("Gone", {0}, 1));
+    scene.records.push_back(record("Live", {1}, 1));
+    scene.group(record("<ALL>", {0, 1, 2, 3, 4}, 2));
     EXPECT_EQ(scene.words("A"), "1 1 ");
     EXPECT_EQ(scene.tallies.in_one_list, (std::vector<std::string>{"Gone", "Live"}));
     EXPECT_FALSE(scene.tallies.strips_differ);
