@@ -49,11 +49,10 @@ double rising_power(double t, double bend_exponent, bool lifted) {
 
 double equal_power_gain(const FadeSpec& spec, FadeSide side, double t) {
     const double exponent = 1 + bend(spec) * 5 / 32768;
-    const bool negative = spec.setting < 0;
     const bool rises = side == FadeSide::fade_in;
-    if (spec.type == standard) return rising_power(rises ? t : 1 - t, exponent, negative);
-
-    const bool lifted = rises ? negative : !negative;
+    // A setting's sign bends the drawn line, so a fade-out is lifted by the other one.
+    const bool lifted = rises == (spec.setting < 0);
+    if (spec.type == standard) return rising_power(rises ? t : 1 - t, exponent, lifted);
     if (rises) {
         return t <= 0.5 ? 0.5 * rising_power(2 * t, exponent, lifted)
                         : 1 - 0.5 * rising_power(2 * (1 - t), exponent, lifted);
