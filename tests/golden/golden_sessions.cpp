@@ -216,13 +216,77 @@ GoldenCase groups_and_vcas() {
     return {"groups_and_vcas", session, {}, {}};
 }
 
+builder::FadeSpec fade(std::uint8_t kind, std::uint32_t pre, std::uint32_t length,
+                       std::uint8_t family = 2, std::uint8_t type = 0, std::int16_t setting = 0) {
+    return {.kind = kind,
+            .pre = pre,
+            .length = length,
+            .slope = family,
+            .in_type = type,
+            .in_setting = setting,
+            .out_type = type,
+            .out_setting = setting};
+}
+
+ClipSpec fade_row(std::int64_t position, const builder::FadeSpec& fade) {
+    ClipSpec row;
+    row.position = position;
+    row.is_fade = true;
+    row.fade = fade;
+    return row;
+}
+
+/// Crossfades on a cut with handles, on one without, and on one beside its fade's middle.
+GoldenCase crossfades() {
+    SessionBuilder session = with_files();
+    session.track(
+        track("Cuts",
+              {clip("Voice", 0, second), fade_row(second, fade(1, 2400, 4800)),
+               clip("Voice-01", second, second, second), fade_row(2 * second, fade(1, 2400, 4800)),
+               clip("Voice-02", 2 * second, second), fade_row(3 * second + 50, fade(1, 0, 4800, 1)),
+               clip("Voice-03", 3 * second, second, 4 * second),
+               fade_row(4 * second, fade(1, 2400, 4800, 1, 0, 4000)),
+               clip("Voice-04", 4 * second, second, 6 * second),
+               fade_row(7 * second, fade(2, 4800, 4800))}));
+    return {"crossfades", session, {}, {"Voice.wav"}};
+}
+
+/// A clip a family, type and preset, with the same fade at both ends.
+GoldenCase fade_shapes() {
+    const struct {
+        std::uint8_t family, type;
+        std::int16_t setting;
+    } shapes[] = {{1, 0, 0},  {1, 0, 5000}, {1, 1, 0},     {1, 1, -5000}, {1, 2, -2},
+                  {1, 2, 1},  {2, 0, 0},    {2, 0, -1000}, {2, 1, 0},     {2, 1, 5000},
+                  {2, 2, -1}, {2, 2, 2},    {2, 2, 3},     {3, 0, 1000},  {3, 2, 0}};
+    std::vector<ClipSpec> rows;
+    std::int64_t at = 0;
+    for (const auto& [family, type, setting] : shapes) {
+        rows.push_back(fade_row(at, fade(3, 0, 4800, family, type, setting)));
+        rows.push_back(clip("Voice", at, second));
+        at += second;
+        rows.push_back(fade_row(at, fade(2, 4800, 4800, family, type, setting)));
+    }
+    SessionBuilder session = with_files();
+    session.track(track("Shapes", rows));
+    return {"fade_shapes", session, {}, {"Voice.wav"}};
+}
+
+GoldenCase fade_shapes_plain() {
+    GoldenCase plain = fade_shapes();
+    plain.name = "fade_shapes_plain";
+    plain.options.plain_fades = true;
+    return plain;
+}
+
 }  // namespace
 
 std::vector<GoldenCase> golden_cases() {
     return {empty_session(), time_frame(),     tempo_ramps(),
             clips(),         clip_gain(),      left_out_placements(),
             overlaps(),      alternates(),     alternates_dropped(),
-            surround(),      nested_folders(), groups_and_vcas()};
+            surround(),      nested_folders(), groups_and_vcas(),
+            crossfades(),    fade_shapes(),    fade_shapes_plain()};
 }
 
 }  // namespace tanrove::golden
