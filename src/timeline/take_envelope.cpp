@@ -88,11 +88,6 @@ public:
         return gain;
     }
 
-    bool in_fade(double seconds) const {
-        return (fade_in_ != nullptr && seconds < fade_in_->length) ||
-               (fade_out_ != nullptr && seconds > fade_out_start());
-    }
-
     double fade_out_start() const { return length_ - fade_out_->length; }
 
 private:
@@ -144,9 +139,9 @@ private:
     }
 
     void refine(const Place& from, const Place& to, int halvings) {
-        if (halvings == 0 || to.seconds - from.seconds <= sample_) return;
+        if (halvings == 0 || to.seconds - from.seconds <= sample_ || runs_straight(from, to))
+            return;
         const double middle = from.seconds + (to.seconds - from.seconds) / 2;
-        if (!gain_.in_fade(middle) || runs_straight(from, to)) return;
         const Place half{middle, gain_.at(middle)};
         refine(from, half, halvings - 1);
         put(half);

@@ -33,7 +33,7 @@ double played(const std::vector<EnvelopePoint>& points, double seconds) {
 /// The drawn line at a place in the file: straight along the clip fader, level beyond its ends.
 double line_db(const std::vector<ClipGainLinePoint>& line, double position) {
     for (std::size_t i = 1; i < line.size(); ++i) {
-        if (position > line[i].position && i + 1 < line.size()) continue;
+        if (position >= line[i].position && i + 1 < line.size()) continue;
         const double width = line[i].position - line[i - 1].position;
         const double along = std::clamp((position - line[i - 1].position) / width, 0.0, 1.0);
         return fader_db(FaderThrow::clip,
@@ -48,7 +48,7 @@ TEST(TakeEnvelope, StaysWithinATenthOfADecibelOfProToolsCurvesAtEverySample) {
     plain.length = 0.5;
     plain.source_offset = 0.25;
     std::vector<ClipItem> clips(3, plain);
-    clips[1].gain_envelope = {{100, -30}, {14400, 11}, {20000, 11}, {20480, -50}, {40000, 3}};
+    clips[1].gain_envelope = {{100, -30}, {14400, 11}, {22000, 11}, {22000, -50}, {40000, 3}};
     clips[2].gain_envelope = clips[1].gain_envelope;
     clips[2].playrate = 0.8;
     std::vector<FadeSpec> specs;
