@@ -218,14 +218,7 @@ GoldenCase groups_and_vcas() {
 
 builder::FadeSpec fade(std::uint8_t kind, std::uint32_t pre, std::uint32_t length,
                        std::uint8_t family = 2, std::uint8_t type = 0, std::int16_t setting = 0) {
-    return {.kind = kind,
-            .pre = pre,
-            .length = length,
-            .slope = family,
-            .in_type = type,
-            .in_setting = setting,
-            .out_type = type,
-            .out_setting = setting};
+    return {kind, pre, length, family, false, type, setting, type, setting};
 }
 
 ClipSpec fade_row(std::int64_t position, const builder::FadeSpec& fade) {

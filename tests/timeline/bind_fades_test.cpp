@@ -34,7 +34,7 @@ TEST(EdgesOfFades, FindsWhatAWalkOverAllEdgesFinds) {
     const auto below = [&](unsigned bound) { return static_cast<int>(random() % bound); };
     int bound = 0;
     for (int round = 0; round < 300; ++round) {
-        // Quarters of a thousandth of 2: exact sums, so that equal distances are equal.
+        // Parts of a power of two: equal distances come out equal.
         const auto seconds = [&] { return 10 + below(round % 2 == 0 ? 40 : 400) / 4096.0; };
         std::vector<ClipEdge> edges;
         std::vector<FadePlace> fades;
