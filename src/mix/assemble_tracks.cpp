@@ -70,9 +70,6 @@ void settle_channel_counts(std::vector<TrackPlan>& plans) {
     for (auto& plan : plans) plan.written_channels = std::max(2, plan.channels + plan.channels % 2);
 }
 
-/// A mono strip has one pan knob: REAPER's balance mode turns it as Pro Tools does.
-constexpr int mono_pan_mode = 3;
-
 void settle_mono_strips(std::vector<TrackPlan>& plans, const AssemblyInput& input,
                         const StripWidths& widths) {
     const TrackNameSet midi_strips = midi_strip_names(input.strips);
@@ -82,7 +79,6 @@ void settle_mono_strips(std::vector<TrackPlan>& plans, const AssemblyInput& inpu
         const int width =
             plan.is_bare_strip ? widths.channels_of(plan.session_name) : plan.channels;
         plan.strip_is_mono = has_strip && width == 1;
-        if (plan.strip_is_mono) plan.pan_mode = mono_pan_mode;
     }
 }
 

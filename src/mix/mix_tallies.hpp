@@ -2,6 +2,7 @@
 #pragma once
 
 #include "mix/folder_depths.hpp"
+#include "mix/level_tallies.hpp"
 #include "mix/track_groups.hpp"
 #include "mix/track_tallies.hpp"
 
@@ -11,6 +12,9 @@ struct MixTallies {
     TrackTallies tracks;
     GroupTallies groups;
     FolderTallies folders;
+    LevelTallies levels;
+    SoloTallies solos;
+    ViewTallies views;
 };
 
 }  // namespace tanrove

@@ -6,7 +6,13 @@
 #include <utility>
 
 #include "mix/folder_depths.hpp"
+#include "mix/mixer_lookup.hpp"
+#include "mix/mute_and_solo.hpp"
+#include "mix/output_sides.hpp"
+#include "mix/track_envelopes.hpp"
 #include "mix/track_groups.hpp"
+#include "mix/track_levels.hpp"
+#include "mix/track_views.hpp"
 
 namespace tanrove {
 
@@ -24,8 +30,11 @@ TrackNameSet names_without_main_send(const std::vector<TrackPlan>& tracks) {
 
 MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     MixPlan mix;
-    const TrackGroups groups =
-        link_groups(input.groups, input.assembly.strips.rows, input.vca_slots, tallies.groups);
+    const std::vector<StripRow> rows = input.assembly.strips.rows;
+    const MixerLookup mixer(input.strips, rows, input.displays);
+    EnvelopePlanner envelopes(TempoClock(input.tempo_map, input.tempo_bpm), input.rate_hz);
+
+    const TrackGroups groups = link_groups(input.groups, rows, input.vca_slots, tallies.groups);
     input.assembly.vca_fader_db = groups.vca_fader_db;
     FolderInput folders;
     folders.strip_table = input.assembly.strip_table;
@@ -34,6 +43,13 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     set_group_flags(mix.tracks, groups);
     folders.without_main_send = names_without_main_send(mix.tracks);
     plan_folders(mix.tracks, folders, tallies.folders);
+
+    settle_views(mix.tracks, mixer, tallies.views);
+    plan_levels(mix.tracks, mixer, output_sides(input.routing, rows, input.io_paths), envelopes,
+                tallies.levels);
+    mix.strip_tracks = plan_strip_tracks(mix.tracks, mixer, envelopes, tallies.levels);
+    mix.has_solo_track = settle_solos(mix.tracks, mixer, tallies.solos);
+    tallies.levels.mixer_strips = mixer.strip_count();
     return mix;
 }
 

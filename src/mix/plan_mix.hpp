@@ -10,6 +10,11 @@
 #include "mix/track_plan.hpp"
 #include "session/folder_table.hpp"
 #include "session/groups.hpp"
+#include "session/io_paths.hpp"
+#include "session/routing.hpp"
+#include "session/strips.hpp"
+#include "session/tempo_map.hpp"
+#include "session/track_displays.hpp"
 #include "session/vca_slots.hpp"
 
 namespace tanrove {
@@ -20,6 +25,13 @@ struct MixInput {
     std::vector<GroupRecord> groups;
     VcaSlots vca_slots;
     std::optional<FolderTable> folder_table;
+    std::vector<Strip> strips;           ///< the mixer, with its lanes
+    std::vector<TrackDisplay> displays;  ///< one a row of `assembly.strips`
+    std::vector<RoutingRow> routing;
+    std::vector<IoPath> io_paths;
+    TempoMap tempo_map;  ///< empty where the session keeps one tempo
+    double tempo_bpm = default_tempo_bpm;
+    double rate_hz = 48000;  ///< above 0
 };
 
 struct MixPlan {

@@ -3,6 +3,7 @@
 // under its heading and moves no other. A group with nothing to say prints nothing.
 #include "report/console_summary.hpp"
 
+#include "report/summary_automation.hpp"
 #include "report/summary_clip_gain.hpp"
 #include "report/summary_covering.hpp"
 #include "report/summary_fades.hpp"
@@ -10,6 +11,7 @@
 #include "report/summary_groups.hpp"
 #include "report/summary_head.hpp"
 #include "report/summary_items.hpp"
+#include "report/summary_levels.hpp"
 #include "report/summary_media.hpp"
 #include "report/summary_not_carried.hpp"
 #include "report/summary_time.hpp"
@@ -29,9 +31,15 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_counts(out, tallies.written);
 
     // Strips, sends, outputs, key inputs
+    print_mixer_strips(out, tallies.mix.levels);
     print_track_list_source(out, tallies.track_table);
 
+    print_send_points(out, tallies.written);
+
     // Automation and MIDI edges
+    print_automation_points(out, tallies.written);
+    print_dual_pan_points(out, tallies.mix.levels);
+    print_modes_and_parked_faders(out, tallies.mix.levels);
 
     // Tempo, stretch, fades, clip gain, loops
     print_tempo_lines(out, tallies.head.tempo, facts.sample_rate_hz);
@@ -51,8 +59,11 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_groups(out, tallies.mix.groups);
 
     // Track properties, comments, Trim, solo, folders
+    print_views_and_solos(out, tallies.mix.views, tallies.mix.solos);
+    print_automation_modes(out, tallies.mix.levels);
     print_unmatched_alternates(out, tallies.mix.tracks);
     print_surround_folds(out, tallies.mix.tracks);
+    print_soloed_and_muted(out, tallies.mix.solos);
     print_folders(out, tallies.mix.folders);
     print_unlinked_attributes(out, tallies.mix.groups);
 
@@ -67,6 +78,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     // Hardware inserts, timebase, clip groups, lanes
     print_timebases(out, tallies.timeline);
     print_matched_alternates_and_merges(out, tallies.mix.tracks);
+    print_sides_and_wide_strips(out, tallies.mix.levels);
     print_lanes_and_empty_tracks(out, tallies.mix.tracks);
 
     // Tracks left out or kept
@@ -77,6 +89,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_covering(out, tallies.timeline.covering);
     print_dropped_fade_references(out, tallies.timeline);
     print_fade_shapes(out, tallies.timeline.fades, tallies.takes);
+    print_followed_ramps(out, tallies.mix.levels.envelopes);
     print_neutral_s_curves(out, tallies.timeline.fades);
     print_left_out_playlists(out, tallies.timeline, tallies.mix.tracks);
 

@@ -27,9 +27,8 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
      "  WARNING: %d plug-in(s) are NOT in the project: this build does not\n"
      "      carry plug-ins yet, so their tracks play dry.\n"},
     {&NotCarriedTallies::mixed_tracks,
-     "  WARNING: %d track(s) have a fader, pan, mute, send or automation in\n"
-     "      Pro Tools. This build does not carry the mixer yet: they arrive\n"
-     "      at unity, centered and unmuted, without sends or automation.\n"},
+     "  WARNING: %d track(s) have sends in Pro Tools. This build does not\n"
+     "      carry sends yet, so what they feed stays silent.\n"},
 };
 
 }  // namespace

@@ -12,7 +12,7 @@ struct NotCarriedTallies {
     int shaped_clips = 0;      ///< clip names with stretch, pitch or clip effects
     int looped_clips = 0;
     int plugins = 0;
-    int mixed_tracks = 0;  ///< strips that are not at rest: fader, pan, mute, sends or automation
+    int mixed_tracks = 0;  ///< strips with sends
 };
 
 /// Behind everything that was carried, in front of the media.

@@ -50,7 +50,8 @@ public:
     std::int32_t run();
 
 private:
-    void plan(const SessionImage& image, const ClipRecords& clips, const StripRecords& strips);
+    void plan(const SessionImage& image, const ClipRecords& clips, const StripRecords& strips,
+              std::vector<Strip> mixer);
     std::vector<TimelineTrack> place(const SessionImage& image, const ClipRecords& clips);
     void plan_head(const SessionImage& image);
     bool write_project(MediaSearch& media);
@@ -91,8 +92,9 @@ std::int32_t Conversion::run() {
         std::fputs(strip_lanes_text(read_mixer(index, strips)).c_str(), stderr);
     }
     tallies_.track_table = strips.track_table;
-    plan(image, clips, strips);
-    tallies_.not_carried = count_not_carried(index, clips, read_mixer(index, strips));
+    std::vector<Strip> mixer = read_mixer(index, strips);
+    tallies_.not_carried = count_not_carried(index, clips, mixer);
+    plan(image, clips, strips, std::move(mixer));
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     if (!write_project(media)) return not_converted;
     give_account(*opened->file, version, image, media, clips);
@@ -100,7 +102,7 @@ std::int32_t Conversion::run() {
 }
 
 void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
-                      const StripRecords& strips) {
+                      const StripRecords& strips, std::vector<Strip> mixer) {
     report_stage(stage_clips, "clips");
     std::vector<TimelineTrack> channels = place(image, clips);
 
@@ -117,6 +119,13 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
     input.groups = strips.groups;
     input.vca_slots = strips.vca_slots;
     input.folder_table = strips.folder_table;
+    input.strips = std::move(mixer);
+    input.displays = strips.displays;
+    input.routing = strips.routing;
+    input.io_paths = strips.io_paths;
+    input.tempo_map = time_.tempo_map;
+    input.tempo_bpm = time_.tempo_bpm;
+    input.rate_hz = static_cast<double>(image.rate);
     mix_ = plan_mix(std::move(input), tallies_.mix);
     const int unmatched = tallies_.mix.tracks.tracks_without_strip_row;
     if (unmatched > 0) {

@@ -16,21 +16,8 @@ namespace tanrove {
 
 namespace {
 
-bool has_automation(const Strip& strip) {
-    const Lane* const lanes[] = {
-        &strip.volume_lane,         &strip.mute_lane,     &strip.pan_lane,
-        &strip.pan_right_lane,      &strip.dual_pan_lane, &strip.fifth_lane,
-        &strip.surround_master_lane};
-    return std::any_of(std::begin(lanes), std::end(lanes),
-                       [](const Lane* lane) { return !lane->points.empty(); }) ||
-           !strip.surround_lanes.empty();
-}
-
-/// True if the strip does more than pass its track on at unity.
-bool is_mixed(const Strip& strip) {
-    const bool panned = strip.stereo ? strip.pan != -100 || strip.pan_right != 100 : strip.pan != 0;
-    return strip.fader_db != 0 || panned || strip.muted || !strip.sends.empty() ||
-           has_automation(strip);
+bool has_sends(const Strip& strip) {
+    return !strip.sends.empty();
 }
 
 template <class Map>
@@ -66,7 +53,7 @@ NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& 
     tallies.shaped_clips = static_cast<int>(shaped_clips(index).size());
     tallies.looped_clips = static_cast<int>(readLoopRecords(index).size());
     tallies.plugins = static_cast<int>(read_plugin_inserts(index).size());
-    tallies.mixed_tracks = count_of(mixer, is_mixed);
+    tallies.mixed_tracks = count_of(mixer, has_sends);
     return tallies;
 }
 

@@ -122,6 +122,9 @@ StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
     records.groups = readGroups(index);
     records.vca_slots = readVcaSlots(index, records.strips.rows);
     records.folder_table = readFolderTable(index);
+    records.displays = readTrackDisplays(index, records.strips.rows);
+    records.io_paths = readIoPaths(index);
+    records.routing = readRouting(index, records.strips.rows, records.io_paths);
     return records;
 }
 

@@ -14,10 +14,12 @@
 #include "session/grid_and_nudge.hpp"
 #include "session/groups.hpp"
 #include "session/inactive_tracks.hpp"
+#include "session/io_paths.hpp"
 #include "session/memory_locations.hpp"
 #include "session/meter_map.hpp"
 #include "session/playlists.hpp"
 #include "session/region_starts.hpp"
+#include "session/routing.hpp"
 #include "session/session_image.hpp"
 #include "session/session_lists.hpp"
 #include "session/session_settings.hpp"
@@ -26,6 +28,7 @@
 #include "session/strips.hpp"
 #include "session/tempo_map.hpp"
 #include "session/timecode.hpp"
+#include "session/track_displays.hpp"
 #include "session/track_table.hpp"
 #include "session/vca_slots.hpp"
 
@@ -70,6 +73,9 @@ struct StripRecords {
     std::vector<GroupRecord> groups;
     VcaSlots vca_slots;
     std::optional<FolderTable> folder_table;
+    std::vector<TrackDisplay> displays;  ///< one a strip row
+    std::vector<IoPath> io_paths;
+    std::vector<RoutingRow> routing;
 };
 
 /// `file` gives the audio file list, and its own regions and tracks for an image whose lists the

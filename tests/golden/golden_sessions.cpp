@@ -272,6 +272,47 @@ GoldenCase fade_shapes_plain() {
     return plain;
 }
 
+/// Faders and pans at rest and on the move, each mode, and solos that meet mutes.
+GoldenCase mixer() {
+    TrackSpec at_rest = track("Voice at rest", {clip("Voice", 0, second)});
+    at_rest.fader_db = -7.3;
+    at_rest.pan = -37;
+    at_rest.solo_safe = true;
+    at_rest.hidden = true;
+    TrackSpec moves = track("All that moves", {clip("Voice-01", 0, second)});
+    moves.volume_lane = {0, {{0, 0}, {second, 0}, {2 * second, -300}, {2 * second, 14}}};
+    moves.mute_lane = {0, {{second, 1}, {2 * second, 0}}};
+    moves.pan_lane = {25, {{second, 100}, {2 * second, 0}, {3 * second, -50}}};
+    moves.trim_lane = {{0, {{second, -14}}}};
+    moves.automation_mode = 5;
+    moves.pan = 25;
+    TrackSpec knobs = stereo_track("Two knobs", {clip("Tone", 0, second)});
+    knobs.pan = -100;
+    knobs.pan_right = 40;
+    knobs.pan_lane = {-100, {{0, -100}, {second, -20}}};
+    knobs.pan_right_lane = {40, {{second, 60}}};
+    TrackSpec ignored = track("Moves nobody hears", {clip("Voice-02", 0, second)});
+    ignored.tick_based = true;
+    ignored.automation_mode = 0;
+    ignored.fader_db = 6;
+    ignored.volume_lane = {60, {{4 * quarter, 60}, {8 * quarter, -1445}}};
+    TrackSpec silent = track("Soloed and muted", {clip("Voice-03", 0, second)});
+    silent.muted = silent.soloed = true;
+    TrackSpec off = track("Off, with a mute that moves", {clip("Voice-04", 0, second)});
+    off.active = false;
+    off.soloed = true;
+    off.mute_lane = {0, {{second, 0}}};
+    off.automation_mode = 4;
+    TrackSpec right = track("One side", {clip("Voice-05", 0, second)});
+    right.output = "Out 2";
+    SessionBuilder session = with_files();
+    session.tempo(0, 60).tempo(4 * quarter, 120);
+    session.io_path({"Out 1-2", 1, {1, 2}}).io_path({"Out 1", 1, {1}}).io_path({"Out 2", 1, {2}});
+    session.track(at_rest).track(moves).track(knobs).track(ignored);
+    session.track(silent).track(off).track(right);
+    return {"mixer", session, {}, {"Voice.wav"}};
+}
+
 }  // namespace
 
 std::vector<GoldenCase> golden_cases() {
@@ -279,7 +320,8 @@ std::vector<GoldenCase> golden_cases() {
             clips(),         clip_gain(),      left_out_placements(),
             overlaps(),      alternates(),     alternates_dropped(),
             surround(),      nested_folders(), groups_and_vcas(),
-            crossfades(),    fade_shapes(),    fade_shapes_plain()};
+            crossfades(),    fade_shapes(),    fade_shapes_plain(),
+            mixer()};
 }
 
 }  // namespace tanrove::golden

@@ -111,13 +111,33 @@ RunTallies every_counter_at_one() {
                           .inactive_tracks = 1,
                           .voice_off_tracks = 1,
                           .names_not_bound = 1};
+    tallies.mix.levels = {.mixer_strips = 1,
+                          .parked_faders = 1,
+                          .set_to_read = 1,
+                          .other_modes = 1,
+                          .dual_pan_points = 1,
+                          .dual_pan_tracks = 1,
+                          .panners_left_still = 1,
+                          .automation_off = {"Off"},
+                          .one_sided = {"Side"},
+                          .wide_strips = {"Wide"},
+                          .envelopes = {.followed_ramps = 1, .ramp_points = 1}};
+    tallies.mix.solos = {.soloed = {"Solo"},
+                         .solo_safe = {"Safe"},
+                         .dropped = 1,
+                         .kept_with_mute_lane = 1,
+                         .solo_track = 1};
+    tallies.mix.views = {.hidden_tracks = 1, .tracks_with_height = 1};
     tallies.written = {.tracks = 1,
                        .clips = 1,
                        .notes = 1,
                        .clips_in_siblings = 1,
                        .locked_clips = 1,
                        .time_tracks = 1,
-                       .beats_tracks = 1};
+                       .beats_tracks = 1,
+                       .automation_points = 1,
+                       .automated_tracks = 1,
+                       .send_points = 1};
     tallies.mix.groups = {
         .listed = {{"Drums", std::nullopt, {"Kick", "Snare"}}, {"Band", "VCA 1", {}}},
         .written = 1,

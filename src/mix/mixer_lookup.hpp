@@ -1,0 +1,45 @@
+// Finds what the session's mixer and edit window say about a planned track, by its name.
+#pragma once
+
+#include <map>
+#include <string_view>
+#include <vector>
+
+#include "mix/track_plan.hpp"
+#include "session/strip_rows.hpp"
+#include "session/strips.hpp"
+#include "session/track_displays.hpp"
+
+namespace tanrove {
+
+/// Looks into lists that outlive it.
+class MixerLookup {
+public:
+    /// `displays` has one entry a row. Where two strips share a name the first counts.
+    MixerLookup(const std::vector<Strip>& strips, const std::vector<StripRow>& rows,
+                const std::vector<TrackDisplay>& displays);
+
+    /// The strip of the plan; nullptr if it has none or the session has no record of it. A strip
+    /// of a track that was renamed may still bear the name from its creation.
+    const Strip* strip_of(const TrackPlan& plan) const;
+
+    /// How the edit window shows the plan's track; nullptr if no row is named like it.
+    const TrackDisplay* display_of(const TrackPlan& plan) const;
+
+    /// The strips that have a record, and neither a row nor one of `plans`.
+    std::vector<const Strip*> strips_without(const std::vector<TrackPlan>& plans) const;
+
+    /// Strips that the session has a record of.
+    int strip_count() const;
+
+private:
+    const Strip* present_strip(std::string_view name) const;
+
+    const std::vector<Strip>& strips_;
+    const std::vector<StripRow>& rows_;
+    const std::vector<TrackDisplay>& displays_;
+    std::map<std::string_view, std::size_t> strip_of_name_;
+    std::map<std::string_view, std::size_t> row_of_name_;
+};
+
+}  // namespace tanrove

@@ -1,0 +1,210 @@
+// One track after the other: its automation first, since a fader or pan that moves leaves its level
+// to its envelope; then the fader, the pan knobs, and REAPER's modes for both.
+#include "mix/track_levels.hpp"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace tanrove {
+
+namespace {
+
+// Values of REAPER's AUTOMODE.
+constexpr int trim_read_mode = 0;
+constexpr int read_mode = 1;
+constexpr int touch_mode = 2;
+constexpr int write_mode = 3;
+constexpr int latch_mode = 4;
+
+// Values of REAPER's PANMODE.
+constexpr int balance_pan = 3;
+constexpr int dual_pan = 6;
+
+constexpr double hundredths = 100.0;
+
+int reaper_mode(const std::optional<AutomationMode>& stored, bool is_automated) {
+    if (!stored) return is_automated ? read_mode : trim_read_mode;
+    switch (*stored) {
+        case AutomationMode::off:
+            return trim_read_mode;
+        case AutomationMode::read:
+            return read_mode;
+        case AutomationMode::touch:
+            return touch_mode;
+        case AutomationMode::latch:
+        case AutomationMode::touch_latch:
+            return latch_mode;
+        case AutomationMode::write:
+            return write_mode;
+    }
+    return is_automated ? read_mode : trim_read_mode;
+}
+
+/// In these modes REAPER shows the envelopes that a control of the track moves as armed.
+bool arms_envelopes(int mode) {
+    return mode == read_mode || mode == touch_mode || mode == latch_mode;
+}
+
+bool has_points(const Lane& lane) {
+    return !lane.points.empty();
+}
+
+bool is_dual_panned(const Strip& strip) {
+    return has_points(strip.dual_pan_lane) || has_points(strip.pan_right_lane);
+}
+
+bool moves_panner(const Strip& strip) {
+    return std::any_of(strip.surround_lanes.begin(), strip.surround_lanes.end(),
+                       [](const PannerLanes& panner) {
+                           return std::any_of(panner.begin(), panner.end(), has_points);
+                       });
+}
+
+/// An unmerged leg of a stereo track plays its own side and no more.
+bool is_leg(const TrackPlan& plan) {
+    return plan.leg_pan != 0;
+}
+
+/// Plans one track after the other from its strip.
+class Levels {
+public:
+    Levels(const OutputSides& sides, EnvelopePlanner& envelopes, LevelTallies& tallies)
+        : sides_(sides), envelopes_(envelopes), tallies_(tallies) {}
+
+    void plan(TrackPlan& plan, const Strip* strip, const TrackDisplay* display) {
+        if (strip != nullptr) plan_envelopes(plan, *strip);
+        plan_mode(plan, display);
+        if (strip != nullptr) plan_fader(plan, *strip);
+        plan_pan(plan, strip);
+    }
+
+private:
+    void add(TrackPlan& plan, const char* block, EnvelopeKind kind, const Lane& lane) {
+        if (!has_points(lane)) return;
+        plan.envelopes.push_back(envelopes_.plan(block, kind, lane, tallies_.envelopes));
+    }
+
+    void plan_envelopes(TrackPlan& plan, const Strip& strip) {
+        add(plan, "VOLENV2", EnvelopeKind::volume, strip.volume_lane);
+        add(plan, "MUTEENV", EnvelopeKind::mute, strip.mute_lane);
+        if (strip.surround) {
+            if (moves_panner(strip)) ++tallies_.panners_left_still;
+        } else if (!is_leg(plan)) {
+            add_pan(plan, strip);
+        }
+        add(plan, "VOLENV3", EnvelopeKind::volume, strip.fifth_lane);
+    }
+
+    void add_pan(TrackPlan& plan, const Strip& strip) {
+        if (!is_dual_panned(strip)) {
+            add(plan, "PANENV2", EnvelopeKind::pan, strip.pan_lane);
+            return;
+        }
+        add(plan, "DUALPANENVL", EnvelopeKind::pan, strip.dual_pan_lane);
+        add(plan, "DUALPANENV", EnvelopeKind::pan, strip.pan_right_lane);
+        tallies_.dual_pan_points += strip.pan_point_total;
+        ++tallies_.dual_pan_tracks;
+    }
+
+    /// Trim/Read would apply the fader on top of its own automation, so an automated track of which
+    /// no mode is known reads. Where the mode is off, Pro Tools ignores what the lanes hold.
+    void plan_mode(TrackPlan& plan, const TrackDisplay* display) {
+        const auto stored = display == nullptr ? std::nullopt : display->automation_mode;
+        const bool is_automated = !plan.envelopes.empty();
+        const bool is_off = stored == AutomationMode::off;
+        const int mode = reaper_mode(stored, is_automated);
+        plan.mixer.automation_mode = mode;
+        for (EnvelopePlan& envelope : plan.envelopes) {
+            envelope.active = !is_off;
+            envelope.armed = arms_envelopes(mode) && envelope.block != "VOLENV3";
+            // A mute that moves would switch a track on that Pro Tools does not play.
+            if (envelope.kind == EnvelopeKind::mute && (plan.inactive || plan.voice_off)) {
+                envelope.active = false;
+            }
+        }
+        if (is_off) tallies_.automation_off.push_back(plan.name);
+        if (!stored && is_automated) ++tallies_.set_to_read;
+        if (mode != read_mode && mode != trim_read_mode) ++tallies_.other_modes;
+    }
+
+    /// REAPER multiplies fader and envelope: a fader that moves is parked at unity.
+    void plan_fader(TrackPlan& plan, const Strip& strip) {
+        plan.muted = plan.muted || strip.muted;
+        const bool is_parked = moves(plan, "VOLENV2");
+        if (is_parked) ++tallies_.parked_faders;
+        if (is_parked) {
+            plan.mixer.gain = 1;
+        } else if (!strip.midi_only && !plan.is_vca) {
+            plan.mixer.gain = gain_of_db(strip.fader_db);
+        }
+    }
+
+    void plan_pan(TrackPlan& plan, const Strip* strip) {
+        plan.mixer.pan = plan.leg_pan;
+        if (plan.strip_is_mono) plan.pan_mode = balance_pan;
+        if (strip != nullptr && !is_leg(plan) && !strip->surround) plan_knobs(plan, *strip);
+        if (const auto side = sides_.find(plan.session_name);
+            side != sides_.end() && !plan.is_alternate) {
+            plan.mixer.pan = 0;
+            plan.mixer.dual_pan_left = side->second;
+            plan.mixer.dual_pan_right = side->second;
+            plan.pan_mode = dual_pan;
+            tallies_.one_sided.push_back(plan.name);
+        }
+        if (plan.is_basic_folder) plan.pan_mode = dual_pan;
+        if (strip != nullptr && plan.channels > 2) tallies_.wide_strips.push_back(plan.name);
+    }
+
+    static void plan_knobs(TrackPlan& plan, const Strip& strip) {
+        const double left = strip.pan / hundredths;
+        const double right = strip.pan_right / hundredths;
+        plan.mixer.pan = std::clamp(strip.stereo ? (left + right) * 0.5 : left, -1.0, 1.0);
+        if (strip.stereo) {
+            plan.mixer.dual_pan_left = std::clamp(left, -1.0, 1.0);
+            plan.mixer.dual_pan_right = std::clamp(right, -1.0, 1.0);
+            plan.pan_mode = dual_pan;
+        }
+        const bool pan_moves =
+            moves(plan, "PANENV2") || moves(plan, "DUALPANENVL") || moves(plan, "DUALPANENV");
+        if (pan_moves) plan.mixer.pan = 0;
+    }
+
+    static bool moves(const TrackPlan& plan, std::string_view block) {
+        return std::any_of(plan.envelopes.begin(), plan.envelopes.end(),
+                           [&](const EnvelopePlan& envelope) {
+                               return envelope.active && envelope.block == block;
+                           });
+    }
+
+    const OutputSides& sides_;
+    EnvelopePlanner& envelopes_;
+    LevelTallies& tallies_;
+};
+
+}  // namespace
+
+void plan_levels(std::vector<TrackPlan>& plans, const MixerLookup& mixer, const OutputSides& sides,
+                 EnvelopePlanner& envelopes, LevelTallies& tallies) {
+    Levels levels(sides, envelopes, tallies);
+    for (TrackPlan& plan : plans) {
+        levels.plan(plan, mixer.strip_of(plan), mixer.display_of(plan));
+    }
+}
+
+std::vector<TrackPlan> plan_strip_tracks(const std::vector<TrackPlan>& plans,
+                                         const MixerLookup& mixer, EnvelopePlanner& envelopes,
+                                         LevelTallies& tallies) {
+    const OutputSides no_sides;
+    Levels levels(no_sides, envelopes, tallies);
+    std::vector<TrackPlan> tracks;
+    for (const Strip* strip : mixer.strips_without(plans)) {
+        TrackPlan& plan = tracks.emplace_back();
+        plan.name = strip->name;
+        plan.session_name = strip->name;
+        levels.plan(plan, strip, nullptr);
+    }
+    return tracks;
+}
+
+}  // namespace tanrove

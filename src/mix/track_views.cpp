@@ -1,0 +1,17 @@
+// Takes what the edit window says about the look of each track.
+#include "mix/track_views.hpp"
+
+namespace tanrove {
+
+void settle_views(std::vector<TrackPlan>& plans, const MixerLookup& mixer, ViewTallies& tallies) {
+    for (TrackPlan& plan : plans) {
+        const TrackDisplay* display = mixer.display_of(plan);
+        if (display == nullptr) continue;
+        plan.hidden = !display->shown;
+        plan.height_pixels = display->height;
+        tallies.hidden_tracks += plan.hidden ? 1 : 0;
+        tallies.tracks_with_height += plan.height_pixels > 0 ? 1 : 0;
+    }
+}
+
+}  // namespace tanrove

@@ -1,0 +1,15 @@
+// How the tracks look in REAPER's windows: hidden or shown, and their height.
+#pragma once
+
+#include <vector>
+
+#include "mix/level_tallies.hpp"
+#include "mix/mixer_lookup.hpp"
+#include "mix/track_plan.hpp"
+
+namespace tanrove {
+
+/// A track that Pro Tools hides is hidden in both of REAPER's windows; heights are pixels in both.
+void settle_views(std::vector<TrackPlan>& plans, const MixerLookup& mixer, ViewTallies& tallies);
+
+}  // namespace tanrove

@@ -1,0 +1,133 @@
+// Faders, pans, modes and ramps, held against the laws of both programs.
+#include "mix/track_levels.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace tanrove {
+namespace {
+
+constexpr double rate_hz = 48000;
+
+/// Where Pro Tools' fader stands at a level: its throw is straight between these places.
+struct ThrowPlace {
+    double db, at;
+};
+constexpr ThrowPlace throw_places[] = {{22.488, -1.5721}, {12, -0.5721}, {0, 0.5721},
+                                       {-20, 2.3063},     {-40, 3.4102}, {-72, 3.8517},
+                                       {-144.5, 4.0}};
+
+double between(double x, double x0, double x1, double y0, double y1) {
+    return y0 + (x - x0) / (x1 - x0) * (y1 - y0);
+}
+
+double throw_at(double db) {
+    std::size_t i = 1;
+    while (i + 1 < std::size(throw_places) && db < throw_places[i].db) ++i;
+    const auto &a = throw_places[i - 1], &b = throw_places[i];
+    return between(db, a.db, b.db, a.at, b.at);
+}
+
+double db_at(double at) {
+    std::size_t i = 1;
+    while (i + 1 < std::size(throw_places) && at > throw_places[i].at) ++i;
+    const auto &a = throw_places[i - 1], &b = throw_places[i];
+    return between(at, a.at, b.at, a.db, b.db);
+}
+
+EnvelopePlanner planner() {
+    return {TempoClock({}, 120), rate_hz};
+}
+
+/// What REAPER plays at `seconds`: it draws straight lines of gain between points.
+double played_gain(const std::vector<EnvelopePoint>& points, std::size_t& next, double seconds) {
+    while (next + 1 < points.size() && points[next].seconds < seconds) ++next;
+    const EnvelopePoint &a = points[next - 1], &b = points[next];
+    if (b.seconds <= a.seconds) return b.value;
+    return between(seconds, a.seconds, b.seconds, a.value, b.value);
+}
+
+TEST(EnvelopePlanner, KeepsEveryRampWithinATenthOfADbOfTheFadersWay) {
+    constexpr int start = 480;
+    constexpr int length = 24000;
+    const double levels[] = {12, 6, 0, -0.7, -10, -20, -33.3, -40, -60, -72, -110, -144.5};
+    for (const double from : levels) {
+        for (const double to : levels) {
+            SCOPED_TRACE(testing::Message() << from << " to " << to);
+            const Lane lane{{{start, from * 10}, {start + length, to * 10}}, from * 10, false};
+            EnvelopeTallies tallies;
+            const auto points =
+                planner().plan("VOLENV2", EnvelopeKind::volume, lane, tallies).points;
+            EXPECT_EQ(points.size(), 3U + static_cast<std::size_t>(tallies.ramp_points));
+            double worst = 0;
+            std::size_t next = 2;
+            for (int i = 0; i <= length; ++i) {
+                const double told = db_at(between(i, 0, length, throw_at(from), throw_at(to)));
+                const double gain = played_gain(points, next, (start + i) / rate_hz);
+                worst = std::max(worst, std::abs(20 * std::log10(gain) - told));
+            }
+            EXPECT_LT(worst, 0.1);
+            for (std::size_t i = 2; i < points.size(); ++i) {
+                EXPECT_LT(std::abs(20 * std::log10(points[i].value / points[i - 1].value)), 1.51);
+            }
+        }
+    }
+}
+
+TEST(EnvelopePlanner, JoinsNoBreakpointToTheInitialValueNorToOneAtItsOwnTime) {
+    EnvelopeTallies tallies;
+    const Lane lane{{{480, -300}, {480, 0}, {481, -300}}, 0, false};
+    EXPECT_EQ(planner().plan("VOLENV2", EnvelopeKind::volume, lane, tallies).points.size(), 4U);
+    EXPECT_EQ(tallies.followed_ramps, 0);
+}
+
+TEST(PlanLevels, GivesEveryModeItsPlaceInReaper) {
+    struct {
+        std::optional<AutomationMode> mode;
+        bool automated;
+        int written;
+        bool armed, active;
+        double gain;
+    } const cases[] = {
+        {AutomationMode::off, true, 0, false, false, 0.5011872336},
+        {AutomationMode::read, true, 1, true, true, 1},
+        {AutomationMode::touch, true, 2, true, true, 1},
+        {AutomationMode::latch, true, 4, true, true, 1},
+        {AutomationMode::write, true, 3, false, true, 1},
+        {AutomationMode::touch_latch, true, 4, true, true, 1},
+        {std::nullopt, true, 1, true, true, 1},
+        {std::nullopt, false, 0, false, true, 0.5011872336},
+        {AutomationMode::read, false, 1, false, true, 0.5011872336},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.written << ' ' << c.automated);
+        std::vector<Strip> strips(1);
+        strips[0].name = "Vox";
+        strips[0].present = true;
+        strips[0].fader_db = -6;
+        if (c.automated) {
+            strips[0].volume_lane.points = {{0, -60}};
+            strips[0].fifth_lane.points = {{0, 0}};
+        }
+        std::vector<StripRow> rows(1);
+        rows[0].current_name = "Vox";
+        std::vector<TrackDisplay> displays(1);
+        displays[0].automation_mode = c.mode;
+        std::vector<TrackPlan> plans(1);
+        plans[0].session_name = "Vox";
+        EnvelopePlanner envelopes = planner();
+        LevelTallies tallies;
+        plan_levels(plans, MixerLookup(strips, rows, displays), {}, envelopes, tallies);
+        EXPECT_EQ(plans[0].mixer.automation_mode, c.written);
+        EXPECT_NEAR(plans[0].mixer.gain, c.gain, 1e-9);
+        ASSERT_EQ(plans[0].envelopes.size(), c.automated ? 2U : 0U);
+        for (const auto& envelope : plans[0].envelopes) {
+            EXPECT_EQ(envelope.armed, c.armed && envelope.block == "VOLENV2");
+            EXPECT_EQ(envelope.active, c.active);
+        }
+    }
+}
+
+}  // namespace
+}  // namespace tanrove
