@@ -5,6 +5,7 @@
 
 #include "report/summary_automation.hpp"
 #include "report/summary_clip_gain.hpp"
+#include "report/summary_clip_groups.hpp"
 #include "report/summary_covering.hpp"
 #include "report/summary_fades.hpp"
 #include "report/summary_folders.hpp"
@@ -77,6 +78,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // Hardware inserts, timebase, clip groups, lanes
     print_timebases(out, tallies.timeline);
+    print_clip_groups(out, tallies.timeline.clip_groups);
     print_matched_alternates_and_merges(out, tallies.mix.tracks);
     print_sides_and_wide_strips(out, tallies.mix.levels);
     print_lanes_and_empty_tracks(out, tallies.mix.tracks);

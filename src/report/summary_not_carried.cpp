@@ -15,9 +15,6 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
      "  WARNING: %d clip placement(s) are NOT in the project: they play clips\n"
      "      past number 65535, where the session's clip numbers end for this\n"
      "      tool. Remove unused clips in Pro Tools, save, and convert again.\n"},
-    {&NotCarriedTallies::clip_groups,
-     "  WARNING: %d clip group(s) are NOT in the project: this build does not\n"
-     "      carry them yet. Ungroup them in Pro Tools to bring their clips.\n"},
     {&NotCarriedTallies::shaped_clips,
      "  WARNING: %d clip(s) have stretch, pitch or clip effects that this build\n"
      "      does not carry yet: they play their file as it is.\n"},

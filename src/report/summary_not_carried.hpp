@@ -8,7 +8,6 @@ namespace tanrove {
 struct NotCarriedTallies {
     int midi_clips = 0;
     int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
-    int clip_groups = 0;       ///< placements of clip groups
     int shaped_clips = 0;      ///< clip names with stretch, pitch or clip effects
     int looped_clips = 0;
     int plugins = 0;

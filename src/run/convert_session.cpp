@@ -145,6 +145,7 @@ std::vector<TimelineTrack> Conversion::place(const SessionImage& image, const Cl
     timeline.clip_counts = clips.playlists.clip_counts;
     timeline.edit_lists = clips.details;
     timeline.fades = clips.fades;
+    timeline.clip_groups = &clips.clip_groups;
     timeline.sync_points = clips.region_starts;
     timeline.gains = &clips.gains;
     timeline.tempo_map = time_.tempo_map;

@@ -48,8 +48,6 @@ NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& 
     NotCarriedTallies tallies;
     tallies.midi_clips = static_cast<int>(clips.lists.midi_tracks.size());
     tallies.unnumbered_clips = static_cast<int>(clips.lists.unnumbered_clips);
-    tallies.clip_groups =
-        count_of(clips.lists.tracks, [](const ClipTrack& row) { return row.is_clip_group; });
     tallies.shaped_clips = static_cast<int>(shaped_clips(index).size());
     tallies.looped_clips = static_cast<int>(readLoopRecords(index).size());
     tallies.plugins = static_cast<int>(read_plugin_inserts(index).size());

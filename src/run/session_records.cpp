@@ -82,6 +82,7 @@ ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index) {
     clips.fades = readFades(index);
     clips.region_starts = readRegionStarts(index);
     clips.gains = {readFirstClipGains(index), readClipGains(index)};
+    clips.clip_groups = readClipGroups(index, clips.lists.regions);
     return clips;
 }
 

@@ -9,6 +9,7 @@
 #include "session/audio_file_folders.hpp"
 #include "session/block_index.hpp"
 #include "session/clip_gains.hpp"
+#include "session/clip_groups.hpp"
 #include "session/fades.hpp"
 #include "session/folder_table.hpp"
 #include "session/grid_and_nudge.hpp"
@@ -45,6 +46,7 @@ struct ClipRecords {
     std::vector<FadeRecord> fades;
     std::vector<RegionStart> region_starts;
     ClipGains gains;
+    ClipGroups clip_groups;
 };
 
 /// The time frame.

@@ -6,6 +6,7 @@
 #include "timeline/bind_fades.hpp"
 #include "timeline/clip_gain_plan.hpp"
 #include "timeline/cover_clips.hpp"
+#include "timeline/lay_out_groups.hpp"
 #include "timeline/track_pairing.hpp"
 
 namespace tanrove {
@@ -32,6 +33,7 @@ std::vector<TimelineTrack> lay_out_timeline(const TimelineInput& input, Timeline
     std::vector<TimelineTrack> tracks = place_clips(input, tallies);
     bind_all_fades(tracks, input, tallies.fades);
     cover_clips(tracks, input.rate_hz, tallies.covering);
+    lay_out_groups(tracks, input, tallies.clip_groups, tallies.fades);
     if (input.gains != nullptr) give_clip_gain(tracks, *input.gains, tallies.gain);
     return tracks;
 }

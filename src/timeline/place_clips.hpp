@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "session/clip_gains.hpp"
+#include "session/clip_groups.hpp"
 #include "session/fades.hpp"
 #include "session/playlists.hpp"
 #include "session/region_starts.hpp"
@@ -27,6 +28,7 @@ struct TimelineInput {
     std::span<const std::uint32_t> clip_counts;  ///< placements of each record
     std::span<const PlaylistDetail> edit_lists;  ///< in step with `records`
     std::span<const FadeRecord> fades;
+    const ClipGroups* clip_groups = nullptr;   ///< none: groups are not laid out
     std::span<const RegionStart> sync_points;  ///< one a region where they are of use
     const ClipGains* gains = nullptr;          ///< none: every clip plays its file as it is
     TempoMap tempo_map;                        ///< empty where the session keeps one tempo

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "timeline/clip_gain_plan.hpp"
+#include "timeline/clip_group_pieces.hpp"
 #include "timeline/cover_clips.hpp"
 #include "timeline/fade_tallies.hpp"
 
@@ -21,6 +22,7 @@ struct TimelineTallies {
     int stacked_placements = 0;       ///< left out: another clip stands at their moment
     FadeTallies fades = {};
     CoveringTallies covering = {};
+    ClipGroupTallies clip_groups = {};
     ClipGainTallies gain = {};
 };
 

@@ -145,6 +145,33 @@ GoldenCase overlaps() {
     return {"overlaps", session, {}, {"Voice.wav"}};
 }
 
+/// A group of two crossfaded clips inside a group that mutes one copy of it and shows a part of the
+/// other; a group that is not there.
+GoldenCase nested_groups() {
+    ClipSpec crossfade = clip("", 2 * second, 0);
+    crossfade.is_fade = true;
+    crossfade.fade = {.kind = 1, .pre = 4800, .length = 9600};
+    ClipSpec inner = clip("", second, 0);
+    inner.clip_group = 0;
+    ClipSpec muted_inner = inner;
+    muted_inner.position = 6 * second;
+    muted_inner.muted = true;
+    ClipSpec outer = clip("", second, 0);
+    outer.clip_group = 1;
+    ClipSpec missing = clip("", 20 * second, 0);
+    missing.clip_group = 7;
+    ClipSpec faded = clip("", 12 * second, 0);
+    faded.clip_group = 0;
+    SessionBuilder session = with_files();
+    session.clip_group({"Phrase",
+                        4 * second,
+                        {clip("Voice", 0, 2 * second), crossfade,
+                         clip("Voice-01", 2 * second, 2 * second, 3 * second)}});
+    session.clip_group({"Verse", 9 * second, {clip("Voice-02", 0, second), inner, muted_inner}});
+    session.track(track("Voice", {outer, faded, missing}));
+    return {"nested_groups", session, {}, {"Voice.wav"}};
+}
+
 GoldenCase alternates() {
     TrackSpec lead = track("Lead", {clip("Voice", 0, 2 * second)});
     lead.alternates = {{"Lead.01", {clip("Voice-01", second, second, second)}},
@@ -316,12 +343,13 @@ GoldenCase mixer() {
 }  // namespace
 
 std::vector<GoldenCase> golden_cases() {
-    return {empty_session(), time_frame(),     tempo_ramps(),
-            clips(),         clip_gain(),      left_out_placements(),
-            overlaps(),      alternates(),     alternates_dropped(),
-            surround(),      nested_folders(), groups_and_vcas(),
-            crossfades(),    fade_shapes(),    fade_shapes_plain(),
-            mixer()};
+    return {
+        empty_session(),   time_frame(),          tempo_ramps(), clips(),
+        clip_gain(),       left_out_placements(), overlaps(),    nested_groups(),
+        alternates(),      alternates_dropped(),  surround(),    nested_folders(),
+        groups_and_vcas(), crossfades(),          fade_shapes(), fade_shapes_plain(),
+        mixer(),
+    };
 }
 
 }  // namespace tanrove::golden

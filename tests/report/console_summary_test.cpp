@@ -88,6 +88,7 @@ RunTallies every_counter_at_one() {
                                   .worst_db = 2.42,
                                   .plain_fades = true},
                         .covering = {1, 1, 1},
+                        .clip_groups = {1, 1, 1, 1, 1, 1, 1, {"Choir"}},
                         .gain = {.clips = 1,
                                  .in_groups_with_gain = 1,
                                  .in_groups_with_line = 1,
@@ -164,7 +165,6 @@ RunTallies every_counter_at_one() {
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
     tallies.not_carried = {.midi_clips = 1,
                            .unnumbered_clips = 1,
-                           .clip_groups = 1,
                            .shaped_clips = 1,
                            .looped_clips = 1,
                            .plugins = 1,

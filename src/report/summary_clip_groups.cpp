@@ -1,0 +1,30 @@
+// What clip groups became.
+#include "report/summary_clip_groups.hpp"
+
+#include "report/name_lists.hpp"
+
+namespace tanrove {
+
+void print_clip_groups(TextBuffer& out, const ClipGroupTallies& tallies) {
+    if (tallies.groups > 0) {
+        out.print(
+            "  %d clip group(s) laid out as the %d clip(s) they play -- REAPER has\n"
+            "      no clip groups, so each one is written flat, same places, same audio\n",
+            tallies.groups, tallies.pieces);
+        if (tallies.fades > 0) {
+            out.print(
+                "      %d fade(s) inside those groups: %d fade-in(s) and %d fade-out(s) carried\n"
+                "      on the pieces (v202); %d could not be bound to an edge and were left off\n",
+                tallies.fades, tallies.fade_ins, tallies.fade_outs, tallies.fades_left_off);
+        }
+    }
+    if (tallies.unreadable > 0) {
+        out.print(
+            "  WARNING: %d clip group piece(s) could not be read, so that audio is\n"
+            "      NOT in the project. On:%s\n"
+            "      Please send the session in.\n",
+            tallies.unreadable, quoted_names(tallies.unreadable_on, no_cap).c_str());
+    }
+}
+
+}  // namespace tanrove

@@ -1,0 +1,125 @@
+// Lays the clip groups of the tracks out flat: one item for each clip that a group plays.
+#include "timeline/lay_out_groups.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <utility>
+
+#include "timeline/collect_clips.hpp"
+#include "timeline/track_pairing.hpp"
+#include "timeline/track_timebase.hpp"
+
+namespace tanrove {
+
+namespace {
+
+bool is_set(const std::vector<std::uint32_t>& values, std::size_t row, bool otherwise) {
+    return row < values.size() ? values[row] != 0 : otherwise;
+}
+
+class GroupLayout {
+public:
+    GroupLayout(const TimelineInput& input, ClipGroupTallies& tallies, FadeTallies& fade_tallies)
+        : input_(input),
+          material_{.groups = *input.clip_groups,
+                    .regions = input.regions,
+                    .sync_points = {},
+                    .fades = input.fades,
+                    .no_fades = input.no_fades,
+                    .fade_form = input.plain_fades ? FadeForm::plain : FadeForm::exact,
+                    .rate_hz = input.rate_hz},
+          clock_(input.tempo_map, input.default_tempo),
+          tallies_(tallies),
+          fade_tallies_(fade_tallies) {
+        if (sync_table_lines_up(input)) material_.sync_points = input.sync_points;
+    }
+
+    void lay_out(TimelineTrack& track) {
+        const PlaylistDetail& list = input_.edit_lists[*track.record];
+        const int unreadable_before = tallies_.unreadable;
+        const std::size_t clips_before = track.clips.size();
+        const std::size_t rows = std::min(list.region_ids.size(), list.positions.size());
+        for (std::size_t row = 0; row < rows; ++row) {
+            if (!is_set(list.in_group, row, false) || !is_set(list.live, row, true)) continue;
+            lay_out_row(track, list, row);
+        }
+        if (track.clips.size() > clips_before) order_by_start(track.clips);
+        const bool is_incomplete = tallies_.unreadable > unreadable_before;
+        if (is_incomplete && incomplete_tracks_.insert(track.name).second) {
+            tallies_.unreadable_on.push_back(track.name);
+        }
+    }
+
+private:
+    void lay_out_row(TimelineTrack& track, const PlaylistDetail& list, std::size_t row) {
+        const std::uint32_t group = list.region_ids[row];
+        const auto& groups = material_.groups.clips;
+        if (group >= groups.size() || !groups[group].valid || groups[group].table_index < 0) {
+            tallies_.add_unreadable(1);
+            return;
+        }
+        ++tallies_.groups;
+        const PlacedGroup placed{
+            .group = group,
+            .start = stored_seconds(list.positions[row], track.tick_based, input_.rate_hz, clock_),
+            .muted = is_set(list.muted, row, false)};
+        for (const GroupPiece& piece :
+             pieces_of_group(placed, material_, budget_, tallies_, fade_tallies_)) {
+            const std::int32_t file = input_.regions[piece.region].file;
+            if (file < 0 || static_cast<std::size_t>(file) >= input_.files.size()) {
+                tallies_.add_unreadable(1);
+                continue;
+            }
+            track.clips.push_back(item_of(piece));
+            track.clips.back().index_on_track = row;
+            track.clips.back().group_name = groups[group].name;
+            ++tallies_.pieces;
+            tallies_.fade_ins += piece.fade_in.length > 0 ? 1 : 0;
+            tallies_.fade_outs += piece.fade_out.length > 0 ? 1 : 0;
+        }
+    }
+
+    ClipItem item_of(const GroupPiece& piece) const {
+        const Region& region = input_.regions[piece.region];
+        ClipItem clip;
+        clip.region = piece.region;
+        clip.stored_position = no_stored_position;
+        clip.source_offset_samples =
+            offset_in_samples(std::llround(piece.source_offset * input_.rate_hz));
+        clip.start = clip.original_start = piece.start;
+        clip.length = clip.original_length = piece.length;
+        clip.source_offset = clip.original_source_offset = piece.source_offset;
+        clip.name = region.name;
+        clip.file = without_folder(input_.files[static_cast<std::size_t>(region.file)].name);
+        clip.file_kind = file_kind_of(clip.file);
+        clip.head_of_file = begins_with_its_file(clip);
+        clip.muted = piece.muted;
+        clip.fade_in = piece.fade_in;
+        clip.fade_out = piece.fade_out;
+        clip.crossfaded = piece.crossfaded;
+        clip.sync_offset = piece.sync_offset;
+        return clip;
+    }
+
+    const TimelineInput& input_;
+    GroupMaterial material_;
+    TempoClock clock_;
+    GroupBudget budget_;
+    ClipGroupTallies& tallies_;
+    FadeTallies& fade_tallies_;
+    std::set<std::string> incomplete_tracks_;
+};
+
+}  // namespace
+
+void lay_out_groups(std::vector<TimelineTrack>& tracks, const TimelineInput& input,
+                    ClipGroupTallies& tallies, FadeTallies& fade_tallies) {
+    if (input.clip_groups == nullptr || !edit_lists_match_records(input)) return;
+    GroupLayout layout(input, tallies, fade_tallies);
+    for (TimelineTrack& track : tracks) {
+        if (track.record) layout.lay_out(track);
+    }
+}
+
+}  // namespace tanrove

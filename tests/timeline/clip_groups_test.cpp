@@ -1,0 +1,225 @@
+// What a clip group plays, sample by sample, and what it takes to open one.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <set>
+#include <tuple>
+
+#include "timeline/clip_group_pieces.hpp"
+
+namespace tanrove {
+namespace {
+
+constexpr double rate_hz = 1000;
+constexpr std::uint64_t origin = 1'000'000'000'000;
+
+ClipGroupMember clip_member(int region, std::int64_t at) {
+    return {.id = static_cast<std::uint32_t>(region),
+            .live = true,
+            .position = origin + static_cast<std::uint64_t>(at)};
+}
+
+ClipGroupMember group_member(int group, std::int64_t at) {
+    auto member = clip_member(group, at);
+    member.nested = true;
+    return member;
+}
+
+ClipGroupMember fade_member(std::uint32_t fade, std::int64_t at) {
+    return {.id = fade, .is_fade = true, .position = origin + static_cast<std::uint64_t>(at)};
+}
+
+/// Groups of samples, each with the list of its own number.
+struct Material {
+    ClipGroups groups;
+    std::vector<Region> regions;
+    std::vector<RegionStart> sync_points;
+    std::vector<FadeRecord> fades;
+    ClipGroupTallies tallies;
+    FadeTallies fade_tallies;
+    GroupBudget budget;
+
+    Material& group(std::int64_t length, std::vector<ClipGroupMember> members,
+                    std::int64_t start = 0) {
+        ClipGroupClip& clip = groups.clips.emplace_back();
+        clip.valid = true;
+        clip.length = length;
+        clip.start = start;
+        clip.table_index = static_cast<std::int32_t>(groups.lists.size());
+        groups.lists.push_back({std::move(members), 1});
+        return *this;
+    }
+
+    Material& region(std::int64_t length, std::int64_t source_offset) {
+        Region& made = regions.emplace_back();
+        made.length = length;
+        made.source_offset = source_offset;
+        return *this;
+    }
+
+    std::vector<GroupPiece> pieces(std::uint32_t group) {
+        const GroupMaterial material{.groups = groups,
+                                     .regions = regions,
+                                     .sync_points = sync_points,
+                                     .fades = fades,
+                                     .rate_hz = rate_hz};
+        return pieces_of_group({.group = group, .start = 7}, material, budget, tallies,
+                               fade_tallies);
+    }
+};
+
+using Sound = std::tuple<std::uint32_t, std::int64_t, bool>;  // region, its file's sample, muted
+
+/// What sounds at one sample of a group, asked from the outside in.
+void hear(const Material& material, std::uint32_t group, std::int64_t at, bool muted,
+          std::multiset<Sound>& heard) {
+    for (const auto& member : material.groups.lists[group].members) {
+        auto from_head = at - static_cast<std::int64_t>(member.position - origin);
+        const bool is_muted = muted || member.muted;
+        if (member.nested) {
+            const ClipGroupClip& nested = material.groups.clips[member.id];
+            if (from_head < 0 || from_head >= nested.length) continue;
+            hear(material, member.id, from_head + nested.start, is_muted, heard);
+        } else {
+            const Region& region = material.regions[member.id];
+            from_head += static_cast<std::int64_t>(material.sync_points[member.id].sync_samples);
+            if (from_head < 0 || from_head >= region.length) continue;
+            heard.insert({member.id, from_head + region.source_offset, is_muted});
+        }
+    }
+}
+
+TEST(ClipGroups, PlayInEachSampleWhatTheirWindowsShow) {
+    std::mt19937 numbers(65);
+    const auto below = [&](int end) {
+        return static_cast<int>(numbers() % static_cast<unsigned>(end));
+    };
+    for (int round = 0; round < 200; ++round) {
+        Material material;
+        for (int i = 0; i < 3; ++i) {
+            material.region(1 + below(20), below(50));
+            material.sync_points.push_back({"", static_cast<std::uint64_t>(below(4))});
+        }
+        for (int i = 0; i < 5; ++i) {
+            std::vector<ClipGroupMember> members;
+            for (int m = 0; m < 3; ++m) {
+                const int at = below(30);
+                const bool nests = i > 0 && below(2) == 0;
+                members.push_back(nests ? group_member(below(i), at) : clip_member(below(3), at));
+                members.back().muted = below(4) == 0;
+            }
+            material.group(20 + below(20), members, below(10));
+        }
+        const auto pieces = material.pieces(4);
+        const ClipGroupClip& outer = material.groups.clips[4];
+        for (std::int64_t at = 0; at < outer.length; ++at) {
+            std::multiset<Sound> expected;
+            hear(material, 4, at + outer.start, false, expected);
+            std::multiset<Sound> played;
+            const double now = 7 + (static_cast<double>(at) + 0.5) / rate_hz;
+            for (const auto& piece : pieces) {
+                if (now < piece.start || now >= piece.start + piece.length) continue;
+                const double source = (piece.source_offset + now - piece.start) * rate_hz;
+                played.insert({piece.region, static_cast<std::int64_t>(source), piece.muted});
+            }
+            ASSERT_EQ(played, expected) << round << " at " << at;
+        }
+    }
+}
+
+TEST(ClipGroups, CountWhatCannotBeRead) {
+    const auto chain = [](int depth) {
+        Material material;
+        material.region(10, 0).group(10, {clip_member(0, 0)});
+        for (int i = 0; i + 1 < depth; ++i) {
+            material.group(10, {group_member(i, 0)});
+        }
+        return material;
+    };
+    const auto lone = [](const ClipGroupMember& member) {
+        return Material().region(10, 0).group(10, {member, clip_member(0, 0)});
+    };
+    auto in_ticks = chain(2);
+    in_ticks.groups.lists[0].kind = 2;
+    auto in_front_of_origin = lone(clip_member(0, 0));
+    in_front_of_origin.groups.lists[0].members[0].position = origin - 1;
+    struct {
+        const char* what;
+        Material material;
+        std::uint32_t group;
+        std::size_t pieces;
+        int unreadable;
+    } cases[] = {
+        {"nine levels", chain(9), 8, 1, 0},
+        {"ten levels", chain(10), 9, 0, 1},
+        {"a list in ticks", in_ticks, 1, 0, 1},
+        {"a place in front of the group", in_front_of_origin, 0, 1, 1},
+        {"no such clip", lone(clip_member(1, 0)), 0, 1, 1},
+        {"no such group", lone(group_member(1, 0)), 0, 1, 1},
+        {"a group that holds itself", lone(group_member(0, 0)), 0, 9, 1},
+    };
+    for (auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        EXPECT_EQ(c.material.pieces(c.group).size(), c.pieces);
+        EXPECT_EQ(c.material.tallies.unreadable, c.unreadable);
+    }
+}
+
+TEST(ClipGroups, StopAtTheBudgetAndCountTheRest) {
+    for (const GroupBudget budget : {GroupBudget{100, 1'000'000}, GroupBudget{1'000'000, 1000}}) {
+        Material material;
+        material.budget = budget;
+        material.region(10, 0).group(10, std::vector(50, clip_member(0, 0)));
+        for (int i = 0; i < 8; ++i)
+            material.group(10, std::vector(50, group_member(i, 0)));
+        const auto pieces = material.pieces(8).size();
+        EXPECT_GE(pieces, 100u);
+        EXPECT_LE(pieces, 1000u);
+        EXPECT_GE(material.tallies.unreadable, 49 * 7) << "what each level has left";
+        EXPECT_TRUE(material.pieces(8).empty()) << "the budget is one for the session";
+    }
+}
+
+TEST(ClipGroups, CarryFadesOnTheEdgesOfTheirPieces) {
+    struct {
+        const char* what;
+        FadeKind kind;
+        std::int64_t at;
+        std::int64_t pre;
+        std::int64_t source_offset;  // of the second clip
+        int left_off;
+        double out, in, second_start;
+    } const cases[] = {
+        {"a fade-in, two samples off", FadeKind::fade_in, 102, 0, 50, 0, 0, 0.04, 7.1},
+        {"a fade-in, three samples off", FadeKind::fade_in, 103, 0, 50, 1, 0, 0, 7.1},
+        {"a fade-out", FadeKind::fade_out, 98, 0, 50, 0, 0.04, 0, 7.1},
+        {"a crossfade", FadeKind::crossfade, 100, 10, 50, 0, 0.04, 0.04, 7.09},
+        {"as far as the file goes", FadeKind::crossfade, 100, 10, 4, 0, 0.034, 0.034, 7.096},
+        {"without a handle", FadeKind::crossfade, 100, 10, 0, 1, 0, 0, 7.1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        Material material;
+        material.region(100, 0).region(100, c.source_offset);
+        material.group(200, {fade_member(0, c.at), clip_member(0, 0), clip_member(1, 100)});
+        FadeRecord& fade = material.fades.emplace_back();
+        fade.kind = c.kind;
+        fade.pre = static_cast<double>(c.pre);
+        fade.length = 40;
+        const auto pieces = material.pieces(0);
+        ASSERT_EQ(pieces.size(), 2u);
+        EXPECT_EQ(material.tallies.fades, 1);
+        EXPECT_EQ(material.tallies.fades_left_off, c.left_off);
+        EXPECT_NEAR(pieces[0].fade_out.length, c.out, 1e-9);
+        EXPECT_NEAR(pieces[1].fade_in.length, c.in, 1e-9);
+        EXPECT_NEAR(pieces[1].start, c.second_start, 1e-9);
+        const double borrowed = 7.1 - pieces[1].start;
+        EXPECT_NEAR(pieces[1].length, 0.1 + borrowed, 1e-9);
+        EXPECT_NEAR(pieces[1].source_offset,
+                    static_cast<double>(c.source_offset) / rate_hz - borrowed, 1e-9);
+        EXPECT_EQ(pieces[0].crossfaded, borrowed > 0.001);
+    }
+}
+
+}  // namespace
+}  // namespace tanrove
