@@ -15,6 +15,7 @@
 #include "report/summary_levels.hpp"
 #include "report/summary_media.hpp"
 #include "report/summary_not_carried.hpp"
+#include "report/summary_stretch.hpp"
 #include "report/summary_time.hpp"
 #include "report/summary_tracks.hpp"
 
@@ -44,8 +45,10 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // Tempo, stretch, fades, clip gain, loops
     print_tempo_lines(out, tallies.head.tempo, facts.sample_rate_hz);
+    print_stretch(out, tallies.timeline.stretch);
     print_fade_counts(out, tallies.timeline.fades);
     print_clip_gain(out, tallies.timeline.gain);
+    print_loops(out, tallies.timeline.loops);
 
     // Options in force, plug-in builds, track colours
 
@@ -79,6 +82,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     // Hardware inserts, timebase, clip groups, lanes
     print_timebases(out, tallies.timeline);
     print_clip_groups(out, tallies.timeline.clip_groups);
+    print_inferred_tracks(out, tallies.timeline.stretch);
     print_matched_alternates_and_merges(out, tallies.mix.tracks);
     print_sides_and_wide_strips(out, tallies.mix.levels);
     print_lanes_and_empty_tracks(out, tallies.mix.tracks);
@@ -92,6 +96,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_dropped_fade_references(out, tallies.timeline);
     print_fade_shapes(out, tallies.timeline.fades, tallies.takes);
     print_followed_ramps(out, tallies.mix.levels.envelopes);
+    print_stretch_across_tempo_changes(out, tallies.timeline.stretch);
     print_neutral_s_curves(out, tallies.timeline.fades);
     print_left_out_playlists(out, tallies.timeline, tallies.mix.tracks);
 

@@ -16,10 +16,8 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
      "      past number 65535, where the session's clip numbers end for this\n"
      "      tool. Remove unused clips in Pro Tools, save, and convert again.\n"},
     {&NotCarriedTallies::shaped_clips,
-     "  WARNING: %d clip(s) have stretch, pitch or clip effects that this build\n"
-     "      does not carry yet: they play their file as it is.\n"},
-    {&NotCarriedTallies::looped_clips,
-     "  WARNING: %d looped clip(s) play once: this build does not carry loops yet.\n"},
+     "  WARNING: %d clip(s) have clip effects that this build does not carry\n"
+     "      yet: they play their file as it is.\n"},
     {&NotCarriedTallies::plugins,
      "  WARNING: %d plug-in(s) are NOT in the project: this build does not\n"
      "      carry plug-ins yet, so their tracks play dry.\n"},

@@ -8,8 +8,7 @@ namespace tanrove {
 struct NotCarriedTallies {
     int midi_clips = 0;
     int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
-    int shaped_clips = 0;      ///< clip names with stretch, pitch or clip effects
-    int looped_clips = 0;
+    int shaped_clips = 0;      ///< clip names with clip effects
     int plugins = 0;
     int mixed_tracks = 0;  ///< strips with sends
 };

@@ -152,6 +152,10 @@ std::vector<TimelineTrack> Conversion::place(const SessionImage& image, const Cl
     timeline.default_tempo = time_.tempo_bpm;
     timeline.rate_hz = static_cast<double>(image.rate);
     timeline.keep_fade_clips = options_.keep_fade_clips;
+    timeline.warp_maps = &clips.warp_maps;
+    timeline.pitch_shifts = &clips.pitch_shifts;
+    timeline.loops = clips.loops;
+    timeline.no_stretch = options_.no_stretch;
     timeline.no_fades = options_.no_fades;
     timeline.plain_fades = options_.plain_fades;
     return lay_out_timeline(timeline, tallies_.timeline);

@@ -8,9 +8,6 @@
 #include "plugins/plugin_inserts.hpp"
 #include "run/console.hpp"
 #include "session/clip_effects.hpp"
-#include "session/loop_records.hpp"
-#include "session/pitch_shifts.hpp"
-#include "session/warp_maps.hpp"
 
 namespace tanrove {
 
@@ -28,10 +25,6 @@ void add_names(std::set<std::string>& names, const Map& by_name) {
 /// Names of the clips that sound other than their file does.
 std::set<std::string> shaped_clips(const BlockIndex& index) {
     std::set<std::string> names;
-    const WarpMaps warp = readWarpMaps(index);
-    add_names(names, warp.in_samples);
-    add_names(names, warp.in_ticks);
-    add_names(names, readPitchShifts(index));
     add_names(names, readClipEffects(index).record_of_clip);
     return names;
 }
@@ -49,7 +42,6 @@ NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& 
     tallies.midi_clips = static_cast<int>(clips.lists.midi_tracks.size());
     tallies.unnumbered_clips = static_cast<int>(clips.lists.unnumbered_clips);
     tallies.shaped_clips = static_cast<int>(shaped_clips(index).size());
-    tallies.looped_clips = static_cast<int>(readLoopRecords(index).size());
     tallies.plugins = static_cast<int>(read_plugin_inserts(index).size());
     tallies.mixed_tracks = count_of(mixer, has_sends);
     return tallies;

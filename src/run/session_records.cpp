@@ -2,6 +2,7 @@
 #include "run/session_records.hpp"
 
 #include "session/buses.hpp"
+#include "session/pitch_shifts.hpp"
 #include "session/strip_lanes.hpp"
 
 namespace tanrove {
@@ -83,6 +84,9 @@ ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index) {
     clips.region_starts = readRegionStarts(index);
     clips.gains = {readFirstClipGains(index), readClipGains(index)};
     clips.clip_groups = readClipGroups(index, clips.lists.regions);
+    clips.warp_maps = readWarpMaps(index);
+    clips.pitch_shifts = readPitchShifts(index);
+    clips.loops = readLoopRecords(index);
     return clips;
 }
 

@@ -1,6 +1,7 @@
 // Everything one conversion reads from a session, in the session's own units, decided by no one.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,6 +17,7 @@
 #include "session/groups.hpp"
 #include "session/inactive_tracks.hpp"
 #include "session/io_paths.hpp"
+#include "session/loop_records.hpp"
 #include "session/memory_locations.hpp"
 #include "session/meter_map.hpp"
 #include "session/playlists.hpp"
@@ -32,6 +34,7 @@
 #include "session/track_displays.hpp"
 #include "session/track_table.hpp"
 #include "session/vca_slots.hpp"
+#include "session/warp_maps.hpp"
 
 namespace tanrove {
 
@@ -47,6 +50,9 @@ struct ClipRecords {
     std::vector<RegionStart> region_starts;
     ClipGains gains;
     ClipGroups clip_groups;
+    WarpMaps warp_maps;
+    std::map<std::string, double> pitch_shifts;  ///< semitones by clip name
+    std::vector<LoopRecord> loops;
 };
 
 /// The time frame.

@@ -153,6 +153,15 @@ double TempoClock::seconds(double ticks) const {
     return (behind - 1)->seconds(ticks);
 }
 
+double TempoClock::ticks(double seconds) const {
+    const auto behind = std::upper_bound(
+        stretches_.begin() + 1, stretches_.end(), seconds,
+        [](double moment, const Stretch& stretch) { return moment < stretch.start_seconds; });
+    const Stretch& stretch = *(behind - 1);
+    return stretch.start_ticks +
+           (seconds - stretch.start_seconds) * stretch.bpm * ticks_per_quarter / 60;
+}
+
 double ticksToSeconds(const TempoMap& map, double ticks, double default_bpm) {
     return TempoClock(map, default_bpm).seconds(ticks);
 }

@@ -1,4 +1,4 @@
-// The session's tempo: its map of tempo events, its default tempo, and ticks into seconds.
+// The session's tempo: its map of tempo events, its default tempo, and ticks into seconds and back.
 #pragma once
 
 #include <vector>
@@ -45,6 +45,9 @@ public:
     TempoClock(const TempoMap& map, double default_bpm);
 
     double seconds(double ticks) const;
+
+    /// The ticks that take so many seconds from the origin.
+    double ticks(double seconds) const;
 
 private:
     struct Stretch {

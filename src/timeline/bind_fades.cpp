@@ -27,8 +27,11 @@ double end_of(const ClipItem& clip) {
 }
 
 /// Seconds of the clip's file that `extension` seconds beyond that edge take.
-double source_extension(const ClipItem& /*clip*/, FadeSide /*edge*/, double extension) {
-    return extension;
+double source_extension(const ClipItem& clip, FadeSide edge, double extension,
+                        const FadeBinding& binding) {
+    if (binding.warps == nullptr) return extension;
+    return edge == FadeSide::fade_in ? binding.warps->source_seconds_before(clip, extension)
+                                     : binding.warps->source_seconds_behind(clip, extension);
 }
 
 ClipItem* clip_at(std::vector<ClipItem>& clips, std::optional<std::size_t> number) {
@@ -76,8 +79,9 @@ struct Extension {
     double source_seconds = 0;  ///< of the clip's file
 };
 
-Extension extension_of(const ClipItem& clip, FadeSide edge, double seconds) {
-    return {seconds, source_extension(clip, edge, seconds)};
+Extension extension_of(const ClipItem& clip, FadeSide edge, double seconds,
+                       const FadeBinding& binding) {
+    return {seconds, source_extension(clip, edge, seconds, binding)};
 }
 
 /// True if clip and file go on that far in front of the clip's head.
@@ -86,20 +90,20 @@ bool has_handle(const ClipItem& incoming, const Extension& head) {
 }
 
 /// The tail reaches to the fade's end, also from an edge that lies beside the fade's centre.
-Extension tail_extension(const FadeRow& row, double post, double rate_hz) {
+Extension tail_extension(const FadeRow& row, double post, const FadeBinding& binding) {
     const double gap = row.seconds - end_of(*row.outgoing);
-    const bool is_off = std::abs(gap) * rate_hz >= 0.5 && gap + post > 0;
-    return extension_of(*row.outgoing, FadeSide::fade_out, is_off ? gap + post : post);
+    const bool is_off = std::abs(gap) * binding.rate_hz >= 0.5 && gap + post > 0;
+    return extension_of(*row.outgoing, FadeSide::fade_out, is_off ? gap + post : post, binding);
 }
 
 /// The head reaches to the fade's start, if it has room for that from where its edge lies.
-Extension head_extension(const FadeRow& row, double pre, double rate_hz) {
+Extension head_extension(const FadeRow& row, double pre, const FadeBinding& binding) {
     const double gap = row.incoming->start - row.seconds;
-    if (std::abs(gap) * rate_hz >= 0.5 && gap + pre >= 0) {
-        const auto head = extension_of(*row.incoming, FadeSide::fade_in, gap + pre);
+    if (std::abs(gap) * binding.rate_hz >= 0.5 && gap + pre >= 0) {
+        const auto head = extension_of(*row.incoming, FadeSide::fade_in, gap + pre, binding);
         if (has_handle(*row.incoming, head)) return head;
     }
-    return extension_of(*row.incoming, FadeSide::fade_in, pre);
+    return extension_of(*row.incoming, FadeSide::fade_in, pre, binding);
 }
 
 void extend(ClipItem& clip, const Extension& extension) {
@@ -113,8 +117,8 @@ void bind_crossfade(const FadeRow& row, const FadeBinding& binding, FadeTallies&
     const double length = row.record->length / binding.rate_hz;
     const double pre = row.record->pre / binding.rate_hz;
     const double post = length - pre;
-    const Extension tail = tail_extension(row, post, binding.rate_hz);
-    const Extension head = head_extension(row, pre, binding.rate_hz);
+    const Extension tail = tail_extension(row, post, binding);
+    const Extension head = head_extension(row, pre, binding);
 
     double tail_fade = length;
     double head_fade = length;

@@ -10,6 +10,7 @@
 #include "timeline/fade_shapes.hpp"
 #include "timeline/fade_tallies.hpp"
 #include "timeline/timeline_track.hpp"
+#include "timeline/warp_slice.hpp"
 
 namespace tanrove {
 
@@ -19,6 +20,7 @@ struct FadeBinding {
     double rate_hz = 48000;  ///< above 0
     const TempoClock& clock;
     FadeForm form = FadeForm::exact;
+    const WarpSlicer* warps = nullptr;  ///< null: no clip is stretched
 };
 
 /// Gives the track's clips the fades of its rows, in the order of the rows. Clips must stand as

@@ -6,24 +6,52 @@
 #include "timeline/bind_fades.hpp"
 #include "timeline/clip_gain_plan.hpp"
 #include "timeline/cover_clips.hpp"
+#include "timeline/infer_stretch.hpp"
 #include "timeline/lay_out_groups.hpp"
+#include "timeline/loop_clips.hpp"
 #include "timeline/track_pairing.hpp"
+#include "timeline/warp_clips.hpp"
 
 namespace tanrove {
 
 namespace {
 
 void bind_all_fades(std::vector<TimelineTrack>& tracks, const TimelineInput& input,
-                    FadeTallies& tallies) {
+                    const WarpSlicer& slicer, FadeTallies& tallies) {
     tallies.plain_fades = input.plain_fades;
     if (input.no_fades || !edit_lists_match_records(input)) return;
-    const TempoClock clock(input.tempo_map, input.default_tempo);
     const FadeBinding binding{.fades = input.fades,
                               .rate_hz = input.rate_hz,
-                              .clock = clock,
-                              .form = input.plain_fades ? FadeForm::plain : FadeForm::exact};
+                              .clock = slicer.clock(),
+                              .form = input.plain_fades ? FadeForm::plain : FadeForm::exact,
+                              .warps = &slicer};
     for (TimelineTrack& track : tracks) {
         if (track.record) bind_fades(track, input.edit_lists[*track.record], binding, tallies);
+    }
+}
+
+void stretch_clips(std::vector<TimelineTrack>& tracks, const TimelineInput& input,
+                   const WarpSlicer& slicer, StretchTallies& tallies) {
+    if (input.pitch_shifts != nullptr) shift_pitch(tracks, *input.pitch_shifts, tallies);
+    if (input.no_stretch) return;
+    warp_clips(tracks, slicer, input.tempo_map, tallies);
+    for (TimelineTrack& track : tracks) infer_stretch(track, slicer, tallies);
+}
+
+void write_loop_passes(std::vector<TimelineTrack>& tracks, ClipLooper& looper, double rate_hz,
+                       LoopTallies& tallies) {
+    for (TimelineTrack& track : tracks) looper.write_passes(track, rate_hz, tallies);
+    looper.list_unmatched(tallies);
+}
+
+/// What the clips were before others covered them.
+void keep_originals(std::vector<TimelineTrack>& tracks) {
+    for (TimelineTrack& track : tracks) {
+        for (ClipItem& clip : track.clips) {
+            clip.original_start = clip.start;
+            clip.original_length = clip.length;
+            clip.original_source_offset = clip.source_offset;
+        }
     }
 }
 
@@ -31,8 +59,19 @@ void bind_all_fades(std::vector<TimelineTrack>& tracks, const TimelineInput& inp
 
 std::vector<TimelineTrack> lay_out_timeline(const TimelineInput& input, TimelineTallies& tallies) {
     std::vector<TimelineTrack> tracks = place_clips(input, tallies);
-    bind_all_fades(tracks, input, tallies.fades);
+    const TempoClock clock(input.tempo_map, input.default_tempo);
+    const WarpMaps no_maps;
+    const bool has_maps = input.warp_maps != nullptr && !input.no_stretch;
+    const WarpSlicer slicer(has_maps ? *input.warp_maps : no_maps, clock, input.default_tempo,
+                            input.rate_hz);
+    measure_warped_clips(tracks, slicer);
+    bind_all_fades(tracks, input, slicer, tallies.fades);
+    stretch_clips(tracks, input, slicer, tallies.stretch);
+    ClipLooper looper(input.loops);
+    write_loop_passes(tracks, looper, input.rate_hz, tallies.loops);
+    keep_originals(tracks);
     cover_clips(tracks, input.rate_hz, tallies.covering);
+    for (TimelineTrack& track : tracks) looper.end_loops(track, tallies.loops);
     lay_out_groups(tracks, input, tallies.clip_groups, tallies.fades);
     if (input.gains != nullptr) give_clip_gain(tracks, *input.gains, tallies.gain);
     return tracks;

@@ -3,16 +3,20 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "session/clip_gains.hpp"
 #include "session/clip_groups.hpp"
 #include "session/fades.hpp"
+#include "session/loop_records.hpp"
 #include "session/playlists.hpp"
 #include "session/region_starts.hpp"
 #include "session/session_lists.hpp"
 #include "session/tempo_map.hpp"
+#include "session/warp_maps.hpp"
 #include "timeline/timeline_tallies.hpp"
 #include "timeline/timeline_track.hpp"
 
@@ -31,10 +35,14 @@ struct TimelineInput {
     const ClipGroups* clip_groups = nullptr;   ///< none: groups are not laid out
     std::span<const RegionStart> sync_points;  ///< one a region where they are of use
     const ClipGains* gains = nullptr;          ///< none: every clip plays its file as it is
-    TempoMap tempo_map;                        ///< empty where the session keeps one tempo
+    std::span<const LoopRecord> loops;
+    const WarpMaps* warp_maps = nullptr;                          ///< null: none
+    const std::map<std::string, double>* pitch_shifts = nullptr;  ///< semitones; null: none
+    TempoMap tempo_map;  ///< empty where the session keeps one tempo
     double default_tempo = default_tempo_bpm;
     double rate_hz = 48000;        ///< above 0
     bool keep_fade_clips = false;  ///< leave the rendered files of fades on their tracks
+    bool no_stretch = false;       ///< leave every clip at its file's speed
     bool no_fades = false;         ///< bind no fades
     bool plain_fades = false;      ///< write every fade as the nearest that REAPER has
 };

@@ -5,6 +5,7 @@
 #include "timeline/clip_group_pieces.hpp"
 #include "timeline/cover_clips.hpp"
 #include "timeline/fade_tallies.hpp"
+#include "timeline/stretch_tallies.hpp"
 
 namespace tanrove {
 
@@ -24,6 +25,8 @@ struct TimelineTallies {
     CoveringTallies covering = {};
     ClipGroupTallies clip_groups = {};
     ClipGainTallies gain = {};
+    StretchTallies stretch = {};
+    LoopTallies loops = {};
 };
 
 }  // namespace tanrove

@@ -117,6 +117,29 @@ GoldenCase clip_gain() {
     return {"clip_gain", session, {}, {"Voice.wav"}};
 }
 
+/// A clip that follows the grid over a tempo change, a pitched one at half speed, and loops.
+GoldenCase stretched_and_looped() {
+    constexpr auto at = [](double quarters, double seconds) {
+        return std::pair(static_cast<std::uint64_t>(quarters * quarter), seconds * second);
+    };
+    TrackSpec on_ticks = track("Elastic", {clip("Voice", 2 * quarter, 3 * second)});
+    on_ticks.tick_based = true;
+    on_ticks.clips[0].warp = builder::WarpSpec{{at(2, 0), at(3, 1.5), at(9, 4)}, true, 0};
+    TrackSpec loops = track("Loops", {clip("Voice-01", 0, second / 2, second),
+                                      clip("Voice-02", 4 * second, 2 * second, second),
+                                      clip("Voice-03", 8 * second, second, 3 * second),
+                                      clip("Voice-04", 12 * second, second, 2 * second)});
+    loops.clips[0].loop = builder::LoopSpec{.mode = 2, .count = 4};
+    loops.clips[1].loop = builder::LoopSpec{.mode = 1, .length = second};
+    loops.clips[2].loop = builder::LoopSpec{.mode = 9, .count = 4};
+    loops.clips[3].pitch.semitones = -3;
+    loops.clips[3].warp = builder::WarpSpec{{{0, 0}, {20 * second, 10.0 * second}}, false, 0};
+    SessionBuilder session = with_files();
+    session.tempo(0, 60).tempo(4 * quarter, 120);
+    session.track(on_ticks).track(loops);
+    return {"stretched_and_looped", session, {}, {"Voice.wav"}};
+}
+
 GoldenCase left_out_placements() {
     TrackSpec edited = track(
         "Edited", {clip("Voice", 0, 2 * second), clip("Voice-01", 2 * second, second, second),
@@ -344,11 +367,11 @@ GoldenCase mixer() {
 
 std::vector<GoldenCase> golden_cases() {
     return {
-        empty_session(),   time_frame(),          tempo_ramps(), clips(),
-        clip_gain(),       left_out_placements(), overlaps(),    nested_groups(),
-        alternates(),      alternates_dropped(),  surround(),    nested_folders(),
-        groups_and_vcas(), crossfades(),          fade_shapes(), fade_shapes_plain(),
-        mixer(),
+        empty_session(),   time_frame(),           tempo_ramps(), clips(),
+        clip_gain(),       left_out_placements(),  overlaps(),    nested_groups(),
+        alternates(),      alternates_dropped(),   surround(),    nested_folders(),
+        groups_and_vcas(), crossfades(),           fade_shapes(), fade_shapes_plain(),
+        mixer(),           stretched_and_looped(),
     };
 }
 

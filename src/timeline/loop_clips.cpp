@@ -1,0 +1,143 @@
+// REAPER has no clip that repeats over its own length as Pro Tools means it, so a loop becomes as
+// many items as it has passes. Loops that do not come out so are listed one by one.
+#include "timeline/loop_clips.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+
+#include "timeline/stretch_markers.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint32_t loop_length_mode = 1;
+constexpr std::uint32_t number_of_loops_mode = 2;
+constexpr std::uint16_t audio_placement = 0x1050;
+constexpr std::uint32_t min_count = 2;
+constexpr std::uint32_t max_count = 10000;
+constexpr double shortest_pass_seconds = 0.001;
+
+// Loop lengths are stored in samples of this rate in every session.
+constexpr double loop_rate_hz = 48000;
+constexpr double same_length_seconds = 0.001;
+
+// Names may be long and loops many: the account names this many.
+constexpr std::size_t max_listed = 1000;
+
+void list(UnloopedClip unlooped, LoopTallies& tallies) {
+    ++tallies.unlooped;
+    if (tallies.listed.size() < max_listed) tallies.listed.push_back(std::move(unlooped));
+}
+
+UnloopedClip unlooped_clip(const TimelineTrack& track, const ClipItem& clip, LoopRefusal refusal) {
+    UnloopedClip unlooped;
+    unlooped.refusal = refusal;
+    unlooped.track = track.name;
+    unlooped.clip = clip.name;
+    unlooped.start_seconds = clip.start;
+    return unlooped;
+}
+
+/// Why this clip cannot be written as passes; nothing where it can.
+std::optional<LoopRefusal> refusal_of(const ClipItem& clip, const LoopRecord& loop) {
+    if (!loop.known_shape) return LoopRefusal::unknown_shape;
+    if (loop.parent_type != audio_placement) return LoopRefusal::not_audio;
+    if (loop.mode != number_of_loops_mode) return LoopRefusal::unknown_mode;
+    if (loop.count < min_count || loop.count > max_count) return LoopRefusal::unreadable_count;
+    const bool is_plain =
+        clip.playrate == 1 && !clip.crossfaded && clip.length >= shortest_pass_seconds;
+    if (!is_plain) return LoopRefusal::stretched_or_crossfaded;
+    return std::nullopt;
+}
+
+ClipItem pass_of(const ClipItem& clip, std::uint32_t number, double rate_hz) {
+    ClipItem pass = clip;
+    pass.start += number * clip.length;
+    pass.stored_position +=
+        number * static_cast<std::uint64_t>(std::llround(clip.length * rate_hz));
+    return pass;
+}
+
+void end_clip(ClipItem& clip, double length) {
+    clip.length = length;
+    truncate_marker_tail(clip, length);
+    clip.fade_in.length = std::min(clip.fade_in.length, length);
+    clip.fade_out.length = std::min(clip.fade_out.length, length);
+    clip.head_of_file = false;
+}
+
+}  // namespace
+
+ClipLooper::ClipLooper(std::span<const LoopRecord> records) : records_(records) {
+    for (const LoopRecord& record : records) by_key_[record.key] = &record;
+}
+
+const LoopRecord* ClipLooper::record_of(const ClipItem& clip) const {
+    const auto found = by_key_.find(loop_key(clip.stored_position, clip.region));
+    return found == by_key_.end() ? nullptr : found->second;
+}
+
+bool ClipLooper::can_afford(const ClipItem& clip, std::size_t passes) {
+    const std::size_t markers = passes * clip.stretch_markers.size();
+    if (passes > passes_left_ || markers > markers_left_) return false;
+    passes_left_ -= passes;
+    markers_left_ -= markers;
+    return true;
+}
+
+void ClipLooper::write_passes(TimelineTrack& track, double rate_hz, LoopTallies& tallies) {
+    if (by_key_.empty()) return;
+    std::vector<ClipItem> passes;
+    for (const ClipItem& clip : track.clips) {
+        const LoopRecord* loop = record_of(clip);
+        if (loop == nullptr) continue;
+        matched_.insert(loop->key);
+        if (loop->known_shape && loop->mode == loop_length_mode) continue;
+        auto refusal = refusal_of(clip, *loop);
+        if (!refusal && !can_afford(clip, loop->count - 1)) refusal = LoopRefusal::too_many_passes;
+        if (refusal) {
+            list(unlooped_clip(track, clip, *refusal), tallies);
+            continue;
+        }
+        for (std::uint32_t k = 1; k < loop->count; ++k) passes.push_back(pass_of(clip, k, rate_hz));
+        ++tallies.looped;
+        tallies.passes += static_cast<int>(loop->count);
+        if (clip.fade_in.length > 0 || clip.fade_out.length > 0) ++tallies.with_fades;
+    }
+    track.clips.insert(track.clips.end(), std::make_move_iterator(passes.begin()),
+                       std::make_move_iterator(passes.end()));
+    order_by_start(track.clips);
+}
+
+void ClipLooper::list_unmatched(LoopTallies& tallies) const {
+    for (const LoopRecord& record : records_) {
+        if (record.parent_type == audio_placement || matched_.contains(record.key)) continue;
+        UnloopedClip unlooped;
+        unlooped.refusal = LoopRefusal::no_clip;
+        unlooped.stored_position = static_cast<std::uint32_t>(record.key >> 32);
+        unlooped.placement_type = record.parent_type;
+        list(std::move(unlooped), tallies);
+    }
+}
+
+void ClipLooper::end_loops(TimelineTrack& track, LoopTallies& tallies) const {
+    if (by_key_.empty()) return;
+    for (ClipItem& clip : track.clips) {
+        const LoopRecord* record = record_of(clip);
+        if (record == nullptr || !record->known_shape || record->mode != loop_length_mode) continue;
+        const double loop = record->length / loop_rate_hz;
+        if (loop > same_length_seconds && loop < clip.length - same_length_seconds) {
+            end_clip(clip, loop);
+            ++tallies.ended_by_length;
+        } else if (std::abs(loop - clip.length) > same_length_seconds) {
+            auto unlooped = unlooped_clip(track, clip, LoopRefusal::other_length);
+            unlooped.loop_seconds = loop;
+            unlooped.written_seconds = clip.length;
+            list(std::move(unlooped), tallies);
+        }
+    }
+}
+
+}  // namespace tanrove

@@ -1,0 +1,50 @@
+// Looped clips (Clip > Loop): the passes of a repeated clip, and clips that end with their loop.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+#include "session/loop_records.hpp"
+#include "timeline/stretch_tallies.hpp"
+#include "timeline/timeline_track.hpp"
+
+namespace tanrove {
+
+/// Passes that one run writes beyond the first of each clip; one session byte can ask for
+/// thousands.
+constexpr std::size_t max_passes_of_run = 100'000;
+
+/// Markers that the passes of one run repeat.
+constexpr std::size_t max_markers_of_passes = 1'000'000;
+
+/// The session's loop settings, looked up by placement.
+class ClipLooper {
+public:
+    explicit ClipLooper(std::span<const LoopRecord> records);
+
+    /// Writes each loop of a number of passes end to end, orders the clips by start, and lists the
+    /// loops that cannot be written so.
+    void write_passes(TimelineTrack& track, double rate_hz, LoopTallies& tallies);
+
+    /// Lists the loops of placements other than audio that no track's clip has taken.
+    void list_unmatched(LoopTallies& tallies) const;
+
+    /// Ends clips set by Loop Length where their loop ends. For clips that are covered already.
+    void end_loops(TimelineTrack& track, LoopTallies& tallies) const;
+
+private:
+    const LoopRecord* record_of(const ClipItem& clip) const;
+    bool can_afford(const ClipItem& clip, std::size_t passes);
+
+    std::span<const LoopRecord> records_;
+    std::unordered_map<std::uint64_t, const LoopRecord*> by_key_;
+    std::unordered_set<std::uint64_t> matched_;
+    std::size_t passes_left_ = max_passes_of_run;
+    std::size_t markers_left_ = max_markers_of_passes;
+};
+
+}  // namespace tanrove

@@ -1,0 +1,62 @@
+// What stretching and looping clips counts for the account.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace tanrove {
+
+/// A track whose clips share one rate that only their spacing tells.
+struct InferredStretch {
+    std::string track;
+    double rate = 1;
+};
+
+struct StretchTallies {
+    int pitch_shifted = 0;
+    int with_markers = 0;
+    int trims_with_markers = 0;  ///< of these: their window reaches beyond the map
+    int unsliced = 0;            ///< carry a map that does not fit them
+    int by_map = 0;              ///< took their length from their map
+    int inferred = 0;            ///< took it from the spacing of their track
+    int barely = 0;              ///< of `by_map`: by less than a thousandth
+    int across_tempo_changes = 0;
+    int past_marker_limit = 0;  ///< play at one even rate: the run has all its markers
+    std::vector<InferredStretch> inferred_tracks;
+};
+
+/// Why a loop is not written as one.
+enum class LoopRefusal {
+    unknown_shape,
+    unreadable_count,
+    stretched_or_crossfaded,
+    unknown_mode,
+    not_audio,
+    too_many_passes,  ///< the run has written all that it may
+    other_length,     ///< Loop Length asks for a length that the clip does not have
+    no_clip,          ///< a placement that is no clip of a track
+};
+
+/// A looped clip that arrives as it is stored.
+struct UnloopedClip {
+    LoopRefusal refusal = LoopRefusal::unknown_shape;
+    std::string track = {};
+    std::string clip = {};
+    double start_seconds = 0;
+    double loop_seconds = 0;            ///< of `other_length`: what Pro Tools plays
+    double written_seconds = 0;         ///< likewise: what is written
+    std::uint32_t stored_position = 0;  ///< of `no_clip`
+    std::uint16_t placement_type = 0;   ///< likewise: 0x1056 MIDI
+};
+
+struct LoopTallies {
+    int looped = 0;
+    int passes = 0;
+    int with_fades = 0;       ///< of `looped`
+    int ended_by_length = 0;  ///< set by Loop Length, shorter than the clip
+    int unlooped = 0;
+    std::vector<UnloopedClip> listed;  ///< the first of the unlooped ones
+};
+
+}  // namespace tanrove

@@ -1,0 +1,27 @@
+// Elastic audio on the timeline: clips get the length that their warp maps give them, and markers
+// that put every point of the map on its place.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "timeline/stretch_tallies.hpp"
+#include "timeline/timeline_track.hpp"
+#include "timeline/warp_slice.hpp"
+
+namespace tanrove {
+
+/// Sets `warped_length` of each clip with a usable map. Nothing else of the clip changes yet:
+/// fades bind to where it ends, and still move its edges in the file.
+void measure_warped_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& slicer);
+
+/// Gives clips their pitch shift, in semitones, by their names.
+void shift_pitch(std::vector<TimelineTrack>& tracks, const std::map<std::string, double>& shifts,
+                 StretchTallies& tallies);
+
+/// Stretches each clip with a map: length, playrate, markers.
+void warp_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& slicer,
+                const TempoMap& tempo_map, StretchTallies& tallies);
+
+}  // namespace tanrove
