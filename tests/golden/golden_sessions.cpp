@@ -199,13 +199,16 @@ GoldenCase alternates() {
     TrackSpec lead = track("Lead", {clip("Voice", 0, 2 * second)});
     lead.alternates = {{"Lead.01", {clip("Voice-01", second, second, second)}},
                        {"Lead.02", {clip("Voice-02", 0, second, 3 * second)}},
+                       {"Lead.03", {clip("Voice-02", second, second, 3 * second)}},
                        {"Of nobody", {clip("Voice-03", 0, second, 5 * second)}}};
+    TrackSpec only_takes = track("Takes", {});
+    only_takes.alternates = {{"Takes.01", {clip("Voice-01", 0, second, second)}}};
     TrackSpec off = track("Switched off", {clip("Voice-04", 0, second)});
     off.active = false;
     SessionBuilder session = with_files();
     TrackSpec pad = stereo_track("Pad", {clip("Tone", 0, second)});
     pad.alternates = {{"Pad.01", stereo_track("", {clip("Tone-01", second, second)}).clips}};
-    session.track(lead).track(off).track(pad);
+    session.track(lead).track(off).track(only_takes).track(pad);
     return {"alternates", session, {}, {"Voice.wav"}};
 }
 
