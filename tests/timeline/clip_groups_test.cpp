@@ -131,9 +131,7 @@ TEST(ClipGroups, CountWhatCannotBeRead) {
     const auto chain = [](int depth) {
         Material material;
         material.region(10, 0).group(10, {clip_member(0, 0)});
-        for (int i = 0; i + 1 < depth; ++i) {
-            material.group(10, {group_member(i, 0)});
-        }
+        for (int i = 1; i < depth; ++i) material.group(10, {group_member(i - 1, 0)});
         return material;
     };
     const auto lone = [](const ClipGroupMember& member) {
@@ -170,8 +168,7 @@ TEST(ClipGroups, StopAtTheBudgetAndCountTheRest) {
         Material material;
         material.budget = budget;
         material.region(10, 0).group(10, std::vector(50, clip_member(0, 0)));
-        for (int i = 0; i < 8; ++i)
-            material.group(10, std::vector(50, group_member(i, 0)));
+        for (int i = 0; i < 8; ++i) material.group(10, std::vector(50, group_member(i, 0)));
         const auto pieces = material.pieces(8).size();
         EXPECT_GE(pieces, 100u);
         EXPECT_LE(pieces, 1000u);

@@ -6,6 +6,7 @@
 #include <random>
 #include <string>
 
+#include "base/formatted_text.hpp"
 #include "timeline/stretch_markers.hpp"
 
 namespace tanrove {
@@ -99,34 +100,21 @@ TEST(CoverClips, TellsFromPositionsAloneWhereThereAreNoRows) {
     struct Placed {
         double start;
         double length;
-        bool over_next = false;
-        bool muted = false;
-        bool over_previous = false;
+        char mark = ' ';  // n over the next, p over the previous, m muted
     };
     struct {
         const char* what;
         std::vector<Placed> clips;
-        const char* played;  // start and length, m where muted
-        int heads, covered, silenced;
+        const char* played;  // start and length, m where muted; heads, covered and silenced
     } const cases[] = {
-        {"the later clip lies on top", {{0, 4}, {2, 4}}, "0 2, 2 4, ", 0, 0, 0},
-        {"a butt edit is none", {{0, 4}, {0.05, 4}}, "0 4, 0.05 4, ", 0, 0, 0},
-        {"drawn over the next", {{0, 4, true}, {2, 4}}, "0 4, 4 2, ", 1, 0, 0},
-        {"over all of the next", {{0, 4, true}, {2, 2}}, "0 4, 2 2m, ", 0, 1, 0},
-        {"no room in front of the third",
-         {{0, 4, true}, {2, 9}, {4, 1}},
-         "0 4, 2 2m, 4 1, ",
-         0,
-         1,
-         0},
-        {"the next has the word",
-         {{0, 4, true}, {2, 4, false, false, true}},
-         "0 2, 2 4, ",
-         0,
-         0,
-         0},
-        {"a muted clip silences", {{0, 4}, {2, 1, false, true}}, "0 2, 2 1m, ", 0, 0, 1},
-        {"but not what lies over it", {{0, 4, true}, {2, 1, false, true}}, "0 4, 2 1m, ", 0, 0, 0},
+        {"the later clip lies on top", {{0, 4}, {2, 4}}, "0 2, 2 4: 000"},
+        {"a butt edit is none", {{0, 4}, {0.05, 4}}, "0 4, 0.05 4: 000"},
+        {"drawn over the next", {{0, 4, 'n'}, {2, 4}}, "0 4, 4 2: 100"},
+        {"over all of the next", {{0, 4, 'n'}, {2, 2}}, "0 4, 2 2m: 010"},
+        {"no room at the third", {{0, 4, 'n'}, {2, 9}, {4, 1}}, "0 4, 2 2m, 4 1: 010"},
+        {"the next has the word", {{0, 4, 'n'}, {2, 4, 'p'}}, "0 2, 2 4: 000"},
+        {"a muted clip silences", {{0, 4}, {2, 1, 'm'}}, "0 2, 2 1m: 001"},
+        {"but not what lies over it", {{0, 4, 'n'}, {2, 1, 'm'}}, "0 4, 2 1m: 000"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
@@ -135,23 +123,20 @@ TEST(CoverClips, TellsFromPositionsAloneWhereThereAreNoRows) {
             ClipItem& clip = tracks[0].clips.emplace_back();
             clip.start = placed.start;
             clip.length = placed.length;
-            clip.muted = placed.muted;
-            clip.drawn_over_next = placed.over_next;
-            clip.drawn_over_previous = placed.over_previous;
+            clip.muted = placed.mark == 'm';
+            clip.drawn_over_next = placed.mark == 'n';
+            clip.drawn_over_previous = placed.mark == 'p';
         }
         CoveringTallies tallies;
         cover_clips(tracks, rate_hz, tallies);
         std::string played;
         for (const auto& clip : tracks[0].clips) {
-            char text[64];
-            std::snprintf(text, sizeof text, "%g %g%s, ", clip.start, clip.length,
-                          clip.muted ? "m" : "");
-            played += text;
+            played += formatted("%s%g %g%s", played.empty() ? "" : ", ", clip.start, clip.length,
+                                clip.muted ? "m" : "");
         }
+        played +=
+            formatted(": %d%d%d", tallies.later_heads, tallies.muted_clips, tallies.silenced_tails);
         EXPECT_EQ(played, c.played);
-        EXPECT_EQ(tallies.later_heads, c.heads);
-        EXPECT_EQ(tallies.muted_clips, c.covered);
-        EXPECT_EQ(tallies.silenced_tails, c.silenced);
     }
 }
 
