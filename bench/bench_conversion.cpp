@@ -76,6 +76,27 @@ void convert(benchmark::State& state) {
     count_bytes(state, session);
 }
 
+constexpr std::size_t midi_clips = 2000;
+
+/// Up to a million notes: the time a note stays the same.
+void convert_midi(benchmark::State& state) {
+    const auto notes_per_clip = static_cast<std::size_t>(state.range(0));
+    const builder::TempFolder folder;
+    NullSink silent;
+    console_state().console_sink = &silent;
+    RunOptions options;
+    options.session_path = folder / "Notes.ptx";
+    options.output_path = folder / "Notes.rpp";
+    options.overwrite = true;
+    if (!midi_session_of(midi_clips, notes_per_clip).write(options.session_path)) std::abort();
+    for (auto _ : state) {
+        if (convert_session(options, nullptr, nullptr) != 0) std::abort();
+    }
+    console_state().console_sink = nullptr;
+    state.SetItemsProcessed(state.iterations() *
+                            static_cast<std::int64_t>(midi_clips * notes_per_clip));
+}
+
 BENCHMARK(open_session)
     ->Arg(tenth_of_the_clips)
     ->Arg(clips_per_track)
@@ -84,6 +105,7 @@ BENCHMARK(index_blocks)
     ->Arg(tenth_of_the_clips)
     ->Arg(clips_per_track)
     ->Unit(benchmark::kMillisecond);
+BENCHMARK(convert_midi)->Arg(50)->Arg(500)->Unit(benchmark::kMillisecond);
 BENCHMARK(convert)->Arg(tenth_of_the_clips)->Arg(clips_per_track)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -31,4 +31,31 @@ builder::SessionBuilder session_of(std::size_t tracks, std::size_t clips_per_tra
     return session;
 }
 
+builder::SessionBuilder midi_session_of(std::size_t clips, std::size_t notes_per_clip) {
+    constexpr std::int64_t note_ticks = 120000;
+    constexpr std::size_t tracks = 2;
+    const std::int64_t clip_ticks = static_cast<std::int64_t>(notes_per_clip) * note_ticks;
+    builder::SessionBuilder session;
+    for (std::size_t t = 0; t < tracks; ++t) {
+        builder::TrackSpec track;
+        track.name = "Keys " + std::to_string(t + 1);
+        track.kind = builder::TrackKind::instrument;
+        track.tick_based = true;
+        for (std::size_t c = 0; c < clips / tracks; ++c) {
+            builder::MidiClipSpec clip;
+            clip.region = track.name + "-" + std::to_string(c + 1);
+            clip.position = static_cast<std::int64_t>(c) * clip_ticks;
+            clip.length = clip_ticks;
+            for (std::size_t n = 0; n < notes_per_clip; ++n) {
+                const auto key = static_cast<std::uint8_t>(36 + n * 7 % 48);
+                clip.stream.notes.push_back(
+                    {static_cast<std::int64_t>(n) * note_ticks, note_ticks, key});
+            }
+            track.midi_clips.push_back(std::move(clip));
+        }
+        session.track(track);
+    }
+    return session;
+}
+
 }  // namespace tanrove::bench

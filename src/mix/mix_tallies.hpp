@@ -5,6 +5,7 @@
 #include "mix/level_tallies.hpp"
 #include "mix/track_groups.hpp"
 #include "mix/track_tallies.hpp"
+#include "timeline/midi_tallies.hpp"
 
 namespace tanrove {
 
@@ -15,6 +16,7 @@ struct MixTallies {
     LevelTallies levels;
     SoloTallies solos;
     ViewTallies views;
+    MidiTallies midi;
 };
 
 }  // namespace tanrove

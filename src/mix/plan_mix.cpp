@@ -40,6 +40,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     folders.strip_table = input.assembly.strip_table;
     folders.folder_table = std::move(input.folder_table);
     mix.tracks = assemble_tracks(std::move(input.assembly), tallies.tracks);
+    attach_midi(mix.tracks, std::move(input.midi), rows, tallies.tracks, tallies.midi);
     set_group_flags(mix.tracks, groups);
     folders.without_main_send = names_without_main_send(mix.tracks);
     plan_folders(mix.tracks, folders, tallies.folders);
@@ -47,6 +48,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     settle_views(mix.tracks, mixer, tallies.views);
     plan_levels(mix.tracks, mixer, output_sides(input.routing, rows, input.io_paths), envelopes,
                 tallies.levels);
+    count_midi_mutes(mix.tracks, mixer, tallies.midi);
     mix.strip_tracks = plan_strip_tracks(mix.tracks, mixer, envelopes, tallies.levels);
     mix.has_solo_track = settle_solos(mix.tracks, mixer, tallies.solos);
     tallies.levels.mixer_strips = mixer.strip_count();

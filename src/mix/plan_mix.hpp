@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "mix/assemble_tracks.hpp"
+#include "mix/attach_midi.hpp"
 #include "mix/mix_tallies.hpp"
 #include "mix/track_plan.hpp"
 #include "session/folder_table.hpp"
@@ -25,6 +26,7 @@ struct MixInput {
     std::vector<GroupRecord> groups;
     VcaSlots vca_slots;
     std::optional<FolderTable> folder_table;
+    MidiMixInput midi;
     std::vector<Strip> strips;           ///< the mixer, with its lanes
     std::vector<TrackDisplay> displays;  ///< one a row of `assembly.strips`
     std::vector<RoutingRow> routing;

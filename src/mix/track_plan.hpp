@@ -7,8 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "session/midi_track_settings.hpp"
 #include "timeline/clip_item.hpp"
 #include "timeline/envelope_point.hpp"
+#include "timeline/midi_item.hpp"
 
 namespace tanrove {
 
@@ -87,8 +89,10 @@ struct TrackPlan {
     bool is_midi = false;
     bool is_vca = false;          ///< a VCA master: no sound, and its fader set from the start
     std::vector<ClipItem> clips;  ///< ordered by `start`
-    bool is_alternate = false;    ///< another playlist of a track, not on its lanes
-    bool is_lane_child = false;   ///< a "?" record
+    std::vector<MidiItem> midi_items;
+    MidiTrackSettings midi_settings;  ///< what each MIDI item sends at its start
+    bool is_alternate = false;        ///< another playlist of a track, not on its lanes
+    bool is_lane_child = false;       ///< a "?" record
     std::string lane_child_parent;
     bool inactive = false;
     bool voice_off = false;

@@ -10,6 +10,7 @@
 #include "base/guid.hpp"
 #include "project/envelope_text.hpp"
 #include "project/item_text.hpp"
+#include "project/midi_item_text.hpp"
 #include "project/project_text.hpp"
 #include "project/receive_text.hpp"
 
@@ -106,6 +107,13 @@ void write_items(TextSink& out, const TrackPlan& plan, MediaSearch& media, TakeP
     }
 }
 
+void write_midi_items(TextSink& out, const TrackPlan& plan, WrittenTallies& tallies) {
+    for (const MidiItem& item : plan.midi_items) {
+        write_midi_item(out, item, plan.midi_settings);
+        tallies.notes += item.note_count;
+    }
+}
+
 }  // namespace
 
 void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies& tallies) {
@@ -132,6 +140,7 @@ void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaS
     write_lanes(out, plan);
     write_track_envelopes(out, plan, tallies);
     write_items(out, plan, media, takes, tallies);
+    write_midi_items(out, plan, tallies);
     out.line(1, ">");
 
     if (plan.timebase == TrackTimebase::time) ++tallies.time_tracks;

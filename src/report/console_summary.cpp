@@ -14,6 +14,7 @@
 #include "report/summary_items.hpp"
 #include "report/summary_levels.hpp"
 #include "report/summary_media.hpp"
+#include "report/summary_midi.hpp"
 #include "report/summary_not_carried.hpp"
 #include "report/summary_stretch.hpp"
 #include "report/summary_time.hpp"
@@ -31,15 +32,18 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // What was found
     print_counts(out, tallies.written);
+    print_midi_content(out, tallies.mix.midi);
 
     // Strips, sends, outputs, key inputs
     print_mixer_strips(out, tallies.mix.levels);
     print_track_list_source(out, tallies.track_table);
+    print_midi_mutes(out, tallies.mix.midi);
 
     print_send_points(out, tallies.written);
 
     // Automation and MIDI edges
     print_automation_points(out, tallies.written);
+    print_midi_edges(out, tallies.mix.midi);
     print_dual_pan_points(out, tallies.mix.levels);
     print_modes_and_parked_faders(out, tallies.mix.levels);
 
@@ -64,7 +68,9 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // Track properties, comments, Trim, solo, folders
     print_views_and_solos(out, tallies.mix.views, tallies.mix.solos);
+    print_midi_faders(out, tallies.mix.midi);
     print_automation_modes(out, tallies.mix.levels);
+    print_midi_patches(out, tallies.mix.midi);
     print_unmatched_alternates(out, tallies.mix.tracks);
     print_surround_folds(out, tallies.mix.tracks);
     print_soloed_and_muted(out, tallies.mix.solos);
@@ -73,14 +79,17 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // Clip Effects, Melodyne, stand-ins, item timebase, bit depth, timecode, grid, video
     print_item_timebase(out, tallies.written);
+    print_real_time_properties(out, tallies.mix.midi);
     print_bit_depth(out, tallies.head.recording);
     print_timecode(out, tallies.head.timecode);
     print_locked_clips(out, tallies.written);
     print_grid(out, tallies.head.grid);
+    print_sample_based_midi(out, tallies.mix.midi);
     print_groups_left_alone(out, tallies.mix.groups);
 
     // Hardware inserts, timebase, clip groups, lanes
     print_timebases(out, tallies.timeline);
+    print_midi_clip_groups(out, tallies.mix.midi);
     print_clip_groups(out, tallies.timeline.clip_groups);
     print_inferred_tracks(out, tallies.timeline.stretch);
     print_matched_alternates_and_merges(out, tallies.mix.tracks);

@@ -8,9 +8,6 @@ namespace tanrove {
 namespace {
 
 constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
-    {&NotCarriedTallies::midi_clips,
-     "  WARNING: %d MIDI clip(s) are NOT in the project: this build does not\n"
-     "      carry MIDI yet, so MIDI and instrument tracks arrive empty.\n"},
     {&NotCarriedTallies::unnumbered_clips,
      "  WARNING: %d clip placement(s) are NOT in the project: they play clips\n"
      "      past number 65535, where the session's clip numbers end for this\n"

@@ -6,7 +6,6 @@
 namespace tanrove {
 
 struct NotCarriedTallies {
-    int midi_clips = 0;
     int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
     int shaped_clips = 0;      ///< clip names with clip effects
     int plugins = 0;

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <utility>
 
 #include "base/c_locale.hpp"
 #include "base/formatted_text.hpp"
@@ -21,6 +22,7 @@
 #include "run/not_carried.hpp"
 #include "run/open_session.hpp"
 #include "run/output_path.hpp"
+#include "run/plan_midi.hpp"
 #include "run/session_listing.hpp"
 #include "run/session_records.hpp"
 #include "session/buses.hpp"
@@ -51,7 +53,7 @@ public:
 
 private:
     void plan(const SessionImage& image, const ClipRecords& clips, const StripRecords& strips,
-              std::vector<Strip> mixer);
+              std::vector<Strip> mixer, MidiRecords midi);
     std::vector<TimelineTrack> place(const SessionImage& image, const ClipRecords& clips);
     void plan_head(const SessionImage& image);
     bool write_project(MediaSearch& media);
@@ -94,7 +96,7 @@ std::int32_t Conversion::run() {
     tallies_.track_table = strips.track_table;
     std::vector<Strip> mixer = read_mixer(index, strips);
     tallies_.not_carried = count_not_carried(index, clips, mixer);
-    plan(image, clips, strips, std::move(mixer));
+    plan(image, clips, strips, std::move(mixer), read_midi(index, strips));
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     if (!write_project(media)) return not_converted;
     give_account(*opened->file, version, image, media, clips);
@@ -102,7 +104,7 @@ std::int32_t Conversion::run() {
 }
 
 void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
-                      const StripRecords& strips, std::vector<Strip> mixer) {
+                      const StripRecords& strips, std::vector<Strip> mixer, MidiRecords midi) {
     report_stage(stage_clips, "clips");
     std::vector<TimelineTrack> channels = place(image, clips);
 
@@ -126,6 +128,8 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
     input.tempo_map = time_.tempo_map;
     input.tempo_bpm = time_.tempo_bpm;
     input.rate_hz = static_cast<double>(image.rate);
+    input.midi =
+        plan_midi(std::move(midi), clips, time_, input.rate_hz, options_, tallies_.mix.midi);
     mix_ = plan_mix(std::move(input), tallies_.mix);
     const int unmatched = tallies_.mix.tracks.tracks_without_strip_row;
     if (unmatched > 0) {

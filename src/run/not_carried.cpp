@@ -39,7 +39,6 @@ int count_of(const List& list, Test test) {
 NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& clips,
                                     const std::vector<Strip>& mixer) {
     NotCarriedTallies tallies;
-    tallies.midi_clips = static_cast<int>(clips.lists.midi_tracks.size());
     tallies.unnumbered_clips = static_cast<int>(clips.lists.unnumbered_clips);
     tallies.shaped_clips = static_cast<int>(shaped_clips(index).size());
     tallies.plugins = static_cast<int>(read_plugin_inserts(index).size());

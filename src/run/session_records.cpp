@@ -2,6 +2,7 @@
 #include "run/session_records.hpp"
 
 #include "session/buses.hpp"
+#include "session/midi_lanes.hpp"
 #include "session/pitch_shifts.hpp"
 #include "session/strip_lanes.hpp"
 
@@ -131,6 +132,19 @@ StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
     records.io_paths = readIoPaths(index);
     records.routing = readRouting(index, records.strips.rows, records.io_paths);
     return records;
+}
+
+MidiRecords read_midi(const BlockIndex& index, const StripRecords& strips) {
+    const auto& rows = strips.strips.rows;
+    return {
+        .chunks = readMidiChunks(index),
+        .playlists = readMidiPlaylists(index).details,
+        .playlist_rows = readMidiPlaylistRows(index),
+        .clip_groups = readMidiClipCounts(index),
+        .settings = readMidiSettings(index, rows),
+        .real_time = readRealTimeProperties(index, rows),
+        .other_lanes = countOtherMidiLanes(index, rows),
+    };
 }
 
 std::vector<Strip> read_mixer(const BlockIndex& index, const StripRecords& strips) {

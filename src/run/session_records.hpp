@@ -1,6 +1,7 @@
 // Everything one conversion reads from a session, in the session's own units, decided by no one.
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <optional>
 #include <string>
@@ -20,7 +21,11 @@
 #include "session/loop_records.hpp"
 #include "session/memory_locations.hpp"
 #include "session/meter_map.hpp"
+#include "session/midi_chunks.hpp"
+#include "session/midi_playlists.hpp"
+#include "session/midi_track_settings.hpp"
 #include "session/playlists.hpp"
+#include "session/real_time_properties.hpp"
 #include "session/region_starts.hpp"
 #include "session/routing.hpp"
 #include "session/session_image.hpp"
@@ -86,6 +91,17 @@ struct StripRecords {
     std::vector<RoutingRow> routing;
 };
 
+/// What the clips of MIDI tracks play, how they lie there, and what their tracks do with it.
+struct MidiRecords {
+    std::vector<MidiChunk> chunks;
+    std::vector<MidiPlaylistDetail> playlists;
+    std::vector<MidiPlaylistRow> playlist_rows;
+    std::map<std::string, int> clip_groups;     ///< on the MIDI playlists of each name
+    std::vector<MidiTrackSettings> settings;    ///< in step with the strip rows
+    std::vector<RealTimeProperties> real_time;  ///< likewise
+    std::size_t other_lanes = 0;                ///< automation of MIDI tracks beside their mute
+};
+
 /// `file` gives the audio file list, and its own regions and tracks for an image whose lists the
 /// program's reader refuses.
 ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index);
@@ -95,6 +111,8 @@ ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index);
 TimeRecords read_time(const BlockIndex& index, double tempo_override);
 
 StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips);
+
+MidiRecords read_midi(const BlockIndex& index, const StripRecords& strips);
 
 /// The mixer's strips with their automation lanes.
 std::vector<Strip> read_mixer(const BlockIndex& index, const StripRecords& strips);

@@ -44,6 +44,7 @@ MidiPlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
         if (!row) continue;
         detail.region_ids.push_back(row->id);
         detail.colours.push_back(row->colour);
+        detail.overlap.push_back(row->overlap);
         detail.muted.push_back(row->muted ? 1 : 0);
         detail.locked.push_back(row->locked ? 1 : 0);
         detail.positions.push_back(detail.is_second_kind ? distance_from_origin(row->position)

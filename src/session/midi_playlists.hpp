@@ -16,7 +16,8 @@ struct MidiPlaylistDetail {
     std::string name;
     bool is_second_kind = false;  ///< true: positions are ticks; false: samples
     std::vector<std::uint32_t> region_ids;
-    std::vector<std::int32_t> colours;  ///< -2 none
+    std::vector<std::int32_t> colours;   ///< -2 none
+    std::vector<std::uint32_t> overlap;  ///< 1 over the next, 2 over the previous, 3 ordinary
     std::vector<std::uint32_t> muted;
     std::vector<std::uint32_t> locked;
     /// Samples, or ticks as their distance from the origin, whichever side of it they lie on.

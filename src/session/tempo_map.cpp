@@ -153,13 +153,21 @@ double TempoClock::seconds(double ticks) const {
     return (behind - 1)->seconds(ticks);
 }
 
-double TempoClock::ticks(double seconds) const {
+const TempoClock::Stretch& TempoClock::stretch_at(double seconds) const {
     const auto behind = std::upper_bound(
         stretches_.begin() + 1, stretches_.end(), seconds,
         [](double moment, const Stretch& stretch) { return moment < stretch.start_seconds; });
-    const Stretch& stretch = *(behind - 1);
+    return *(behind - 1);
+}
+
+double TempoClock::ticks(double seconds) const {
+    const Stretch& stretch = stretch_at(seconds);
     return stretch.start_ticks +
            (seconds - stretch.start_seconds) * stretch.bpm * ticks_per_quarter / 60;
+}
+
+double TempoClock::bpm_at(double seconds) const {
+    return stretch_at(seconds).bpm;
 }
 
 double ticksToSeconds(const TempoMap& map, double ticks, double default_bpm) {

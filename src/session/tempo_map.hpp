@@ -49,6 +49,9 @@ public:
     /// The ticks that take so many seconds from the origin.
     double ticks(double seconds) const;
 
+    /// The tempo in force at a moment.
+    double bpm_at(double seconds) const;
+
 private:
     struct Stretch {
         double start_ticks = 0;
@@ -57,6 +60,8 @@ private:
 
         double seconds(double ticks) const;
     };
+
+    const Stretch& stretch_at(double seconds) const;
 
     std::vector<Stretch> stretches_;  ///< never empty; the first begins at the origin
 };

@@ -18,6 +18,7 @@ struct GoldenCase {
 };
 
 std::vector<GoldenCase> golden_cases();
+std::vector<GoldenCase> midi_golden_cases();
 
 /// Tests are named for their case.
 inline void PrintTo(const GoldenCase& c, std::ostream* out) {

@@ -68,5 +68,8 @@ TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
 INSTANTIATE_TEST_SUITE_P(Projects, Golden, testing::ValuesIn(golden::golden_cases()),
                          [](const auto& test) { return test.param.name; });
 
+INSTANTIATE_TEST_SUITE_P(MidiProjects, Golden, testing::ValuesIn(golden::midi_golden_cases()),
+                         [](const auto& test) { return test.param.name; });
+
 }  // namespace
 }  // namespace tanrove

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <map>
+#include <tuple>
 
 #include "base/formatted_text.hpp"
 #include "run/convert_session.hpp"
@@ -103,6 +104,29 @@ TEST(RealSessions, RegionTestHasItsSixClipsAndNoFadeFiles) {
         << "the missing file is named";
 }
 
+/// Tick, length in ticks, key.
+using ReadNote = std::tuple<std::uint64_t, std::uint64_t, unsigned>;
+
+/// The notes of a track with one MIDI item at 0, none of them muted and all of velocity 80.
+std::vector<ReadNote> midi_notes(const builder::ReadTrack& track) {
+    std::vector<ReadNote> notes;
+    std::map<unsigned, std::size_t> sounding;
+    EXPECT_EQ(track.items.size(), 1U);
+    for (const auto& event : track.items.at(0).midi) {
+        EXPECT_FALSE(event.muted);
+        if (event.status == 0x90) {
+            EXPECT_EQ(event.data2, 80U);
+            sounding[event.data1] = notes.size();
+            notes.emplace_back(event.tick, 0, event.data1);
+        } else if (event.status == 0x80) {
+            auto& note = notes.at(sounding.at(event.data1));
+            std::get<1>(note) = event.tick - std::get<0>(note);
+        }
+    }
+    EXPECT_EQ(track.items[0].position, 0);
+    return notes;
+}
+
 TEST(RealSessions, TestPtxHasItsStereoPairAndItsMidiTracks) {
     const auto converted = convert_real("TestPTX.ptx");
     if (!converted.found) GTEST_SKIP() << "the real sessions are not on this machine";
@@ -120,6 +144,15 @@ TEST(RealSessions, TestPtxHasItsStereoPairAndItsMidiTracks) {
     EXPECT_NE(stereo.items[0].file.find("stereoTone.L.aif"), std::string::npos);
     EXPECT_NE(stereo.items[1].file.find("stereoTone.R.aif"), std::string::npos);
     EXPECT_DOUBLE_EQ(stereo.items[0].position, 0);
+
+    const auto first_notes = midi_notes(project.track("MIDI 1"));
+    const std::vector<ReadNote> expected = {{0, 240, 64},    {240, 240, 64},  {480, 240, 64},
+                                            {960, 240, 59},  {1200, 240, 59}, {1440, 240, 59},
+                                            {1920, 240, 64}, {2160, 240, 64}, {2400, 240, 64}};
+    EXPECT_EQ(first_notes, expected);
+    EXPECT_EQ(midi_notes(project.track("MIDI 2")).size(), 16U);
+    EXPECT_EQ(midi_notes(project.track("MIDI 3")).size(), 4U);
+    EXPECT_NE(converted.console.find("5 tracks, 3 clips, 29 MIDI notes"), std::string::npos);
 }
 
 TEST(RealSessions, TempoTimeKeySigPutsItsClipsOnTheGrid) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "session/instrument_links.hpp"
+#include "session/midi_lanes.hpp"
 #include "session/midi_outputs.hpp"
 #include "session/midi_track_settings.hpp"
 #include "session/real_time_properties.hpp"
@@ -49,6 +50,21 @@ TEST(ReadMidiSettings, ATrackHasWhatItsRecordHasRoomFor) {
         EXPECT_EQ(read.pan, payload < 14 ? -1 : 7);
         EXPECT_EQ(read.patch, payload < 17 ? -1 : 7);
     }
+}
+
+TEST(CountOtherMidiLanes, CountsLanesWithPointsBesideTheMuteOfMidiTracksAlone) {
+    const Bytes moved = builder::lane_record({.points = {{0, 1}}});
+    const Bytes lanes = ByteWriter()
+                            .block(0x2611, ByteWriter().raw(moved).raw(moved).bytes())
+                            .raw(builder::lane_record({.points = {}}))
+                            .raw(moved)
+                            .bytes();
+    const Bytes image = SessionBuilder()
+                            .track({.name = "Vox", .mixer = lanes})
+                            .track({.name = "Keys", .kind = TrackKind::midi, .mixer = lanes})
+                            .image();
+    const BlockIndex index{ByteView(image)};
+    EXPECT_EQ(countOtherMidiLanes(index, readStripRows(index).rows), 2U);
 }
 
 TEST(ReadMidiOutputs, EachOutputKeepsItsPlaceInTheList) {

@@ -15,6 +15,21 @@ std::string unquoted(const std::string& value) {
     return value.substr(1, value.find(value.front(), 1) - 1);
 }
 
+/// Reads a line "E", "Em" or "<X", whose first number is the delta.
+void read_midi_line(const std::string& token, const std::string& value, ReadItem& item) {
+    const bool is_event = token == "E" || token == "Em";
+    if (!is_event && token != "<X") return;
+    ReadMidiEvent event;
+    event.muted = token == "Em";
+    char* rest = nullptr;
+    event.tick = std::strtoull(value.c_str(), &rest, 10);
+    if (!item.midi.empty()) event.tick += item.midi.back().tick;
+    event.status = is_event ? static_cast<unsigned>(std::strtoul(rest, &rest, 16)) : 0xf0;
+    if (is_event) event.data1 = static_cast<unsigned>(std::strtoul(rest, &rest, 16));
+    if (is_event) event.data2 = static_cast<unsigned>(std::strtoul(rest, &rest, 16));
+    item.midi.push_back(event);
+}
+
 void read_track_line(const std::string& token, const std::string& value, ReadTrack& track) {
     if (token == "NAME") track.name = unquoted(value);
     if (token == "NCHAN") track.channels = std::atoi(value.c_str());
@@ -69,6 +84,8 @@ ReadProject read_project(const std::string& text) {
         if (token == "<TRACK") project.tracks.emplace_back();
         if (token == "<ITEM") project.tracks.back().items.emplace_back();
         if (project.tracks.empty()) project.head.push_back(line);
+        if (!open.empty() && open.back() == "<SOURCE")
+            read_midi_line(token, value, project.tracks.back().items.back());
         if (!line.empty() && line.front() == '<') {
             broken = broken || (open.empty() && token != "<REAPER_PROJECT");
             open.push_back(token);

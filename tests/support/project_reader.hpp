@@ -1,10 +1,22 @@
 // Reads a finished project back, so that tests can ask what is where in it.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace tanrove::builder {
+
+/// An event of a MIDI source, a system exclusive message with the status 0xf0.
+struct ReadMidiEvent {
+    std::uint64_t tick = 0;
+    unsigned status = 0;
+    unsigned data1 = 0;
+    unsigned data2 = 0;
+    bool muted = false;
+
+    auto operator<=>(const ReadMidiEvent&) const = default;
+};
 
 struct ReadItem {
     double position = 0;
@@ -14,6 +26,7 @@ struct ReadItem {
     std::string name;
     std::string file;
     double take_pan = 0;
+    std::vector<ReadMidiEvent> midi;
 };
 
 struct ReadTrack {

@@ -185,7 +185,8 @@ Bytes hardware_insert_fixed_place(const std::string& name) {
 }
 
 Bytes midi_mixer(const TrackSpec& track) {
-    const LaneSpec mute{.initial = track.muted ? 1 : 0};
+    LaneSpec mute = track.mute_lane;
+    if (!mute.initial) mute.initial = track.muted ? 1 : 0;
     return block(0x2611, ByteWriter()
                              .raw(midi_settings_record(track.midi_settings))
                              .u8(1)

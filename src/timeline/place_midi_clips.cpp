@@ -1,0 +1,250 @@
+// Placements joined with the rows of their playlists, overlaps settled, and all of it in seconds.
+// The list of placements tells a position by its distance from the tick origin; the rows of the
+// playlists hold it as it is stored, with the clip's mute, lock, colour and how it is drawn.
+#include "timeline/place_midi_clips.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+#include "session/block_scan.hpp"
+
+namespace tanrove {
+
+namespace {
+
+/// A playlist that does not tell its timebase counts samples when its positions could be that:
+/// ticks lie at their origin, which samples reach after months.
+constexpr double most_sample_seconds = 86400;
+
+/// Two clips that overlap by no more than this are neighbours whose edges were rounded.
+constexpr std::int64_t least_overlap = 960;
+
+constexpr std::uint32_t drawn_over_next = 1;
+constexpr std::uint32_t drawn_over_previous = 2;
+constexpr std::uint32_t drawn_in_order = 3;
+
+/// A clip on its way, with how its row draws it; 0 without a row.
+struct Placement {
+    PlacedMidiClip clip;
+    std::uint32_t overlap = 0;
+};
+
+/// What covers a clip, in its own unit.
+struct Cut {
+    std::int64_t tail = 0;  ///< the length that is left; 0 where the tail stands
+    std::int64_t head = 0;  ///< what is covered of its head
+};
+
+std::uint64_t distance_from_origin(std::uint64_t stored) {
+    return stored < tick_origin ? tick_origin - stored : stored - tick_origin;
+}
+
+/// The rows of a track's playlists by what they place and where.
+template <typename Row>
+class RowFinder {
+public:
+    void add(std::uint32_t region, std::uint64_t distance, const Row& row) {
+        rows_[{region, distance}].rows.push_back(row);
+    }
+
+    /// The next row that places the region there; each row is given out once.
+    std::optional<Row> take(std::uint32_t region, std::int64_t distance) {
+        const auto found = rows_.find({region, static_cast<std::uint64_t>(distance)});
+        if (found == rows_.end() || found->second.next == found->second.rows.size()) return {};
+        return found->second.rows[found->second.next++];
+    }
+
+private:
+    struct Queue {
+        std::vector<Row> rows;
+        std::size_t next = 0;
+    };
+    std::map<std::pair<std::uint32_t, std::uint64_t>, Queue> rows_;
+};
+
+struct EditRow {
+    const MidiPlaylistDetail* playlist = nullptr;
+    std::size_t row = 0;
+};
+
+/// What the playlists tell of one track.
+struct TrackRows {
+    RowFinder<EditRow> edit_rows;
+    RowFinder<std::uint64_t> stored_positions;
+    std::optional<bool> tick_based;
+    std::vector<Placement> placements;
+};
+
+class Placing {
+public:
+    Placing(const MidiPlacingInput& input, const TempoClock& clock, MidiTallies& tallies)
+        : input_(input), clock_(clock), tallies_(tallies), tracks_(input.tracks.size()) {
+        for (std::size_t i = 0; i < input.tracks.size(); ++i) {
+            track_of_id_.emplace(input.tracks[i].id, i);
+            track_of_playlist_.emplace(input.tracks[i].name, i);
+        }
+        gather_edit_rows();
+        for (const MidiPlaylistRow& row : input.rows) {
+            const auto track = track_of_playlist_.find(row.playlist);
+            if (track == track_of_playlist_.end()) continue;
+            tracks_[track->second].stored_positions.add(
+                row.region, distance_from_origin(row.position), row.position);
+        }
+    }
+
+    std::vector<PlacedMidiTrack> place() {
+        for (const ClipTrack& row : input_.placements) {
+            const auto track = track_of_id_.find(row.index);
+            if (row.is_clip_group || track == track_of_id_.end()) continue;
+            if (row.region_index < input_.regions.size()) add(row, tracks_[track->second]);
+        }
+        std::vector<PlacedMidiTrack> placed;
+        placed.reserve(tracks_.size());
+        for (std::size_t i = 0; i < tracks_.size(); ++i) {
+            auto clips = settled(std::move(tracks_[i].placements));
+            placed.push_back({input_.tracks[i].name, tracks_[i].tick_based, std::move(clips)});
+        }
+        return placed;
+    }
+
+private:
+    /// A playlist belongs to the track of its name; under another name, to the one of its number.
+    void gather_edit_rows() {
+        for (std::size_t p = 0; p < input_.playlists.size(); ++p) {
+            const MidiPlaylistDetail& playlist = input_.playlists[p];
+            if (p < tracks_.size()) track_of_playlist_.emplace(playlist.name, p);
+            const auto found = track_of_playlist_.find(playlist.name);
+            if (found == track_of_playlist_.end()) continue;
+            TrackRows& track = tracks_[found->second];
+            if (!track.tick_based) track.tick_based = playlist.is_second_kind;
+            for (std::size_t i = 0; i < playlist.positions.size(); ++i) {
+                const std::uint64_t position = playlist.positions[i];
+                track.edit_rows.add(
+                    playlist.region_ids[i],
+                    playlist.is_second_kind ? position : distance_from_origin(position),
+                    {&playlist, i});
+            }
+        }
+    }
+
+    void add(const ClipTrack& row, TrackRows& track) {
+        const Region& region = input_.regions[row.region_index];
+        Placement placement;
+        PlacedMidiClip& clip = placement.clip;
+        clip.region = row.region_index;
+        clip.length = std::max<std::int64_t>(region.length, 0);
+        clip.source_offset = region.source_offset;
+        const auto edit_row = track.edit_rows.take(region.index, row.start);
+        const auto stored = track.stored_positions.take(region.index, row.start);
+        if (edit_row) {
+            const auto& [playlist, i] = *edit_row;
+            clip.in_samples = !playlist->is_second_kind;
+            clip.muted = playlist->muted[i] != 0;
+            clip.locked = playlist->locked[i] != 0;
+            clip.color_index = playlist->colours[i];
+            placement.overlap = playlist->overlap[i];
+        } else if (stored) {
+            clip.in_samples = *stored < tick_origin &&
+                              static_cast<double>(*stored) < most_sample_seconds * input_.rate_hz;
+            if (!track.tick_based) track.tick_based = !clip.in_samples;
+        }
+        clip.position = position_of(row, stored, clip.in_samples);
+        if (clip.in_samples) ++tallies_.sample_based_clips;
+        track.placements.push_back(placement);
+    }
+
+    /// A clip may begin a hair before the session's origin, as its stored ticks can: that is the
+    /// origin.
+    static std::int64_t position_of(const ClipTrack& row, std::optional<std::uint64_t> stored,
+                                    bool in_samples) {
+        const auto origin = static_cast<std::int64_t>(tick_origin);
+        if (!stored) return std::max<std::int64_t>(in_samples ? origin - row.start : row.start, 0);
+        const auto position = static_cast<std::int64_t>(*stored);
+        return in_samples ? position : std::max<std::int64_t>(position - origin, 0);
+    }
+
+    std::vector<PlacedMidiClip> settled(std::vector<Placement> placements) {
+        std::ranges::stable_sort(placements, {}, [](const Placement& placement) {
+            return std::pair(placement.clip.position, placement.clip.region);
+        });
+        const std::vector<Cut> cuts = overlap_cuts(placements);
+        std::vector<PlacedMidiClip> clips;
+        for (std::size_t i = 0; i < placements.size(); ++i) {
+            PlacedMidiClip& clip = placements[i].clip;
+            apply(cuts[i], clip);
+            if (clip.length <= 0) continue;
+            set_seconds(clip);
+            clips.push_back(clip);
+        }
+        return clips;
+    }
+
+    /// Of two neighbours that overlap, the one that Pro Tools draws below gives way.
+    static std::vector<Cut> overlap_cuts(const std::vector<Placement>& placements) {
+        std::vector<Cut> cuts(placements.size());
+        for (std::size_t i = 0; i + 1 < placements.size(); ++i) {
+            const PlacedMidiClip& first = placements[i].clip;
+            const PlacedMidiClip& second = placements[i + 1].clip;
+            const std::int64_t gap = second.position - first.position;
+            const std::int64_t over = first.length - gap;
+            if (gap <= 0 || first.length == 0 || over <= least_overlap) continue;
+            if (first.in_samples != second.in_samples) continue;
+            const std::uint32_t overlap = placements[i + 1].overlap;
+            if (overlap == drawn_over_next) {
+                if (over < second.length || second.length == 0) cuts[i + 1].head = over;
+            } else if (overlap == drawn_over_previous || overlap == drawn_in_order) {
+                cuts[i].tail = gap;
+            }
+        }
+        return cuts;
+    }
+
+    void apply(const Cut& cut, PlacedMidiClip& clip) {
+        if (clip.in_samples) {
+            if (cut.tail > 0 || cut.head > 0) ++tallies_.sample_based_overlaps;
+            return;
+        }
+        if (cut.tail > 0 && cut.tail < clip.length) {
+            clip.length = cut.tail;
+            ++tallies_.tail_cuts;
+        }
+        if (cut.head > 0) {
+            clip.position += cut.head;
+            clip.length -= cut.head;
+            clip.source_offset -= cut.head;
+            ++tallies_.head_cuts;
+        }
+    }
+
+    void set_seconds(PlacedMidiClip& clip) const {
+        const auto position = static_cast<double>(clip.position);
+        const auto length = static_cast<double>(clip.length);
+        if (clip.in_samples) {
+            clip.start = position / input_.rate_hz;
+            clip.length_seconds = length / input_.rate_hz;
+        } else {
+            clip.start = clock_.seconds(position);
+            clip.length_seconds = clock_.seconds(position + length) - clip.start;
+        }
+    }
+
+    const MidiPlacingInput& input_;
+    const TempoClock& clock_;
+    MidiTallies& tallies_;
+    std::vector<TrackRows> tracks_;
+    std::map<std::uint16_t, std::size_t> track_of_id_;
+    std::map<std::string_view, std::size_t> track_of_playlist_;
+};
+
+}  // namespace
+
+std::vector<PlacedMidiTrack> place_midi_clips(const MidiPlacingInput& input,
+                                              const TempoClock& clock, MidiTallies& tallies) {
+    return Placing(input, clock, tallies).place();
+}
+
+}  // namespace tanrove

@@ -1,0 +1,207 @@
+// MIDI placements as clips in their places, and what bounds the events they play.
+#include <gtest/gtest.h>
+
+#include "timeline/lay_out_midi.hpp"
+#include "timeline/real_time_midi.hpp"
+
+namespace tanrove {
+namespace {
+
+constexpr std::int64_t origin = 1'000'000'000'000;
+constexpr std::int64_t quarter = 960'000;
+
+/// One track "Keys" whose playlist holds each region once, in their order.
+struct MidiScene {
+    MidiScene& clip(std::int64_t stored, std::int64_t length, std::uint32_t overlap = 3) {
+        const auto number = static_cast<std::uint32_t>(regions.size());
+        Region region;
+        region.index = static_cast<std::uint16_t>(number);
+        region.length = length;
+        region.midi_stream = 0;
+        regions.push_back(region);
+        placements.push_back({.start = std::abs(stored - origin), .region_index = number});
+        rows.push_back({"Keys", number, static_cast<std::uint64_t>(stored)});
+        playlists[0].region_ids.push_back(number);
+        playlists[0].colours.push_back(5);
+        playlists[0].overlap.push_back(overlap);
+        playlists[0].muted.push_back(number % 2);
+        playlists[0].locked.push_back(0);
+        return *this;
+    }
+
+    /// Places the clips; without `has_kind` the playlist could not be read.
+    PlacedMidiTrack placed(bool tick_based, bool has_kind = true) {
+        playlists[0].name = "Keys";
+        playlists[0].is_second_kind = tick_based;
+        for (const auto& row : rows) {
+            const auto distance = std::abs(static_cast<std::int64_t>(row.position) - origin);
+            playlists[0].positions.push_back(tick_based ? static_cast<std::uint64_t>(distance)
+                                                        : row.position);
+        }
+        if (!has_kind) playlists.clear();
+        return place_midi_clips({tracks, placements, regions, playlists, rows, 48000}, clock,
+                                tallies)
+            .at(0);
+    }
+
+    std::vector<TrackTableRow> tracks{{0, "Keys"}};
+    std::vector<ClipTrack> placements;
+    std::vector<Region> regions;
+    std::vector<MidiPlaylistDetail> playlists{1};
+    std::vector<MidiPlaylistRow> rows;
+    std::vector<MidiStream> streams{1};
+    std::vector<MidiChunk> chunks{1};
+    TempoClock clock{{{0, 120}, {4 * static_cast<double>(quarter), 60}}, 120};
+    MidiTallies tallies;
+};
+
+TEST(PlaceMidiClips, TheClipThatIsDrawnBelowGivesWay) {
+    struct {
+        std::int64_t first_length, second_at, second_length;
+        std::uint32_t overlap;  // of the second's row
+        std::int64_t first_left, second_start, second_left;
+    } const cases[] = {
+        {8, 4, 8, 3, 4, 4, 8},  // the later one takes over
+        {8, 4, 8, 2, 4, 4, 8},  // likewise
+        {8, 4, 8, 1, 8, 8, 4},  // the earlier one lies on top
+        {8, 4, 2, 1, 8, 4, 2},  // and covers the later one whole: nothing is left to move
+        {8, 4, 4, 1, 8, 4, 4},  // to the tick
+        {8, 4, 8, 0, 8, 4, 8},  // the row does not tell
+        {8, 0, 8, 3, 8, 0, 8},  // at one moment
+        {4, 4, 8, 3, 4, 4, 8},  // side by side
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message()
+                     << c.second_at << ' ' << c.second_length << ' ' << c.overlap);
+        MidiScene scene;
+        scene.clip(origin, c.first_length * quarter);
+        scene.clip(origin + c.second_at * quarter, c.second_length * quarter, c.overlap);
+        const auto clips = scene.placed(true).clips;
+        ASSERT_EQ(clips.size(), 2u);
+        EXPECT_EQ(clips[0].length, c.first_left * quarter);
+        EXPECT_EQ(clips[1].position, c.second_start * quarter);
+        EXPECT_EQ(clips[1].length, c.second_left * quarter);
+        EXPECT_EQ(clips[1].source_offset, (c.second_at - c.second_start) * quarter);
+        EXPECT_EQ(scene.tallies.tail_cuts, c.first_left < c.first_length ? 1 : 0);
+        EXPECT_EQ(scene.tallies.head_cuts, c.second_start > c.second_at ? 1 : 0);
+    }
+    MidiScene rounded;
+    rounded.clip(origin, quarter).clip(origin + quarter - 960, quarter).placed(true);
+    EXPECT_EQ(rounded.tallies.tail_cuts, 0) << "an edge that was rounded is no overlap";
+}
+
+TEST(PlaceMidiClips, ThePlaylistsKindDecidesTheTimebaseAndElseTheSizeOfThePosition) {
+    struct {
+        bool tick_based, has_kind;
+        std::int64_t stored, length;
+        double start, seconds;
+    } const cases[] = {
+        {true, true, origin + 2 * quarter, 4 * quarter, 1, 3},  // across the tempo change
+        {true, true, origin - 5, quarter, 0, 0.5},              // a hair in front of the origin
+        {false, true, 96000, 48000, 2, 1},
+        {false, true, 48000LL * 90000, 48000, 90000, 1},  // past a day, and known to be samples
+        {false, false, 96000, 48000, 2, 1},
+        {true, false, origin + quarter, quarter, 0.5, 0.5},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.tick_based << c.has_kind << ' ' << c.stored);
+        MidiScene scene;
+        const auto track = scene.clip(c.stored, c.length).placed(c.tick_based, c.has_kind);
+        ASSERT_EQ(track.clips.size(), 1u);
+        EXPECT_DOUBLE_EQ(track.clips[0].start, c.start);
+        EXPECT_DOUBLE_EQ(track.clips[0].length_seconds, c.seconds);
+        EXPECT_EQ(track.tick_based, c.tick_based);
+        EXPECT_EQ(track.clips[0].color_index, c.has_kind ? 5 : -2);
+        EXPECT_EQ(scene.tallies.sample_based_clips, c.tick_based ? 0 : 1);
+    }
+    MidiScene overlapping;
+    overlapping.clip(0, 48000).clip(24000, 48000).clip(24000, 0);
+    overlapping.placements[1].is_clip_group = false;
+    const auto clips = overlapping.placed(false).clips;
+    ASSERT_EQ(clips.size(), 2u) << "a clip of no length is not written";
+    EXPECT_EQ(clips[0].length, 48000) << "in samples overlaps sum";
+    EXPECT_TRUE(clips[1].muted && !clips[0].muted);
+    EXPECT_EQ(overlapping.tallies.sample_based_overlaps, 1);
+}
+
+TEST(LayOutMidi, RingsOutAtTheTempoThereAndSkipsTheLeadOfItsSource) {
+    for (const bool truncates : {false, true}) {
+        MidiScene scene;
+        scene.streams[0].events = {{0, quarter, 60, 80}, {3 * quarter, 3 * quarter, 62, 80}};
+        scene.clip(origin + 2 * quarter, 4 * quarter);
+        scene.regions[0].source_offset = -quarter;  // the first note lies in front of the clip
+        scene.placed(true);
+        const auto tracks = lay_out_midi(
+            {scene.tracks, scene.placements, scene.regions, scene.playlists, scene.rows, 48000},
+            {scene.regions, scene.streams, scene.chunks, 240, 48000}, scene.clock,
+            {.truncate_midi_to_clip = truncates}, scene.tallies);
+        const MidiItem& item = tracks.at(0).items.at(0);
+        EXPECT_DOUBLE_EQ(item.item_length_raw, 3);
+        EXPECT_DOUBLE_EQ(item.length, truncates ? 3 : 4) << "a quarter at 60";
+        EXPECT_DOUBLE_EQ(item.source_offset, 0.25) << "a quarter at the session's 240";
+        EXPECT_DOUBLE_EQ(item.source_length, 0.5) << "a quarter at 120";
+        EXPECT_EQ(scene.tallies.notes_past_edge, 1);
+        EXPECT_EQ(scene.tallies.muted_events, 2);
+        EXPECT_EQ(scene.tallies.offsets_at_other_tempo, 1);
+    }
+}
+
+TEST(MidiItemMaker, LeavesOutControllersOfOtherNotesAndEventsPastTheLimit) {
+    MidiScene scene;
+    scene.streams[0].events = {{0, quarter, 60, 80}};
+    scene.chunks[0] = {.note_count = 2, .controllers = {{2 + 256 * 7, origin, 1}}, .sysex = {}};
+    scene.clip(origin, quarter);
+    MidiTallies& tallies = scene.tallies;
+    const MidiMaterial material{scene.regions, scene.streams, scene.chunks, 120, 48000};
+    MidiItemMaker maker(material, scene.clock, {}, tallies, 5);
+    for (int time = 0; time < 2; ++time) EXPECT_EQ(maker.item({}).events.size(), 2u);
+    EXPECT_EQ(tallies.mismatched_regions, 1) << "a region is told once";
+    EXPECT_TRUE(maker.item({}).events.empty());
+    EXPECT_EQ(tallies.emptied_clips, 1);
+    scene.chunks[0].note_count = 1;
+    EXPECT_TRUE(MidiItemMaker(material, scene.clock, {}, tallies, 3).item({}).streams_volume);
+}
+
+TEST(RealTimeMidi, TransposesScalesAndDelaysWithinTheMidiRange) {
+    struct {
+        RealTimeProperties properties;
+        std::uint8_t key, velocity;
+        std::uint64_t tick;
+        bool muted;
+    } const cases[] = {
+        {{.transpose_on = true, .transpose_octaves = 1}, 127, 80, 100, true},
+        {{.transpose_on = true, .transpose_semitones = 7}, 127, 80, 100, false},
+        {{.transpose_on = true, .transpose_octaves = -10, .transpose_semitones = -1},
+         0,
+         80,
+         100,
+         true},
+        {{.velocity_on = true, .velocity_scale = 51, .velocity_offset = 3}, 120, 44, 100, false},
+        {{.velocity_on = true, .velocity_scale = 200}, 120, 127, 100, false},
+        {{.velocity_on = true, .velocity_scale = 0}, 120, 1, 100, false},
+        {{.delay_on = true, .delay_ticks = -30}, 120, 80, 70, false},
+        {{.delay_on = true, .delay_ticks = -300}, 120, 80, 0, false},
+        {{.delay_ticks = 5, .velocity_scale = 1, .transpose_octaves = 1}, 120, 80, 100, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        std::vector<MidiItem> items(1);
+        items[0].events = {{.tick = 100, .data1 = 120, .data2 = 80},
+                           {.tick = 200, .status = note_off_status, .data1 = 120},
+                           {.tick = 300, .status = controller_status, .data1 = 120, .data2 = 80}};
+        MidiTallies tallies;
+        apply_real_time_properties(c.properties, items, tallies);
+        const auto& events = items[0].events;
+        EXPECT_EQ(events[0].data1, c.key);
+        EXPECT_EQ(events[0].data2, c.velocity);
+        EXPECT_EQ(events[0].tick, c.tick);
+        EXPECT_EQ(events[0].muted, c.muted);
+        EXPECT_EQ(events[1].data1, c.key) << "a note ends where it began";
+        EXPECT_EQ(events[1].muted, c.muted);
+        EXPECT_EQ(events[2].data1 + events[2].data2, 200) << "a controller is no note";
+        EXPECT_EQ(tallies.transposed_past_range, c.muted ? 1 : 0);
+    }
+}
+
+}  // namespace
+}  // namespace tanrove
