@@ -17,9 +17,9 @@ struct EnvelopeTallies {
     int ramp_points = 0;     ///< all those points
 };
 
-/// Most points that are added to the ramps of one project: twice what a thousand tracks with long
-/// fades have. A damaged session could otherwise ask for more than the memory holds; its further
-/// ramps stay straight.
+/// Most points that are added to the ramps of one project, far more than a mix has: 8,000 on each of
+/// a thousand tracks. A damaged session could otherwise ask for more than the memory holds; its
+/// further ramps stay straight.
 constexpr std::size_t max_ramp_points = 8'000'000;
 
 /// Plans the envelopes of one project: of its tracks, its sends and its master.
