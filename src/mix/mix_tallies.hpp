@@ -3,6 +3,7 @@
 
 #include "mix/folder_depths.hpp"
 #include "mix/level_tallies.hpp"
+#include "mix/master_fader.hpp"
 #include "mix/track_groups.hpp"
 #include "mix/track_tallies.hpp"
 #include "timeline/midi_tallies.hpp"
@@ -17,6 +18,7 @@ struct MixTallies {
     SoloTallies solos;
     ViewTallies views;
     MidiTallies midi;
+    MasterTallies master;
 };
 
 }  // namespace tanrove

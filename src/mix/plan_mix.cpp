@@ -49,6 +49,8 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     plan_levels(mix.tracks, mixer, output_sides(input.routing, rows, input.io_paths), envelopes,
                 tallies.levels);
     count_midi_mutes(mix.tracks, mixer, tallies.midi);
+    mix.master = plan_master(input.master, envelopes, tallies.levels.envelopes, tallies.master);
+    place_master_track(mix.master, input.master.masters.row, rows, mix.tracks);
     mix.strip_tracks = plan_strip_tracks(mix.tracks, mixer, envelopes, tallies.levels);
     mix.has_solo_track = settle_solos(mix.tracks, mixer, tallies.solos);
     tallies.levels.mixer_strips = mixer.strip_count();

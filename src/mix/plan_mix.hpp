@@ -7,6 +7,7 @@
 
 #include "mix/assemble_tracks.hpp"
 #include "mix/attach_midi.hpp"
+#include "mix/master_fader.hpp"
 #include "mix/mix_tallies.hpp"
 #include "mix/track_plan.hpp"
 #include "session/folder_table.hpp"
@@ -31,6 +32,7 @@ struct MixInput {
     std::vector<TrackDisplay> displays;  ///< one a row of `assembly.strips`
     std::vector<RoutingRow> routing;
     std::vector<IoPath> io_paths;
+    MasterInput master;
     TempoMap tempo_map;  ///< empty where the session keeps one tempo
     double tempo_bpm = default_tempo_bpm;
     double rate_hz = 48000;  ///< above 0
@@ -40,6 +42,7 @@ struct MixPlan {
     std::vector<TrackPlan> tracks;  ///< in the order of the edit window; indices are final
     /// Strips that have a fader and no track: written behind the others.
     std::vector<TrackPlan> strip_tracks;
+    MasterPlan master;
     bool has_solo_track = false;  ///< an empty soloed track stands last and silences the others
 };
 

@@ -1,6 +1,7 @@
 // The head's plan from the session's records, and its lines in their order.
 #include "project/project_head.hpp"
 
+#include "project/envelope_text.hpp"
 #include "project/project_text.hpp"
 
 namespace tanrove {
@@ -67,6 +68,7 @@ void write_master(TextSink& out, const MasterPlan& master) {
     out.line(1, "MASTER_VOLUME %.9f %.6f -1 -1.000000 1.000000", master.gain, master.pan);
     out.line(1, "MASTER_PANMODE 3");
     if (master.has_fader) out.line(1, "MASTERAUTOMODE 1");
+    for (const EnvelopePlan& envelope : master.envelopes) write_envelope(out, 1, envelope);
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/text_sink.hpp"
+#include "mix/master_fader.hpp"
 #include "project/edit_grid.hpp"
 #include "project/markers.hpp"
 #include "project/meter_changes.hpp"
@@ -34,14 +35,6 @@ struct HeadRecords {
     std::optional<GridAndNudge> grid_and_nudge = {};
 };
 
-/// The master's own lines, at rest until the mixer says otherwise.
-struct MasterPlan {
-    bool has_fader = false;  ///< the session has a master fader
-    bool muted = false;
-    double gain = 1;
-    double pan = 0;
-};
-
 /// The head as it will be written, every decision taken.
 struct HeadPlan {
     std::vector<std::string> notes;  ///< from `notes_lines`; empty for no notes
@@ -54,7 +47,7 @@ struct HeadPlan {
     std::vector<MarkerPlan> markers;
     PanLaw pan_law;
     EditGrid grid;
-    MasterPlan master;
+    MasterPlan master;  ///< at rest until the mix has planned it
 };
 
 /// What the account tells of the head.

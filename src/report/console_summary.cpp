@@ -13,6 +13,7 @@
 #include "report/summary_head.hpp"
 #include "report/summary_items.hpp"
 #include "report/summary_levels.hpp"
+#include "report/summary_master.hpp"
 #include "report/summary_media.hpp"
 #include "report/summary_midi.hpp"
 #include "report/summary_not_carried.hpp"
@@ -39,7 +40,9 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_track_list_source(out, tallies.track_table);
     print_midi_mutes(out, tallies.mix.midi);
 
+    print_master_order(out, tallies.mix.master);
     print_send_points(out, tallies.written);
+    print_master_place(out, tallies.mix.master);
 
     // Automation and MIDI edges
     print_automation_points(out, tallies.written);
@@ -65,6 +68,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // Groups
     print_groups(out, tallies.mix.groups);
+    print_further_masters(out, tallies.mix.master);
 
     // Track properties, comments, Trim, solo, folders
     print_views_and_solos(out, tallies.mix.views, tallies.mix.solos);

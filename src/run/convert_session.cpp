@@ -13,6 +13,7 @@
 #include "base/formatted_text.hpp"
 #include "mix/plan_mix.hpp"
 #include "project/extra_tracks.hpp"
+#include "project/master_pass.hpp"
 #include "project/media_search.hpp"
 #include "project/project_head.hpp"
 #include "project/track_block.hpp"
@@ -57,6 +58,7 @@ private:
     std::vector<TimelineTrack> place(const SessionImage& image, const ClipRecords& clips);
     void plan_head(const SessionImage& image);
     bool write_project(MediaSearch& media);
+    void run_post_passes();
     void give_account(const PTFFormat& file, const SessionVersion& version,
                       const SessionImage& image, MediaSearch& media, const ClipRecords& clips);
 
@@ -95,10 +97,11 @@ std::int32_t Conversion::run() {
     }
     tallies_.track_table = strips.track_table;
     std::vector<Strip> mixer = read_mixer(index, strips);
-    tallies_.not_carried = count_not_carried(index, clips, mixer);
+    tallies_.not_carried = count_not_carried(index, clips, strips, mixer);
     plan(image, clips, strips, std::move(mixer), read_midi(index, strips));
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     if (!write_project(media)) return not_converted;
+    if (!options_.check_only) run_post_passes();
     give_account(*opened->file, version, image, media, clips);
     return converted;
 }
@@ -125,6 +128,9 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
     input.displays = strips.displays;
     input.routing = strips.routing;
     input.io_paths = strips.io_paths;
+    input.master = {.masters = strips.masters,
+                    .insert_count = insert_count(strips, strips.masters.row),
+                    .plain_master = options_.plain_master};
     input.tempo_map = time_.tempo_map;
     input.tempo_bpm = time_.tempo_bpm;
     input.rate_hz = static_cast<double>(image.rate);
@@ -137,6 +143,7 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
                        formatted("%d track(s) matched no strip row", unmatched));
     }
     plan_head(image);
+    head_.master = mix_.master;
 }
 
 std::vector<TimelineTrack> Conversion::place(const SessionImage& image, const ClipRecords& clips) {
@@ -224,6 +231,18 @@ bool Conversion::write_project(MediaSearch& media) {
         console_print("\nCould not write %s\n", project_path_.c_str());
     }
     return !failed;
+}
+
+/// What can only be decided on the whole text. A pass that fails leaves the project as it is.
+void Conversion::run_post_passes() {
+    if (!mix_.master.wants_own_track) return;
+    MasterTrackPlan track;
+    track.name = mix_.master.name + " (Pro Tools master fader)";
+    track.fader_db = mix_.master.fader_db;
+    track.colour = mix_.master.colour;
+    track.in_front_of = mix_.master.track_in_front_of;
+    tallies_.mix.master.tracks_through_master =
+        static_cast<int>(give_master_its_track(project_path_, track, real_disk()));
 }
 
 /// Seconds of each audio file, as far as the session states its length.

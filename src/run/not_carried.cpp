@@ -5,7 +5,6 @@
 #include <set>
 #include <string>
 
-#include "plugins/plugin_inserts.hpp"
 #include "run/console.hpp"
 #include "session/clip_effects.hpp"
 
@@ -37,11 +36,11 @@ int count_of(const List& list, Test test) {
 }  // namespace
 
 NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& clips,
-                                    const std::vector<Strip>& mixer) {
+                                    const StripRecords& strips, const std::vector<Strip>& mixer) {
     NotCarriedTallies tallies;
     tallies.unnumbered_clips = static_cast<int>(clips.lists.unnumbered_clips);
     tallies.shaped_clips = static_cast<int>(shaped_clips(index).size());
-    tallies.plugins = static_cast<int>(read_plugin_inserts(index).size());
+    tallies.plugins = static_cast<int>(strips.inserts.size());
     tallies.mixed_tracks = count_of(mixer, has_sends);
     return tallies;
 }

@@ -1,6 +1,8 @@
 // Calls the readers, family by family.
 #include "run/session_records.hpp"
 
+#include <algorithm>
+
 #include "session/buses.hpp"
 #include "session/midi_lanes.hpp"
 #include "session/pitch_shifts.hpp"
@@ -131,6 +133,8 @@ StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
     records.displays = readTrackDisplays(index, records.strips.rows);
     records.io_paths = readIoPaths(index);
     records.routing = readRouting(index, records.strips.rows, records.io_paths);
+    records.inserts = read_plugin_inserts(index);
+    records.masters = readMasterStrips(index, records.strips.rows);
     return records;
 }
 
@@ -145,6 +149,15 @@ MidiRecords read_midi(const BlockIndex& index, const StripRecords& strips) {
         .real_time = readRealTimeProperties(index, rows),
         .other_lanes = countOtherMidiLanes(index, rows),
     };
+}
+
+int insert_count(const StripRecords& records, std::size_t row) {
+    if (row >= records.strips.rows.size()) return 0;
+    const StripRow& strip = records.strips.rows[row];
+    // The row of a master fader holds another row, and that one holds the inserts.
+    return static_cast<int>(std::ranges::count_if(records.inserts, [&](const PluginInsert& insert) {
+        return insert.hostStart >= strip.start && insert.hostEnd <= strip.end && insert.hostEnd > 0;
+    }));
 }
 
 std::vector<Strip> read_mixer(const BlockIndex& index, const StripRecords& strips) {

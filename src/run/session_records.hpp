@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "plugins/plugin_inserts.hpp"
 #include "ptformat/ptformat.hpp"
 #include "session/audio_file_folders.hpp"
 #include "session/block_index.hpp"
@@ -19,6 +20,7 @@
 #include "session/inactive_tracks.hpp"
 #include "session/io_paths.hpp"
 #include "session/loop_records.hpp"
+#include "session/master_strip.hpp"
 #include "session/memory_locations.hpp"
 #include "session/meter_map.hpp"
 #include "session/midi_chunks.hpp"
@@ -89,6 +91,8 @@ struct StripRecords {
     std::vector<TrackDisplay> displays;  ///< one a strip row
     std::vector<IoPath> io_paths;
     std::vector<RoutingRow> routing;
+    std::vector<PluginInsert> inserts;
+    MasterStrips masters;
 };
 
 /// What the clips of MIDI tracks play, how they lie there, and what their tracks do with it.
@@ -113,6 +117,8 @@ TimeRecords read_time(const BlockIndex& index, double tempo_override);
 StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips);
 
 MidiRecords read_midi(const BlockIndex& index, const StripRecords& strips);
+/// Plug-ins on the strip of this row.
+int insert_count(const StripRecords& records, std::size_t row);
 
 /// The mixer's strips with their automation lanes.
 std::vector<Strip> read_mixer(const BlockIndex& index, const StripRecords& strips);

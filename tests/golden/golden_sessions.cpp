@@ -366,15 +366,33 @@ GoldenCase mixer() {
     return {"mixer", session, {}, {"Voice.wav"}};
 }
 
+/// A master fader that moves in front of its plug-in stands on a track of its own; a second master
+/// has no place.
+GoldenCase master_fader() {
+    TrackSpec music = track("Music", {clip("Tone", 0, second)});
+    TrackSpec master = track("Print", {});
+    master.kind = TrackKind::master;
+    master.fader_db = -3;
+    master.volume_lane = {-30, {{second, -30}, {2 * second, -80}}};
+    master.mute_lane = {0, {{3 * second, 1}}};
+    master.inserts = {{}};
+    TrackSpec second_master = track("Stems", {});
+    second_master.kind = TrackKind::master;
+    SessionBuilder session = with_files();
+    session.track(music).track(master).track(track("Voice", {clip("Voice", 0, second)}));
+    session.track(second_master);
+    return {"master_fader", session, {}, {"Voice.wav"}};
+}
+
 }  // namespace
 
 std::vector<GoldenCase> golden_cases() {
     return {
-        empty_session(),   time_frame(),           tempo_ramps(), clips(),
-        clip_gain(),       left_out_placements(),  overlaps(),    nested_groups(),
-        alternates(),      alternates_dropped(),   surround(),    nested_folders(),
-        groups_and_vcas(), crossfades(),           fade_shapes(), fade_shapes_plain(),
-        mixer(),           stretched_and_looped(),
+        empty_session(),   time_frame(),           tempo_ramps(),  clips(),
+        clip_gain(),       left_out_placements(),  overlaps(),     nested_groups(),
+        alternates(),      alternates_dropped(),   surround(),     nested_folders(),
+        groups_and_vcas(), crossfades(),           fade_shapes(),  fade_shapes_plain(),
+        mixer(),           stretched_and_looped(), master_fader(),
     };
 }
 

@@ -1,0 +1,56 @@
+#include "mix/master_fader.hpp"
+
+#include <cmath>
+#include <unordered_map>
+
+#include "mix/strip_names.hpp"
+
+namespace tanrove {
+
+namespace {
+
+/// A master fader closer to 0 dB than this stands at rest: the order of fader and plug-ins is then
+/// no matter.
+constexpr double rest_db = 0.05;
+
+}  // namespace
+
+MasterPlan plan_master(const MasterInput& input, EnvelopePlanner& planner,
+                       EnvelopeTallies& envelope_tallies, MasterTallies& tallies) {
+    MasterPlan plan;
+    tallies.master_faders = static_cast<int>(input.masters.count);
+    if (input.masters.count == 0) return plan;
+    const Strip& strip = input.masters.first;
+    const bool has_volume_lane = !strip.volume_lane.points.empty();
+    plan.has_fader = true;
+    plan.name = strip.name;
+    plan.muted = strip.muted;
+    plan.fader_db = strip.fader_db;
+    plan.gain = has_volume_lane ? 1 : gain_of_db(strip.fader_db);
+    plan.envelopes = {
+        planner.plan("MASTERVOLENV2", EnvelopeKind::volume, strip.volume_lane, envelope_tallies),
+        planner.plan("MASTERMUTEENV", EnvelopeKind::mute, strip.mute_lane, envelope_tallies)};
+
+    const bool moved = has_volume_lane || std::abs(strip.fader_db) >= rest_db;
+    const bool order_matters = moved && input.insert_count > 0;
+    plan.wants_own_track = order_matters && !input.plain_master;
+    tallies.name = strip.name;
+    tallies.insert_count = input.insert_count;
+    tallies.is_automated = has_volume_lane;
+    tallies.is_moved_before_plugins = order_matters && input.plain_master;
+    return plan;
+}
+
+void place_master_track(MasterPlan& master, std::size_t master_row, std::span<const StripRow> rows,
+                        const std::vector<TrackPlan>& tracks) {
+    std::unordered_map<std::string_view, const TrackPlan*> track_of_name;
+    for (const TrackPlan& track : tracks) track_of_name.try_emplace(track.session_name, &track);
+    for (std::size_t row = master_row + 1; row < rows.size(); ++row) {
+        const auto found = track_of_name.find(shown_name(rows[row]));
+        if (found == track_of_name.end() || found->first.empty()) continue;
+        master.track_in_front_of = found->second->name;
+        return;
+    }
+}
+
+}  // namespace tanrove
