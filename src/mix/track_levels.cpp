@@ -142,8 +142,9 @@ private:
 
     void plan_pan(TrackPlan& plan, const Strip* strip) {
         plan.mixer.pan = plan.leg_pan;
-        if (plan.strip_is_mono) plan.pan_mode = balance_pan;
-        if (strip != nullptr && !is_leg(plan) && !strip->surround) plan_knobs(plan, *strip);
+        const bool has_panner = strip != nullptr && strip->surround;
+        if (plan.strip_is_mono && !has_panner) plan.pan_mode = balance_pan;
+        if (strip != nullptr && !is_leg(plan) && !has_panner) plan_knobs(plan, *strip);
         if (const auto side = sides_.find(plan.session_name);
             side != sides_.end() && !plan.is_alternate) {
             plan.mixer.pan = 0;

@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+#include "mix/mute_and_solo.hpp"
+
 namespace tanrove {
 namespace {
 
@@ -127,6 +129,59 @@ TEST(PlanLevels, GivesEveryModeItsPlaceInReaper) {
             EXPECT_EQ(envelope.active, c.active);
         }
     }
+}
+
+TEST(SettleSolos, DropsTheSoloOfATrackThatArrivesMuted) {
+    const EnvelopePlan moves{"MUTEENV", EnvelopeKind::mute, true, false, {{0, 1, 1}}};
+    EnvelopePlan stopped = moves;
+    stopped.active = false;
+    struct {
+        bool muted;
+        std::vector<EnvelopePlan> envelopes;
+        bool other_is_soloed, keeps_solo, needs_solo_track;
+    } const cases[] = {
+        {false, {}, false, true, false},       {true, {}, false, false, true},
+        {true, {}, true, false, false},        {true, {moves}, false, true, false},
+        {true, {stopped}, false, false, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        std::vector<StripRow> rows(2);
+        std::vector<TrackPlan> plans(2);
+        rows[0].current_name = plans[0].session_name = "Vox";
+        rows[1].current_name = plans[1].session_name = "Gtr";
+        std::vector<TrackDisplay> displays(2);
+        displays[0].soloed = true;
+        displays[1].soloed = c.other_is_soloed;
+        plans[0].muted = c.muted;
+        plans[0].envelopes = c.envelopes;
+        SoloTallies tallies;
+        EXPECT_EQ(settle_solos(plans, MixerLookup({}, rows, displays), tallies),
+                  c.needs_solo_track);
+        EXPECT_EQ(plans[0].mixer.soloed, c.keeps_solo);
+        EXPECT_TRUE(plans[0].muted == c.muted) << "a mute stays";
+    }
+}
+
+TEST(PlanStripTracks, TakesTheStripsThatNeitherARowNorATrackIsNamedLike) {
+    std::vector<Strip> strips(4);
+    const char* const names[] = {"Row", "Track", "Alone", "Unread"};
+    for (std::size_t i = 0; i < strips.size(); ++i) {
+        strips[i].name = names[i];
+        strips[i].fader_db = -20;
+        strips[i].present = i != 3;
+    }
+    std::vector<StripRow> rows(1);
+    rows[0].original_name = "Row";
+    rows[0].current_name = "Renamed";
+    std::vector<TrackPlan> plans(1);
+    plans[0].session_name = "Track";
+    EnvelopePlanner envelopes = planner();
+    LevelTallies tallies;
+    const auto tracks = plan_strip_tracks(plans, MixerLookup(strips, rows, {}), envelopes, tallies);
+    ASSERT_EQ(tracks.size(), 1U);
+    EXPECT_EQ(tracks[0].name, "Alone");
+    EXPECT_DOUBLE_EQ(tracks[0].mixer.gain, 0.1);
 }
 
 }  // namespace
