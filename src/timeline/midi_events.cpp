@@ -198,7 +198,17 @@ MidiItemMaker::MidiItemMaker(const MidiMaterial& material, const TempoClock& clo
       options_(options),
       tallies_(tallies),
       events_left_(event_limit),
-      told_regions_(material.regions.size()) {}
+      told_regions_(material.regions.size()) {
+    // Counted once a chunk: any number of clips may ask.
+    chunk_events_.reserve(material.chunks.size());
+    for (const MidiChunk& chunk : material.chunks) {
+        std::size_t count = chunk.controllers.size() + chunk.sysex.size();
+        for (const MidiSysex& message : chunk.sysex) {
+            count += message.data.size() / sysex_bytes_per_event;
+        }
+        chunk_events_.push_back(count);
+    }
+}
 
 /// Controllers that belong to other notes are left out: they would land anywhere.
 MidiItemMaker::Source MidiItemMaker::source_of(const Region& region) {
@@ -223,10 +233,7 @@ MidiItemMaker::Source MidiItemMaker::source_of(const Region& region) {
 bool MidiItemMaker::takes(const Source& source) {
     std::size_t count = source.stream != nullptr ? 2 * source.stream->events.size() : 0;
     if (source.chunk != nullptr) {
-        count += source.chunk->controllers.size() + source.chunk->sysex.size();
-        for (const MidiSysex& message : source.chunk->sysex) {
-            count += message.data.size() / sysex_bytes_per_event;
-        }
+        count += chunk_events_[static_cast<std::size_t>(source.chunk - material_.chunks.data())];
     }
     if (count > events_left_) return false;
     events_left_ -= count;

@@ -61,7 +61,8 @@ private:
     const MidiEventOptions& options_;
     MidiTallies& tallies_;
     std::size_t events_left_;
-    std::vector<bool> told_regions_;  ///< whose mismatch is counted
+    std::vector<std::size_t> chunk_events_;  ///< what each chunk counts as
+    std::vector<bool> told_regions_;         ///< whose mismatch is counted
 };
 
 }  // namespace tanrove
