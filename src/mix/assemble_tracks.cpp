@@ -65,10 +65,6 @@ void settle_silence(std::vector<TrackPlan>& plans, const AssemblyInput& input,
     }
 }
 
-/// REAPER gives a track an even number of channels, two or more.
-void settle_channel_counts(std::vector<TrackPlan>& plans) {
-    for (auto& plan : plans) plan.written_channels = std::max(2, plan.channels + plan.channels % 2);
-}
 
 void settle_mono_strips(std::vector<TrackPlan>& plans, const AssemblyInput& input,
                         const StripWidths& widths) {
@@ -102,7 +98,6 @@ std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallie
     append_unplaced(plans, std::move(ordered.unplaced), tallies);
     settle_silence(plans, input, tallies);
     settle_mono_strips(plans, input, widths);
-    settle_channel_counts(plans);
     return plans;
 }
 

@@ -4,6 +4,7 @@
 #include "mix/folder_depths.hpp"
 #include "mix/level_tallies.hpp"
 #include "mix/master_fader.hpp"
+#include "mix/routing_tallies.hpp"
 #include "mix/track_groups.hpp"
 #include "mix/track_tallies.hpp"
 #include "timeline/midi_tallies.hpp"
@@ -19,6 +20,7 @@ struct MixTallies {
     ViewTallies views;
     MidiTallies midi;
     MasterTallies master;
+    RoutingTallies routing;
 };
 
 }  // namespace tanrove

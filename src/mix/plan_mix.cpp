@@ -5,10 +5,13 @@
 
 #include <utility>
 
+#include "mix/channel_counts.hpp"
 #include "mix/folder_depths.hpp"
+#include "mix/key_inputs.hpp"
 #include "mix/mixer_lookup.hpp"
 #include "mix/mute_and_solo.hpp"
 #include "mix/output_sides.hpp"
+#include "mix/plan_routes.hpp"
 #include "mix/track_envelopes.hpp"
 #include "mix/track_groups.hpp"
 #include "mix/track_levels.hpp"
@@ -36,19 +39,32 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
 
     const TrackGroups groups = link_groups(input.groups, rows, input.vca_slots, tallies.groups);
     input.assembly.vca_fader_db = groups.vca_fader_db;
+    const std::vector<StripRoute> routes = resolve_routes(rows, input.routing);
     FolderInput folders;
     folders.strip_table = input.assembly.strip_table;
     folders.folder_table = std::move(input.folder_table);
     mix.tracks = assemble_tracks(std::move(input.assembly), tallies.tracks);
     attach_midi(mix.tracks, std::move(input.midi), rows, tallies.tracks, tallies.midi);
     set_group_flags(mix.tracks, groups);
+
+    const StripPlans strip_plans(mix.tracks, rows);
+    const RoutingView routing{strip_plans, routes, input.routing};
+    const SendEnvelope send_envelope = [&](const char* block, EnvelopeKind kind, const Lane& lane) {
+        return envelopes.plan(block, kind, lane, tallies.levels.envelopes);
+    };
+    plan_outputs(mix.tracks, routing, tallies.routing);
+    plan_key_inputs(mix.tracks, routing, tallies.routing);
+    plan_sends(mix.tracks, routing, send_envelope, tallies.routing);
     folders.without_main_send = names_without_main_send(mix.tracks);
     plan_folders(mix.tracks, folders, tallies.folders);
+    settle_channel_counts(mix.tracks, routing, tallies.routing);
 
     settle_views(mix.tracks, mixer, tallies.views);
-    plan_levels(mix.tracks, mixer, output_sides(input.routing, rows, input.io_paths), envelopes,
-                tallies.levels);
+    OutputSides sides = output_sides(input.routing.rows, rows, input.routing.paths);
+    sides.merge(sides_in_buses(routes));
+    plan_levels(mix.tracks, mixer, sides, envelopes, tallies.levels);
     count_midi_mutes(mix.tracks, mixer, tallies.midi);
+    keep_pre_fader_sends(mix.tracks, tallies.routing);
     mix.master = plan_master(input.master, envelopes, tallies.levels.envelopes, tallies.master);
     place_master_track(mix.master, input.master.masters.row, rows, mix.tracks);
     mix.strip_tracks = plan_strip_tracks(mix.tracks, mixer, envelopes, tallies.levels);

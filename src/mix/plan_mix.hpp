@@ -9,11 +9,10 @@
 #include "mix/attach_midi.hpp"
 #include "mix/master_fader.hpp"
 #include "mix/mix_tallies.hpp"
+#include "mix/strip_routes.hpp"
 #include "mix/track_plan.hpp"
 #include "session/folder_table.hpp"
 #include "session/groups.hpp"
-#include "session/io_paths.hpp"
-#include "session/routing.hpp"
 #include "session/strips.hpp"
 #include "session/tempo_map.hpp"
 #include "session/track_displays.hpp"
@@ -30,8 +29,7 @@ struct MixInput {
     MidiMixInput midi;
     std::vector<Strip> strips;           ///< the mixer, with its lanes
     std::vector<TrackDisplay> displays;  ///< one a row of `assembly.strips`
-    std::vector<RoutingRow> routing;
-    std::vector<IoPath> io_paths;
+    RoutingRecords routing;
     MasterInput master;
     TempoMap tempo_map;  ///< empty where the session keeps one tempo
     double tempo_bpm = default_tempo_bpm;

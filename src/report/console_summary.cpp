@@ -17,6 +17,7 @@
 #include "report/summary_media.hpp"
 #include "report/summary_midi.hpp"
 #include "report/summary_not_carried.hpp"
+#include "report/summary_routing.hpp"
 #include "report/summary_stretch.hpp"
 #include "report/summary_time.hpp"
 #include "report/summary_tracks.hpp"
@@ -38,9 +39,13 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     // Strips, sends, outputs, key inputs
     print_mixer_strips(out, tallies.mix.levels);
     print_track_list_source(out, tallies.track_table);
+    print_sends(out, tallies.mix.routing);
     print_midi_mutes(out, tallies.mix.midi);
-
+    print_tracks_without_output(out, tallies.mix.routing);
+    print_send_details_and_outputs(out, tallies.mix.routing);
     print_master_order(out, tallies.mix.master);
+    print_key_inputs(out, tallies.mix.routing);
+    print_keys_left_out(out, tallies.mix.routing);
     print_send_points(out, tallies.written);
     print_master_place(out, tallies.mix.master);
 
@@ -73,6 +78,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     // Track properties, comments, Trim, solo, folders
     print_views_and_solos(out, tallies.mix.views, tallies.mix.solos);
     print_midi_faders(out, tallies.mix.midi);
+    print_tracks_of_instruments(out, tallies.mix.routing);
     print_automation_modes(out, tallies.mix.levels);
     print_midi_patches(out, tallies.mix.midi);
     print_unmatched_alternates(out, tallies.mix.tracks);
@@ -86,12 +92,14 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_real_time_properties(out, tallies.mix.midi);
     print_bit_depth(out, tallies.head.recording);
     print_timecode(out, tallies.head.timecode);
+    print_wide_auxes(out, tallies.mix.routing);
     print_locked_clips(out, tallies.written);
     print_grid(out, tallies.head.grid);
     print_sample_based_midi(out, tallies.mix.midi);
     print_groups_left_alone(out, tallies.mix.groups);
 
     // Hardware inserts, timebase, clip groups, lanes
+    print_hardware_inserts(out, tallies.mix.routing);
     print_timebases(out, tallies.timeline);
     print_midi_clip_groups(out, tallies.mix.midi);
     print_clip_groups(out, tallies.timeline.clip_groups);

@@ -18,9 +18,6 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
     {&NotCarriedTallies::plugins,
      "  WARNING: %d plug-in(s) are NOT in the project: this build does not\n"
      "      carry plug-ins yet, so their tracks play dry.\n"},
-    {&NotCarriedTallies::mixed_tracks,
-     "  WARNING: %d track(s) have sends in Pro Tools. This build does not\n"
-     "      carry sends yet, so what they feed stays silent.\n"},
 };
 
 }  // namespace

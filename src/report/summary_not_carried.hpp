@@ -9,7 +9,6 @@ struct NotCarriedTallies {
     int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
     int shaped_clips = 0;      ///< clip names with clip effects
     int plugins = 0;
-    int mixed_tracks = 0;  ///< strips with sends
 };
 
 /// Behind everything that was carried, in front of the media.

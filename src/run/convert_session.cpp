@@ -24,6 +24,7 @@
 #include "run/open_session.hpp"
 #include "run/output_path.hpp"
 #include "run/plan_midi.hpp"
+#include "run/routing_records.hpp"
 #include "run/session_listing.hpp"
 #include "run/session_records.hpp"
 #include "session/buses.hpp"
@@ -54,7 +55,7 @@ public:
 
 private:
     void plan(const SessionImage& image, const ClipRecords& clips, const StripRecords& strips,
-              std::vector<Strip> mixer, MidiRecords midi);
+              std::vector<Strip> mixer, RoutingRecords routing, MidiRecords midi);
     std::vector<TimelineTrack> place(const SessionImage& image, const ClipRecords& clips);
     void plan_head(const SessionImage& image);
     bool write_project(MediaSearch& media);
@@ -96,9 +97,10 @@ std::int32_t Conversion::run() {
         std::fputs(strip_lanes_text(read_mixer(index, strips)).c_str(), stderr);
     }
     tallies_.track_table = strips.track_table;
-    std::vector<Strip> mixer = read_mixer(index, strips);
-    tallies_.not_carried = count_not_carried(index, clips, strips, mixer);
-    plan(image, clips, strips, std::move(mixer), read_midi(index, strips));
+    tallies_.not_carried = count_not_carried(index, clips, strips);
+    note_unroutable(index, strips.strips.rows, tallies_.mix.routing);
+    plan(image, clips, strips, read_mixer(index, strips),
+         read_routing(index, strips.strips.rows, strips.inserts), read_midi(index, strips));
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     if (!write_project(media)) return not_converted;
     if (!options_.check_only) run_post_passes();
@@ -107,7 +109,8 @@ std::int32_t Conversion::run() {
 }
 
 void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
-                      const StripRecords& strips, std::vector<Strip> mixer, MidiRecords midi) {
+                      const StripRecords& strips, std::vector<Strip> mixer, RoutingRecords routing,
+                      MidiRecords midi) {
     report_stage(stage_clips, "clips");
     std::vector<TimelineTrack> channels = place(image, clips);
 
@@ -126,8 +129,8 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
     input.folder_table = strips.folder_table;
     input.strips = std::move(mixer);
     input.displays = strips.displays;
-    input.routing = strips.routing;
-    input.io_paths = strips.io_paths;
+    input.routing = std::move(routing);
+    input.routing.carries_keys = !options_.no_sidechain;
     input.master = {.masters = strips.masters,
                     .insert_count = insert_count(strips, strips.masters.row),
                     .plain_master = options_.plain_master};

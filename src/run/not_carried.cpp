@@ -1,7 +1,6 @@
 // Counts the gaps of this build in a session and in the options of a run.
 #include "run/not_carried.hpp"
 
-#include <algorithm>
 #include <set>
 #include <string>
 
@@ -11,10 +10,6 @@
 namespace tanrove {
 
 namespace {
-
-bool has_sends(const Strip& strip) {
-    return !strip.sends.empty();
-}
 
 template <class Map>
 void add_names(std::set<std::string>& names, const Map& by_name) {
@@ -28,20 +23,14 @@ std::set<std::string> shaped_clips(const BlockIndex& index) {
     return names;
 }
 
-template <class List, class Test>
-int count_of(const List& list, Test test) {
-    return static_cast<int>(std::count_if(list.begin(), list.end(), test));
-}
-
 }  // namespace
 
 NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& clips,
-                                    const StripRecords& strips, const std::vector<Strip>& mixer) {
+                                    const StripRecords& strips) {
     NotCarriedTallies tallies;
     tallies.unnumbered_clips = static_cast<int>(clips.lists.unnumbered_clips);
     tallies.shaped_clips = static_cast<int>(shaped_clips(index).size());
     tallies.plugins = static_cast<int>(strips.inserts.size());
-    tallies.mixed_tracks = count_of(mixer, has_sends);
     return tallies;
 }
 

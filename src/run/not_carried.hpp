@@ -12,7 +12,7 @@ namespace tanrove {
 
 /// Counts the subjects that no stage carries.
 NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& clips,
-                                    const StripRecords& strips, const std::vector<Strip>& mixer);
+                                    const StripRecords& strips);
 
 /// Prints a sentence for each file that was asked for and does not come.
 void tell_files_not_made(const RunOptions& options);

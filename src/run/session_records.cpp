@@ -131,8 +131,6 @@ StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
     records.vca_slots = readVcaSlots(index, records.strips.rows);
     records.folder_table = readFolderTable(index);
     records.displays = readTrackDisplays(index, records.strips.rows);
-    records.io_paths = readIoPaths(index);
-    records.routing = readRouting(index, records.strips.rows, records.io_paths);
     records.inserts = read_plugin_inserts(index);
     records.masters = readMasterStrips(index, records.strips.rows);
     return records;

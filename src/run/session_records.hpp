@@ -18,7 +18,6 @@
 #include "session/grid_and_nudge.hpp"
 #include "session/groups.hpp"
 #include "session/inactive_tracks.hpp"
-#include "session/io_paths.hpp"
 #include "session/loop_records.hpp"
 #include "session/master_strip.hpp"
 #include "session/memory_locations.hpp"
@@ -29,7 +28,6 @@
 #include "session/playlists.hpp"
 #include "session/real_time_properties.hpp"
 #include "session/region_starts.hpp"
-#include "session/routing.hpp"
 #include "session/session_image.hpp"
 #include "session/session_lists.hpp"
 #include "session/session_settings.hpp"
@@ -89,8 +87,6 @@ struct StripRecords {
     VcaSlots vca_slots;
     std::optional<FolderTable> folder_table;
     std::vector<TrackDisplay> displays;  ///< one a strip row
-    std::vector<IoPath> io_paths;
-    std::vector<RoutingRow> routing;
     std::vector<PluginInsert> inserts;
     MasterStrips masters;
 };

@@ -1,6 +1,9 @@
 // A hardware insert 0x2612 holds an output name 0x260e. In some sessions the name's count stands at
-// offset 42 of that, ASCII only; else it is found as every output's name is.
+// offset 42 of that, ASCII only; else it is found as every output's name is. Of inserts that share
+// one output name the first counts: the others are chance matches inside it.
 #include "session/hardware_inserts.hpp"
+
+#include <set>
 
 #include "session/first_enclosing.hpp"
 #include "session/output_names.hpp"
@@ -15,10 +18,8 @@ constexpr std::size_t name_at = 42;
 constexpr std::size_t min_bytes = 45;  // a shorter child has no name at its fixed place
 constexpr std::size_t max_name_bytes = 128;
 
-std::optional<std::string> insert_name(const BlockIndex& index, const Block& insert) {
-    const Block* output = index.first_child(insert, output_name_type);
+std::optional<std::string> insert_name(ByteView image, const Block* output) {
     if (output == nullptr) return std::nullopt;
-    const ByteView image = index.image();
     if (output->end() - output->at > min_bytes) {
         const auto name =
             readCountedText(image, output->at + name_at, max_name_bytes, output->end());
@@ -41,10 +42,12 @@ std::vector<HardwareInsert> readHardwareInserts(const BlockIndex& index,
     const auto holders = first_enclosing(spans, positions);
 
     std::vector<HardwareInsert> inserts;
-    inserts.reserve(blocks.size());
+    std::set<const Block*> outputs;
     for (std::size_t i = 0; i < blocks.size(); ++i) {
+        const Block* output = index.first_child(blocks[i], output_name_type);
+        if (output != nullptr && !outputs.insert(output).second) continue;
         HardwareInsert insert{"<unnamed>", "<unknown track>"};
-        if (auto name = insert_name(index, blocks[i])) insert.name = std::move(*name);
+        if (auto name = insert_name(index.image(), output)) insert.name = std::move(*name);
         if (holders[i] != no_span) {
             const StripRow& row = rows[holders[i]];
             insert.track = row.current_name.empty() ? row.original_name : row.current_name;

@@ -124,13 +124,4 @@ std::vector<IoPath> readIoPaths(const BlockIndex& index) {
     return paths;
 }
 
-std::map<std::uint16_t, std::size_t> bus_legs(const std::vector<IoPath>& paths) {
-    std::map<std::uint16_t, std::size_t> legs;
-    for (std::size_t i = 0; i < paths.size(); ++i) {
-        if (paths[i].type != bus_path_type || paths[i].channels.size() != 1) continue;
-        legs.try_emplace(paths[i].channels.front(), i);
-    }
-    return legs;
-}
-
 }  // namespace tanrove

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,9 +34,5 @@ struct IoPath {
 
 /// All paths, in order of position; the second of two that say the same is left out.
 std::vector<IoPath> readIoPaths(const BlockIndex& index);
-
-/// The legs of all buses: for each channel the first bus path that runs on that channel alone, as
-/// an index into `paths`. A bus's legs are those of its channels, in their order.
-std::map<std::uint16_t, std::size_t> bus_legs(const std::vector<IoPath>& paths);
 
 }  // namespace tanrove

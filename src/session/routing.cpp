@@ -81,6 +81,7 @@ std::vector<InputMark> find_inputs(ByteView image, const std::vector<IoPath>& pa
     using Key = std::tuple<std::uint32_t, std::uint32_t, std::uint32_t>;
     std::set<Key> known;
     for (const IoPath& path : paths) {
+        if (path.identity_low == 0 && path.identity_high == 0) continue;
         known.emplace(path.identity_low, path.identity_high, path.type);
     }
     std::vector<InputMark> inputs;
@@ -173,6 +174,7 @@ void read_slots(const BlockIndex& index, RoutingRows& rows) {
         const Block* output = index.first_child(slots[i], output_name_type);
         auto name = output == nullptr ? std::nullopt : readOutputName(index.image(), *output);
         if (begun.insert(row).second) {
+            row->has_slot = true;
             row->has_output = name.has_value();
             row->output_name = name.value_or("");
         } else if (name) {
@@ -201,10 +203,6 @@ void read_inputs(const BlockIndex& index, const std::vector<IoPath>& paths, Rout
     }
 }
 
-std::uint64_t joined(std::uint32_t low, std::uint32_t high) {
-    return static_cast<std::uint64_t>(high) << 32 | low;
-}
-
 }  // namespace
 
 std::vector<RoutingRow> readRouting(const BlockIndex& index, const std::vector<StripRow>& rows,
@@ -213,33 +211,6 @@ std::vector<RoutingRow> readRouting(const BlockIndex& index, const std::vector<S
     read_slots(index, routing);
     read_inputs(index, paths, routing);
     return routing.take();
-}
-
-BusInputs bus_inputs(const std::vector<RoutingRow>& rows, const std::vector<IoPath>& paths) {
-    BusInputs result;
-    std::map<std::string, int> uses;
-    std::map<std::uint64_t, const IoPath*> bus_of_identity;
-    for (const IoPath& path : paths) {
-        if (path.type != bus_path_type) continue;
-        const auto identity = joined(path.identity_low, path.identity_high);
-        bus_of_identity.try_emplace(identity, &path);
-        if (++uses[path.name] == 1) {
-            result.identity_of_bus[path.name] = identity;
-        } else {
-            result.identity_of_bus.erase(path.name);
-        }
-    }
-    for (const RoutingRow& row : rows) {
-        if (row.input_type != bus_path_type || row.input_name.empty()) continue;
-        const auto identity = joined(row.input_identity_low, row.input_identity_high);
-        result.row_of_bus.try_emplace(identity, row.strip_row);
-        const auto bus = bus_of_identity.find(identity);
-        if (bus == bus_of_identity.end()) continue;
-        for (const auto channel : bus->second->channels) {
-            result.row_of_channel.try_emplace(channel, row.strip_row);
-        }
-    }
-    return result;
 }
 
 }  // namespace tanrove

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -35,6 +34,7 @@ struct RoutingRow {
     std::size_t strip_row = 0;  ///< index among the strip rows
     std::string name;           ///< under which the strip was made
     std::string output_name;
+    bool has_slot = false;    ///< the row holds a send channel of its own
     bool has_output = false;  ///< false on a track that plays into nothing
     std::string input_name;   ///< empty where no path is known for the input
     std::uint32_t input_identity_low = 0;
@@ -48,18 +48,5 @@ struct RoutingRow {
 /// belong to the smallest row, or slot, that holds them.
 std::vector<RoutingRow> readRouting(const BlockIndex& index, const std::vector<StripRow>& rows,
                                     const std::vector<IoPath>& paths);
-
-/// Who takes which bus.
-struct BusInputs {
-    /// Identity of each bus path whose name no other bus path has.
-    std::map<std::string, std::uint64_t> identity_of_bus;
-    /// Strip rows by the identity and by the channels of the bus they take; the first counts.
-    std::map<std::uint64_t, std::size_t> row_of_bus;
-    std::map<std::uint16_t, std::size_t> row_of_channel;
-};
-
-/// Joins the rows whose input is a bus with the bus paths. The values are indices among the strip
-/// rows, which carry the names.
-BusInputs bus_inputs(const std::vector<RoutingRow>& rows, const std::vector<IoPath>& paths);
 
 }  // namespace tanrove

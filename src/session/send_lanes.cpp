@@ -3,6 +3,9 @@
 //   no groups       level, mute, pan, right pan
 //   flat lanes      level, mute; the pans in groups of their own, as on the strip itself
 //   groups alone    level and mute in the first, the pan first in the second
+//
+// The second way is how the strip's own slot has its lanes; a send into a surround bus may have a
+// panner's lanes in its first group, so two flat lanes decide.
 #include "session/send_lanes.hpp"
 
 #include <algorithm>

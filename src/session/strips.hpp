@@ -14,7 +14,8 @@
 
 namespace tanrove {
 
-/// A send as far as the channel records tell it; `RoutingSend` knows more.
+/// A send as far as the channel records and the texts around them tell it. The mix plays
+/// `RoutingSend`, which has the name from the send's own slot.
 struct SendLevel {
     std::string target;  ///< name of the bus found nearest to the record
     double level_db = 0;

@@ -384,6 +384,47 @@ GoldenCase master_fader() {
     return {"master_fader", session, {}, {"Voice.wav"}};
 }
 
+TrackSpec aux(const std::string& name, const std::string& bus, int channels) {
+    TrackSpec spec = track(name, {});
+    spec.kind = builder::TrackKind::aux;
+    spec.channels = channels;
+    spec.input = bus;
+    spec.input_is_bus = true;
+    return spec;
+}
+
+/// Buses into auxes, sends in front of and behind the fader, a leg of a stereo bus, a key input.
+GoldenCase routing() {
+    SessionBuilder session = with_files();
+    session.bus("Verb", 1).bus("Drums", 3).io_path({.name = "Key", .type = 2, .channels = {9}});
+    TrackSpec kick = track("Kick", {clip("Voice", 0, second)});
+    kick.output = "Drums";
+    kick.sends = {{.target = "Verb", .level_db = -6, .pre_fader = true, .pan = -40},
+                  {.target = "Key", .pan = 30}};
+    TrackSpec snare = track("Snare", {clip("Voice-01", 0, second)});
+    snare.output = "Drums.L";
+    snare.sends = {{.target = "Verb", .muted = true},
+                   {.target = "Nobody takes it"},
+                   {.target = "Verb.R",
+                    .level_lane = {.initial = -60, .points = {{second, 0}}},
+                    .pan_lane = {.initial = 20, .points = {{second, -20}}}}};
+    TrackSpec pad = stereo_track("Pad", {clip("Tone", 0, second)});
+    pad.sends = {{.target = "Verb", .pan = -100, .pan_right = 50}};
+    TrackSpec cue = track("Cue source", {clip("Voice-02", 0, second)});
+    cue.muted = true;
+    cue.sends = {{.target = "Verb", .pre_fader = true}};
+    TrackSpec nowhere = track("Nowhere", {clip("Voice-03", 0, second)});
+    nowhere.output = "";
+    TrackSpec drums = aux("Drum bus", "Drums", 2);
+    drums.inserts = {{.key_input = builder::output_id("Key")},
+                     {.key_input = builder::output_id("Nobody takes it")}};
+    TrackSpec verb = aux("Room", "Verb", 2);
+    verb.sends = {{.target = "Verb"}};
+    session.track(kick).track(snare).track(pad).track(cue).track(nowhere).track(drums);
+    session.track(verb).track(aux("Key source", "Key", 1));
+    return {"routing", session, {}, {"Voice.wav"}};
+}
+
 }  // namespace
 
 std::vector<GoldenCase> golden_cases() {
@@ -392,7 +433,7 @@ std::vector<GoldenCase> golden_cases() {
         clip_gain(),       left_out_placements(),  overlaps(),     nested_groups(),
         alternates(),      alternates_dropped(),   surround(),     nested_folders(),
         groups_and_vcas(), crossfades(),           fade_shapes(),  fade_shapes_plain(),
-        mixer(),           stretched_and_looped(), master_fader(),
+        mixer(),           stretched_and_looped(), master_fader(), routing(),
     };
 }
 

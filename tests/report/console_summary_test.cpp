@@ -164,6 +164,28 @@ RunTallies every_counter_at_one() {
                        .automation_points = 1,
                        .automated_tracks = 1,
                        .send_points = 1};
+    tallies.mix.routing = {.sends = 2,
+                           .return_tracks = 1,
+                           .panned_sends = 1,
+                           .sends_off = 1,
+                           .send_pan_lanes = 1,
+                           .two_knob_tracks = {"Pad"},
+                           .outputs_into_buses = 1,
+                           .outputs_by_input = 1,
+                           .outputs_by_pair = 1,
+                           .parted_legs = 1,
+                           .without_output = {"Dry", "Off"},
+                           .wide_auxes = 1,
+                           .keys_left_out = true,
+                           .keys_on_first_pair = 1,
+                           .keys_on_further_pairs = 1,
+                           .tracks_passing_first_pair = 1,
+                           .unresolved_keys = 1,
+                           .misled_keys = {"Bass"},
+                           .unmuted_sources = {"Cue"},
+                           .silent_sources = {"Click"},
+                           .hardware_inserts = {"Vox: Insert 1-2"},
+                           .tracks_of_instruments = {"Keys"}};
     tallies.mix.groups = {
         .listed = {{"Drums", std::nullopt, {"Kick", "Snare"}}, {"Band", "VCA 1", {}}},
         .written = 1,
@@ -213,10 +235,7 @@ RunTallies every_counter_at_one() {
                         .clip_groups = 1,
                         .clip_group_tracks = {"Keys"}};
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
-    tallies.not_carried = {.unnumbered_clips = 1,
-                           .shaped_clips = 1,
-                           .plugins = 1,
-                           .mixed_tracks = 1};
+    tallies.not_carried = {.unnumbered_clips = 1, .shaped_clips = 1, .plugins = 1};
     tallies.media = {
         .files_in_siblings = 1, .files_by_folder = {{"Takes", 1}}, .missing_files = {"gone.wav"}};
     return tallies;

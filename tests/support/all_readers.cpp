@@ -152,11 +152,8 @@ void read_mixer(const BlockIndex& index, Files, Readings& out) {
     out.list("readStrips", readStrips(index, rows, current_names(rows), buses));
     const auto paths = readIoPaths(index);
     out.list("readIoPaths", paths);
-    out.list("bus_legs", bus_legs(paths));
     const auto routing = readRouting(index, rows, paths);
     out.list("readRouting", routing);
-    const BusInputs inputs = bus_inputs(routing, paths);
-    out.keep("bus_inputs", inputs.row_of_bus.size(), inputs);
     out.list("readOutputNames", readOutputNames(index));
     out.list("readHardwareInserts", readHardwareInserts(index, rows));
 }

@@ -58,7 +58,7 @@ Bytes own_channel(const TrackSpec& track) {
     const Bytes record = channel_record(
         {.fader_tenths = fader, .muted = track.muted, .pan = pan, .pan_right = pan_right});
     return send_channel(
-        record, output_name_record(track.output),
+        record, output_name_record(track.output, output_id(track.output)),
         channel_lanes({lane(track.volume_lane, fader), lane(track.mute_lane, track.muted ? 1 : 0)},
                       groups, track.trim_lane ? lane(*track.trim_lane, 0) : Bytes()));
 }
@@ -78,7 +78,7 @@ Bytes send(const SendSpec& send, bool in_ticks) {
                         .pan_right = send.pan_right.value_or(0),
                         .link = static_cast<std::uint8_t>(send.pre_fader ? 1 : 0)});
     return send_channel(
-        record, output_name_record(send.target),
+        record, output_name_record(send.target, output_id(send.target)),
         channel_lanes({lane(send.level_lane, level), lane(send.mute_lane, send.muted ? 1 : 0)},
                       groups, Bytes()));
 }
@@ -129,6 +129,10 @@ Bytes channel_record(const ChannelSpec& channel) {
     record.pad_to(136 - header).u32(word(channel.pan_right));
     record.pad_to(channel.payload_bytes);
     return block(0x1029, record.bytes(), 13);
+}
+
+std::uint16_t output_id(const std::string& name) {
+    return static_cast<std::uint16_t>(path_identity(name) % 0x7fff);
 }
 
 Bytes output_name_record(const std::string& name, std::uint16_t id) {

@@ -41,6 +41,9 @@ struct ChannelSpec {
 /// 0x1029.
 Bytes channel_record(const ChannelSpec& channel);
 
+/// The number under which the session knows the output of this name; plug-ins name keys by it.
+std::uint16_t output_id(const std::string& name);
+
 /// 0x260e; an empty name is an output that leads nowhere.
 Bytes output_name_record(const std::string& name, std::uint16_t id = 2);
 

@@ -1,0 +1,19 @@
+// The key inputs of plug-ins, as channels of their track behind the first pair.
+#pragma once
+
+#include <vector>
+
+#include "mix/plan_routes.hpp"
+
+namespace tanrove {
+
+/// REAPER's tracks have 128 channels: the first pair is the track's own.
+constexpr std::size_t max_key_pairs = 63;
+
+/// Wires each key to the track that takes its bus. Sources come in the order in which the plug-ins
+/// name them, each on a pair of its own from channels 3/4 on. A key that leads nowhere, or back to
+/// its own track, is counted.
+void plan_key_inputs(std::vector<TrackPlan>& plans, const RoutingView& routing,
+                     RoutingTallies& tallies);
+
+}  // namespace tanrove

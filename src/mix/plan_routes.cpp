@@ -1,0 +1,176 @@
+// Outputs and sends. What REAPER cannot do as Pro Tools does it is counted here and said in the
+// account: a send of a stereo track has one pan knob there, and no pan automation is written.
+#include "mix/plan_routes.hpp"
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+
+namespace tanrove {
+
+namespace {
+
+constexpr int stereo_channels = 2;
+constexpr int pre_fader_mode = 3;
+constexpr int post_fader_mode = 0;
+constexpr std::int32_t hard_left = -100;
+constexpr std::int32_t hard_right = 100;
+
+/// The track that a bus plays into; nullopt where its strip is not written.
+std::optional<std::size_t> plan_behind(const BusRoute& bus, const RoutingView& routing) {
+    return routing.strips.plan_of(bus.strip_row);
+}
+
+void plan_output(std::vector<TrackPlan>& plans, std::size_t source, const StripRoute& route,
+                 const RoutingView& routing, RoutingTallies& tallies) {
+    TrackPlan& plan = plans[source];
+    if (route.has_no_output) {
+        plan.mixer.plays_to_parent = false;
+        tallies.without_output.push_back(plan.name);
+        return;
+    }
+    if (!route.output) return;
+    const auto target = plan_behind(*route.output, routing);
+    if (!target) return;
+    plan.mixer.plays_to_parent = false;
+    if (*target == source) return;
+    plans[*target].channel_receives.push_back({.source = source});
+    ++tallies.outputs_into_buses;
+    if (route.output->way == BusWay::input) ++tallies.outputs_by_input;
+    if (route.output->way == BusWay::stereo_pair) ++tallies.outputs_by_pair;
+    if (route.output->legs_part) ++tallies.parted_legs;
+}
+
+/// A send that has been switched off stands with its mute on and unmoved.
+bool is_off(const RoutingSend& send) {
+    return send.mute_lane.points.empty() && send.mute_lane.initial != 0;
+}
+
+bool has_moved_knobs(const RoutingSend& send) {
+    constexpr int one_knob = 1;
+    return send.pan_kind != one_knob && (send.pan != hard_left || send.pan_right != hard_right);
+}
+
+double pan_of_mono(const RoutingSend& send) {
+    return static_cast<double>(std::clamp(send.pan, hard_left, hard_right)) / hard_right;
+}
+
+/// Collects the sends of all tracks at the tracks they lead to.
+class Sends {
+public:
+    Sends(std::vector<TrackPlan>& plans, const SendEnvelope& envelope, RoutingTallies& tallies)
+        : plans_(plans), envelope_(envelope), tallies_(tallies) {}
+
+    void add(std::size_t source, std::size_t target, const SendRoute& route,
+             const RoutingSend& send) {
+        ReceivePlan receive;
+        receive.source = source;
+        receive.mode = send.pre_fader ? pre_fader_mode : post_fader_mode;
+        receive.gain = std::pow(10, send.level_db / 20);
+        receive.muted = is_off(send);
+        receive.pan = settle_pan(source, route, send);
+        add_envelope(receive, "AUXVOLENV", EnvelopeKind::volume, send.level_lane);
+        add_envelope(receive, "AUXMUTEENV", EnvelopeKind::mute, send.mute_lane);
+        plans_[target].receives.push_back(std::move(receive));
+
+        ++tallies_.sends;
+        returns_.insert(target);
+        tallies_.return_tracks = static_cast<int>(returns_.size());
+        if (is_off(send)) ++tallies_.sends_off;
+        if (route.bus.legs_part) ++tallies_.parted_legs;
+    }
+
+private:
+    /// REAPER's pan of the send.
+    double settle_pan(std::size_t source, const SendRoute& route, const RoutingSend& send) {
+        for (const Lane* lane : {&send.pan_lane, &send.pan_right_lane}) {
+            if (!lane->points.empty()) ++tallies_.send_pan_lanes;
+        }
+        if (route.is_mono) return 0;
+        const TrackPlan& plan = plans_[source];
+        if (plan.channels < stereo_channels) {
+            const double pan = pan_of_mono(send);
+            if (pan != 0) ++tallies_.panned_sends;
+            return pan;
+        }
+        if (plan.channels == stereo_channels && has_moved_knobs(send) &&
+            with_moved_knobs_.insert(source).second) {
+            tallies_.two_knob_tracks.push_back(plan.name);
+        }
+        return 0;
+    }
+
+    void add_envelope(ReceivePlan& receive, const char* block, EnvelopeKind kind,
+                      const Lane& lane) {
+        if (!lane.points.empty()) receive.envelopes.push_back(envelope_(block, kind, lane));
+    }
+
+    std::vector<TrackPlan>& plans_;
+    const SendEnvelope& envelope_;
+    RoutingTallies& tallies_;
+    std::set<std::size_t> returns_;
+    std::set<std::size_t> with_moved_knobs_;
+};
+
+bool has_level_automation(const TrackPlan& plan) {
+    return std::ranges::any_of(plan.envelopes, [](const EnvelopePlan& envelope) {
+        return !envelope.points.empty() &&
+               (envelope.block == "VOLENV2" || envelope.block == "MUTEENV");
+    });
+}
+
+/// True if Pro Tools plays the track's sends although it is muted: not those of a track that is
+/// silent altogether.
+bool is_muted_source(const TrackPlan& plan) {
+    return plan.muted && !plan.inactive && !plan.voice_off && !plan.unmatched_alternate;
+}
+
+}  // namespace
+
+void plan_outputs(std::vector<TrackPlan>& plans, const RoutingView& routing,
+                  RoutingTallies& tallies) {
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        const auto strip = routing.strips.strip_of(i);
+        if (strip) plan_output(plans, i, routing.routes[*strip], routing, tallies);
+    }
+}
+
+void plan_sends(std::vector<TrackPlan>& plans, const RoutingView& routing,
+                const SendEnvelope& envelope, RoutingTallies& tallies) {
+    Sends sends(plans, envelope, tallies);
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        const auto strip = routing.strips.strip_of(i);
+        if (!strip) continue;
+        const StripRoute& route = routing.routes[*strip];
+        if (!route.routing_row) continue;
+        const RoutingRow& row = routing.records.rows[*route.routing_row];
+        for (const SendRoute& send : route.sends) {
+            const auto target = plan_behind(send.bus, routing);
+            if (target && *target != i) sends.add(i, *target, send, row.sends[send.send]);
+        }
+    }
+}
+
+void keep_pre_fader_sends(std::vector<TrackPlan>& plans, RoutingTallies& tallies) {
+    std::vector<bool> feeds_pre_fader(plans.size(), false);
+    for (const TrackPlan& plan : plans) {
+        for (const ReceivePlan& receive : plan.receives) {
+            if (receive.mode == pre_fader_mode && !receive.muted) {
+                feeds_pre_fader[receive.source] = true;
+            }
+        }
+    }
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        TrackPlan& plan = plans[i];
+        if (!feeds_pre_fader[i] || !is_muted_source(plan)) continue;
+        if (has_level_automation(plan)) {
+            tallies.silent_sources.push_back(plan.name);
+        } else {
+            plan.muted = false;
+            plan.mixer.gain = 0;
+            tallies.unmuted_sources.push_back(plan.name);
+        }
+    }
+}
+
+}  // namespace tanrove

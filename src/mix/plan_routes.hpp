@@ -1,0 +1,39 @@
+// Outputs and sends, as the tracks that receive them have them.
+#pragma once
+
+#include <functional>
+#include <vector>
+
+#include "mix/routing_tallies.hpp"
+#include "mix/strip_plans.hpp"
+#include "mix/strip_routes.hpp"
+#include "mix/track_plan.hpp"
+
+namespace tanrove {
+
+/// Makes the envelope of a lane of a send; of "AUXVOLENV" or "AUXMUTEENV".
+using SendEnvelope =
+    std::function<EnvelopePlan(const char* block, EnvelopeKind kind, const Lane& lane)>;
+
+struct RoutingView {
+    const StripPlans& strips;
+    const std::vector<StripRoute>& routes;
+    const RoutingRecords& records;
+};
+
+/// Sends the output of each track to the track that takes its bus, to the master, or nowhere. The
+/// indices of the plans must be final.
+void plan_outputs(std::vector<TrackPlan>& plans, const RoutingView& routing,
+                  RoutingTallies& tallies);
+
+/// Gives each track the sends that lead to it, in the order of the tracks that send. No track
+/// receives itself.
+void plan_sends(std::vector<TrackPlan>& plans, const RoutingView& routing,
+                const SendEnvelope& envelope, RoutingTallies& tallies);
+
+/// Pro Tools keeps the pre-fader sends of a muted track playing, REAPER's mute would silence them:
+/// such a track is unmuted with its fader down, unless it has volume or mute automation. To be
+/// called when mutes, faders and envelopes are settled.
+void keep_pre_fader_sends(std::vector<TrackPlan>& plans, RoutingTallies& tallies);
+
+}  // namespace tanrove

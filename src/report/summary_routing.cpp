@@ -1,0 +1,151 @@
+// The account's sentences about outputs, sends and key inputs.
+#include "report/summary_routing.hpp"
+
+#include "report/count_rows.hpp"
+#include "report/name_lists.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::size_t max_names_on_a_line = 12;
+
+constexpr CountRow<RoutingTallies> send_detail_rows[] = {
+    {&RoutingTallies::panned_sends, "      %d send(s) panned off center, carried\n"},
+    {&RoutingTallies::sends_off, "      %d send(s) switched off in Pro Tools, written muted\n"},
+};
+
+constexpr CountRow<RoutingTallies> output_rows[] = {
+    {&RoutingTallies::outputs_into_buses,
+     "  %d track output(s) routed into the aux that takes their bus\n"},
+    {&RoutingTallies::outputs_by_input, "  %d of them routed bus -> aux by the aux's input\n"},
+    {&RoutingTallies::outputs_by_pair, "  %d of those matched a mono leg to its stereo pair\n"},
+    {&RoutingTallies::parted_legs,
+     "  NOTE: %d send(s) target a stereo bus whose two legs are taken by\n"
+     "    DIFFERENT aux tracks. Pro Tools feeds both, one leg each; this\n"
+     "    converts to the first. Please send the session in.\n"},
+};
+
+constexpr CountRow<RoutingTallies> key_rows[] = {
+    {&RoutingTallies::keys_on_first_pair, "  %d sidechain key inputs wired to channels 3/4\n"},
+    {&RoutingTallies::keys_on_further_pairs,
+     "  %d more key input(s) wired to channels 5/6 and up, for a second\n"
+     "      plug-in on the same track keyed off another source (v256)\n"},
+    {&RoutingTallies::tracks_passing_first_pair,
+     "      %d keyed track(s) pass only channels 1/2 on to their parent, so\n"
+     "      no key reaches the mix even with the last plug-in offline\n"},
+};
+
+int count_of(const std::vector<std::string>& names) {
+    return static_cast<int>(names.size());
+}
+
+std::string listed(const std::vector<std::string>& names) {
+    return quoted_names(names, max_names_on_a_line);
+}
+
+void print_two_knob_tracks(TextBuffer& out, const std::vector<std::string>& tracks) {
+    if (tracks.empty()) return;
+    out.print(
+        "  %d stereo track(s) have a send whose two pan knobs are moved off\n"
+        "      their defaults; REAPER gives a send one pan knob, so these\n"
+        "      arrive centered -- check them:%s\n",
+        count_of(tracks), listed(tracks).c_str());
+}
+
+void print_pre_fader_sources(TextBuffer& out, const RoutingTallies& tallies) {
+    if (!tallies.unmuted_sources.empty()) {
+        out.print(
+            "  %d muted track(s) feed a pre-fader send, and are written UNMUTED with\n"
+            "      the fader all the way down:%s\n"
+            "      Pro Tools keeps a muted track's pre-fader sends playing; REAPER's\n"
+            "      mute would silence them too. With the fader down the send plays\n"
+            "      and the track itself is silent, as in Pro Tools.\n",
+            count_of(tallies.unmuted_sources), listed(tallies.unmuted_sources).c_str());
+    }
+    if (!tallies.silent_sources.empty()) {
+        out.print(
+            "  WARNING: %d muted track(s) feed a pre-fader send but have volume or mute\n"
+            "      automation, so they stay muted and the send goes quiet in REAPER:%s\n"
+            "      Pro Tools keeps a muted track's pre-fader sends playing.\n",
+            count_of(tallies.silent_sources), listed(tallies.silent_sources).c_str());
+    }
+}
+
+}  // namespace
+
+void print_sends(TextBuffer& out, const RoutingTallies& tallies) {
+    if (tallies.sends > 0) {
+        out.print("  %d sends into %d return tracks\n", tallies.sends, tallies.return_tracks);
+    }
+    print_pre_fader_sources(out, tallies);
+}
+
+void print_tracks_without_output(TextBuffer& out, const RoutingTallies& tallies) {
+    if (tallies.without_output.empty()) return;
+    out.print(
+        "  %d track(s) have NO OUTPUT in Pro Tools, so they reach the mix only through\n"
+        "      their sends (or not at all); REAPER's master send is off on them:%s\n",
+        count_of(tallies.without_output), listed(tallies.without_output).c_str());
+}
+
+void print_send_details_and_outputs(TextBuffer& out, const RoutingTallies& tallies) {
+    print_rows(out, tallies, send_detail_rows);
+    print_two_knob_tracks(out, tallies.two_knob_tracks);
+    const bool has_pan_lanes =
+        print_count(out, tallies.send_pan_lanes,
+                    "  %d send pan automation lane(s) NOT carried: the send keeps its\n"
+                    "      static pan\n");
+    if (has_pan_lanes) {
+        out.print(
+            "      Follow Main Pan on a send is not read yet: such a send keeps\n"
+            "      its own pan setting\n");
+    }
+    print_rows(out, tallies, output_rows);
+}
+
+void print_key_inputs(TextBuffer& out, const RoutingTallies& tallies) {
+    print_rows(out, tallies, key_rows);
+}
+
+void print_keys_left_out(TextBuffer& out, const RoutingTallies& tallies) {
+    if (tallies.keys_left_out) out.print("  --no-sidechain: key inputs left unwired\n");
+    print_count(out, tallies.unresolved_keys, "  %d sidechain key inputs could not be resolved\n");
+    if (tallies.misled_keys.empty()) return;
+    out.print(
+        "  %d sidechained plug-in(s) key off a different source than the key\n"
+        "      wired on their track, one that could not be wired itself (or the\n"
+        "      second leg of a multi-mono pair), so they hear that key (3/4)\n"
+        "      instead of their own:%s\n",
+        count_of(tallies.misled_keys), listed(tallies.misled_keys).c_str());
+}
+
+void print_tracks_of_instruments(TextBuffer& out, const RoutingTallies& tallies) {
+    if (tallies.tracks_of_instruments.empty()) return;
+    out.print(
+        "  WARNING: %d MIDI track(s) play an instrument on another track:%s\n"
+        "      Not carried yet. In REAPER those notes stay on the MIDI track,\n"
+        "      which has no instrument, so they are silent. To hear them, give\n"
+        "      the MIDI track a MIDI send to the instrument's track.\n",
+        count_of(tallies.tracks_of_instruments), listed(tallies.tracks_of_instruments).c_str());
+}
+
+void print_wide_auxes(TextBuffer& out, const RoutingTallies& tallies) {
+    print_count(out, tallies.wide_auxes,
+                "  %d aux(es) taking a surround bus written as wide as that bus, and\n"
+                "      the tracks feeding it send every channel, not just the first two.\n");
+}
+
+void print_hardware_inserts(TextBuffer& out, const RoutingTallies& tallies) {
+    if (tallies.hardware_inserts.empty()) return;
+    out.print(
+        "  %d hardware I/O insert(s) found. These route through a physical\n"
+        "      interface path on your rig, so no converter can carry them:\n",
+        count_of(tallies.hardware_inserts));
+    out.append(one_name_a_line(tallies.hardware_inserts, no_cap));
+    out.print(
+        "      Whatever outboard sat on those inserts is NOT in the .rpp.\n"
+        "      If it mattered to the sound, print those tracks before converting.\n");
+}
+
+}  // namespace tanrove

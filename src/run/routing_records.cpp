@@ -1,0 +1,53 @@
+// Reads the routing, and joins the key inputs of plug-ins with their strips and buses.
+#include "run/routing_records.hpp"
+
+#include <map>
+
+#include "session/hardware_inserts.hpp"
+#include "session/instrument_links.hpp"
+#include "session/output_names.hpp"
+
+namespace tanrove {
+
+namespace {
+
+/// A plug-in names its key by the number of an output; the outputs themselves say which bus it is.
+std::vector<KeyInput> key_inputs(const BlockIndex& index, const std::vector<StripRow>& strips,
+                                 const std::vector<PluginInsert>& inserts) {
+    std::map<std::uint64_t, std::size_t> strip_at;
+    for (std::size_t i = 0; i < strips.size(); ++i) strip_at.try_emplace(strips[i].start, i);
+    const auto bus_of_output = readOutputNames(index);
+    std::vector<KeyInput> keys;
+    for (const PluginInsert& insert : inserts) {
+        const auto strip = strip_at.find(insert.hostStart);
+        if (insert.keyInput < 0 || insert.hostEnd == 0 || strip == strip_at.end()) continue;
+        KeyInput key{.strip_row = strip->second, .bus = {}};
+        const auto bus = bus_of_output.find(static_cast<std::uint16_t>(insert.keyInput));
+        if (bus != bus_of_output.end()) key.bus = bus->second;
+        keys.push_back(std::move(key));
+    }
+    return keys;
+}
+
+}  // namespace
+
+RoutingRecords read_routing(const BlockIndex& index, const std::vector<StripRow>& strips,
+                            const std::vector<PluginInsert>& inserts) {
+    RoutingRecords records;
+    records.paths = readIoPaths(index);
+    records.rows = readRouting(index, strips, records.paths);
+    records.keys = key_inputs(index, strips, inserts);
+    return records;
+}
+
+void note_unroutable(const BlockIndex& index, const std::vector<StripRow>& strips,
+                     RoutingTallies& tallies) {
+    for (const HardwareInsert& insert : readHardwareInserts(index, strips)) {
+        tallies.hardware_inserts.push_back(insert.track + ": " + insert.name);
+    }
+    for (const InstrumentLink& link : readInstrumentLinks(index, strips)) {
+        tallies.tracks_of_instruments.push_back(link.midi_track);
+    }
+}
+
+}  // namespace tanrove
