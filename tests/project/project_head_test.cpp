@@ -60,7 +60,8 @@ TEST(ProjectHead, HasItsLinesInOrder) {
                                        .grid_and_nudge = GridAndNudge{{0, 0, 1}, {0, 1, 240}}},
                                       false, tallies);
     plan.notes = {"Kick: loud", "    >"};
-    plan.master = {.has_fader = true, .muted = true, .gain = 0.5};
+    plan.master.has_fader = plan.master.muted = true;
+    plan.master.gain = 0.5;
     EXPECT_EQ(head_text(plan),
               R"(<REAPER_PROJECT 0.1 "7.0" 0
   <NOTES 0 2
