@@ -49,8 +49,7 @@ TrackNameSet midi_strip_names(const StripRows& strips) {
 
 /// Pro Tools silences a track that is inactive or has its voice off, and plays one playlist of a
 /// track at a time.
-void settle_silence(std::vector<TrackPlan>& plans, const AssemblyInput& input,
-                    TrackTallies& tallies) {
+void settle_silence(std::vector<TrackPlan>& plans, const AssemblyInput& input) {
     const TrackNameSet inactive = inactive_names(input);
     for (auto& plan : plans) {
         plan.unmatched_alternate = plan.is_alternate;
@@ -58,13 +57,9 @@ void settle_silence(std::vector<TrackPlan>& plans, const AssemblyInput& input,
             plan.inactive = plan.inactive || inactive.contains(plan.session_name);
             plan.voice_off = input.voice_off_names.contains(plan.session_name);
         }
-        tallies.alternates_unmatched += plan.unmatched_alternate ? 1 : 0;
-        tallies.inactive_tracks += plan.inactive ? 1 : 0;
-        tallies.voice_off_tracks += plan.voice_off ? 1 : 0;
         plan.muted = plan.inactive || plan.voice_off || plan.unmatched_alternate;
     }
 }
-
 
 void settle_mono_strips(std::vector<TrackPlan>& plans, const AssemblyInput& input,
                         const StripWidths& widths) {
@@ -91,14 +86,24 @@ std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallie
         tallies);
     plans = attach_alternates(std::move(plans), tallies);
     OrderedPlans ordered =
-        order_by_strips(std::move(plans), input.strips, names, widths, input.vca_fader_db, tallies);
+        order_by_strips(std::move(plans), input.strips, names, widths, input.vca_fader_db);
     fold_into_empty_parents(ordered.placed, ordered.unplaced, tallies);
 
     plans = with_folder_plans(std::move(ordered.placed), input.strip_table);
     append_unplaced(plans, std::move(ordered.unplaced), tallies);
-    settle_silence(plans, input, tallies);
+    settle_silence(plans, input);
     settle_mono_strips(plans, input, widths);
     return plans;
+}
+
+void count_tracks(const std::vector<TrackPlan>& plans, TrackTallies& tallies) {
+    for (const TrackPlan& plan : plans) {
+        const bool is_strip_without_clips = plan.is_bare_strip && plan.strip_row && !plan.is_vca;
+        tallies.tracks_written_empty += is_strip_without_clips && !plan.is_midi ? 1 : 0;
+        tallies.alternates_unmatched += plan.unmatched_alternate ? 1 : 0;
+        tallies.inactive_tracks += plan.inactive ? 1 : 0;
+        tallies.voice_off_tracks += plan.voice_off ? 1 : 0;
+    }
 }
 
 }  // namespace tanrove

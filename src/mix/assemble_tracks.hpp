@@ -30,4 +30,8 @@ struct AssemblyInput {
 /// mute as far as the tables say. No channel is lost: what matches no strip stands at the end.
 std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallies);
 
+/// Counts the tracks that are silent, empty or alternates: to be called when it is settled which
+/// ones are written.
+void count_tracks(const std::vector<TrackPlan>& plans, TrackTallies& tallies);
+
 }  // namespace tanrove

@@ -59,28 +59,22 @@ private:
 class Ordering {
 public:
     Ordering(std::vector<TrackPlan> plans, const StripNames& names, const StripWidths& widths,
-             const std::map<std::string, double>& vca_fader_db, TrackTallies& tallies)
+             const std::map<std::string, double>& vca_fader_db)
         : plans_(std::move(plans)),
           is_used_(plans_.size()),
           by_name_(plans_),
           names_(names),
           widths_(widths),
-          vca_fader_db_(vca_fader_db),
-          tallies_(tallies) {}
+          vca_fader_db_(vca_fader_db) {}
 
+    /// Takes the rows from the first on.
     void add_row(const StripRow& row) {
-        if (makes_no_plan(row.type)) return;
-        if (row.type == StripRowType::vca) return add_vca(row);
-        auto plan = by_name_.first_unused(shown_name(row), is_used_);
-        if (!plan && !is_midi_row(row.type) && may_use_original_name(row)) {
-            plan = by_name_.first_unused(row.original_name, is_used_);
+        const std::size_t first_added = result_.placed.size();
+        place_plans_of(row);
+        for (std::size_t i = first_added; i < result_.placed.size(); ++i) {
+            result_.placed[i].strip_row = row_count_;
         }
-        if (plan) {
-            take_run(*plan, row);
-        } else {
-            result_.placed.push_back(empty_plan(row));
-            if (!is_midi_row(row.type)) ++tallies_.tracks_written_empty;
-        }
+        ++row_count_;
     }
 
     OrderedPlans finish() {
@@ -91,6 +85,20 @@ public:
     }
 
 private:
+    void place_plans_of(const StripRow& row) {
+        if (makes_no_plan(row.type)) return;
+        if (row.type == StripRowType::vca) return add_vca(row);
+        auto plan = by_name_.first_unused(shown_name(row), is_used_);
+        if (!plan && !is_midi_row(row.type) && may_use_original_name(row)) {
+            plan = by_name_.first_unused(row.original_name, is_used_);
+        }
+        if (plan) {
+            take_run(*plan, row);
+        } else {
+            result_.placed.push_back(empty_plan(row));
+        }
+    }
+
     /// A track can still bear the name from its creation, unless that is now another's.
     bool may_use_original_name(const StripRow& row) const {
         return !row.original_name.empty() && row.original_name != shown_name(row) &&
@@ -150,7 +158,7 @@ private:
     const StripNames& names_;
     const StripWidths& widths_;
     const std::map<std::string, double>& vca_fader_db_;
-    TrackTallies& tallies_;
+    std::size_t row_count_ = 0;
     OrderedPlans result_;
 };
 
@@ -204,9 +212,8 @@ TrackPlan folder_plan(const StripTableEntry& entry) {
 
 OrderedPlans order_by_strips(std::vector<TrackPlan> plans, const StripRows& strips,
                              const StripNames& names, const StripWidths& widths,
-                             const std::map<std::string, double>& vca_fader_db,
-                             TrackTallies& tallies) {
-    Ordering ordering(std::move(plans), names, widths, vca_fader_db, tallies);
+                             const std::map<std::string, double>& vca_fader_db) {
+    Ordering ordering(std::move(plans), names, widths, vca_fader_db);
     for (const auto& row : strips.rows) ordering.add_row(row);
     return ordering.finish();
 }

@@ -8,7 +8,6 @@
 #include "mix/strip_names.hpp"
 #include "mix/strip_widths.hpp"
 #include "mix/track_plan.hpp"
-#include "mix/track_tallies.hpp"
 #include "session/strip_rows.hpp"
 #include "session/strip_table.hpp"
 
@@ -24,8 +23,7 @@ struct OrderedPlans {
 /// an empty one at their fader where `vca_fader_db` knows them by name.
 OrderedPlans order_by_strips(std::vector<TrackPlan> plans, const StripRows& strips,
                              const StripNames& names, const StripWidths& widths,
-                             const std::map<std::string, double>& vca_fader_db,
-                             TrackTallies& tallies);
+                             const std::map<std::string, double>& vca_fader_db);
 
 /// Adds an empty stereo plan for each folder of the strip table that no plan is named after, in
 /// front of the plan that follows it in the table.

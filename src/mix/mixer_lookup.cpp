@@ -38,8 +38,9 @@ const TrackDisplay* MixerLookup::display_of(const TrackPlan& plan) const {
     return &displays_[row->second];
 }
 
-std::vector<const Strip*> MixerLookup::strips_without(const std::vector<TrackPlan>& plans) const {
-    std::set<std::string_view> taken;
+std::vector<const Strip*> MixerLookup::strips_without(const std::vector<TrackPlan>& plans,
+                                                      const TrackNameSet& left_out) const {
+    std::set<std::string_view> taken(left_out.begin(), left_out.end());
     for (const auto& plan : plans) taken.insert(plan.session_name);
     for (const auto& row : rows_) taken.insert({row.original_name, row.current_name});
     std::vector<const Strip*> left;

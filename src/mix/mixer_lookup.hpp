@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "mix/track_plan.hpp"
+#include "session/inactive_tracks.hpp"
 #include "session/strip_rows.hpp"
 #include "session/strips.hpp"
 #include "session/track_displays.hpp"
@@ -26,8 +27,10 @@ public:
     /// How the edit window shows the plan's track; nullptr if no row is named like it.
     const TrackDisplay* display_of(const TrackPlan& plan) const;
 
-    /// The strips that have a record, and neither a row nor one of `plans`.
-    std::vector<const Strip*> strips_without(const std::vector<TrackPlan>& plans) const;
+    /// The strips that have a record, and neither a row nor one of `plans` nor a name in
+    /// `left_out`.
+    std::vector<const Strip*> strips_without(const std::vector<TrackPlan>& plans,
+                                             const TrackNameSet& left_out) const;
 
     /// Strips that the session has a record of.
     int strip_count() const;

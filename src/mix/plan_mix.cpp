@@ -7,6 +7,7 @@
 
 #include "mix/channel_counts.hpp"
 #include "mix/folder_depths.hpp"
+#include "mix/folder_tree.hpp"
 #include "mix/key_inputs.hpp"
 #include "mix/mixer_lookup.hpp"
 #include "mix/mute_and_solo.hpp"
@@ -29,6 +30,39 @@ TrackNameSet names_without_main_send(const std::vector<TrackPlan>& tracks) {
     return names;
 }
 
+TrackNameSet names_of(const std::vector<TrackPlan>& tracks) {
+    TrackNameSet names;
+    for (const auto& track : tracks) {
+        if (!track.session_name.empty()) names.insert(track.session_name);
+    }
+    return names;
+}
+
+TrackNameSet folder_names(const FolderInput& folders) {
+    const FolderTree tree = read_folder_tree(folders.strip_table, folders.folder_table);
+    TrackNameSet names;
+    for (std::size_t i = 0; i < tree.rows.size(); ++i) {
+        if (tree.rows[i].kind != FolderKind::none) names.insert(folders.strip_table[i].name);
+    }
+    return names;
+}
+
+/// Takes out the tracks that the run leaves out, from the folders as well, and returns their names.
+TrackNameSet prune_tracks(std::vector<TrackPlan>& tracks, const MixInput& input,
+                          const std::vector<StripRow>& rows, const std::vector<StripRoute>& routes,
+                          FolderInput& folders, MixTallies& tallies) {
+    const TrackNameSet before = names_of(tracks);
+    leave_out_click_tracks(tracks, rows, input.routing.rows, folder_names(folders), input.click,
+                           tallies.click);
+    leave_out_tracks(tracks, MixerLookup(input.strips, rows, input.displays), input.leave_out,
+                     track_needs(routes, folders.strip_table, folders.folder_table),
+                     tallies.leave_out);
+    TrackNameSet left_out = names_left_out(before, tracks);
+    forget_tracks(left_out, folders.strip_table, folders.folder_table);
+    count_tracks(tracks, tallies.tracks);
+    return left_out;
+}
+
 }  // namespace
 
 MixPlan plan_mix(MixInput input, MixTallies& tallies) {
@@ -45,6 +79,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     folders.folder_table = std::move(input.folder_table);
     mix.tracks = assemble_tracks(std::move(input.assembly), tallies.tracks);
     attach_midi(mix.tracks, std::move(input.midi), rows, tallies.tracks, tallies.midi);
+    const TrackNameSet left_out = prune_tracks(mix.tracks, input, rows, routes, folders, tallies);
     set_group_flags(mix.tracks, groups);
 
     const StripPlans strip_plans(mix.tracks, rows);
@@ -60,6 +95,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     settle_channel_counts(mix.tracks, routing, tallies.routing);
 
     settle_views(mix.tracks, mixer, tallies.views);
+    mix.comments = place_comments(mix.tracks, mixer, input.comment_place, tallies.comments);
     OutputSides sides = output_sides(input.routing.rows, rows, input.routing.paths);
     sides.merge(sides_in_buses(routes));
     plan_levels(mix.tracks, mixer, sides, envelopes, tallies.levels);
@@ -67,7 +103,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     keep_pre_fader_sends(mix.tracks, tallies.routing);
     mix.master = plan_master(input.master, envelopes, tallies.levels.envelopes, tallies.master);
     place_master_track(mix.master, input.master.masters.row, rows, mix.tracks);
-    mix.strip_tracks = plan_strip_tracks(mix.tracks, mixer, envelopes, tallies.levels);
+    mix.strip_tracks = plan_strip_tracks(mix.tracks, left_out, mixer, envelopes, tallies.levels);
     mix.has_solo_track = settle_solos(mix.tracks, mixer, tallies.solos);
     tallies.levels.mixer_strips = mixer.strip_count();
     return mix;

@@ -7,9 +7,12 @@
 
 #include "mix/assemble_tracks.hpp"
 #include "mix/attach_midi.hpp"
+#include "mix/click_tracks.hpp"
+#include "mix/leave_out.hpp"
 #include "mix/master_fader.hpp"
 #include "mix/mix_tallies.hpp"
 #include "mix/strip_routes.hpp"
+#include "mix/track_comments.hpp"
 #include "mix/track_plan.hpp"
 #include "session/folder_table.hpp"
 #include "session/groups.hpp"
@@ -27,6 +30,9 @@ struct MixInput {
     VcaSlots vca_slots;
     std::optional<FolderTable> folder_table;
     MidiMixInput midi;
+    ClickInput click;
+    LeaveOutOptions leave_out;
+    CommentPlace comment_place = CommentPlace::project_notes;
     std::vector<Strip> strips;           ///< the mixer, with its lanes
     std::vector<TrackDisplay> displays;  ///< one a row of `assembly.strips`
     RoutingRecords routing;
@@ -41,6 +47,7 @@ struct MixPlan {
     /// Strips that have a fader and no track: written behind the others.
     std::vector<TrackPlan> strip_tracks;
     MasterPlan master;
+    std::vector<TrackComment> comments;  ///< for the project's notes
     bool has_solo_track = false;  ///< an empty soloed track stands last and silences the others
 };
 

@@ -194,12 +194,12 @@ void plan_levels(std::vector<TrackPlan>& plans, const MixerLookup& mixer, const 
 }
 
 std::vector<TrackPlan> plan_strip_tracks(const std::vector<TrackPlan>& plans,
-                                         const MixerLookup& mixer, EnvelopePlanner& envelopes,
-                                         LevelTallies& tallies) {
+                                         const TrackNameSet& left_out, const MixerLookup& mixer,
+                                         EnvelopePlanner& envelopes, LevelTallies& tallies) {
     const OutputSides no_sides;
     Levels levels(no_sides, envelopes, tallies);
     std::vector<TrackPlan> tracks;
-    for (const Strip* strip : mixer.strips_without(plans)) {
+    for (const Strip* strip : mixer.strips_without(plans, left_out)) {
         TrackPlan& plan = tracks.emplace_back();
         plan.name = strip->name;
         plan.session_name = strip->name;

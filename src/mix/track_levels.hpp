@@ -18,9 +18,10 @@ using OutputSides = std::map<std::string, int, std::less<>>;
 void plan_levels(std::vector<TrackPlan>& plans, const MixerLookup& mixer, const OutputSides& sides,
                  EnvelopePlanner& envelopes, LevelTallies& tallies);
 
-/// The strips that no track took up, as plans of their mixer alone.
+/// The strips that no track took up, as plans of their mixer alone; none of those whose tracks
+/// were left out.
 std::vector<TrackPlan> plan_strip_tracks(const std::vector<TrackPlan>& plans,
-                                         const MixerLookup& mixer, EnvelopePlanner& envelopes,
-                                         LevelTallies& tallies);
+                                         const TrackNameSet& left_out, const MixerLookup& mixer,
+                                         EnvelopePlanner& envelopes, LevelTallies& tallies);
 
 }  // namespace tanrove

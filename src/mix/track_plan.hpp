@@ -86,6 +86,8 @@ struct TrackPlan {
     std::string original_name;  ///< name before the lane suffix was appended
     std::vector<LanePlan> lanes;
     double leg_pan = 0;  ///< -1 or +1 on an unmerged left or right leg
+    /// Index of the strip row that gave the track its place; nullopt where none asked for it.
+    std::optional<std::size_t> strip_row;
     bool is_midi = false;
     bool is_vca = false;          ///< a VCA master: no sound, and its fader set from the start
     std::vector<ClipItem> clips;  ///< ordered by `start`

@@ -5,12 +5,9 @@
 #include <string>
 #include <vector>
 
-namespace tanrove {
+#include "mix/track_comments.hpp"
 
-struct TrackComment {
-    std::string track_name;
-    std::string text;
-};
+namespace tanrove {
 
 /// The lines of the notes in track order, each as it stands behind its "|": the first line of a
 /// comment behind its track's name, the others indented under it. A comment without text gives no

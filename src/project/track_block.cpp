@@ -8,6 +8,7 @@
 
 #include "base/formatted_text.hpp"
 #include "base/guid.hpp"
+#include "project/comment_item.hpp"
 #include "project/envelope_text.hpp"
 #include "project/item_text.hpp"
 #include "project/midi_item_text.hpp"
@@ -141,6 +142,7 @@ void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaS
     write_track_envelopes(out, plan, tallies);
     write_items(out, plan, media, takes, tallies);
     write_midi_items(out, plan, tallies);
+    write_comment_item(out, plan, number);
     out.line(1, ">");
 
     if (plan.timebase == TrackTimebase::time) ++tallies.time_tracks;

@@ -12,6 +12,7 @@
 #include "report/summary_groups.hpp"
 #include "report/summary_head.hpp"
 #include "report/summary_items.hpp"
+#include "report/summary_left_out.hpp"
 #include "report/summary_levels.hpp"
 #include "report/summary_master.hpp"
 #include "report/summary_media.hpp"
@@ -42,6 +43,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_sends(out, tallies.mix.routing);
     print_midi_mutes(out, tallies.mix.midi);
     print_tracks_without_output(out, tallies.mix.routing);
+    print_click_player(out, tallies.mix.click);
     print_send_details_and_outputs(out, tallies.mix.routing);
     print_master_order(out, tallies.mix.master);
     print_key_inputs(out, tallies.mix.routing);
@@ -82,6 +84,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_automation_modes(out, tallies.mix.levels);
     print_midi_patches(out, tallies.mix.midi);
     print_unmatched_alternates(out, tallies.mix.tracks);
+    print_comments(out, tallies.mix.comments);
     print_surround_folds(out, tallies.mix.tracks);
     print_soloed_and_muted(out, tallies.mix.solos);
     print_folders(out, tallies.mix.folders);
@@ -109,6 +112,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_lanes_and_empty_tracks(out, tallies.mix.tracks);
 
     // Tracks left out or kept
+    print_left_out_tracks(out, tallies.mix.click, tallies.mix.leave_out);
     print_tracks_without_strip_row(out, tallies.mix.tracks);
     print_silent_tracks_and_names(out, tallies.mix.tracks);
 

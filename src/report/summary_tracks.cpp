@@ -2,10 +2,13 @@
 #include "report/summary_tracks.hpp"
 
 #include "report/count_rows.hpp"
+#include "report/name_lists.hpp"
 
 namespace tanrove {
 
 namespace {
+
+constexpr std::size_t max_commented_names = 12;
 
 void print_unpaired_tracks(TextBuffer& out, const TimelineTallies& tallies) {
     if (tallies.unpaired_tracks > 0) {
@@ -41,6 +44,25 @@ void print_unmatched_alternates(TextBuffer& out, const TrackTallies& tallies) {
                 "      name and arrive as their own tracks, MUTED -- Pro Tools plays one\n"
                 "      playlist per track, so these never sounded there either. Unmute\n"
                 "      one in REAPER to audition it.\n");
+}
+
+void print_comments(TextBuffer& out, const CommentTallies& tallies) {
+    if (tallies.tracks.empty()) return;
+    out.print("  %d track(s) carry a COMMENT in Pro Tools:%s\n",
+              static_cast<int>(tallies.tracks.size()),
+              quoted_names(tallies.tracks, max_commented_names).c_str());
+    switch (tallies.place) {
+        case CommentPlace::project_notes:
+            return out.append(
+                "      Each is a \"Track: comment\" line in the project notes\n"
+                "      (--comments item puts it on its track).\n");
+        case CommentPlace::nowhere:
+            return out.append("      NOT WRITTEN (--comments none).\n");
+        case CommentPlace::items:
+            return out.append(
+                "      Each arrives as the notes of a small empty item at the\n"
+                "      start of its track.\n");
+    }
 }
 
 void print_surround_folds(TextBuffer& out, const TrackTallies& tallies) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "base/formatted_text.hpp"
+#include "mix/track_comments.hpp"
 #include "mix/track_tallies.hpp"
 #include "session/track_table.hpp"
 #include "timeline/timeline_tallies.hpp"
@@ -14,6 +15,9 @@ void print_track_list_source(TextBuffer& out, const SessionTrackTable& table);
 
 /// Among the track properties: behind the tracks with a patch, in front of the comments.
 void print_unmatched_alternates(TextBuffer& out, const TrackTallies& tallies);
+
+/// Behind the alternates without a track, in front of the Trims.
+void print_comments(TextBuffer& out, const CommentTallies& tallies);
 
 /// Behind the Trims, in front of the tracks that are soloed and muted.
 void print_surround_folds(TextBuffer& out, const TrackTallies& tallies);

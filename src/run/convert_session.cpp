@@ -11,6 +11,7 @@
 
 #include "base/c_locale.hpp"
 #include "base/formatted_text.hpp"
+#include "mix/fold_dump.hpp"
 #include "mix/plan_mix.hpp"
 #include "project/extra_tracks.hpp"
 #include "project/master_pass.hpp"
@@ -108,6 +109,19 @@ std::int32_t Conversion::run() {
     return converted;
 }
 
+LeaveOutOptions leave_out_options(const RunOptions& options) {
+    const char* hidden_names = std::getenv("TANROVE_DEBUG_HIDE");
+    return {.skip_hidden_tracks = options.skip_hidden_tracks,
+            .skip_inactive_tracks = options.skip_inactive_tracks,
+            .hidden_names = hidden_names == nullptr ? "" : hidden_names};
+}
+
+CommentPlace comment_place(const RunOptions& options) {
+    if (options.comments_mode == comments_in_items) return CommentPlace::items;
+    if (options.comments_mode == comments_nowhere) return CommentPlace::nowhere;
+    return CommentPlace::project_notes;
+}
+
 void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
                       const StripRecords& strips, std::vector<Strip> mixer, RoutingRecords routing,
                       MidiRecords midi) {
@@ -134,12 +148,18 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
     input.master = {.masters = strips.masters,
                     .insert_count = insert_count(strips, strips.masters.row),
                     .plain_master = options_.plain_master};
+    input.click = {strips.strip_inserts, strips.click_is_on, options_.no_click};
+    input.leave_out = leave_out_options(options_);
+    input.comment_place = comment_place(options_);
     input.tempo_map = time_.tempo_map;
     input.tempo_bpm = time_.tempo_bpm;
     input.rate_hz = static_cast<double>(image.rate);
     input.midi =
         plan_midi(std::move(midi), clips, time_, input.rate_hz, options_, tallies_.mix.midi);
     mix_ = plan_mix(std::move(input), tallies_.mix);
+    if (std::getenv("TANROVE_DEBUG_FOLD") != nullptr) {
+        std::fputs(fold_text(strips.table, mix_.tracks).c_str(), stderr);
+    }
     const int unmatched = tallies_.mix.tracks.tracks_without_strip_row;
     if (unmatched > 0) {
         record_problem("unmatched-tracks",
@@ -147,6 +167,7 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
     }
     plan_head(image);
     head_.master = mix_.master;
+    head_.notes = notes_lines(mix_.comments);
 }
 
 std::vector<TimelineTrack> Conversion::place(const SessionImage& image, const ClipRecords& clips) {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "run/strip_inserts.hpp"
 #include "session/buses.hpp"
 #include "session/midi_lanes.hpp"
 #include "session/pitch_shifts.hpp"
@@ -132,6 +133,8 @@ StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
     records.folder_table = readFolderTable(index);
     records.displays = readTrackDisplays(index, records.strips.rows);
     records.inserts = read_plugin_inserts(index);
+    records.strip_inserts = strip_inserts(index, records.strips.rows, records.inserts);
+    records.click_is_on = readClickSetting(index) == 1;
     records.masters = readMasterStrips(index, records.strips.rows);
     return records;
 }

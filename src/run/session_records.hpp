@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "mix/click_tracks.hpp"
 #include "plugins/plugin_inserts.hpp"
 #include "ptformat/ptformat.hpp"
 #include "session/audio_file_folders.hpp"
@@ -88,6 +89,8 @@ struct StripRecords {
     std::optional<FolderTable> folder_table;
     std::vector<TrackDisplay> displays;  ///< one a strip row
     std::vector<PluginInsert> inserts;
+    std::vector<StripInsert> strip_inserts;  ///< those and the hardware inserts, by strip
+    bool click_is_on = false;
     MasterStrips masters;
 };
 

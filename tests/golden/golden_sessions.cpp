@@ -425,6 +425,38 @@ GoldenCase routing() {
     return {"routing", session, {}, {"Voice.wav"}};
 }
 
+/// Hidden and inactive tracks, some of them needed: by a send of what is written, by a key of what
+/// is kept, by the members of a folder.
+GoldenCase left_out_tracks() {
+    SessionBuilder session;
+    session.bus("Verb", 1).bus("Delay", 3).io_path({.name = "Key", .type = 2, .channels = {9}});
+    TrackSpec key = aux("Key source", "Key", 1);
+    TrackSpec verb = aux("Room", "Verb", 2);
+    TrackSpec delay = aux("Echo", "Delay", 2);
+    key.hidden = verb.hidden = delay.hidden = true;
+    verb.inserts = {{.key_input = builder::output_id("Key")}};
+    delay.sends = {{.target = "Key"}};
+    verb.comment = "long\n>";
+    TrackSpec voice = routed("Voice", "Out 1-2");
+    voice.sends = {{.target = "Verb"}};
+    TrackSpec off = routed("Off", "Out 1-2");
+    TrackSpec band = routed("Band", "", TrackKind::basic_folder);
+    TrackSpec spare = routed("Spares", "", TrackKind::basic_folder);
+    off.active = band.active = spare.active = false;
+    TrackSpec click = aux("Guide", "", 1);
+    click.inserts = {{.code = "Digiclik"}};
+    TrackSpec cue = aux("Click", "", 1);
+    cue.inserts = {{.code = "Digiclik"}, {}};
+    session.click(true).track(key).track(band).track(voice).track(off).track(verb).track(delay);
+    off.name = "Off as well";
+    session.track(spare).track(off).track(click).track(cue);
+    session.folder(1, {2, 3}).folder(6, {7}).strip_table_form(builder::StripTableForm::since_2022);
+    RunOptions options;
+    options.skip_hidden_tracks = options.skip_inactive_tracks = options.no_click = true;
+    options.comments_mode = comments_in_items;
+    return {"left_out_tracks", session, options, {}};
+}
+
 }  // namespace
 
 std::vector<GoldenCase> golden_cases() {
@@ -434,6 +466,7 @@ std::vector<GoldenCase> golden_cases() {
         alternates(),      alternates_dropped(),   surround(),     nested_folders(),
         groups_and_vcas(), crossfades(),           fade_shapes(),  fade_shapes_plain(),
         mixer(),           stretched_and_looped(), master_fader(), routing(),
+        left_out_tracks(),
     };
 }
 

@@ -55,7 +55,9 @@ public:
 
     std::vector<TrackPlan> plans() {
         tallies = {};
-        return assemble_tracks(input, tallies);
+        auto plans = assemble_tracks(input, tallies);
+        count_tracks(plans, tallies);
+        return plans;
     }
 
     AssemblyInput input;

@@ -178,7 +178,8 @@ TEST(PlanStripTracks, TakesTheStripsThatNeitherARowNorATrackIsNamedLike) {
     plans[0].session_name = "Track";
     EnvelopePlanner envelopes = planner();
     LevelTallies tallies;
-    const auto tracks = plan_strip_tracks(plans, MixerLookup(strips, rows, {}), envelopes, tallies);
+    const auto tracks =
+        plan_strip_tracks(plans, {}, MixerLookup(strips, rows, {}), envelopes, tallies);
     ASSERT_EQ(tracks.size(), 1U);
     EXPECT_EQ(tracks[0].name, "Alone");
     EXPECT_DOUBLE_EQ(tracks[0].mixer.gain, 0.1);

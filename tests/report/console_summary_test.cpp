@@ -137,6 +137,9 @@ RunTallies every_counter_at_one() {
                           .inactive_tracks = 1,
                           .voice_off_tracks = 1,
                           .names_not_bound = 1};
+    tallies.mix.click = {{"Click"}, {"Click 2"}, "Click 2"};
+    tallies.mix.leave_out = {{"Old"}, {"Off"}, {"Verb (Vox needs it)"}};
+    tallies.mix.comments.tracks = {"Vox", "Bass"};
     tallies.mix.levels = {.mixer_strips = 1,
                           .parked_faders = 1,
                           .set_to_read = 1,

@@ -1,0 +1,47 @@
+// Finds the comment of each track and sends it where the run wants it.
+#include "mix/track_comments.hpp"
+
+#include <set>
+#include <utility>
+
+namespace tanrove {
+
+std::string printable_line(std::string_view text) {
+    std::string line;
+    line.reserve(text.size());
+    for (const char c : text) {
+        if (static_cast<unsigned char>(c) >= ' ' || c == '\t') line += c;
+    }
+    return line;
+}
+
+std::vector<std::string> comment_lines(std::string_view comment) {
+    std::vector<std::string> lines;
+    while (!comment.empty()) {
+        const std::size_t end = comment.find('\n');
+        std::string line = printable_line(comment.substr(0, end));
+        lines.push_back(line == ">" ? " >" : std::move(line));
+        comment.remove_prefix(end == comment.npos ? comment.size() : end + 1);
+    }
+    while (!lines.empty() && lines.back().empty()) lines.pop_back();
+    return lines;
+}
+
+std::vector<TrackComment> place_comments(std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+                                         CommentPlace place, CommentTallies& tallies) {
+    tallies.place = place;
+    std::vector<TrackComment> notes;
+    std::set<const TrackDisplay*> placed;
+    for (TrackPlan& plan : plans) {
+        const TrackDisplay* display = mixer.display_of(plan);
+        if (display == nullptr || !placed.insert(display).second) continue;
+        std::vector<std::string> lines = comment_lines(display->comment);
+        if (lines.empty()) continue;
+        tallies.tracks.push_back(plan.name);
+        if (place == CommentPlace::items) plan.comment_lines = std::move(lines);
+        if (place == CommentPlace::project_notes) notes.push_back({plan.name, display->comment});
+    }
+    return notes;
+}
+
+}  // namespace tanrove

@@ -1,0 +1,50 @@
+// The account's sentences about tracks that were left out, or kept although they were to go.
+#include "report/summary_left_out.hpp"
+
+#include "report/count_rows.hpp"
+#include "report/name_lists.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::size_t max_quoted_names = 12;
+
+/// A sentence that ends in a colon, with a name a line behind it.
+void print_named(TextBuffer& out, const std::vector<std::string>& names, CountText text) {
+    if (!print_count(out, static_cast<int>(names.size()), text)) return;
+    out.append(one_name_a_line(names, no_cap));
+}
+
+}  // namespace
+
+void print_click_player(TextBuffer& out, const ClickTallies& tallies) {
+    if (tallies.player.empty()) return;
+    out.print(
+        "  Pro Tools' click is on and \"%s\" plays it. REAPER's metronome is\n"
+        "      left off. Click II is an AAX and plays nothing in REAPER: switch\n"
+        "      the metronome on to hear a click.\n",
+        shown_name(tallies.player).c_str());
+}
+
+void print_left_out_tracks(TextBuffer& out, const ClickTallies& clicks,
+                           const LeaveOutTallies& tallies) {
+    if (!clicks.left_out.empty()) {
+        out.print("  %d Click track(s) left out (--no-click):%s\n",
+                  static_cast<int>(clicks.left_out.size()),
+                  quoted_names(clicks.left_out, max_quoted_names).c_str());
+    }
+    print_named(out, tallies.hidden, "  %d hidden track(s) left out (--skip-hidden-tracks):\n");
+    print_named(out, tallies.inactive,
+                "  %d inactive track(s) left out (--skip-inactive-tracks):\n");
+    print_named(out, tallies.kept,
+                "  %d hidden or inactive track(s) KEPT, because a written track needs them:\n");
+    for (const std::string& name : clicks.kept_whole) {
+        out.print(
+            "  \"%s\" holds a Click II but also something else (inserts, sends, clips or\n"
+            "      a name another track shares), so the click toggle leaves it in, whole.\n",
+            shown_name(name).c_str());
+    }
+}
+
+}  // namespace tanrove

@@ -1,0 +1,17 @@
+// What stands in the insert slots of each strip.
+#pragma once
+
+#include <vector>
+
+#include "mix/click_tracks.hpp"
+#include "plugins/plugin_insert.hpp"
+#include "session/block_index.hpp"
+#include "session/strip_rows.hpp"
+
+namespace tanrove {
+
+/// The plug-ins and the hardware inserts whose strips are known.
+std::vector<StripInsert> strip_inserts(const BlockIndex& index, const std::vector<StripRow>& strips,
+                                       const std::vector<PluginInsert>& plugins);
+
+}  // namespace tanrove
