@@ -4,7 +4,7 @@
 //   13   u32 bytes that follow offset 17, less two
 //   17   u8 1 on a lane of a tick-based track
 //   25   u16 count of points
-//   27   5 bytes, 10^12 on a lane of a tick-based track, else 0
+//   27   5 bytes, the tick origin on a lane of a tick-based track
 //   35   i16 initial value
 //   37   the points, 6 bytes each: u32 position, i16 value
 //
@@ -15,6 +15,8 @@
 // A lane group 0x260c holds lanes; an empty one holds none.
 #include "session/automation_lanes.hpp"
 
+#include <algorithm>
+
 #include "session/first_enclosing.hpp"
 
 namespace tanrove {
@@ -22,7 +24,9 @@ namespace tanrove {
 namespace {
 
 constexpr std::uint16_t lane_group_type = 0x260c;
-constexpr std::uint16_t master_row_type = 0x261d;
+
+constexpr double hard_left = -100;
+constexpr double hard_right = 100;
 
 constexpr std::uint32_t min_lane_size = 32;
 constexpr std::size_t count_at = 25;
@@ -42,6 +46,12 @@ bool is_lane_at(ByteView image, std::size_t position) {
     return isBlockAt(image, position, image.size()) &&
            image.u16(position + block_content_at) == lane_type &&
            image.u32(position + block_size_at) >= min_lane_size;
+}
+
+bool stays_at(const Lane& lane, double value) {
+    return lane.initial == value &&
+           std::all_of(lane.points.begin(), lane.points.end(),
+                       [&](const LanePoint& point) { return point.value == value; });
 }
 
 /// The first `limit` blocks of the list that lie wholly between the two positions.
@@ -69,7 +79,7 @@ bool readLane(ByteView image, std::size_t position, Lane& lane) {
     if (!is_lane_at(image, position)) return false;
     const std::size_t bytes = image.u32(position + block_size_at) + block_size_base;
     const std::size_t count = image.u16(position + count_at);
-    lane.in_ticks = image.number(position + ticks_mark_at, ticks_mark_width) != 0;
+    lane.in_ticks = image.number(position + ticks_mark_at, ticks_mark_width) == tick_origin;
     lane.initial = image.i16(position + initial_at);
     if (bytes < points_at + count * point_bytes + bytes_behind_points) return true;
     lane.points.reserve(lane.points.size() + count);
@@ -79,6 +89,10 @@ bool readLane(ByteView image, std::size_t position, Lane& lane) {
                                static_cast<double>(image.i16(point + value_in_point))});
     }
     return true;
+}
+
+bool stay_hard_panned(const Lane& left, const Lane& right) {
+    return stays_at(left, hard_left) && stays_at(right, hard_right);
 }
 
 std::optional<double> lane_initial(ByteView image, std::size_t position) {
@@ -108,13 +122,17 @@ LaneGroups sortLanes(const BlockIndex& index, std::size_t start, std::size_t end
     return lanes;
 }
 
+bool LaneReader::is_open_to(std::size_t position, std::size_t owner) const {
+    const auto found = owners_.find(position);
+    return found == owners_.end() || found->second == owner;
+}
+
 bool LaneReader::read(std::size_t position, std::size_t owner, Lane& lane) {
     const bool is_owner = owners_.try_emplace(position, owner).first->second == owner;
     return is_owner && readLane(image_, position, lane);
 }
 
 LaneShape lane_shape(const BlockIndex& index, const Block& holder, const LaneGroups& lanes) {
-    if (holder.content_type == master_row_type) return LaneShape::master;
     const Block* child = index.first_child(holder);
     const std::uint8_t stored = child == nullptr ? 0 : index.image().u8(child->end());
     if (stored > 1) return LaneShape::none;

@@ -33,6 +33,9 @@ double lane_point_position(std::uint32_t stored, bool in_ticks);
 /// value alone.
 bool readLane(ByteView image, std::size_t position, Lane& lane);
 
+/// True if the lanes of two pan knobs, which are hard left and hard right, never leave them.
+bool stay_hard_panned(const Lane& left, const Lane& right);
+
 /// The initial value alone of the lane at `position`; nullopt if no lane stands there.
 std::optional<double> lane_initial(ByteView image, std::size_t position);
 
@@ -58,6 +61,9 @@ class LaneReader {
 public:
     explicit LaneReader(ByteView image) : image_(image) {}
 
+    /// True if no other owner has the lane.
+    bool is_open_to(std::size_t position, std::size_t owner) const;
+
     /// Fills `lane`; false if no lane stands there, or another owner has it.
     bool read(std::size_t position, std::size_t owner, Lane& lane);
 
@@ -74,7 +80,7 @@ enum class LaneShape : std::int8_t {
     none = 2,
 };
 
-/// The shape of the span of `holder`, whose lanes are `lanes`.
+/// The shape of the span of `holder`, which is no master fader's and whose lanes are `lanes`.
 LaneShape lane_shape(const BlockIndex& index, const Block& holder, const LaneGroups& lanes);
 
 }  // namespace tanrove

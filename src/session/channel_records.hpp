@@ -14,6 +14,9 @@ namespace tanrove {
 constexpr std::uint16_t channel_record_type = 0x1029;
 constexpr std::uint16_t send_channel_type = 0x260d;
 
+/// Offset of the channel record inside its send channel.
+constexpr std::size_t record_in_slot = 9;
+
 struct ChannelRecord {
     std::size_t at = 0;  ///< position of the 'Z'
     std::size_t end = 0;

@@ -4,7 +4,7 @@
 //   E      u8 scheme of the tracks
 //   E + 2  u8 scheme of the clips
 //
-// Without such a block, or where it fills the settings, they stand at 36 and 38.
+// Without such a block, or where the settings end in front of the second, they stand at 36 and 38.
 #include "session/colour_schemes.hpp"
 
 namespace tanrove {
@@ -24,15 +24,14 @@ ColourSchemes readColourSchemes(const BlockIndex& index) {
     for (const Block& settings : index.of_type(colour_settings_type).all()) {
         if (settings.size < least_size_with_tracks) continue;
         const Block* child = index.at(settings.at + child_at);
-        const bool has_child = child != nullptr && child->end() <= settings.end();
-        const auto scheme = [&](std::size_t behind_track) -> std::int32_t {
-            const std::size_t fixed = settings.at + fixed_track_at + behind_track;
-            const std::size_t moved = has_child ? child->end() + behind_track : fixed;
-            return index.image().u8(moved < settings.end() ? moved : fixed);
-        };
+        const bool follow_child =
+            child != nullptr && child->end() + clip_behind_track < settings.end();
+        const std::size_t at = follow_child ? child->end() : settings.at + fixed_track_at;
         ColourSchemes schemes;
-        schemes.track = scheme(0);
-        if (settings.size >= least_size_with_clips) schemes.clip = scheme(clip_behind_track);
+        schemes.track = index.image().u8(at);
+        if (settings.size >= least_size_with_clips) {
+            schemes.clip = index.image().u8(at + clip_behind_track);
+        }
         return schemes;
     }
     return {};

@@ -1,6 +1,6 @@
 // A group 0x202a, offsets from its 'Z', n being the bytes of its name, A = 13 + n:
 //
-//   9       u32 n, 1 to 128, ASCII text at 13
+//   9       u32 n, 1 to 128, text at 13
 //   A       u8 kind
 //   A + 1   u8 slot (0xff, with three more behind it, on "<ALL>")
 //   A + 5   u8 not 0: active
@@ -58,7 +58,7 @@ void take_attributes(ByteView image, const Block& block, GroupRecord& group) {
 std::optional<GroupRecord> read_group(ByteView image, const Block& block,
                                       const BlockList& attributes) {
     const auto name = readCountedText(image, block.at + name_count_at, max_name_bytes, block.end());
-    if (!name || name->empty() || !is_ascii_text(*name)) return std::nullopt;
+    if (!name || name->empty() || !is_session_text(*name)) return std::nullopt;
     if (block.size < name->size() + size_without_name) return std::nullopt;
 
     const std::size_t fields = block.at + name_at + name->size();

@@ -75,7 +75,8 @@ std::vector<InstrumentLink> readInstrumentLinks(const BlockIndex& index,
         const std::int32_t output = image.i32(settings->at + output_at);
         if (output > 0 && static_cast<std::size_t>(output) <= outputs.size()) {
             const MidiOutput& target = outputs[static_cast<std::size_t>(output) - 1];
-            if (target.is_plugin_node) links.push_back({row.current_name, target.name});
+            const auto& name = target.name.empty() ? std::string(unknown_instrument) : target.name;
+            if (target.is_plugin_node) links.push_back({row.current_name, name});
         }
         if (output != 0 || image.u8(settings->at + plays_instrument_at) != 1) continue;
         const auto identity = identity_in(image, *settings);

@@ -22,7 +22,7 @@ void read_first(const BlockIndex& index, const StripRow& row, Strip& strip) {
         }
     }
     LaneReader reader(index.image());
-    readLanesOfRow(index, *block, reader, 0, strip);
+    readLanesOfRow(index, *block, true, reader, 0, strip);
 }
 
 }  // namespace

@@ -5,11 +5,9 @@
 #include <vector>
 
 #include "session/block_index.hpp"
+#include "session/midi_event_lists.hpp"
 
 namespace tanrove {
-
-/// Low byte of a controller's kind. Of a continuous controller the high byte is its number.
-enum class MidiControllerType : std::uint8_t { pitch_bend = 1, continuous = 2, aftertouch = 4 };
 
 /// One value of a controller. `position` counts in the time of the notes, as stored.
 struct MidiController {
@@ -17,14 +15,6 @@ struct MidiController {
     std::uint64_t position = 0;
     std::uint32_t value = 0;
 };
-
-/// The type of a controller kind, and the number that belongs to it.
-inline MidiControllerType controller_type(std::uint16_t kind) {
-    return static_cast<MidiControllerType>(kind & 0xff);
-}
-inline std::uint8_t controller_number(std::uint16_t kind) {
-    return static_cast<std::uint8_t>(kind >> 8);
-}
 
 /// A system exclusive message as stored. `position` as that of a controller.
 struct MidiSysex {

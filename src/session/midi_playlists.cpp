@@ -1,7 +1,5 @@
 // MIDI playlists 0x1057 and their placements 0x1056; the layouts stand with the walk of playlists.
-// Two readers take them flat, without the walk's tests: offsets from a playlist's 'Z', u32 count
-// and text of the name at 9; from the 'Z' of the 0x104f in a placement, u32 region at 11, position
-// at 16, clip group mark at 27.
+// Two readers take them flat, without the walk's tests.
 #include "session/midi_playlists.hpp"
 
 #include <algorithm>
@@ -19,7 +17,6 @@ constexpr std::uint16_t record_type = 0x104f;
 constexpr std::uint8_t kind_ticks = 2;
 
 constexpr std::size_t max_counted_name = 64;
-constexpr std::size_t group_mark_at = 27;
 
 // Limits of the flat rows.
 constexpr std::uint32_t least_playlist = 12;
@@ -28,8 +25,6 @@ constexpr std::size_t max_row_name = 200;
 constexpr std::uint32_t least_placement = 20;
 constexpr std::uint32_t largest_placement = 4000;
 constexpr std::uint32_t largest_empty_record = 11;
-constexpr std::size_t region_at = 11;
-constexpr std::size_t position_at = 16;
 
 std::uint64_t distance_from_origin(std::uint64_t stored) {
     return stored < tick_origin ? tick_origin - stored : stored - tick_origin;
@@ -44,7 +39,9 @@ MidiPlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
         if (!row) continue;
         detail.region_ids.push_back(row->id);
         detail.colours.push_back(row->colour);
+        detail.is_fade.push_back(row->is_fade ? 1 : 0);
         detail.overlap.push_back(row->overlap);
+        detail.in_group.push_back(row->in_group ? 1 : 0);
         detail.muted.push_back(row->muted ? 1 : 0);
         detail.locked.push_back(row->locked ? 1 : 0);
         detail.positions.push_back(detail.is_second_kind ? distance_from_origin(row->position)
@@ -91,8 +88,9 @@ std::map<std::string, int> readMidiClipCounts(const BlockIndex& index) {
     const auto any = [](const Block&) { return true; };
     for_each_placement(index, max_counted_name, any, [&](std::string_view name, const Block& row) {
         const Block* record = index.first_child(row, record_type);
-        if (record == nullptr || index.image().u8(record->at + group_mark_at) != 1) return;
-        ++counts[std::string(name)];
+        if (record != nullptr && holds_clip_group(index.image(), record->at)) {
+            ++counts[std::string(name)];
+        }
     });
     return counts;
 }
@@ -112,8 +110,8 @@ std::vector<MidiPlaylistRow> readMidiPlaylistRows(const BlockIndex& index) {
         if (row.size < least_placement || row.size > largest_placement) return;
         const Block* record = records.first_inside(row.payload(), row.end());
         if (record == nullptr) return;
-        rows.push_back({std::string(name), image.u32(record->at + region_at),
-                        read_position(image, record->at + position_at)});
+        rows.push_back({std::string(name), image.u32(record->at + placed_id_at),
+                        read_position(image, record->at + placed_position_at)});
     });
     return rows;
 }

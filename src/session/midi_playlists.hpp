@@ -14,10 +14,12 @@ namespace tanrove {
 /// The edit list of one MIDI playlist: parallel lists, one entry a placement.
 struct MidiPlaylistDetail {
     std::string name;
-    bool is_second_kind = false;  ///< true: positions are ticks; false: samples
-    std::vector<std::uint32_t> region_ids;
-    std::vector<std::int32_t> colours;   ///< -2 none
-    std::vector<std::uint32_t> overlap;  ///< 1 over the next, 2 over the previous, 3 ordinary
+    bool is_second_kind = false;            ///< true: positions are ticks; false: samples
+    std::vector<std::uint32_t> region_ids;  ///< a region, or a clip group
+    std::vector<std::int32_t> colours;      ///< -2 none
+    std::vector<std::uint32_t> is_fade;
+    std::vector<std::uint32_t> overlap;   ///< 1 over the next, 2 over the previous, 3 ordinary
+    std::vector<std::uint32_t> in_group;  ///< not 0: `region_ids` holds a clip group's index
     std::vector<std::uint32_t> muted;
     std::vector<std::uint32_t> locked;
     /// Samples, or ticks as their distance from the origin, whichever side of it they lie on.
@@ -32,7 +34,7 @@ struct MidiPlaylists {
 
 MidiPlaylists readMidiPlaylists(const BlockIndex& index);
 
-/// How many marked clips the MIDI playlists of each name hold: those whose row holds a clip group.
+/// How many rows with a clip group the MIDI playlists of each name hold.
 std::map<std::string, int> readMidiClipCounts(const BlockIndex& index);
 
 /// One placement of a MIDI playlist, whatever the playlist's kind.

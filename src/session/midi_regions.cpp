@@ -8,7 +8,8 @@
 //   behind  the block: u32 place of the stream it plays
 //
 // The group list 0x262c holds the compound clips: a 0x262b each, in that a 0x2628, and 4 bytes
-// behind that block the u32 place of a stream. One whose 0x2628 holds a 0x2523 is none.
+// behind that block the u32 place of a stream. One whose 0x2628 holds a 0x2523 is none, and has no
+// number either.
 #include "session/midi_regions.hpp"
 
 #include <algorithm>
@@ -94,14 +95,15 @@ private:
     std::vector<Region> regions_;
 };
 
-/// Calls `use` with each node that lies in a list, in a group, and is of the type wanted: of the
-/// newer types or, in older sessions, of the older ones.
+/// The types of a list, of the groups in it, and of the records in those.
 struct Nesting {
     std::uint16_t list = 0;
     std::uint16_t group = 0;
     std::uint16_t record = 0;
 };
 
+/// Calls `use` with each record that is nested so: in blocks of the newer types or, in older
+/// sessions, of the older ones.
 template <typename Use>
 void for_each_record(std::span<const BlockNode> tree, const Nesting& newer, const Nesting& older,
                      Use use) {
@@ -140,8 +142,9 @@ std::vector<Region> read_midi_regions(ByteView image, std::span<const BlockNode>
     std::size_t name_budget = image.size() * max_copied_name_bytes_per_image_byte;
     const Nesting compound{compound_list_type, compound_type, name_type};
     for_each_record(tree, compound, compound, [&](const BlockNode& record) {
+        if (!is_compound(record)) return;
         const auto stream = stream_at(image, end_of(record) + compound_stream_behind, streams);
-        if (!stream || !is_compound(record) || name.size() > name_budget) return;
+        if (!stream || name.size() > name_budget) return regions.add(std::nullopt);
         name_budget -= name.size();
         Region region;
         region.name = name;

@@ -1,5 +1,6 @@
 // One top-level block 0x2000 holds all streams of a session, as records that a text of a few
-// letters opens. From the "MdNLB" of a note list:
+// letters opens. Lists of other events stand between the note lists, and are stepped over: a SysEx
+// message may hold any text. From the "MdNLB" of a note list:
 //
 //   5   u16 version, u32 bytes that follow
 //   11  u32 number of notes
@@ -17,11 +18,14 @@
 #include <algorithm>
 #include <string_view>
 
+#include "session/midi_event_lists.hpp"
+
 namespace tanrove {
 
 namespace {
 
 constexpr std::uint16_t streams_type = 0x2000;
+constexpr std::string_view record_mark = "Md";  // what all records begin with
 constexpr std::string_view note_list_mark = "MdNLB";
 constexpr std::size_t note_count_at = 11;
 constexpr std::size_t notes_at = 15;
@@ -55,14 +59,25 @@ MidiStream read_stream(ByteView image, std::size_t at, std::size_t count) {
 }
 
 /// The streams of one block, `body` being the image up to the block's end.
-void read_block(ByteView body, std::size_t from, std::vector<MidiStream>& streams) {
-    std::size_t at = body.find(note_list_mark, from);
+void read_block(ByteView body, std::size_t from, MidiEventLists& lists,
+                std::vector<MidiStream>& streams) {
+    bool is_open = false;  // lists belong to the stream in front of them
+    std::size_t at = body.find(record_mark, from);
     while (at != ByteView::npos && body.holds(at, notes_at)) {
-        const std::size_t first = at + notes_at;
-        const std::size_t room = (body.size() - first) / note_bytes;
-        const std::size_t count = std::min<std::size_t>(body.u32(at + note_count_at), room);
-        streams.push_back(read_stream(body, first, count));
-        at = body.find(note_list_mark, first + count * note_bytes);
+        std::size_t next = at + 1;
+        if (body.has(at, note_list_mark)) {
+            const std::size_t first = at + notes_at;
+            const std::size_t room = (body.size() - first) / note_bytes;
+            const std::size_t count = std::min<std::size_t>(body.u32(at + note_count_at), room);
+            streams.push_back(read_stream(body, first, count));
+            next = first + count * note_bytes;
+            is_open = true;
+        } else if (is_open) {
+            auto list = lists.sysex_list(at);
+            if (!list) list = lists.controller_list(at);
+            if (list) next = list->end;
+        }
+        at = body.find(record_mark, next);
     }
 }
 
@@ -70,9 +85,10 @@ void read_block(ByteView body, std::size_t from, std::vector<MidiStream>& stream
 
 std::vector<MidiStream> read_midi_streams(ByteView image, std::span<const BlockNode> tree) {
     std::vector<MidiStream> streams;
+    MidiEventLists lists(image);
     for (const BlockNode& node : tree) {
         if (node.contentType != streams_type) continue;
-        read_block(image.window(0, node.offset + node.size), node.offset, streams);
+        read_block(image.window(0, node.offset + node.size), node.offset, lists, streams);
     }
     return streams;
 }

@@ -5,17 +5,18 @@
 // Basic folder (type 11) has no row there.
 //
 // MIDI playlists 0x1058: a 0x1057 a track, with u32 count and text of its name at 9; in it a 0x1056
-// a placement, which has at 18 a byte that is kept, 1 or not; in that a 0x104f:
-//   11  u32 region
-//   16  8 bytes position
-//   27  u8 not 0: the row holds a clip group
+// a placement, which has at 18 a byte that is kept, 1 or not; in that a placement record 0x104f. An
+// alternate playlist has a 0x1057 of its own, under a name that no track bears.
 #include "session/midi_tracks.hpp"
 
 #include <algorithm>
 #include <array>
 #include <map>
 #include <optional>
+#include <set>
 #include <string_view>
+
+#include "session/playlist_walk.hpp"
 
 namespace tanrove {
 
@@ -33,9 +34,6 @@ constexpr std::size_t strip_type_at = 2;
 constexpr std::size_t strip_name_count_at = 4;
 constexpr std::size_t playlist_name_count_at = 2;
 constexpr std::size_t kept_byte_at = 11;
-constexpr std::size_t placed_region_at = 4;
-constexpr std::size_t placed_position_at = 9;
-constexpr std::size_t placed_group_at = 20;
 constexpr std::size_t placed_bytes = placed_position_at + position_width;
 
 constexpr std::size_t max_stored_name = 512;  // a longer count is no track's
@@ -59,12 +57,14 @@ std::vector<std::uint16_t> strip_kinds(const BlockIndex& index) {
     return kinds;
 }
 
-std::vector<const BlockNode*> strip_entries(std::span<const BlockNode> tree) {
+/// The children of type `entry` in the lists of type `list`.
+std::vector<const BlockNode*> entries_of(std::span<const BlockNode> tree, std::uint16_t list,
+                                         std::uint16_t entry) {
     std::vector<const BlockNode*> entries;
-    for (const BlockNode& table : tree) {
-        if (table.contentType != strip_table_types.front()) continue;
-        for (const BlockNode& node : table.children) {
-            if (node.contentType == 0x251a) entries.push_back(&node);
+    for (const BlockNode& node : tree) {
+        if (node.contentType != list) continue;
+        for (const BlockNode& child : node.children) {
+            if (child.contentType == entry) entries.push_back(&child);
         }
     }
     return entries;
@@ -85,25 +85,33 @@ public:
         for (const TrackTableRow& track : tracks) track_of_name_.emplace(track.name, &track);
     }
 
-    /// The track that a playlist belongs to: the one of its name, else the one of its number.
-    const TrackTableRow* track_of(const BlockNode& playlist, std::size_t number) const {
-        const auto name = readCountedText(image_, playlist.offset + playlist_name_count_at,
-                                          playlist.size, end_of(playlist));
-        const auto named = track_of_name_.find(name.value_or("").substr(0, max_track_name));
-        if (name && named != track_of_name_.end()) return named->second;
-        return number < tracks_.size() ? &tracks_[number] : nullptr;
+    /// To be called for every playlist before the first is asked for its track.
+    void note_name(const BlockNode& playlist) {
+        if (const auto name = name_of(playlist)) playlist_names_.insert(*name);
     }
 
-    void add(const TrackTableRow& track, const BlockNode& placement, const BlockNode& record) {
-        if (!image_.holds(record.offset, placed_bytes)) return;
-        const std::uint32_t number = image_.u32(record.offset + placed_region_at);
+    /// The track that a playlist belongs to: the one of its name, else the one of its number if
+    /// that has no playlist of its own name.
+    const TrackTableRow* track_of(const BlockNode& playlist, std::size_t number) const {
+        const auto name = name_of(playlist);
+        const auto named = track_of_name_.find(name.value_or(""));
+        if (name && named != track_of_name_.end()) return named->second;
+        if (number >= tracks_.size() || playlist_names_.contains(tracks_[number].name)) {
+            return nullptr;
+        }
+        return &tracks_[number];
+    }
+
+    void add(const TrackTableRow& track, const BlockNode& placement, const BlockNode& node) {
+        const std::size_t record = node.offset - block_content_at;
+        if (!image_.holds(record, placed_bytes)) return;
+        const std::uint32_t number = image_.u32(record + placed_id_at);
         if (number >= no_region) return;
-        const bool is_group = image_.u8(record.offset + placed_group_at) != 0;
+        const bool is_group = holds_clip_group(image_, record);
         const auto region = is_group ? number : place_of_region(number);
         if (!region) return;
         rows_.push_back({
-            .start =
-                distance_from_origin(read_position(image_, record.offset + placed_position_at)),
+            .start = distance_from_origin(read_position(image_, record + placed_position_at)),
             .region_index = *region,
             .index = track.id,
             .is_clip_group = is_group,
@@ -114,6 +122,12 @@ public:
     std::vector<ClipTrack> take() { return std::move(rows_); }
 
 private:
+    std::optional<std::string_view> name_of(const BlockNode& playlist) const {
+        const auto name = readCountedText(image_, playlist.offset + playlist_name_count_at,
+                                          playlist.size, end_of(playlist));
+        return name ? std::optional(name->substr(0, max_track_name)) : std::nullopt;
+    }
+
     std::optional<std::uint32_t> place_of_region(std::uint32_t number) const {
         const auto before = [](const Region& region, std::uint32_t n) { return region.index < n; };
         const auto found = std::lower_bound(regions_.begin(), regions_.end(), number, before);
@@ -125,6 +139,7 @@ private:
     std::span<const TrackTableRow> tracks_;
     std::span<const Region> regions_;
     std::map<std::string_view, const TrackTableRow*> track_of_name_;
+    std::set<std::string_view> playlist_names_;
     std::vector<ClipTrack> rows_;
 };
 
@@ -134,7 +149,7 @@ std::vector<TrackTableRow> readMidiTrackRows(const BlockIndex& index,
                                              std::span<const BlockNode> tree) {
     const ByteView image = index.image();
     const auto kinds = strip_kinds(index);
-    const auto entries = strip_entries(tree);
+    const auto entries = entries_of(tree, strip_table_types.front(), 0x251a);
     const bool has_rowless = entries.size() != kinds.size() && entries.size() != 2 * kinds.size();
     std::vector<TrackTableRow> rows;
     std::size_t strip = 0;
@@ -159,19 +174,16 @@ std::vector<TrackTableRow> readMidiTrackRows(const BlockIndex& index) {
 std::vector<ClipTrack> read_midi_clips(ByteView image, std::span<const BlockNode> tree,
                                        std::span<const TrackTableRow> tracks,
                                        std::span<const Region> regions) {
+    const auto playlists = entries_of(tree, 0x1058, 0x1057);
     ClipJoiner joiner(image, tracks, regions);
-    std::size_t number = 0;
-    for (const BlockNode& list : tree) {
-        if (list.contentType != 0x1058) continue;
-        for (const BlockNode& playlist : list.children) {
-            if (playlist.contentType != 0x1057) continue;
-            const TrackTableRow* track = joiner.track_of(playlist, number++);
-            if (track == nullptr) continue;
-            for (const BlockNode& placement : playlist.children) {
-                if (placement.contentType != 0x1056) continue;
-                for (const BlockNode& record : placement.children) {
-                    if (record.contentType == 0x104f) joiner.add(*track, placement, record);
-                }
+    for (const BlockNode* playlist : playlists) joiner.note_name(*playlist);
+    for (std::size_t number = 0; number < playlists.size(); ++number) {
+        const TrackTableRow* track = joiner.track_of(*playlists[number], number);
+        if (track == nullptr) continue;
+        for (const BlockNode& placement : playlists[number]->children) {
+            if (placement.contentType != 0x1056) continue;
+            for (const BlockNode& record : placement.children) {
+                if (record.contentType == 0x104f) joiner.add(*track, placement, record);
             }
         }
     }

@@ -13,7 +13,7 @@
 //   I + 16  position
 //   I + 24  u8 overlap
 //   I + 25  i16 colour, -2 none
-//   I + 27  u8 not 0: the row holds a clip group
+//   I + 27  u8 not 0: the row holds a clip group; the record may end in front of it
 //   I + 39  u8 not 0: muted
 // The byte right behind the 0x104f (the last one of W where the 0x104f fills it) is 1 on a fade's
 // row.
@@ -39,8 +39,6 @@ constexpr std::uint32_t least_size_with_mark = 4;
 
 constexpr std::size_t lock_at = 9;
 constexpr std::size_t early_mute_at = 10;
-constexpr std::size_t id_at = 11;
-constexpr std::size_t position_at = 16;
 constexpr std::size_t overlap_at = 24;
 constexpr std::size_t colour_at = 25;
 constexpr std::size_t group_at = 27;
@@ -56,6 +54,11 @@ bool has_fade_mark(ByteView image, std::size_t outer, std::size_t inner) {
 }
 
 }  // namespace
+
+bool holds_clip_group(ByteView image, std::size_t at) {
+    return block_size_base + std::size_t{image.u32(at + block_size_at)} > group_at &&
+           image.u8(at + group_at) != 0;
+}
 
 PlaylistWalker::PlaylistWalker(const BlockIndex& index)
     : image_(index.image()), steps_left_(index.blocks().all().size()) {}
@@ -97,12 +100,12 @@ std::optional<PlacementRow> read_placement_row(ByteView image, std::size_t at) {
     if (image.u16(inner + block_content_at) != placement_type) return std::nullopt;
     const bool late_mute = image.holds(at, late_mute_room) && image.u8(inner + late_mute_at) != 0;
     return PlacementRow{
-        .id = image.u32(inner + id_at),
-        .position = read_position(image, inner + position_at),
+        .id = image.u32(inner + placed_id_at),
+        .position = read_position(image, inner + placed_position_at),
         .colour = image.i16(inner + colour_at),
         .overlap = image.u8(inner + overlap_at),
         .is_fade = has_fade_mark(image, at, inner),
-        .in_group = image.u8(inner + group_at) != 0,
+        .in_group = holds_clip_group(image, inner),
         .locked = image.u8(inner + lock_at) != 0,
         .muted = image.u8(inner + early_mute_at) != 0 || late_mute,
     };

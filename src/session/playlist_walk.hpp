@@ -11,6 +11,14 @@
 
 namespace tanrove {
 
+// Where a placement record 0x104f, of whichever kind of playlist, has its id and its position.
+constexpr std::size_t placed_id_at = 11;
+constexpr std::size_t placed_position_at = 16;
+
+/// True if the placement record at `at` names a clip group. A short record has no such mark: the
+/// byte in its place is another record's.
+bool holds_clip_group(ByteView image, std::size_t at);
+
 /// What one placement row stores. `id` is a region, a fade on a fade's row, or a clip group.
 struct PlacementRow {
     std::uint32_t id = 0;

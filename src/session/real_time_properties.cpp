@@ -1,6 +1,6 @@
-// Each MIDI playlist ends with the properties 0x2502 of its track; they follow each other as the
-// MIDI and instrument tracks do in the mixer. A last one at the session's end belongs to no track.
-// From the 'Z':
+// Each MIDI playlist 0x1057, its name at 9, ends with the properties 0x2502 of its track; they
+// follow each other as the MIDI and instrument tracks do in the mixer, but for those of alternate
+// playlists between them. A last one at the session's end belongs to no track. From the 'Z':
 //
 //   11  u8 1: quantize on
 //   13  0x103d, the quantize grid, of size G at 16, mostly 59; u8 swing at 54, inside it
@@ -16,9 +16,20 @@
 //   156 u8 1: transpose on, u8 duration, i8 octaves, i8 semitones
 #include "session/real_time_properties.hpp"
 
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <string_view>
+
+#include "session/enclosing_blocks.hpp"
+
 namespace tanrove {
 
 namespace {
+
+constexpr std::uint16_t playlist_type = 0x1057;
+constexpr std::size_t playlist_name_at = 9;
+constexpr std::size_t max_playlist_name = 200;
 
 constexpr std::uint16_t properties_type = 0x2502;
 constexpr std::uint16_t grid_type = 0x103d;
@@ -77,17 +88,80 @@ RealTimeProperties read_properties(const BlockIndex& index, const Block& block) 
     };
 }
 
+/// The MIDI and instrument rows by the names that one of them alone bears: the current names, and
+/// the original ones that are nobody's current name.
+class RowsByName {
+public:
+    explicit RowsByName(std::span<const StripRow> rows) {
+        std::map<std::string_view, std::size_t> original;
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            if (!plays_midi(rows[i].type)) continue;
+            add(rows_, rows[i].current_name, i);
+            add(original, rows[i].original_name, i);
+        }
+        rows_.merge(original);
+    }
+
+    std::size_t find(std::string_view name) const {
+        const auto found = rows_.find(name);
+        return found == rows_.end() ? no_row : found->second;
+    }
+
+    static constexpr std::size_t no_row = static_cast<std::size_t>(-1);
+
+private:
+    static void add(std::map<std::string_view, std::size_t>& names, std::string_view name,
+                    std::size_t row) {
+        const auto [place, is_new] = names.emplace(name, row);
+        if (!is_new) place->second = no_row;
+    }
+
+    std::map<std::string_view, std::size_t> rows_;
+};
+
+/// For each properties block the row that its playlist names, or `RowsByName::no_row`.
+std::vector<std::size_t> named_rows(const BlockIndex& index, std::span<const Block> blocks,
+                                    std::span<const StripRow> rows) {
+    std::vector<std::size_t> positions;
+    positions.reserve(blocks.size());
+    for (const Block& block : blocks) positions.push_back(block.at);
+    const RowsByName by_name(rows);
+    std::vector<std::size_t> named;
+    named.reserve(blocks.size());
+    for (const Block* playlist :
+         smallest_enclosing(index.of_type(playlist_type).all(), positions)) {
+        const auto name = playlist == nullptr
+                              ? std::nullopt
+                              : readCountedText(index.image(), playlist->at + playlist_name_at,
+                                                max_playlist_name, playlist->end());
+        named.push_back(name ? by_name.find(*name) : RowsByName::no_row);
+    }
+    return named;
+}
+
 }  // namespace
 
 std::vector<RealTimeProperties> readRealTimeProperties(const BlockIndex& index,
                                                        std::span<const StripRow> rows) {
+    const auto all = index.of_type(properties_type).all();
+    std::vector<Block> blocks;
+    std::copy_if(all.begin(), all.end(), std::back_inserter(blocks),
+                 [](const Block& block) { return block.size >= least_size; });
+    const auto named = named_rows(index, blocks, rows);
+
     std::vector<RealTimeProperties> list(rows.size());
+    std::vector<bool> is_taken(rows.size(), false);
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        if (named[i] == RowsByName::no_row || is_taken[named[i]]) continue;
+        is_taken[named[i]] = true;
+        list[named[i]] = read_properties(index, blocks[i]);
+    }
     std::size_t row = 0;
-    for (const Block& block : index.of_type(properties_type).all()) {
-        if (block.size < least_size) continue;
-        while (row < rows.size() && !plays_midi(rows[row].type)) ++row;
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        if (named[i] != RowsByName::no_row) continue;
+        while (row < rows.size() && (!plays_midi(rows[row].type) || is_taken[row])) ++row;
         if (row == rows.size()) break;
-        list[row++] = read_properties(index, block);
+        list[row++] = read_properties(index, blocks[i]);
     }
     return list;
 }

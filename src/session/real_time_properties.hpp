@@ -28,7 +28,8 @@ struct RealTimeProperties {
 };
 
 /// One entry a row, in the order of the rows; defaults on rows of other kinds and where nothing is
-/// stored.
+/// stored. Properties in a playlist whose name one MIDI or instrument row alone bears are that
+/// row's; the others go in order to the rows that this leaves.
 std::vector<RealTimeProperties> readRealTimeProperties(const BlockIndex& index,
                                                        std::span<const StripRow> rows);
 

@@ -25,8 +25,6 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::size_t record_in_slot = 9;
-
 constexpr std::size_t count_width = 4;
 constexpr std::size_t max_input_name_bytes = 80;
 constexpr std::size_t zeros_behind_name = 4;

@@ -1,11 +1,11 @@
 // The lanes of a send stand in its slot in one of three ways:
 //
 //   no groups       level, mute, pan, right pan
+//   in groups       level and mute first in the first group, the pan first in the second
 //   flat lanes      level, mute; the pans in groups of their own, as on the strip itself
-//   groups alone    level and mute in the first, the pan first in the second
 //
-// The second way is how the strip's own slot has its lanes; a send into a surround bus may have a
-// panner's lanes in its first group, so two flat lanes decide.
+// A first group of two lanes or more decides for the second way. No session at hand has a send with
+// groups: the third way is how the strip's own slot has its lanes, and sends are built like it.
 #include "session/send_lanes.hpp"
 
 #include <algorithm>
@@ -14,9 +14,8 @@ namespace tanrove {
 
 namespace {
 
-constexpr double hard_left = -100;
-constexpr double hard_right = 100;
 constexpr int stereo_kind = 2;
+constexpr std::size_t knob_count = 2;
 
 /// Positions of the lanes by what they move; the pans may be fewer than two.
 struct SendLanePlaces {
@@ -24,35 +23,28 @@ struct SendLanePlaces {
     std::vector<std::size_t> pans;
 };
 
-constexpr std::size_t knob_count = 2;
-
 SendLanePlaces places_of(const LaneGroups& lanes) {
     SendLanePlaces places;
     const auto& flat = lanes.flat;
     const std::size_t fixed = std::min<std::size_t>(flat.size(), 2);
     const auto behind_fixed = flat.begin() + static_cast<std::ptrdiff_t>(fixed);
+    const bool in_groups = fixed < 2 || (!lanes.groups.empty() && lanes.groups.front().size() >= 2);
     if (lanes.groups.empty()) {
         places.level_and_mute.assign(flat.begin(), behind_fixed);
         places.pans.assign(behind_fixed, flat.end());
-    } else if (fixed == 2) {
-        places.level_and_mute.assign(flat.begin(), behind_fixed);
-        for (const auto& group : lanes.groups) {
-            if (!group.empty()) places.pans.push_back(group.front());
-        }
-    } else {
+    } else if (in_groups) {
         places.level_and_mute = lanes.groups.front();
         if (lanes.groups.size() > 1 && !lanes.groups[1].empty()) {
             places.pans.push_back(lanes.groups[1].front());
         }
+    } else {
+        places.level_and_mute.assign(flat.begin(), behind_fixed);
+        for (const auto& group : lanes.groups) {
+            if (!group.empty()) places.pans.push_back(group.front());
+        }
     }
     if (places.pans.size() > knob_count) places.pans.resize(knob_count);
     return places;
-}
-
-bool stays_at(const Lane& lane, double value) {
-    return lane.initial == value &&
-           std::all_of(lane.points.begin(), lane.points.end(),
-                       [&](const LanePoint& point) { return point.value == value; });
 }
 
 }  // namespace
@@ -76,8 +68,7 @@ void read_send_lanes(const BlockIndex& index, const Block& slot, LaneReader& rea
     }
     send.mono_flag =
         !lanes.groups.empty() && lane_shape(index, slot, lanes) == LaneShape::two_knobs;
-    if (send.pan_kind == stereo_kind && stays_at(send.pan_lane, hard_left) &&
-        stays_at(send.pan_right_lane, hard_right)) {
+    if (send.pan_kind == stereo_kind && stay_hard_panned(send.pan_lane, send.pan_right_lane)) {
         send.pan_lane.points.clear();
         send.pan_right_lane.points.clear();
         send.pan_kind = 0;

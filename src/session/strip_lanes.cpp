@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <array>
 #include <numeric>
+#include <optional>
 
 #include "base/formatted_text.hpp"
 #include "session/channel_records.hpp"
@@ -29,8 +30,9 @@ constexpr std::array<std::uint16_t, 4> holder_types = {0x261b, 0x261d, 0x2620, 0
 constexpr std::size_t max_panners = 2;
 constexpr std::size_t stereo_flat_lanes = 5;
 constexpr double tenths = 10.0;
-constexpr double hard_left = -100;
-constexpr double hard_right = 100;
+constexpr std::int32_t hard_left = -100;
+constexpr std::int32_t hard_right = 100;
+constexpr std::uint16_t master_row_type = 0x261d;
 
 /// Gives the lanes of one strip their places on it.
 class StripLanes {
@@ -39,6 +41,8 @@ public:
         : reader_(reader), owner_(owner), strip_(strip) {}
 
     void assign(const LaneGroups& lanes, LaneShape shape) {
+        const auto first = first_of(lanes);
+        if (first && !reader_.is_open_to(*first, owner_)) return;
         if (lanes.any_group_multiple) assign_surround(lanes);
         if (lanes.groups.empty()) {
             assign_by_count(lanes.flat);
@@ -48,6 +52,14 @@ public:
     }
 
 private:
+    static std::optional<std::size_t> first_of(const LaneGroups& lanes) {
+        if (!lanes.flat.empty()) return lanes.flat.front();
+        for (const auto& group : lanes.groups) {
+            if (!group.empty()) return group.front();
+        }
+        return std::nullopt;
+    }
+
     /// The first lane is the volume's in every form.
     void read_volume(std::size_t position) {
         const bool was_read = reader_.read(position, owner_, strip_.volume_lane);
@@ -107,18 +119,12 @@ private:
     Strip& strip_;
 };
 
-bool stays_at(const Lane& lane, double value) {
-    return std::all_of(lane.points.begin(), lane.points.end(),
-                       [&](const LanePoint& point) { return point.value == value; });
-}
-
 /// Pan lanes of a stereo strip that only repeat hard left and hard right carry no move. Those that
 /// move are a pair, and go apart as one. Each keeps its initial value.
 void clean_stereo_pan(Strip& strip) {
     if (!strip.stereo) return;
     const bool is_hard_panned = strip.pan == hard_left && strip.pan_right == hard_right;
-    if (is_hard_panned && stays_at(strip.pan_lane, hard_left) &&
-        stays_at(strip.pan_right_lane, hard_right)) {
+    if (is_hard_panned && stay_hard_panned(strip.pan_lane, strip.pan_right_lane)) {
         strip.pan_lane.points.clear();
         strip.pan_right_lane.points.clear();
         return;
@@ -152,12 +158,13 @@ std::vector<std::size_t> strips_by_position(const std::vector<Strip>& strips) {
 
 }  // namespace
 
-void readLanesOfRow(const BlockIndex& index, const Block& row, LaneReader& reader,
+void readLanesOfRow(const BlockIndex& index, const Block& row, bool is_master, LaneReader& reader,
                     std::size_t owner, Strip& strip) {
     const Block* channel = index.first_child(row, send_channel_type);
     const Block& holder = channel != nullptr ? *channel : row;
     const LaneGroups lanes = sortLanes(index, holder.at, holder.end());
-    StripLanes(reader, owner, strip).assign(lanes, lane_shape(index, holder, lanes));
+    const LaneShape shape = is_master ? LaneShape::master : lane_shape(index, holder, lanes);
+    StripLanes(reader, owner, strip).assign(lanes, shape);
     clean_stereo_pan(strip);
 }
 
@@ -168,6 +175,8 @@ void readStripLanes(const BlockIndex& index, std::vector<Strip>& strips) {
     for (const std::size_t i : order) positions.push_back(strips[i].channel_position);
     const auto rows = index.of_types(holder_types);
     const auto holders = smallest_enclosing(rows, positions);
+    // A master fader holds an audio row of its own, which then is the smallest.
+    const auto masters = smallest_enclosing(index.of_type(master_row_type).all(), positions);
 
     LaneReader reader(index.image());
     for (std::size_t i = 0; i < order.size(); ++i) {
@@ -175,7 +184,7 @@ void readStripLanes(const BlockIndex& index, std::vector<Strip>& strips) {
         if (strip.midi_only) {
             read_midi_lane(index, reader, order[i], strip);
         } else if (holders[i] != nullptr) {
-            readLanesOfRow(index, *holders[i], reader, order[i], strip);
+            readLanesOfRow(index, *holders[i], masters[i] != nullptr, reader, order[i], strip);
         }
     }
 }
@@ -185,7 +194,7 @@ std::string strip_lanes_text(const std::vector<Strip>& strips) {
     for (const Strip& strip : strips) {
         const auto& volume = strip.volume_lane;
         const auto& mute = strip.mute_lane;
-        const auto& pan = strip.pan_lane;
+        const auto& pan = strip.pan_lane.points.empty() ? strip.dual_pan_lane : strip.pan_lane;
         if (volume.points.empty() && mute.points.empty() && pan.points.empty()) continue;
         text.print("LANES %s | fader %.1f dB | vol %d pt init %.0f | mute %d pt | pan %d pt\n",
                    strip.name.c_str(), strip.fader_db, static_cast<int>(volume.points.size()),

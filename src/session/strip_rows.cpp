@@ -7,13 +7,15 @@
 //
 // A master fader (0x261d) holds a 0x261b, which is no row. The 0x2619 keeps the name under which
 // the strip was made. The name that it has now stands in its 0x251a record: u32 count of 1 to 80 at
-// offset 11, text at 15; these records stand in the order of the rows, once or twice over.
+// offset 11, text at 15; these records stand in the order of the rows, once or twice over. A Basic
+// folder, type 11 at offset 9, has a record and no row.
 #include "session/strip_rows.hpp"
 
 #include <algorithm>
 #include <array>
 
 #include "session/enclosing_blocks.hpp"
+#include "session/strip_table.hpp"
 
 namespace tanrove {
 
@@ -27,6 +29,7 @@ constexpr auto audio_type = static_cast<std::uint16_t>(StripRowType::audio_or_au
 constexpr std::array<std::uint16_t, 6> row_types = {0x261b, 0x261d, 0x261f, 0x2620, 0x2621, 0x2623};
 
 constexpr std::size_t original_name_at = 9;
+constexpr std::size_t table_type_at = 9;
 constexpr std::size_t current_name_at = 11;
 constexpr std::size_t max_name_bytes = 80;
 
@@ -101,9 +104,21 @@ void read_original_names(const BlockIndex& index, std::span<const Block> blocks,
     }
 }
 
+/// The records of the strip table where it has one or two for each row; else those that are no
+/// Basic folder's.
+std::vector<Block> table_entries(const BlockIndex& index, std::size_t row_count) {
+    const auto all = index.of_type(strip_table_entry_type).all();
+    std::vector<Block> entries(all.begin(), all.end());
+    if (entries.size() == row_count || entries.size() == 2 * row_count) return entries;
+    std::erase_if(entries, [&](const Block& entry) {
+        return index.image().u16(entry.at + table_type_at) == strip_table_folder_type;
+    });
+    return entries;
+}
+
 /// Gives the rows the names of the strip table, where the table has one or two for each row.
 bool bind_current_names(const BlockIndex& index, std::vector<StripRow>& rows) {
-    const auto entries = index.of_type(strip_table_entry_type).all();
+    const auto entries = table_entries(index, rows.size());
     if (entries.size() != rows.size() && entries.size() != 2 * rows.size()) return false;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         auto name = name_in(index.image(), entries[i], current_name_at);

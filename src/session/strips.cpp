@@ -26,7 +26,6 @@ constexpr std::uint16_t midi_mixer_type = 0x2611;
 
 /// Farthest that a record stands from the one before it in the same run, bytes.
 constexpr std::size_t max_run_gap = 2700;
-constexpr std::size_t record_in_slot = 9;  // offset of a channel record inside its send channel
 constexpr std::size_t count_width = 4;
 
 constexpr std::size_t no_strip = no_span;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "session/midi_playlists.hpp"
+#include "session/playlist_walk.hpp"
 #include "support/real_sessions.hpp"
 #include "support/records/clip_table_records.hpp"
 
@@ -161,6 +162,8 @@ TEST(ReadMidiPlaylists, PositionsAreSamplesOrTheirDistanceFromTheTickOrigin) {
         EXPECT_EQ(detail.colours, (std::vector<std::int32_t>{30, -2}));
         EXPECT_EQ(detail.muted, (std::vector<std::uint32_t>{1, 0}));
         EXPECT_EQ(detail.locked, (std::vector<std::uint32_t>{0, 1}));
+        EXPECT_EQ(detail.in_group, (std::vector<std::uint32_t>{0, 1}));
+        EXPECT_EQ(detail.is_fade, (std::vector<std::uint32_t>{0, 0}));
         EXPECT_EQ(midi.playlists.clip_counts, (std::vector<std::uint32_t>{2}));
         const auto rows = readMidiPlaylistRows(index);
         ASSERT_EQ(rows.size(), 2U);
@@ -168,6 +171,13 @@ TEST(ReadMidiPlaylists, PositionsAreSamplesOrTheirDistanceFromTheTickOrigin) {
         EXPECT_EQ(rows[0].region, 6U);
         EXPECT_EQ(rows[0].position, c.stored);
         EXPECT_EQ(readMidiClipCounts(index), (std::map<std::string, int>{{"Keys", 1}}));
+    }
+}
+
+TEST(PlacementRecords, TheMarkOfAClipGroupLiesInsideItsRecord) {
+    for (const std::size_t payload : {18U, 19U}) {
+        const Bytes image = ByteWriter().block(0x104f, Bytes(payload, 1)).raw("Z").bytes();
+        EXPECT_EQ(holds_clip_group(ByteView(image), 0), payload == 19);
     }
 }
 

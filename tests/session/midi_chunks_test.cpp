@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "session/midi_chunk_dump.hpp"
+#include "session/midi_streams.hpp"
 #include "support/damaged_sessions.hpp"
 #include "support/real_sessions.hpp"
 #include "support/session_builder.hpp"
@@ -35,9 +36,11 @@ const MidiStreamSpec full_stream = {
     .sysex = {{480, {0xf0, 0x7e, 0xf7}}, {481, {}}, {482, {'M', 'd', 'N', 'L', 'B'}}}};
 
 TEST(ReadMidiChunks, GivesBackControllersAndMessagesStreamByStream) {
-    const auto chunks = chunks_of(image_of(builder::midi_streams_block(
-        {full_stream, {}, {.notes = {{7}}, .controllers = {{1, 9, 2}}}})));
+    const Bytes image = image_of(builder::midi_streams_block(
+        {full_stream, {}, {.notes = {{7}}, .controllers = {{1, 9, 2}}}}));
+    const auto chunks = chunks_of(image);
     ASSERT_EQ(chunks.size(), 3U);
+    EXPECT_EQ(read_midi_streams(ByteView(image), parseBlockTree(ByteView(image))).size(), 3U);
     EXPECT_EQ(chunks[0].note_count, 2U);
     EXPECT_EQ(chunks[0].origin, 1000000000480U);
     EXPECT_EQ(chunks[1].note_count, 0U);
@@ -163,6 +166,14 @@ std::vector<MidiChunk> chunks_byte_by_byte(ByteView image) {
             if (open) chunks.push_back({tick_origin, image.u32(p + 11), {}, {}});
             const bool has_origin = image.u32(p + 11) != 0 && image.holds(p + 15, 7);
             if (open && has_origin) chunks.back().origin = image.number(p + 15, 7);
+            std::size_t block_end = 0;
+            for (const auto& [start, stop] : spans) {
+                if (start < p) block_end = std::max(block_end, stop);
+            }
+            for (end = p + 15; open && end + 35 <= block_end; end += 35) {
+                if ((end - p - 15) / 35 == image.u32(p + 11)) break;
+            }
+            if (!open) end = 0;
         } else if (open && image.has(p, "MdES") && image.has(p + 10, "MdTEL")) {
             end = sysex_at(p);
         } else if (open && image.has(p, "MdCDS") && image.has(p + 11, "Mdss")) {

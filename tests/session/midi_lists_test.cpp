@@ -120,11 +120,36 @@ TEST(MidiLists, ARegionWithoutAStreamLeavesTheNumbersOfTheOthersAlone) {
         EXPECT_EQ(lists.midi_regions[1].index, 2);
         EXPECT_EQ(lists.midi_regions[1].length, 0xffffffffff);
         EXPECT_EQ(lists.midi_regions[2].name, "B") << "a compound clip";
-        EXPECT_EQ(lists.midi_regions[2].index, 3);
+        EXPECT_EQ(lists.midi_regions[2].index, 4) << "behind one without a stream";
         EXPECT_EQ(lists.midi_regions[2].length, 30);
         EXPECT_EQ(lists.midi_regions[2].midi_stream, 1);
         ASSERT_EQ(lists.midi_tracks.size(), 2U) << "no second track for the second playlist";
         EXPECT_EQ(lists.midi_tracks[1].region_index, 1U) << "the place of region 2";
+    }
+}
+
+TEST(MidiLists, APlaylistWithoutATrackOfItsNameGoesToATrackWithoutAPlaylistOfItsOwn) {
+    const struct {
+        std::vector<std::string> playlists;
+        std::vector<std::size_t> tracks;
+    } cases[] = {{{"Keys", "Bass", "Old"}, {0, 1, 2}},
+                 {{"Keys", "Keys.01", "Bass"}, {0, 1}},
+                 {{"Bass", "Old", "Keys"}, {1, 0}}};
+    const TrackTableRow tracks[] = {
+        {.id = 0, .name = "Keys"}, {.id = 1, .name = "Bass"}, {.id = 2, .name = "New"}};
+    const Region regions[] = {{.name = "r"}};
+    for (const auto& c : cases) {
+        std::vector<Bytes> playlists;
+        for (const auto& name : c.playlists) {
+            playlists.push_back(
+                builder::midi_playlist_block({.name = name, .midi_clips = {MidiClipSpec{}}}, 0));
+        }
+        const Bytes image = image_of({builder::midi_playlists_block(playlists)});
+        const auto clips =
+            read_midi_clips(ByteView(image), parseBlockTree(ByteView(image)), tracks, regions);
+        std::vector<std::size_t> found;
+        for (const ClipTrack& clip : clips) found.push_back(clip.index);
+        EXPECT_EQ(found, c.tracks) << c.playlists[1];
     }
 }
 

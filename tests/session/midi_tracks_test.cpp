@@ -94,6 +94,7 @@ TEST(ReadMidiOutputs, EachOutputKeepsItsPlaceInTheList) {
 TEST(ReadInstrumentLinks, AMidiTrackNamesAPluginOrTheTrackOfItsInstrument) {
     SessionBuilder session;
     session.midi_output({.name = "Port", .port = 1}).midi_output({.name = "Node", .node = 4});
+    session.midi_output({.node = 5, .node_beside_name = true});
     const auto track = [&](const char* name, TrackKind kind, const MidiSettingsSpec& settings) {
         session.track({.name = name, .kind = kind, .midi_settings = settings});
     };
@@ -101,7 +102,8 @@ TEST(ReadInstrumentLinks, AMidiTrackNamesAPluginOrTheTrackOfItsInstrument) {
     track("Null", TrackKind::instrument, {.identity = 0});
     track("to port", TrackKind::midi, {.output = 1});
     track("to node", TrackKind::midi, {.output = 2});
-    track("past the list", TrackKind::midi, {.output = 3});
+    track("to no name", TrackKind::midi, {.output = 3});
+    track("past the list", TrackKind::midi, {.output = 4});
     track("below it", TrackKind::midi, {.output = -1});
     track("to organ", TrackKind::midi, {.plays_instrument = true, .identity = 0x1122334455667788});
     track("to no track", TrackKind::midi, {.plays_instrument = true, .identity = 1});
@@ -111,10 +113,11 @@ TEST(ReadInstrumentLinks, AMidiTrackNamesAPluginOrTheTrackOfItsInstrument) {
     const BlockIndex index{ByteView(image)};
     const auto links = readInstrumentLinks(index, readStripRows(index).rows);
     const InstrumentLink expected[] = {{"to node", "Node"},
+                                       {"to no name", "an instrument on another track"},
                                        {"to organ", "Organ"},
                                        {"to no track", "an instrument on another track"}};
-    ASSERT_EQ(links.size(), 3U);
-    for (std::size_t i = 0; i < 3; ++i) {
+    ASSERT_EQ(links.size(), 4U);
+    for (std::size_t i = 0; i < 4; ++i) {
         EXPECT_EQ(links[i].midi_track, expected[i].midi_track);
         EXPECT_EQ(links[i].instrument, expected[i].instrument);
     }
@@ -184,6 +187,34 @@ TEST(ReadRealTimeProperties, ARecordTooShortIsPassedOverAndAGridTooLongMovesNoth
     EXPECT_EQ(read(grid_too_long), 0);
 }
 
+TEST(ReadRealTimeProperties, AreThoseOfThePlaylistWithTheTracksName) {
+    ByteWriter image;
+    const std::pair<const char*, int> playlists[] = {
+        {"Bass", 1}, {"Keys.01", 2}, {"First", 3}, {"Bass", 4}};
+    for (const auto& [name, semitones] : playlists) {
+        image.raw(
+            builder::midi_playlist_block({.name = name, .real_time = {.semitones = semitones}}, 0));
+    }
+    for (const auto* name : {"Keys", "Bass", "Other"}) {
+        const bool is_first = *name == 'K';
+        image.raw(builder::strip_row(
+            {.name = name, .original_name = is_first ? "First" : "", .kind = TrackKind::midi}, 0));
+        if (is_first) image.raw(builder::strip_row({.name = "Bass"}, 0));
+    }
+    for (const auto* name : {"Keys", "Bass", "Bass", "Other"}) {
+        image.raw(
+            builder::strip_table_entry({.name = name}, 0, builder::StripTableForm::since_2022));
+    }
+    const Bytes bytes = image.bytes();
+    const BlockIndex index{ByteView(bytes)};
+    const auto list = readRealTimeProperties(index, readStripRows(index).rows);
+    ASSERT_EQ(list.size(), 4U);
+    EXPECT_EQ(list[0].transpose_semitones, 3) << "under its original name";
+    EXPECT_EQ(list[1].transpose_semitones, 0) << "an audio track";
+    EXPECT_EQ(list[2].transpose_semitones, 1) << "the first of its playlists";
+    EXPECT_EQ(list[3].transpose_semitones, 2) << "what no name claims, in order";
+}
+
 /// Every reader of this family against a scan of every byte of the row.
 void compare_with_byte_scan(const Bytes& bytes) {
     const ByteView image(bytes);
@@ -195,7 +226,6 @@ void compare_with_byte_scan(const Bytes& bytes) {
     ASSERT_EQ(properties.size(), rows.size());
     ASSERT_LE(readMidiOutputs(index).size(), bytes.size() / 9);
     ASSERT_LE(readInstrumentLinks(index, rows).size(), rows.size());
-    std::size_t next_record = 0;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         const auto is = [&](std::size_t p, std::size_t limit, std::uint16_t type) {
             return isBlockAt(image, p, limit) && image.u16(p + 7) == type && p + 9 <= image.size();
@@ -208,14 +238,6 @@ void compare_with_byte_scan(const Bytes& bytes) {
             break;
         }
         ASSERT_EQ(settings[i].volume, volume);
-        bool quantize = false;
-        for (; is_midi && next_record < image.size(); ++next_record) {
-            if (!is(next_record, image.size(), 0x2502)) continue;
-            if (image.u32(next_record + 3) <= 152) continue;
-            quantize = image.u8(next_record++ + 11) == 1;
-            break;
-        }
-        ASSERT_EQ(properties[i].quantize_on, quantize);
     }
 }
 

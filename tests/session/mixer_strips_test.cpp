@@ -236,7 +236,8 @@ TEST(ReadLane, TicksCountFromTheOriginWithOrWithoutItsLowBits) {
                  {3567587328 + 960, true, 960},  {3567587328, false, 3567587328.0}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.stored);
-        const Bytes bytes = builder::lane_record({.points = {{c.stored, 4}}}, c.in_ticks);
+        Bytes bytes = builder::lane_record({.points = {{c.stored, 4}}}, c.in_ticks);
+        if (!c.in_ticks) bytes[27] = 1;  // no other number is the mark of a tick lane
         Lane read;
         ASSERT_TRUE(readLane(ByteView(bytes), 0, read));
         ASSERT_EQ(read.points.size(), 1U);
@@ -323,23 +324,47 @@ TEST(ReadStripLanes, ASurroundStripHasPanners) {
 
 TEST(ReadStripLanes, StereoPansThatStayHardLeftAndRightCarryNoMove) {
     const struct {
-        int pan, left, right;
+        int pan, initial, left, right;
         int total;
         std::size_t dual, right_points;
-    } cases[] = {{-100, -100, 100, 0, 0, 0}, {-100, -99, 100, 2, 1, 1}, {-50, -100, 100, 2, 1, 1}};
+    } cases[] = {{-100, -100, -100, 100, 0, 0, 0},
+                 {-100, -100, -99, 100, 2, 1, 1},
+                 {-50, -100, -100, 100, 2, 1, 1},
+                 {-100, -50, -100, 100, 2, 1, 1}};
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.pan << ' ' << c.left);
         const Strip strip = strip_of({.name = "Vox",
                                       .channels = 2,
                                       .pan = c.pan,
-                                      .pan_lane = {.points = {{10, c.left}}},
+                                      .pan_lane = {.initial = c.initial, .points = {{10, c.left}}},
                                       .pan_right_lane = {.points = {{10, c.right}}}});
         EXPECT_TRUE(strip.pan_lane.points.empty());
-        EXPECT_EQ(strip.pan_lane.initial, c.pan);
+        EXPECT_EQ(strip.pan_lane.initial, c.initial);
+        EXPECT_EQ(strip_lanes_text({strip}).ends_with("| pan 1 pt\n"), c.dual == 1);
         EXPECT_EQ(strip.pan_point_total, c.total);
         EXPECT_EQ(strip.dual_pan_lane.points.size(), c.dual);
         EXPECT_EQ(strip.pan_right_lane.points.size(), c.right_points);
     }
+}
+
+TEST(ReadStripLanes, AMasterTakesNoPanAndNoTrim) {
+    const Strip strip = strip_of({.name = "Main",
+                                  .kind = TrackKind::master,
+                                  .pan = -30,
+                                  .trim_lane = LaneSpec{.initial = 9}});
+    EXPECT_TRUE(strip.present);
+    EXPECT_EQ(strip.lane_count, 2);
+    EXPECT_EQ(strip.pan_lane.initial, 0);
+    EXPECT_EQ(strip.fifth_lane.initial, 0);
+}
+
+TEST(ReadStripLanes, TheSecondStripOfOneRowHasNoLanes) {
+    const Bytes image = SessionBuilder().track({.name = "Vox", .channels = 2}).image();
+    std::vector<Strip> strips(2, strips_of(image).at(0));
+    for (Strip& strip : strips) strip.stereo = false, strip.lane_count = 0;
+    readStripLanes(BlockIndex{ByteView(image)}, strips);
+    EXPECT_TRUE(strips[0].stereo && strips[0].lane_count == 5);
+    EXPECT_TRUE(!strips[1].stereo && strips[1].lane_count == 0);
 }
 
 TEST(ReadStripLanes, TickBasedTracksHaveTickLanes) {

@@ -197,6 +197,14 @@ TEST(ReadRouting, SendLanesFollowTheirGroups) {
         {"everything in groups",
          ByteWriter().raw(group({lane(-60), lane(1)})).raw(group({lane(5), lane(6)})).bytes(), 1, 1,
          5, 0, true},
+        {"level and mute in the first group, other lanes in front of it",
+         ByteWriter()
+             .raw(lane(7))
+             .raw(lane(0))
+             .raw(group({lane(-60), lane(1)}))
+             .raw(group({lane(5)}))
+             .bytes(),
+         1, 1, 5, 0, true},
         {"hard left and right", ByteWriter().raw(fixed).raw(lane(-100)).raw(lane(100)).bytes(), 1,
          0, -100, 100, false},
     };

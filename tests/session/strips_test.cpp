@@ -128,6 +128,26 @@ TEST(ReadStripRows, NamesBindWhenTheTableHasOneOrTwoForEachRow) {
     }
 }
 
+TEST(ReadStripRows, ABasicFolderInTheTableHasNoRow) {
+    const struct {
+        std::vector<std::string> rows, names;
+    } cases[] = {{{"a", "b"}, {"A", "B"}}, {{"a", "b", "c"}, {"Set", "A", "B"}}};
+    for (const auto& c : cases) {
+        ByteWriter image;
+        image.raw(strip_table_entry({.name = "Set", .kind = TrackKind::basic_folder}, 0,
+                                    StripTableForm::since_2022));
+        for (const auto* name : {"A", "B"}) {
+            image.raw(strip_table_entry({.name = name}, 0, StripTableForm::since_2022));
+        }
+        for (const auto& name : c.rows) image.raw(builder::strip_row({.name = name}, 0));
+        const auto read = rows_of(image.bytes());
+        EXPECT_TRUE(read.bound);
+        std::vector<std::string> names;
+        for (const auto& row : read.rows) names.push_back(row.current_name);
+        EXPECT_EQ(names, c.names);
+    }
+}
+
 TEST(ReadStripRows, TheActiveMarkCountsOnlyInItsOwnRow) {
     const Bytes marks = ByteWriter().zeros(1).block(0x2627, {}).bytes();
     Bytes broken = marks;  // a mark that claims to be longer than the session

@@ -105,7 +105,8 @@ TEST(ReadGroups, ARecordOutsideItsLimitsIsAChanceMatch) {
             .size();
     };
     EXPECT_EQ(of(128, 256), 1U);
-    EXPECT_EQ(of(129, 1) + of(0, 1) + of(4, 257) + of(2, 1, '\x80'), 0U);
+    EXPECT_EQ(of(129, 1) + of(0, 1) + of(4, 257) + of(2, 1, '\x1f'), 0U);
+    EXPECT_EQ(over(builder::group_block({.name = "Ch\xc3\xb6re"}), readGroups).size(), 1U);
     Bytes broken = builder::group_block({.name = "a", .members = {1}});
     broken[14 + 11 + 2] = 0;  // the terminator
     EXPECT_TRUE(over(broken, readGroups).empty());
@@ -148,6 +149,7 @@ TEST(ReadColourSchemes, StandBehindTheirChildOrAtTheirFixedPlaces) {
     } cases[] = {{builder::colour_settings_block({3, 7}), 3, 7},
                  {builder::colour_settings_block({3, 7}, false), 3, 7},
                  {block(0x20a2, full), 3, 7},  // nothing stands behind the child
+                 {block(0x20a2, ByteWriter().raw(full).u8(9).bytes()), 3, 7},  // one byte does
                  {block(0x20a2, ByteWriter().zeros(27).u8(2).bytes()), 2, std::nullopt},
                  {block(0x20a2, Bytes(27)), std::nullopt, std::nullopt}};
     for (const auto& c : cases) {
