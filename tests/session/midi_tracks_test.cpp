@@ -22,23 +22,25 @@ using builder::SessionBuilder;
 using builder::TrackKind;
 
 TEST(ReadMidiSettings, ATrackHasWhatItsRecordHasRoomFor) {
-    const Bytes image = SessionBuilder()
-                            .track({.name = "Vox"})
-                            .track({.name = "Full",
-                                    .kind = TrackKind::midi,
-                                    .midi_settings = {.volume = 127, .pan = 0, .patch = 5}})
-                            .track({.name = "Unset",
-                                    .kind = TrackKind::instrument,
-                                    .midi_settings = {.volume = -1, .pan = -128, .patch = -128}})
-                            .image();
+    const Bytes image =
+        SessionBuilder()
+            .track({.name = "Vox"})
+            .track({.name = "Full",
+                    .kind = TrackKind::midi,
+                    .midi_settings = {.volume = 127, .pan = 0, .patch = 5, .output = -3}})
+            .track({.name = "Unset",
+                    .kind = TrackKind::instrument,
+                    .midi_settings = {.volume = -1, .pan = -128, .patch = -128}})
+            .image();
     const BlockIndex index{ByteView(image)};
     const auto settings = readMidiSettings(index, readStripRows(index).rows);
-    const std::int32_t expected[3][3] = {{-1, -1, -1}, {127, 0, 5}, {-1, -1, -1}};
+    const std::int32_t expected[3][4] = {{-1, -1, -1, 0}, {127, 0, 5, -3}, {-1, -1, -1, 0}};
     ASSERT_EQ(settings.size(), 3U);
     for (std::size_t i = 0; i < 3; ++i) {
         EXPECT_EQ(settings[i].volume, expected[i][0]);
         EXPECT_EQ(settings[i].pan, expected[i][1]);
         EXPECT_EQ(settings[i].patch, expected[i][2]);
+        EXPECT_EQ(settings[i].output, expected[i][3]);
     }
     for (const std::size_t payload : {13U, 14U, 16U, 17U}) {
         SCOPED_TRACE(payload);
@@ -49,6 +51,7 @@ TEST(ReadMidiSettings, ATrackHasWhatItsRecordHasRoomFor) {
         EXPECT_EQ(read.volume, payload < 14 ? -1 : 7);
         EXPECT_EQ(read.pan, payload < 14 ? -1 : 7);
         EXPECT_EQ(read.patch, payload < 17 ? -1 : 7);
+        EXPECT_EQ(read.output != 0, payload >= 16);
     }
 }
 
