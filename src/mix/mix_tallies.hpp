@@ -2,6 +2,7 @@
 #pragma once
 
 #include "mix/click_tracks.hpp"
+#include "mix/colour_tallies.hpp"
 #include "mix/folder_depths.hpp"
 #include "mix/leave_out.hpp"
 #include "mix/level_tallies.hpp"
@@ -27,6 +28,7 @@ struct MixTallies {
     MidiTallies midi;
     MasterTallies master;
     RoutingTallies routing;
+    ColourTallies colours;
 };
 
 }  // namespace tanrove

@@ -72,6 +72,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     EnvelopePlanner envelopes(TempoClock(input.tempo_map, input.tempo_bpm), input.rate_hz);
 
     const TrackGroups groups = link_groups(input.groups, rows, input.vca_slots, tallies.groups);
+    const std::vector<MidiTrackSettings> midi_settings = input.midi.settings;
     input.assembly.vca_fader_db = groups.vca_fader_db;
     const std::vector<StripRoute> routes = resolve_routes(rows, input.routing);
     FolderInput folders;
@@ -106,6 +107,10 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     mix.strip_tracks = plan_strip_tracks(mix.tracks, left_out, mixer, envelopes, tallies.levels);
     mix.has_solo_track = settle_solos(mix.tracks, mixer, tallies.solos);
     tallies.levels.mixer_strips = mixer.strip_count();
+    const ColourCoding coding(rows, input.displays, midi_settings, input.colours.midi_outputs,
+                              groups);
+    plan_colours({mix.tracks, mix.strip_tracks, mix.master}, input.colours, coding, groups,
+                 tallies.colours);
     return mix;
 }
 

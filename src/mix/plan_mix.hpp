@@ -11,6 +11,7 @@
 #include "mix/leave_out.hpp"
 #include "mix/master_fader.hpp"
 #include "mix/mix_tallies.hpp"
+#include "mix/plan_colours.hpp"
 #include "mix/strip_routes.hpp"
 #include "mix/track_comments.hpp"
 #include "mix/track_plan.hpp"
@@ -40,6 +41,7 @@ struct MixInput {
     TempoMap tempo_map;  ///< empty where the session keeps one tempo
     double tempo_bpm = default_tempo_bpm;
     double rate_hz = 48000;  ///< above 0
+    ColourInput colours;
 };
 
 struct MixPlan {

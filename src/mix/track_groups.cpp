@@ -94,6 +94,7 @@ public:
     }
 
     void link(const GroupRecord& group) {
+        note_slot(group);
         if (group.vca_master >= 0) {
             link_vca(group);
         } else if (group.kind == edit_group) {
@@ -108,6 +109,17 @@ public:
     TrackGroups take() { return std::move(groups_); }
 
 private:
+    void note_slot(const GroupRecord& group) {
+        if (group.slot == 0) {
+            ++groups_.without_slot;
+            return;
+        }
+        for (const auto position : group.members) {
+            const StripRow* row = row_at(position);
+            if (row != nullptr) groups_.slot_of_member.try_emplace(shown_name(*row), group.slot);
+        }
+    }
+
     const StripRow* row_at(std::int32_t position) const {
         const auto place = static_cast<std::size_t>(position);
         return position >= 0 && place < rows_.size() ? &rows_[place] : nullptr;

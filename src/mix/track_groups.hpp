@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -64,6 +65,9 @@ struct GroupBits {
 struct TrackGroups {
     std::map<std::string, GroupBits> bits;       ///< by the name that Pro Tools shows
     std::map<std::string, double> vca_fader_db;  ///< the VCA masters that lead a group
+    /// Number of the first group that each member is in, of those that have one.
+    std::map<std::string, std::uint32_t, std::less<>> slot_of_member;
+    int without_slot = 0;  ///< groups that have no number
 };
 
 /// Links the members of each live group. `records` holds a live group twice, as the session does;

@@ -60,6 +60,7 @@ void write_midi_item(TextSink& out, const MidiItem& item, const MidiTrackSetting
     out.line(2, "<ITEM");
     write_place(out, item);
     write_fades(out);
+    if (item.colour) out.line(3, "COLOR %lu R", static_cast<unsigned long>(*item.colour));
     out.line(3, "MUTE %d 0", item.muted ? 1 : 0);
     if (item.locked) out.line(3, "LOCK 1");
     out.line(3, "NAME %s", quoted(item.name).c_str());

@@ -6,6 +6,7 @@
 #include "report/summary_automation.hpp"
 #include "report/summary_clip_gain.hpp"
 #include "report/summary_clip_groups.hpp"
+#include "report/summary_colours.hpp"
 #include "report/summary_covering.hpp"
 #include "report/summary_fades.hpp"
 #include "report/summary_folders.hpp"
@@ -65,12 +66,16 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_loops(out, tallies.timeline.loops);
 
     // Options in force, plug-in builds, track colours
+    print_colour_options(out, tallies.mix.colours);
+    print_track_colours(out, tallies.mix.colours);
 
     // Meter and memory locations
     print_meter_and_locations(out, tallies.head.meters, tallies.head.markers);
 
     // Colour coding and pan law
+    print_colour_coding(out, tallies.mix.colours);
     print_pan_law(out, tallies.head.pan_law);
+    print_clip_colours(out, tallies.mix.colours);
     print_clip_gain_envelopes(out, tallies.timeline.gain, tallies.takes);
 
     // Groups
@@ -91,6 +96,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_unlinked_attributes(out, tallies.mix.groups);
 
     // Clip Effects, Melodyne, stand-ins, item timebase, bit depth, timecode, grid, video
+    print_unmeasured_colours(out, tallies.mix.colours);
     print_item_timebase(out, tallies.written);
     print_real_time_properties(out, tallies.mix.midi);
     print_bit_depth(out, tallies.head.recording);

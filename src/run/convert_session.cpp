@@ -20,6 +20,7 @@
 #include "project/track_block.hpp"
 #include "report/console_summary.hpp"
 #include "report/summary_line.hpp"
+#include "run/colour_input.hpp"
 #include "run/media_folders.hpp"
 #include "run/not_carried.hpp"
 #include "run/open_session.hpp"
@@ -69,6 +70,7 @@ private:
     bool wants_report_;
     TimeRecords time_;
     HeadPlan head_;
+    ColourTheme theme_;
     MixPlan mix_;
     std::string project_path_;
     RunTallies tallies_;
@@ -100,8 +102,12 @@ std::int32_t Conversion::run() {
     tallies_.track_table = strips.track_table;
     tallies_.not_carried = count_not_carried(index, clips, strips);
     note_unroutable(index, strips.strips.rows, tallies_.mix.routing);
+    theme_ = colour_theme(options_, version);
     plan(image, clips, strips, read_mixer(index, strips),
          read_routing(index, strips.strips.rows, strips.inserts), read_midi(index, strips));
+    if (std::getenv("TANROVE_DUMP_CLIPCOL") != nullptr) {
+        std::fputs(clip_colours_text(mix_.tracks).c_str(), stderr);
+    }
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     if (!write_project(media)) return not_converted;
     if (!options_.check_only) run_post_passes();
@@ -154,6 +160,8 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
     input.tempo_map = time_.tempo_map;
     input.tempo_bpm = time_.tempo_bpm;
     input.rate_hz = static_cast<double>(image.rate);
+    plan_head(image);
+    input.colours = colour_input(options_, theme_, clips, strips, midi, head_.markers);
     input.midi =
         plan_midi(std::move(midi), clips, time_, input.rate_hz, options_, tallies_.mix.midi);
     mix_ = plan_mix(std::move(input), tallies_.mix);
@@ -165,7 +173,6 @@ void Conversion::plan(const SessionImage& image, const ClipRecords& clips,
         record_problem("unmatched-tracks",
                        formatted("%d track(s) matched no strip row", unmatched));
     }
-    plan_head(image);
     head_.master = mix_.master;
     head_.notes = notes_lines(mix_.comments);
 }

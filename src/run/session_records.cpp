@@ -136,6 +136,8 @@ StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
     records.strip_inserts = strip_inserts(index, records.strips.rows, records.inserts);
     records.click_is_on = readClickSetting(index) == 1;
     records.masters = readMasterStrips(index, records.strips.rows);
+    records.colour_schemes = readColourSchemes(index);
+    records.colours = readTrackColours(index, records.strips.rows);
     return records;
 }
 
@@ -145,6 +147,7 @@ MidiRecords read_midi(const BlockIndex& index, const StripRecords& strips) {
         .chunks = readMidiChunks(index),
         .playlists = readMidiPlaylists(index).details,
         .playlist_rows = readMidiPlaylistRows(index),
+        .outputs = readMidiOutputs(index),
         .clip_groups = readMidiClipCounts(index),
         .settings = readMidiSettings(index, rows),
         .real_time = readRealTimeProperties(index, rows),

@@ -14,6 +14,7 @@
 #include "session/block_index.hpp"
 #include "session/clip_gains.hpp"
 #include "session/clip_groups.hpp"
+#include "session/colour_schemes.hpp"
 #include "session/fades.hpp"
 #include "session/folder_table.hpp"
 #include "session/grid_and_nudge.hpp"
@@ -24,6 +25,7 @@
 #include "session/memory_locations.hpp"
 #include "session/meter_map.hpp"
 #include "session/midi_chunks.hpp"
+#include "session/midi_outputs.hpp"
 #include "session/midi_playlists.hpp"
 #include "session/midi_track_settings.hpp"
 #include "session/playlists.hpp"
@@ -92,6 +94,8 @@ struct StripRecords {
     std::vector<StripInsert> strip_inserts;  ///< those and the hardware inserts, by strip
     bool click_is_on = false;
     MasterStrips masters;
+    ColourSchemes colour_schemes;
+    std::vector<TrackColour> colours;  ///< of the tracks that have one
 };
 
 /// What the clips of MIDI tracks play, how they lie there, and what their tracks do with it.
@@ -99,6 +103,7 @@ struct MidiRecords {
     std::vector<MidiChunk> chunks;
     std::vector<MidiPlaylistDetail> playlists;
     std::vector<MidiPlaylistRow> playlist_rows;
+    std::vector<MidiOutput> outputs;
     std::map<std::string, int> clip_groups;     ///< on the MIDI playlists of each name
     std::vector<MidiTrackSettings> settings;    ///< in step with the strip rows
     std::vector<RealTimeProperties> real_time;  ///< likewise

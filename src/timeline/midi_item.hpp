@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,7 @@ struct MidiItem {
     bool streams_volume = false;    ///< its events move the volume: no fader value is sent
     bool streams_pan = false;       ///< likewise the pan
     std::int32_t color_index = -2;  ///< -2 none
+    std::optional<std::uint32_t> colour = {};  ///< written to the item: 0x1BBGGRR
     bool locked = false;
     double item_length_raw = 0;  ///< before its notes were given room to ring out
 };

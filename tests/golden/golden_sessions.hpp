@@ -20,6 +20,9 @@ struct GoldenCase {
 std::vector<GoldenCase> golden_cases();
 std::vector<GoldenCase> midi_golden_cases();
 
+/// A session whose tracks and clips are coloured by the coding of this number.
+builder::SessionBuilder coloured_session(std::uint8_t scheme);
+
 /// Tests are named for their case.
 inline void PrintTo(const GoldenCase& c, std::ostream* out) {
     *out << c.name;

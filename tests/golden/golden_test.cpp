@@ -4,6 +4,7 @@
 // parser of the format and the comparison of two compilers' builds find it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -63,6 +64,44 @@ TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     const fs::path kept = TANROVE_GOLDEN_PROJECTS;
     fs::create_directories(kept);
     ASSERT_TRUE(write_file_text((kept / (c.name + ".rpp")).string(), project));
+}
+
+/// The names and colours of a project, a line each.
+std::string colour_lines(const std::string& project) {
+    std::string colours;
+    for (std::size_t at = 0; at < project.size();) {
+        const std::size_t end = project.find('\n', at) + 1;
+        const std::string line = project.substr(at, end - at);
+        const std::string word = line.substr(std::min(line.find_first_not_of(' '), line.size()));
+        for (const char* kept : {"NAME ", "PEAKCOL ", "COLOR ", "MARKER "}) {
+            if (word.rfind(kept, 0) == 0) colours += line;
+        }
+        at = end;
+    }
+    return colours;
+}
+
+TEST(GoldenColours, OfEachCodingInBothThemes) {
+    NullSink silent;
+    console_state().console_sink = &silent;
+    TempFolder folder;
+    folder.enter();
+    std::string colours;
+    for (std::uint8_t scheme = 0; scheme < 8; ++scheme) {
+        ASSERT_TRUE(golden::coloured_session(scheme).write("Song.ptx"));
+        for (const std::int32_t theme : {theme_classic, theme_dark}) {
+            RunOptions options;
+            options.session_path = "Song.ptx";
+            options.overwrite = true;
+            options.theme_mode = theme;
+            ASSERT_EQ(convert_session(options, nullptr, nullptr), 0);
+            colours += "coding " + std::to_string(scheme);
+            colours += theme == theme_dark ? ", Dark\n" : ", Classic\n";
+            colours += colour_lines(file_text("Song.rpp"));
+        }
+    }
+    console_state().console_sink = nullptr;
+    expect_golden("colour_codings.txt", colours);
 }
 
 INSTANTIATE_TEST_SUITE_P(Projects, Golden, testing::ValuesIn(golden::golden_cases()),

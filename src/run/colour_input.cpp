@@ -1,0 +1,61 @@
+// Gathers it from the records, the options and the planned markers.
+#include "run/colour_input.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <vector>
+
+#include "run/open_session.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::int32_t no_colour = -2;
+
+int coloured(const std::vector<std::int32_t>& places) {
+    return static_cast<int>(places.size()) -
+           static_cast<int>(std::ranges::count(places, no_colour));
+}
+
+int coloured_fades(const PlaylistDetail& list) {
+    int count = 0;
+    for (std::size_t i = 0; i < list.colours.size() && i < list.is_fade.size(); ++i) {
+        if (list.is_fade[i] != 0 && list.colours[i] != no_colour) ++count;
+    }
+    return count;
+}
+
+}  // namespace
+
+ColourTheme colour_theme(const RunOptions& options, const SessionVersion& version) {
+    RunOptions unasked;
+    unasked.theme_mode = theme_of_session;
+    return {.dark = uses_dark_theme(options, version),
+            .chosen = options.theme_mode != theme_of_session,
+            .session_older = !uses_dark_theme(unasked, version)};
+}
+
+ColourInput colour_input(const RunOptions& options, const ColourTheme& theme,
+                         const ClipRecords& clips, const StripRecords& strips,
+                         const MidiRecords& midi, std::span<const MarkerPlan> markers) {
+    ColourInput input;
+    input.schemes = strips.colour_schemes;
+    input.theme = theme;
+    input.track_colours = strips.colours;
+    input.midi_outputs = midi.outputs;
+    for (const MarkerPlan& marker : markers) {
+        if (!marker.end_seconds) input.markers.push_back({marker.start_seconds, marker.colour});
+    }
+    for (const PlaylistDetail& list : clips.details) {
+        input.coloured_placements += coloured(list.colours) - coloured_fades(list);
+    }
+    for (const MidiPlaylistDetail& list : midi.playlists) {
+        input.coloured_placements += coloured(list.colours);
+    }
+    input.no_track_colours = options.no_track_colors;
+    input.no_clip_colours = options.no_clip_colors;
+    return input;
+}
+
+}  // namespace tanrove

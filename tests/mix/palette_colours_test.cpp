@@ -1,0 +1,91 @@
+// Places on the palettes at their edges, and what holds for all of them.
+#include "mix/palette_colours.hpp"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace tanrove {
+namespace {
+
+constexpr auto measured = ColourQuality::measured;
+constexpr auto tinted = ColourQuality::tinted;
+constexpr auto invented = ColourQuality::invented;
+constexpr auto not_measured = ColourQuality::not_measured;
+constexpr std::uint32_t none = 0;
+
+TEST(PaletteColours, EachPlaceHasItsColourAndSaysHowItWasMade) {
+    const struct {
+        std::int32_t place;
+        std::uint32_t track;
+        ColourQuality track_quality;
+        std::uint32_t clip;
+        ColourQuality clip_quality;
+    } cases[] = {
+        {1, 0x1ecb4be, measured, 0x1ecb4be, measured},
+        {2, 0x1fd6699, tinted, none, not_measured},
+        {5, 0x1d966d8, tinted, 0x1dbb1da, measured},
+        {23, 0x1fd6675, tinted, 0x1f9a8b1, measured},
+        {24, 0x168d8c0, invented, 0x168d8c0, invented},
+        {25, 0x1fc002c, measured, 0x1ecb4be, measured},
+        {26, 0x1fc0056, measured, 0x1fc0056, measured},
+        {47, 0x1fc0019, measured, 0x1f9a8b1, measured},
+        {48, 0x1a8c090, invented, 0x1a8c090, invented},
+        {49, 0x1a3001e, measured, 0x1a3001e, measured},
+        {71, 0x1a32314, measured, 0x1a32314, measured},
+        {72, 0x1e8a860, invented, 0x1e8a860, invented},
+        {73, 0x15f0014, measured, 0x15f0014, measured},
+        {95, 0x15f2211, measured, 0x15f2211, measured},
+        {96, 0x1609030, invented, 0x1609030, invented},
+        {0, 0x1282828, invented, 0x1282828, invented},
+        {-1, 0x133bd71, invented, 0x133bd71, invented},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.place);
+        ColourQuality quality = measured;
+        EXPECT_EQ(trackColour(c.place, quality), c.track);
+        EXPECT_EQ(quality, c.track_quality);
+        EXPECT_EQ(clipColour(c.place, quality).value_or(none), c.clip);
+        EXPECT_EQ(quality, c.clip_quality);
+    }
+}
+
+TEST(PaletteColours, TheDarkThemeTakesMeasuredShadesAndDerivesTheOthers) {
+    const struct {
+        std::uint32_t classic, dark;
+        bool measured;
+    } colours[] = {{0x808080, 0x11b1b1b, false}, {0x1808080, 0x11b1b1b, false},
+                   {0x000000, 0x1000000, false}, {0xffffff, 0x1595959, false},
+                   {0xd7c090, 0x1443a24, true},  {0x1a2a5d8, 0x1232648, true}};
+    for (const auto& c : colours) {
+        SCOPED_TRACE(c.classic);
+        EXPECT_EQ(darkClipColour(c.classic).colour, c.dark);
+        EXPECT_EQ(darkClipColour(c.classic).measured, c.measured);
+    }
+    EXPECT_EQ(darkIndexColour(1)->colour, 0x15a242fU);
+    EXPECT_EQ(darkIndexColour(27)->colour, 0x1592541U);
+    EXPECT_EQ(darkIndexColour(2)->colour, 0x15b2437U);
+    EXPECT_TRUE(darkIndexColour(11)->measured);
+    EXPECT_FALSE(darkIndexColour(47)->measured);
+    EXPECT_FALSE(darkIndexColour(24) || darkIndexColour(0) || darkIndexColour(-5));
+}
+
+TEST(PaletteColours, WhateverIsStoredGivesAColourAndRowsRepeatEverySixteen) {
+    constexpr auto least = std::numeric_limits<std::int32_t>::min();
+    constexpr auto most = std::numeric_limits<std::int32_t>::max();
+    ColourQuality quality = measured;
+    for (const std::int32_t place : {least, least + 1, -300, -1, 0, 300, most}) {
+        EXPECT_EQ(trackColour(place, quality) >> 24, 1U) << place;
+        EXPECT_EQ(clipColour(place, quality), trackColour(place, quality)) << place;
+    }
+    for (std::int64_t row = 1; row <= 16; ++row) {
+        EXPECT_EQ(rowIndex(row), rowIndex(row + 16)) << row;
+        EXPECT_EQ(trackColour(rowIndex(row), quality) >> 24, 1U);
+        EXPECT_EQ(quality, measured) << row;
+    }
+    EXPECT_EQ(rowIndex(1), 93);
+    EXPECT_EQ(rowIndex(16), 66);
+}
+
+}  // namespace
+}  // namespace tanrove
