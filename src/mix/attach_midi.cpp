@@ -83,13 +83,13 @@ void attach_midi(std::vector<TrackPlan>& plans, MidiMixInput midi, std::span<con
         }
         plan.midi_items = std::move(track.items);
         if (plan.clips.empty()) plan.timebase = timebase_of(track);
-        count_start_events(plan, tallies);
     }
 }
 
-void count_midi_mutes(const std::vector<TrackPlan>& plans, const MixerLookup& mixer,
-                      MidiTallies& tallies) {
+void count_midi_tracks(const std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+                       MidiTallies& tallies) {
     for (const TrackPlan& plan : plans) {
+        count_start_events(plan, tallies);
         const Strip* strip = mixer.strip_of(plan);
         if (strip == nullptr || !strip->midi_only) continue;
         if (strip->muted) ++tallies.muted_tracks;

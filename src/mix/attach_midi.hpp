@@ -29,8 +29,9 @@ struct MidiMixInput {
 void attach_midi(std::vector<TrackPlan>& plans, MidiMixInput midi, std::span<const StripRow> rows,
                  TrackTallies& track_tallies, MidiTallies& tallies);
 
-/// Counts the MIDI tracks that arrive muted, or with their mute automated.
-void count_midi_mutes(const std::vector<TrackPlan>& plans, const MixerLookup& mixer,
-                      MidiTallies& tallies);
+/// Counts the MIDI tracks that arrive muted or with their mute automated, and those that send their
+/// fader or a patch. To be called when it is settled which tracks are written.
+void count_midi_tracks(const std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+                       MidiTallies& tallies);
 
 }  // namespace tanrove

@@ -100,7 +100,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     OutputSides sides = output_sides(input.routing.rows, rows, input.routing.paths);
     sides.merge(sides_in_buses(routes));
     plan_levels(mix.tracks, mixer, sides, envelopes, tallies.levels);
-    count_midi_mutes(mix.tracks, mixer, tallies.midi);
+    count_midi_tracks(mix.tracks, mixer, tallies.midi);
     keep_pre_fader_sends(mix.tracks, tallies.routing);
     mix.master = plan_master(input.master, envelopes, tallies.levels.envelopes, tallies.master);
     place_master_track(mix.master, input.master.masters.row, rows, mix.tracks);
