@@ -16,6 +16,8 @@ constexpr std::size_t name_count_at = 9;
 constexpr std::size_t name_at = 13;
 constexpr std::size_t max_name_bytes = 200;
 constexpr std::size_t widest_number = 5;
+constexpr std::size_t widest_start = 8;  // the top byte marks ticks and is no part of the number
+constexpr std::uint64_t start_bits = (std::uint64_t{1} << 8 * position_width) - 1;
 constexpr std::size_t widest_gap = 8;
 
 /// The name without a '-' and the digits behind it; nullopt where it does not end so.
@@ -31,10 +33,10 @@ FreezeRender read_render(ByteView image, const Block& clip, std::string_view nam
     const auto point = readThreePoint(image, clip.at + name_at + name.size(), clip.end());
     if (!point) return render;
     if (point->first_width > widest_number || point->second_width > widest_number) return render;
-    if (point->third_width > widest_number || point->gap_width > widest_gap) return render;
+    if (point->third_width > widest_start || point->gap_width > widest_gap) return render;
     render.source_offset = static_cast<double>(point->source_offset);
     render.length = static_cast<double>(point->length);
-    render.start = static_cast<double>(point->start);
+    render.start = static_cast<double>(point->start & start_bits);
     return render;
 }
 

@@ -1,6 +1,7 @@
 // Playlist of a video track 0x1053: u32 count and text of the name at offset 9; in it a 0x1051 a
 // clip, in that a 0x104f, offsets from its 'Z':
 //
+//   9    u8 not 0: locked
 //   10   u8 not 0: muted
 //   11   u32 region
 //   16   position
@@ -34,6 +35,7 @@ constexpr std::uint32_t largest_placement = 4000;
 constexpr std::uint16_t record_type = 0x104f;
 constexpr std::uint32_t least_record = 18;
 constexpr std::size_t record_at = 11;  // from the placement's 'Z', or behind that
+constexpr std::size_t lock_at = 9;
 constexpr std::size_t early_mute_at = 10;
 constexpr std::size_t region_at = 11;
 constexpr std::size_t position_at = 16;
@@ -63,6 +65,7 @@ VideoClip read_clip(ByteView image, const Block& record, std::uint32_t track_ind
     const bool muted =
         image.u8(record.at + late_mute_at) != 0 || image.u8(record.at + early_mute_at) != 0;
     clip.muted = record.size > largest_without_mute && muted ? 1 : 0;
+    clip.locked = image.u8(record.at + lock_at) != 0;
     return clip;
 }
 

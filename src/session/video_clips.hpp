@@ -16,6 +16,7 @@ struct VideoClip {
     double position = 0;      ///< as stored
     std::int16_t colour = 0;  ///< place on the palette, -2 none
     std::uint32_t muted = 0;
+    bool locked = false;
 };
 
 /// The clips in image order, and the names of the video tracks that they count by.

@@ -45,11 +45,14 @@ Bytes whole_session() {
     session.group({.name = "Drums", .members = {0, 2}, .kind = 1, .slot = 3, .vca_master = 2});
     session.group({.name = "Gone", .active = false, .in_both_lists = false});
     session.video_file("Film.MOV").video_file("notes.txt").video_file("Cut.mxf");
-    session.video_clips({"Film", {{.id = 1, .position = 90, .colour = 30}, {.muted = true}}});
+    session.video_clips(
+        {"Film", {{.id = 1, .position = 90, .locked = true, .colour = 30}, {.muted = true}}});
     session.video_clips({"Second", {{.position = 1LL << 45, .muted_late = true}}});
     session.freeze_render({.name = "Gtr-03", .source_offset = 5, .length = 70000, .start = 9});
     session.freeze_render({.name = "Gtr-a", .length = 1}).freeze_render({.name = "Gtr 2"});
     session.freeze_render({.name = "Gtr", .length = 1ULL << 40, .start = 1});
+    session.freeze_render({.name = "Gtr", .length = 7, .start = 960000, .start_in_ticks = true});
+    session.picture({29.97, 3});
     return session.colour_schemes(4, 5).alternate_playlist("Gtr.01", 7).image();
 }
 
@@ -78,21 +81,26 @@ TEST(Tables, WhatTheBuilderWritesIsRead) {
     const auto renders = readFreezeRenders(BlockIndex(ByteView(image)), Names{"Gtr", "Gtr-03", ""});
     ASSERT_EQ(renders.size(), 2U);
     EXPECT_EQ(renders.at("Gtr-03").at(0).source_offset, 5);
-    ASSERT_EQ(renders.at("Gtr").size(), 2U);
+    ASSERT_EQ(renders.at("Gtr").size(), 3U);
     EXPECT_EQ(renders.at("Gtr")[0].length, 70000);
     EXPECT_EQ(renders.at("Gtr")[0].start, 9);
     EXPECT_EQ(renders.at("Gtr")[1].start, 0) << "its length takes six bytes";
+    EXPECT_EQ(renders.at("Gtr")[2].length, 7);
+    EXPECT_EQ(renders.at("Gtr")[2].start, 1000000960000.0) << "its start takes eight bytes";
 
     EXPECT_EQ(over(image, readVideoFiles), (Names{"Film.MOV", "Cut.mxf"}));
     const std::string folder = "Disk/Sessions/Built/Video Files/";
     EXPECT_EQ(over(image, readVideoPaths),
               (Paths{{"Film.MOV", folder + "Film.MOV"}, {"Cut.mxf", folder + "Cut.mxf"}}));
+    EXPECT_EQ(over(image, readVideoRate), 29.97);
+    EXPECT_EQ(over(image, readVideoQuality), 3);
     const auto video = over(image, readVideoClips);
     EXPECT_EQ(video.track_names, (Names{"Film", "Second"}));
     ASSERT_EQ(video.clips.size(), 3U);
     EXPECT_EQ(video.clips[0].region + video.clips[2].track_index, 2U);
     EXPECT_EQ(video.clips[0].position, 90);
     EXPECT_EQ(video.clips[0].colour, 30);
+    EXPECT_TRUE(video.clips[0].locked && !video.clips[1].locked);
     EXPECT_EQ(video.clips[2].position, 35184372088832.0);
     EXPECT_TRUE(!video.clips[0].muted && video.clips[1].muted && video.clips[2].muted);
 }
@@ -181,6 +189,16 @@ TEST(ReadVideoRate, IsTakenNearAUsualRate) {
         const bool is_near = stored > 23 && stored < 120 && stored != 25.2;
         EXPECT_EQ(over(image, readVideoRate).value_or(-1), is_near ? stored : -1);
     }
+}
+
+TEST(ReadVideoQuality, IsTakenFromTheFirstBlockThatIsLongEnough) {
+    const auto of_size = [](std::size_t payload, std::uint8_t quality) {
+        return block(0x270a, ByteWriter().u32(0).u8(quality).pad_to(payload).bytes());
+    };
+    const Bytes image =
+        ByteWriter().raw(of_size(5, 2)).raw(of_size(6, 4)).raw(of_size(9, 5)).bytes();
+    EXPECT_EQ(over(image, readVideoQuality), 4);
+    EXPECT_FALSE(over(of_size(5, 2), readVideoQuality));
 }
 
 /// The readers that do more than walk the blocks of a type, against a scan of every byte.

@@ -165,8 +165,8 @@ Bytes SessionBuilder::image() const {
     ByteWriter image;
     image.raw(file_header(false));
     image.raw(opening_blocks(static_cast<std::uint32_t>(container_version_ - 2)));
-    image.raw(strip_table_block(tracks_, strip_table_form_));
-    image.raw(settings_block(settings_));
+    image.raw(strip_table_block(tracks_, strip_table_form_, tables_.picture.frame_rate));
+    image.raw(settings_block(settings_)).raw(picture_settings_block(tables_.picture.quality));
     image.raw(file_list_block(files_, folders, settings_.rate_hz, "EVAW"));
     if (time_.timecode) image.raw(timecode_block(*time_.timecode));
     ClipTables clips = clip_tables(tracks_, clip_groups_);

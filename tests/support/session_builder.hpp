@@ -74,6 +74,10 @@ public:
     SessionBuilder& video_file(const std::string& name) { return keep(tables_.video_files, name); }
     /// What lies on a video track.
     SessionBuilder& video_clips(const VideoTrackSpec& v) { return keep(tables_.video_tracks, v); }
+    SessionBuilder& picture(const PictureSpec& picture) {
+        tables_.picture = picture;
+        return *this;
+    }
     /// A clip that no track plays.
     SessionBuilder& freeze_render(const RegionSpec& r) { return keep(tables_.freeze_renders, r); }
     SessionBuilder& colour_schemes(std::uint8_t track_scheme, std::uint8_t clip_scheme);

@@ -147,9 +147,10 @@ Bytes strip_table_entry(const TrackSpec& track, std::size_t place, StripTableFor
     return block(0x251a, entry.bytes(), 7);
 }
 
-Bytes strip_table_block(const std::vector<TrackSpec>& tracks, StripTableForm form) {
+Bytes strip_table_block(const std::vector<TrackSpec>& tracks, StripTableForm form,
+                        double picture_rate) {
     ByteWriter table;
-    table.u32(1).zeros(6).u32(1).u16(3).u32(tracks.size());
+    table.u16(1).f64(picture_rate).u32(1).u16(3).u32(tracks.size());
     for (std::size_t i = 0; i < tracks.size(); ++i) {
         table.raw(table_fields(tracks[i], i, tracks[i].channels > 1 ? 1 : 0));
     }

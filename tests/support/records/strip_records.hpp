@@ -25,7 +25,8 @@ std::uint64_t track_identity(std::size_t place);
 Bytes strip_table_entry(const TrackSpec& track, std::size_t place, StripTableForm form);
 
 /// 0x2519: a list of all strips and twice their entries.
-Bytes strip_table_block(const std::vector<TrackSpec>& tracks, StripTableForm form);
+Bytes strip_table_block(const std::vector<TrackSpec>& tracks, StripTableForm form,
+                        double picture_rate = 0);
 
 /// 0x1014 of a track whose clip rows have these ids.
 Bytes track_list_entry(const std::string& name, const std::vector<std::uint16_t>& channels,

@@ -60,6 +60,12 @@ Bytes group_block(const GroupSpec& group) {
     return block(0x202a, record.bytes(), 5);
 }
 
+Bytes picture_settings_block(std::uint8_t quality) {
+    ByteWriter settings;
+    settings.u32(0).u8(quality).u8(1).zeros(9).u32(6).zeros(10).u16(0x0201).u32(6);
+    return block(0x2032, block(0x270a, settings.zeros(20).bytes(), 14));
+}
+
 Bytes folder_table_block(const std::vector<FolderSpec>& folders) {
     return block(0x210c, counted_list(folders, folder));
 }

@@ -40,6 +40,12 @@ struct VideoTrackSpec {
     std::vector<PlacementSpec> clips = {};
 };
 
+/// How the session plays its picture.
+struct PictureSpec {
+    double frame_rate = 0;  ///< 0: the session has none
+    std::uint8_t quality = 1;
+};
+
 /// The tables that a session may have; one that is empty is not written.
 struct TablesSpec {
     std::vector<GroupSpec> groups = {};
@@ -47,11 +53,13 @@ struct TablesSpec {
     std::vector<std::pair<std::string, std::uint32_t>> alternates = {};
     std::vector<std::string> video_files = {};
     std::vector<VideoTrackSpec> video_tracks = {};
+    PictureSpec picture = {};
     std::vector<RegionSpec> freeze_renders = {};
     Bytes colour_schemes = {};  ///< of tracks, of clips
 };
 
 Bytes group_block(const GroupSpec& group);
+Bytes picture_settings_block(std::uint8_t quality);
 Bytes folder_table_block(const std::vector<FolderSpec>& folders);
 /// What the strip row of a VCA master holds.
 Bytes vca_record(int fader_tenths_db);
