@@ -8,6 +8,7 @@
 #include "mix/channel_counts.hpp"
 #include "mix/folder_depths.hpp"
 #include "mix/folder_tree.hpp"
+#include "mix/frozen_plan.hpp"
 #include "mix/key_inputs.hpp"
 #include "mix/mixer_lookup.hpp"
 #include "mix/mute_and_solo.hpp"
@@ -95,6 +96,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     plan_folders(mix.tracks, folders, tallies.folders);
     settle_channel_counts(mix.tracks, routing, tallies.routing);
 
+    mark_surround_panners(mix.tracks, mixer);
     settle_views(mix.tracks, mixer, tallies.views);
     mix.comments = place_comments(mix.tracks, mixer, input.comment_place, tallies.comments);
     OutputSides sides = output_sides(input.routing.rows, rows, input.routing.paths);

@@ -70,6 +70,14 @@ struct ChannelReceive {
     int width_code = 0;  ///< 0 stereo, else (channels / 2) << 10
 };
 
+/// The render that a track delivered frozen plays in place of its items.
+struct FrozenRender {
+    double start = 0;  ///< seconds, likewise the others
+    double length = 0;
+    double source_offset = 0;
+    std::string path;
+};
+
 /// REAPER's folder state of a track: the two numbers of its `ISBUS` line.
 struct FolderState {
     int kind = 0;   ///< 0 plain, 1 opens a folder, 2 closes folders
@@ -120,8 +128,10 @@ struct TrackPlan {
     std::vector<KeyReceive> key_receives;
     std::vector<ChannelReceive> channel_receives;
     std::vector<ReceivePlan> receives;
-    std::vector<EnvelopePlan> envelopes;     ///< in the order in which they are written
-    std::vector<std::string> comment_lines;  ///< of the item that holds the track's comment
+    std::vector<EnvelopePlan> envelopes;  ///< in the order in which they are written
+    bool has_surround_panner = false;
+    std::optional<FrozenRender> frozen = {};  ///< given: delivered frozen
+    std::vector<std::string> comment_lines;   ///< of the item that holds the track's comment
 };
 
 }  // namespace tanrove

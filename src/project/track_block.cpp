@@ -10,6 +10,7 @@
 #include "base/guid.hpp"
 #include "project/comment_item.hpp"
 #include "project/envelope_text.hpp"
+#include "project/frozen_track.hpp"
 #include "project/item_text.hpp"
 #include "project/midi_item_text.hpp"
 #include "project/project_text.hpp"
@@ -115,6 +116,28 @@ void write_midi_items(TextSink& out, const TrackPlan& plan, WrittenTallies& tall
     }
 }
 
+/// What the track itself plays. A frozen track keeps it for the day it is unfrozen.
+void write_contents(TextSink& out, const TrackPlan& plan, MediaSearch& media, TakePlanner& takes,
+                    WrittenTallies& tallies) {
+    write_items(out, plan, media, takes, tallies);
+    write_midi_items(out, plan, tallies);
+}
+
+/// True if the track is frozen in the project now: its contents are written, and counted, then.
+bool freeze(TextSink& out, const TrackPlan& plan, MediaSearch& media, TakePlanner& takes,
+            WrittenTallies& tallies, FreezeWriter* freezer) {
+    if (!plan.frozen || freezer == nullptr) return false;
+    const WrittenTallies written_before = tallies;
+    const TakeTallies takes_before = takes.tallies();
+    const bool frozen = freezer->write_block(out, plan.session_name, [&](TextSink& inside) {
+        write_contents(inside, plan, media, takes, tallies);
+    });
+    if (frozen) return true;
+    tallies = written_before;
+    takes.tallies() = takes_before;
+    return false;
+}
+
 }  // namespace
 
 void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies& tallies) {
@@ -127,7 +150,7 @@ void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies&
 }
 
 void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaSearch& media,
-                 TakePlanner& takes, WrittenTallies& tallies) {
+                 TakePlanner& takes, WrittenTallies& tallies, FreezeWriter* freezer) {
     const auto number = static_cast<std::uint32_t>(index);
     write_opening(out, plan, number);
     write_mixer(out, plan);
@@ -136,12 +159,16 @@ void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaS
     write_channels(out, plan, number);
     write_key_receives(out, plan);
     write_channel_receives(out, plan);
+    const bool frozen = freeze(out, plan, media, takes, tallies, freezer);
     tallies.send_points += write_sends(out, plan);
     write_alternate_mute(out, plan);
     write_lanes(out, plan);
     write_track_envelopes(out, plan, tallies);
-    write_items(out, plan, media, takes, tallies);
-    write_midi_items(out, plan, tallies);
+    if (frozen) {
+        write_frozen_render(out, *plan.frozen, number);
+    } else {
+        write_contents(out, plan, media, takes, tallies);
+    }
     write_comment_item(out, plan, number);
     out.line(1, ">");
 
@@ -151,10 +178,11 @@ void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaS
 }
 
 void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans, MediaSearch& media,
-                  TakePlanner& takes, WrittenTallies& tallies, const TrackProgress& progress) {
+                  TakePlanner& takes, WrittenTallies& tallies, const TrackProgress& progress,
+                  FreezeWriter* freezer) {
     for (std::size_t i = 0; i < plans.size(); ++i) {
         if (progress) progress(i, plans.size());
-        write_track(out, plans[i], i, media, takes, tallies);
+        write_track(out, plans[i], i, media, takes, tallies, freezer);
     }
 }
 

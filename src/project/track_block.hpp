@@ -12,6 +12,8 @@
 
 namespace tanrove {
 
+class FreezeWriter;
+
 /// What went into the project.
 struct WrittenTallies {
     int tracks = 0;
@@ -33,12 +35,13 @@ using TrackProgress = std::function<void(std::size_t index, std::size_t count)>;
 void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies& tallies);
 
 /// Writes one track. `index` is its place in the project's track list, from 0; its identifiers are
-/// made from it.
+/// made from it. Without a `freezer` it is written unfrozen, whatever its plan says.
 void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaSearch& media,
-                 TakePlanner& takes, WrittenTallies& tallies);
+                 TakePlanner& takes, WrittenTallies& tallies, FreezeWriter* freezer = nullptr);
 
 /// Writes all tracks in their order. `progress` may be empty.
 void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans, MediaSearch& media,
-                  TakePlanner& takes, WrittenTallies& tallies, const TrackProgress& progress);
+                  TakePlanner& takes, WrittenTallies& tallies, const TrackProgress& progress,
+                  FreezeWriter* freezer = nullptr);
 
 }  // namespace tanrove

@@ -10,6 +10,7 @@
 #include "report/summary_covering.hpp"
 #include "report/summary_fades.hpp"
 #include "report/summary_folders.hpp"
+#include "report/summary_frozen.hpp"
 #include "report/summary_groups.hpp"
 #include "report/summary_head.hpp"
 #include "report/summary_items.hpp"
@@ -23,6 +24,7 @@
 #include "report/summary_stretch.hpp"
 #include "report/summary_time.hpp"
 #include "report/summary_tracks.hpp"
+#include "report/summary_video.hpp"
 
 namespace tanrove {
 
@@ -105,6 +107,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_locked_clips(out, tallies.written);
     print_grid(out, tallies.head.grid);
     print_sample_based_midi(out, tallies.mix.midi);
+    print_video(out, tallies.video);
     print_groups_left_alone(out, tallies.mix.groups);
 
     // Hardware inserts, timebase, clip groups, lanes
@@ -120,6 +123,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     // Tracks left out or kept
     print_left_out_tracks(out, tallies.mix.click, tallies.mix.leave_out);
     print_tracks_without_strip_row(out, tallies.mix.tracks);
+    print_frozen_tracks(out, tallies.frozen);
     print_silent_tracks_and_names(out, tallies.mix.tracks);
 
     // Covering, fades, alternates

@@ -1,7 +1,9 @@
 // All that one run counted: the sum of the groups that the stages fill. `tallies = {}` resets it.
 #pragma once
 
+#include "mix/frozen_plan.hpp"
 #include "mix/mix_tallies.hpp"
+#include "mix/video_plan.hpp"
 #include "project/media_search.hpp"
 #include "project/project_head.hpp"
 #include "project/track_block.hpp"
@@ -16,6 +18,8 @@ struct RunTallies {
     SessionTrackTable track_table = {};
     TimelineTallies timeline;
     MixTallies mix;
+    VideoTallies video;
+    FrozenTallies frozen;
     HeadTallies head;
     WrittenTallies written;
     TakeTallies takes;

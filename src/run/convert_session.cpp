@@ -11,13 +11,17 @@
 
 #include "base/c_locale.hpp"
 #include "base/formatted_text.hpp"
+#include "base/paths.hpp"
 #include "mix/fold_dump.hpp"
 #include "mix/plan_mix.hpp"
 #include "project/extra_tracks.hpp"
+#include "project/frozen_track.hpp"
 #include "project/master_pass.hpp"
 #include "project/media_search.hpp"
 #include "project/project_head.hpp"
 #include "project/track_block.hpp"
+#include "project/video_pass.hpp"
+#include "project/video_track.hpp"
 #include "report/console_summary.hpp"
 #include "report/summary_line.hpp"
 #include "run/colour_input.hpp"
@@ -60,7 +64,12 @@ private:
               std::vector<Strip> mixer, RoutingRecords routing, MidiRecords midi);
     std::vector<TimelineTrack> place(const SessionImage& image, const ClipRecords& clips);
     void plan_head(const SessionImage& image);
-    bool write_project(MediaSearch& media);
+    void plan_picture(const VideoRecords& video, const ClipRecords& clips,
+                      const StripRecords& strips, const TempoClock& clock);
+    void plan_freezes(const BlockIndex& index, const ClipRecords& clips, MediaSearch& media,
+                      const TempoClock& clock);
+    bool write_project(MediaSearch& media, MovieSearch& movies);
+    void write_all_tracks(TextSink& out, MediaSearch& media, MovieSearch& movies);
     void run_post_passes();
     void give_account(const PTFFormat& file, const SessionVersion& version,
                       const SessionImage& image, MediaSearch& media, const ClipRecords& clips);
@@ -72,6 +81,7 @@ private:
     HeadPlan head_;
     ColourTheme theme_;
     MixPlan mix_;
+    VideoPlan video_;
     std::string project_path_;
     RunTallies tallies_;
 };
@@ -109,7 +119,12 @@ std::int32_t Conversion::run() {
         std::fputs(clip_colours_text(mix_.tracks).c_str(), stderr);
     }
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
-    if (!write_project(media)) return not_converted;
+    const TempoClock clock(time_.tempo_map, time_.tempo_bpm);
+    const VideoRecords video = read_video(index);
+    plan_picture(video, clips, strips, clock);
+    plan_freezes(index, clips, media, clock);
+    MovieSearch movies({folders_.media_parent, folder_of(options_.session_path), video.paths});
+    if (!write_project(media, movies)) return not_converted;
     if (!options_.check_only) run_post_passes();
     give_account(*opened->file, version, image, media, clips);
     return converted;
@@ -219,6 +234,30 @@ void Conversion::plan_head(const SessionImage& image) {
     head_ = plan_project_head(records, options_.tempo_ramps, tallies_.head);
 }
 
+void Conversion::plan_picture(const VideoRecords& video, const ClipRecords& clips,
+                              const StripRecords& strips, const TempoClock& clock) {
+    VideoInput input;
+    input.video = video.clips;
+    input.info = video.info;
+    input.regions = clips.lists.regions;
+    input.rows = strips.strips.rows;
+    input.displays = strips.displays;
+    input.rate_hz = static_cast<double>(head_.sample_rate);
+    video_ = plan_video(input, clock, tallies_.video);
+}
+
+void Conversion::plan_freezes(const BlockIndex& index, const ClipRecords& clips, MediaSearch& media,
+                              const TempoClock& clock) {
+    FrozenInput input;
+    input.renders = readFreezeRenders(index, names_of_renders(mix_.tracks));
+    input.regions = clips.lists.regions;
+    input.files = clips.files;
+    input.find_render = [&media](const std::string& file) { return find_render(media, file); };
+    input.rate_hz = static_cast<double>(head_.sample_rate);
+    input.keep_frozen = options_.keep_frozen;
+    plan_frozen(mix_.tracks, input, clock, tallies_.frozen);
+}
+
 /// True if writing `path` would write over the session.
 bool is_session_itself(const std::string& path, const std::string& session_path) {
     std::error_code error;
@@ -231,7 +270,20 @@ void remove_unfinished(const std::string& path) {
     if (std::filesystem::is_regular_file(path, error)) std::filesystem::remove(path, error);
 }
 
-bool Conversion::write_project(MediaSearch& media) {
+void Conversion::write_all_tracks(TextSink& out, MediaSearch& media, MovieSearch& movies) {
+    TakePlanner takes(static_cast<double>(head_.sample_rate), tallies_.takes);
+    const std::string frozen = options_.check_only ? null_device : project_path_ + ".freeze.tmp";
+    FreezeWriter freezer(frozen, options_.check_only, real_disk(), tallies_.frozen);
+    const auto progress = [](std::size_t track, std::size_t count) {
+        report_track_stage(track, count);
+    };
+    write_tracks(out, mix_.tracks, media, takes, tallies_.written, progress, &freezer);
+    write_video_tracks(out, video_.tracks, movies, tallies_.video, tallies_.written);
+    write_strip_tracks(out, mix_.strip_tracks, tallies_.written);
+    if (mix_.has_solo_track) write_solo_track(out);
+}
+
+bool Conversion::write_project(MediaSearch& media, MovieSearch& movies) {
     report_stage(stage_writing, "writing");
     project_path_ = choose_output_path(options_);
     const std::string target = options_.check_only ? null_device : project_path_;
@@ -246,12 +298,7 @@ bool Conversion::write_project(MediaSearch& media) {
     {
         TextSink out(stream);
         write_project_head(out, head_);
-        TakePlanner takes(static_cast<double>(head_.sample_rate), tallies_.takes);
-        write_tracks(
-            out, mix_.tracks, media, takes, tallies_.written,
-            [](std::size_t track, std::size_t count) { report_track_stage(track, count); });
-        write_strip_tracks(out, mix_.strip_tracks, tallies_.written);
-        if (mix_.has_solo_track) write_solo_track(out);
+        write_all_tracks(out, media, movies);
         write_project_end(out);
         out.flush();
         failed = out.failed();
@@ -266,6 +313,11 @@ bool Conversion::write_project(MediaSearch& media) {
 
 /// What can only be decided on the whole text. A pass that fails leaves the project as it is.
 void Conversion::run_post_passes() {
+    const bool video_behind_others = !video_.tracks.empty() && !mix_.tracks.empty();
+    if (video_.stands_first && video_behind_others) {
+        tallies_.video.at_top =
+            move_video_tracks_first(project_path_, video_.tracks.size(), real_disk());
+    }
     if (!mix_.master.wants_own_track) return;
     MasterTrackPlan track;
     track.name = mix_.master.name + " (Pro Tools master fader)";

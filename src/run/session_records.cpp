@@ -8,6 +8,7 @@
 #include "session/midi_lanes.hpp"
 #include "session/pitch_shifts.hpp"
 #include "session/strip_lanes.hpp"
+#include "session/video_files.hpp"
 
 namespace tanrove {
 
@@ -153,6 +154,10 @@ MidiRecords read_midi(const BlockIndex& index, const StripRecords& strips) {
         .real_time = readRealTimeProperties(index, rows),
         .other_lanes = countOtherMidiLanes(index, rows),
     };
+}
+
+VideoRecords read_video(const BlockIndex& index) {
+    return {readVideoClips(index), readVideoInfo(index), readVideoPaths(index)};
 }
 
 int insert_count(const StripRecords& records, std::size_t row) {

@@ -42,6 +42,7 @@
 #include "session/track_displays.hpp"
 #include "session/track_table.hpp"
 #include "session/vca_slots.hpp"
+#include "session/video_clips.hpp"
 #include "session/warp_maps.hpp"
 
 namespace tanrove {
@@ -110,6 +111,13 @@ struct MidiRecords {
     std::size_t other_lanes = 0;                ///< automation of MIDI tracks beside their mute
 };
 
+/// The picture: its tracks, its movies and where these lay.
+struct VideoRecords {
+    VideoClips clips;
+    VideoInfo info;
+    std::map<std::string, std::string> paths;  ///< of movies, by file name
+};
+
 /// `file` gives the audio file list, and its own regions and tracks for an image whose lists the
 /// program's reader refuses.
 ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index);
@@ -121,6 +129,8 @@ TimeRecords read_time(const BlockIndex& index, double tempo_override);
 StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips);
 
 MidiRecords read_midi(const BlockIndex& index, const StripRecords& strips);
+VideoRecords read_video(const BlockIndex& index);
+
 /// Plug-ins on the strip of this row.
 int insert_count(const StripRecords& records, std::size_t row);
 

@@ -48,6 +48,9 @@ public:
     /// Valid until the next call.
     const TakePlan& plan(const ClipItem& clip);
 
+    /// What it has counted so far.
+    TakeTallies& tallies() { return tallies_; }
+
 private:
     void keep_gain_line(const ClipItem& clip);
     void follow_ramps();

@@ -457,16 +457,64 @@ GoldenCase left_out_tracks() {
     return {"left_out_tracks", session, options, {}};
 }
 
+/// Picture above the tracks, which moves in front of them: a split clip, one whose movie is not on
+/// the disk, one whose movie is unknown, one without a clip; a track without picture.
+GoldenCase video() {
+    SessionBuilder session = with_files();
+    session.bus("Verb", 1).picture({25, 2}).video_file("Reel 1.mov").video_file("Reel 2.mov");
+    session.track(routed("Main", "", TrackKind::master));
+    TrackSpec film = routed("Picture", "", TrackKind::video);
+    film.hidden = true;
+    film.height = 80;
+    TrackSpec voice = track("Voice", {clip("Voice", 0, second)});
+    voice.sends = {{.target = "Verb"}};
+    session.track(film).track(routed("Second picture", "", TrackKind::video)).track(voice);
+    session.track(aux("Room", "Verb", 2));
+    session.freeze_render({.name = "Reel 1-01", .length = 100});
+    session.freeze_render({.name = "Reel 1-02", .source_offset = 100, .length = 50});
+    session.freeze_render({.name = "Reel 2", .length = 25})
+        .freeze_render({.name = "Logo", .length = 1});
+    session.video_clips({"Picture",
+                         {{.id = 1, .position = 0, .locked = true},
+                          {.id = 2, .position = 4 * second},
+                          {.id = 3, .position = 6 * second},
+                          {.id = 4, .position = 7 * second},
+                          {.id = 99, .position = 8 * second}}});
+    return {"video", session, {}, {"Voice.wav", "../Video Files/Reel 1.mov"}};
+}
+
+/// A track that arrives frozen with its sends and envelopes, and one whose render is gone.
+GoldenCase frozen() {
+    SessionBuilder session = with_files();
+    session.audio_file({"Voice-FZ.wav", 10 * second, 0}).audio_file({"Gone-FZ.wav", second, 0});
+    TrackSpec voice =
+        track("Voice", {clip("Voice_01", 0, second), clip("Voice_02", second, second)});
+    voice.mute_lane = {0, {{second, 1}, {2 * second, 0}}};
+    session.track(voice).track(track("Gone", {clip("Gone_01", 0, second)}));
+    session.freeze_render(
+        {.name = "Voice-01", .file_index = 3, .source_offset = 48, .length = 96000});
+    session.freeze_render({.name = "Gone", .file_index = 4, .length = 48000});
+    RunOptions options;
+    options.keep_frozen = true;
+    return {"frozen", session, options, {"Voice.wav", "Voice-FZ.wav"}};
+}
+
 }  // namespace
 
 std::vector<GoldenCase> golden_cases() {
     return {
-        empty_session(),   time_frame(),           tempo_ramps(),  clips(),
-        clip_gain(),       left_out_placements(),  overlaps(),     nested_groups(),
-        alternates(),      alternates_dropped(),   surround(),     nested_folders(),
-        groups_and_vcas(), crossfades(),           fade_shapes(),  fade_shapes_plain(),
-        mixer(),           stretched_and_looped(), master_fader(), routing(),
-        left_out_tracks(),
+        empty_session(),   time_frame(),
+        tempo_ramps(),     clips(),
+        clip_gain(),       left_out_placements(),
+        overlaps(),        nested_groups(),
+        alternates(),      alternates_dropped(),
+        surround(),        nested_folders(),
+        groups_and_vcas(), crossfades(),
+        fade_shapes(),     fade_shapes_plain(),
+        mixer(),           stretched_and_looped(),
+        master_fader(),    routing(),
+        left_out_tracks(), video(),
+        frozen(),
     };
 }
 

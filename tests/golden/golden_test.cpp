@@ -43,6 +43,7 @@ TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     TempFolder folder;
     folder.enter();
     fs::create_directory("Audio Files");
+    fs::create_directory("Video Files");
     for (const auto& name : c.audio_on_disk) {
         ASSERT_TRUE(write_file_text("Audio Files/" + name, "RIFF"));
     }

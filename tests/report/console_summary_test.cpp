@@ -262,6 +262,18 @@ RunTallies every_counter_at_one() {
                         .unapplied_real_time_tracks = 1,
                         .clip_groups = 1,
                         .clip_group_tracks = {"Keys"}};
+    tallies.video = {.tracks = 1,
+                     .items = 1,
+                     .frame_rate = 25,
+                     .reduced_quality = true,
+                     .missing_movies = {"Reel 1.mov"},
+                     .clips_without_region = 1,
+                     .clips_without_movie = 1};
+    tallies.frozen.delivered = 1;
+    for (auto reason = FreezeRefusal::several_renders; reason <= FreezeRefusal::no_temporary_file;
+         reason = static_cast<FreezeRefusal>(static_cast<int>(reason) + 1)) {
+        tallies.frozen.refused.push_back({"Gtr", reason, "Gtr-FZ.wav"});
+    }
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
     tallies.not_carried = {.unnumbered_clips = 1, .shaped_clips = 1, .plugins = 1};
     tallies.media = {

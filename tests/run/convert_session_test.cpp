@@ -329,5 +329,22 @@ TEST_F(Conversion, ARunThatEndsInAnExceptionLeavesNoPointerBehind) {
     EXPECT_EQ(console_state().progress, nullptr);
 }
 
+TEST_F(Conversion, ACheckOfAFrozenTrackLeavesNoFile) {
+    ASSERT_TRUE(small_session()
+                    .audio_file({"Voice-FZ.wav", 48000, 0})
+                    .freeze_render({.name = "Voice-01", .file_index = 1, .length = 48000})
+                    .write("Song.ptx"));
+    std::filesystem::create_directory("Audio Files");
+    ASSERT_TRUE(write_file_text("Audio Files/Voice-FZ.wav", "RIFF"));
+    RunOptions options = song();
+    options.keep_frozen = options.check_only = true;
+    EXPECT_EQ(convert(options), 0);
+    EXPECT_TRUE(said("  1 frozen track(s) delivered FROZEN")) << result_.console_text;
+    EXPECT_EQ(folder_.file_count(), 2U);
+    options.check_only = false;
+    EXPECT_EQ(convert(options), 0);
+    EXPECT_EQ(folder_.file_count(), 3U);
+}
+
 }  // namespace
 }  // namespace tanrove

@@ -1,0 +1,105 @@
+// The block of a frozen track, by way of a temporary file beside the project, and its render.
+#include "project/frozen_track.hpp"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <string_view>
+#include <utility>
+
+#include "base/guid.hpp"
+#include "project/project_text.hpp"
+
+namespace tanrove {
+
+namespace {
+
+// Seeds of the render's two identifiers, to which the track's index is added.
+constexpr std::uint32_t render_item_seed = 0x465A0000;
+constexpr std::uint32_t render_take_seed = render_item_seed + 0x10000;
+
+// What WAV, its two forms past 4 GB, and AIFF begin with.
+constexpr std::array<std::string_view, 4> audio_marks = {"RIFF", "RF64", "BW64", "FORM"};
+constexpr std::size_t mark_bytes = 4;
+
+/// All that was written to the stream; nullopt if less comes back.
+std::optional<std::string> read_back(std::FILE* stream) {
+    const long size = std::ftell(stream);
+    if (size < 0 || std::fseek(stream, 0, SEEK_SET) != 0) return std::nullopt;
+    std::string bytes(static_cast<std::size_t>(size), '\0');
+    if (std::fread(bytes.data(), 1, bytes.size(), stream) != bytes.size()) return std::nullopt;
+    return bytes;
+}
+
+}  // namespace
+
+FreezeWriter::FreezeWriter(std::string path, bool is_device, DiskSteps disk, FrozenTallies& tallies)
+    : path_(std::move(path)), is_device_(is_device), disk_(std::move(disk)), tallies_(tallies) {}
+
+bool FreezeWriter::write_block(TextSink& out, const std::string& track, const Contents& contents) {
+    const auto bytes = through_file(contents);
+    if (!bytes) {
+        tallies_.refused.push_back({track, FreezeRefusal::no_temporary_file});
+        return false;
+    }
+    out.line(2, "<FREEZE 0");
+    out.raw(*bytes);
+    out.line(2, ">");
+    ++tallies_.delivered;
+    return true;
+}
+
+std::optional<std::string> FreezeWriter::through_file(const Contents& contents) const {
+    std::FILE* stream = disk_.open(path_.c_str(), "w+b");
+    if (stream == nullptr) return std::nullopt;
+    bool failed = false;
+    {
+        TextSink inside(stream);
+        contents(inside);
+        inside.flush();
+        failed = inside.failed();
+    }
+    std::optional<std::string> bytes;
+    if (!failed) bytes = is_device_ ? std::string() : read_back(stream);
+    if (disk_.close(stream) != 0) bytes.reset();
+    if (!is_device_) disk_.remove(path_.c_str());
+    return bytes;
+}
+
+void write_frozen_render(TextSink& out, const FrozenRender& render, std::uint32_t index) {
+    out.line(2, "<ITEM");
+    out.line(3, "POSITION %.10f", render.start);
+    out.line(3, "SNAPOFFS 0");
+    out.line(3, "LENGTH %.10f", render.length);
+    out.line(3, "LOOP 0");
+    out.line(3, "ALLTAKES 0");
+    out.line(3, "FADEIN 1 0 0 1 0 0 0");
+    out.line(3, "FADEOUT 1 0 0 1 0 0 0");
+    out.line(3, "MUTE 0 0");
+    out.line(3, "FREEZE %.10f %.10f 0", render.start, render.length);
+    out.line(3, "LOCK 1");
+    out.line(3, "SEL 0");
+    out.line(3, "IGUID %s", guid(render_item_seed + index).c_str());
+    out.line(3, "NAME \"Freeze 1\"");
+    out.line(3, "VOLPAN 1 0 1 -1");
+    out.line(3, "SOFFS %.10f", render.source_offset);
+    out.line(3, "PLAYRATE 1 1 0 -1 0 0.0025");
+    out.line(3, "CHANMODE 0");
+    out.line(3, "GUID %s", guid(render_take_seed + index).c_str());
+    out.line(3, "<SOURCE WAVE");
+    out.line(4, "FILE %s", quoted(render.path).c_str());
+    out.line(3, ">");
+    out.line(2, ">");
+}
+
+RenderFile find_render(MediaSearch& media, const std::string& file) {
+    const MediaPath& answer = media.find(file);
+    std::string mark(mark_bytes, '\0');
+    std::ifstream stream(answer.path, std::ios::binary);
+    stream.read(mark.data(), static_cast<std::streamsize>(mark.size()));
+    const bool is_audio = std::ranges::find(audio_marks, mark) != audio_marks.end();
+    return {.path = answer.path, .found = answer.found, .readable = stream.good() && is_audio};
+}
+
+}  // namespace tanrove
