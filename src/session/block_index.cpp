@@ -85,6 +85,23 @@ const Block* BlockList::first_inside(std::size_t from, std::size_t limit) const 
     return index < blocks_.size() ? &blocks_[index] : nullptr;
 }
 
+BlockSpan BlockList::reach() const {
+    BlockSpan reach;
+    if (!blocks_.empty()) reach.start = blocks_.front().at;
+    for (const Block& block : blocks_) reach.end = std::max(reach.end, block.end());
+    return reach;
+}
+
+std::vector<std::size_t> find_in(ByteView image, const BlockSpan& span, std::string_view bytes) {
+    std::vector<std::size_t> places;
+    const ByteView up_to_end = image.window(0, span.end);
+    for (auto at = up_to_end.find(bytes, span.start); at != ByteView::npos;
+         at = up_to_end.find(bytes, at + 1)) {
+        places.push_back(at);
+    }
+    return places;
+}
+
 BlockIndex::BlockIndex(ByteView image)
     : image_(image), list_of_type_(content_type_count, 0), lists_(1) {
     std::vector<Block> blocks = find_blocks(image);

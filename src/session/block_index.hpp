@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "base/byte_view.hpp"
@@ -49,6 +50,10 @@ public:
     /// there is none.
     const Block* first_inside(std::size_t from, std::size_t limit) const;
 
+    /// From the first block's 'Z' to the furthest end of all: what a search for something that
+    /// stands inside these blocks has to pass over. Empty for no blocks.
+    BlockSpan reach() const;
+
 private:
     std::size_t first_index_inside(std::size_t index, std::size_t limit) const;
 
@@ -56,6 +61,9 @@ private:
     /// Least end of each run of blocks; each level sums up the runs of the one below.
     std::vector<std::vector<std::size_t>> least_ends_;
 };
+
+/// Every place of these bytes in the span, in order.
+std::vector<std::size_t> find_in(ByteView image, const BlockSpan& span, std::string_view bytes);
 
 /// All blocks of one image.
 class BlockIndex {

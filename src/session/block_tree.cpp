@@ -3,6 +3,7 @@
 #include "session/block_tree.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 
 #include "session/block_scan.hpp"
@@ -14,53 +15,67 @@ namespace {
 constexpr std::size_t first_block_at = 20;  // behind the file's header
 constexpr std::uint32_t smallest_parent = 2;
 
-/// `levels` is how many levels of children are still followed.
-std::optional<BlockNode> parse_block(ByteView image, std::size_t p, std::size_t limit, int levels);
+/// Parses blocks and what is in them. `levels` is how many levels of children are still followed.
+class TreeParser {
+public:
+    explicit TreeParser(ByteView image) : image_(image) {}
 
-/// Children are sought from the byte behind the 'Z'. The walk is tested once a step, with the
-/// position that the step leads to: tested any earlier, a small last child would be lost.
-void parse_children(ByteView image, std::size_t p, int levels, BlockNode& parent) {
-    const std::size_t end = p + block_size_base + parent.size;
-    const ByteView up_to_end = image.window(0, end);
-    std::size_t i = 1;
-    while (true) {
-        const std::size_t next = up_to_end.find(block_marker, p + i);
-        if (next == ByteView::npos || next - p >= parent.size) return;
-        i = next - p;
-        std::size_t step = 1;
-        if (auto child = parse_block(image, p + i, end, levels - 1)) {
-            step = child->size + block_size_base;
-            parent.children.push_back(std::move(*child));
+    std::optional<BlockNode> parse_block(std::size_t p, std::size_t limit, int levels) {
+        if (p + 8 >= image_.size() || image_.u8(p) != block_marker) return std::nullopt;
+        if (image_.u8(p + block_high_type_at) != 0) return std::nullopt;
+        BlockNode node{
+            .offset = p + block_content_at,
+            .size = image_.u32(p + block_size_at),
+            .blockType = image_.u16(p + 1),
+            .contentType = image_.u16(p + block_content_at),
+            .children = {},
+        };
+        const std::size_t room = limit - p;
+        if (room < block_size_base || node.size > room - block_size_base) return std::nullopt;
+        if (node.size >= smallest_parent && levels > 0) {
+            const std::size_t before = found_.size();
+            find_children(p, levels, node);
+            const auto first = found_.begin() + static_cast<std::ptrdiff_t>(before);
+            node.children.assign(std::move_iterator(first), std::move_iterator(found_.end()));
+            found_.erase(first, found_.end());
         }
-        if (p + i + step >= end || i + step >= parent.size) return;
-        i += step;
+        return node;
     }
-}
 
-std::optional<BlockNode> parse_block(ByteView image, std::size_t p, std::size_t limit, int levels) {
-    if (p + 8 >= image.size() || image.u8(p) != block_marker) return std::nullopt;
-    if (image.u8(p + block_high_type_at) != 0) return std::nullopt;
-    BlockNode node{
-        .offset = p + block_content_at,
-        .size = image.u32(p + block_size_at),
-        .blockType = image.u16(p + 1),
-        .contentType = image.u16(p + block_content_at),
-        .children = {},
-    };
-    const std::size_t room = limit - p;
-    if (room < block_size_base || node.size > room - block_size_base) return std::nullopt;
-    if (node.size >= smallest_parent && levels > 0) parse_children(image, p, levels, node);
-    return node;
-}
+private:
+    /// Children are sought from the byte behind the 'Z'. The walk is tested once a step, with the
+    /// position that the step leads to: tested any earlier, a small last child would be lost.
+    void find_children(std::size_t p, int levels, const BlockNode& parent) {
+        const std::size_t end = p + block_size_base + parent.size;
+        const ByteView up_to_end = image_.window(0, end);
+        std::size_t i = 1;
+        while (true) {
+            const std::size_t next = up_to_end.find(block_marker, p + i);
+            if (next == ByteView::npos || next - p >= parent.size) return;
+            i = next - p;
+            std::size_t step = 1;
+            if (auto child = parse_block(p + i, end, levels - 1)) {
+                step = child->size + block_size_base;
+                found_.push_back(std::move(*child));
+            }
+            if (p + i + step >= end || i + step >= parent.size) return;
+            i += step;
+        }
+    }
+
+    ByteView image_;
+    std::vector<BlockNode> found_;  ///< children of the blocks that are being parsed right now
+};
 
 /// The odd stride of the top level; `levels_of` says how deep a block of that type is followed.
 template <typename LevelsOf>
 std::vector<BlockNode> parse_top_level(ByteView image, LevelsOf levels_of) {
+    TreeParser parser(image);
     std::vector<BlockNode> blocks;
     std::size_t last_size = 0;
     for (std::size_t p = first_block_at; p < image.size();) {
         const int levels = levels_of(image.u16(p + block_content_at));
-        if (auto block = parse_block(image, p, image.size(), levels)) {
+        if (auto block = parser.parse_block(p, image.size(), levels)) {
             last_size = block->size + block_size_base;
             blocks.push_back(std::move(*block));
         }

@@ -83,14 +83,11 @@ void read_table(const BlockIndex& index, ClipGainLines& gains) {
 }
 
 /// Every place of the marker, in order: found once, since clips can hold clips.
-std::vector<std::size_t> find_markers(ByteView image) {
-    std::vector<std::size_t> markers;
-    for (std::size_t c = image.find(marker, 0); c != ByteView::npos;
-         c = image.find(marker, c + 1)) {
-        const bool has_number =
-            image.u32(c + 4) == marker_number || image.u32(c + 8) == marker_number;
-        if (has_number) markers.push_back(c);
-    }
+std::vector<std::size_t> find_markers(ByteView image, const BlockList& clips) {
+    auto markers = find_in(image, clips.reach(), marker);
+    std::erase_if(markers, [&](std::size_t c) {
+        return image.u32(c + 4) != marker_number && image.u32(c + 8) != marker_number;
+    });
     return markers;
 }
 
@@ -123,8 +120,9 @@ template <typename Use>
 void for_each_clip(const BlockIndex& index, std::size_t entry_count, Use use) {
     if (entry_count == 0) return;
     const ByteView image = index.image();
-    const auto markers = find_markers(image);
-    for (const Block& clip : index.of_type(clip_name_type).all()) {
+    const BlockList& clips = index.of_type(clip_name_type);
+    const auto markers = find_markers(image, clips);
+    for (const Block& clip : clips.all()) {
         const auto place = number_place(image, clip, markers);
         if (!place) continue;
         const std::size_t number = image.u32(*place);

@@ -11,8 +11,7 @@
 namespace tanrove {
 
 /// For each position the smallest of the blocks whose span encloses it, of equals the earliest;
-/// nullptr where none does.
-/// Both lists ascend. The pointers are into `blocks`.
+/// nullptr where none does. Both lists ascend. The pointers are into `blocks`.
 std::vector<const Block*> smallest_enclosing(std::span<const Block> blocks,
                                              std::span<const std::size_t> positions);
 

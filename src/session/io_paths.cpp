@@ -34,16 +34,6 @@ constexpr std::size_t later_count_behind_name = 4;
 constexpr std::size_t marked_bytes = 13;  // a marker, its identity and the byte that must follow
 constexpr std::uint16_t no_parent = 0xffff;
 
-/// Positions of all identity markers: records that overlap must not each search their own span.
-std::vector<std::size_t> find_markers(ByteView image) {
-    std::vector<std::size_t> markers;
-    for (auto at = image.find(identity_marker, 0); at != ByteView::npos;
-         at = image.find(identity_marker, at + identity_marker.size())) {
-        markers.push_back(at);
-    }
-    return markers;
-}
-
 void read_channels(ByteView image, std::size_t at, std::size_t count, IoPath& path) {
     for (std::size_t i = 0; i < count; ++i) {
         path.channels.push_back(image.u16(at + i * channel_width));
@@ -107,12 +97,14 @@ std::optional<IoPath> read_path(ByteView image, const std::vector<std::size_t>& 
 }  // namespace
 
 std::vector<IoPath> readIoPaths(const BlockIndex& index) {
-    const auto markers = find_markers(index.image());
+    const BlockList& blocks = index.of_type(io_path_type);
+    // Found once: records that overlap must not each search their own span.
+    const auto markers = find_in(index.image(), blocks.reach(), identity_marker);
     std::vector<IoPath> paths;
     std::set<std::tuple<std::uint32_t, std::uint32_t, std::uint32_t, std::string,
                         std::vector<std::uint16_t>>>
         known;
-    for (const Block& block : index.of_type(io_path_type).all()) {
+    for (const Block& block : blocks.all()) {
         auto path = read_path(index.image(), markers, block);
         if (!path) continue;
         const bool is_new = known

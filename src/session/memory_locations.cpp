@@ -58,14 +58,13 @@ struct ColourRun {
     std::size_t end() const { return at + count * colour_block_bytes; }
 };
 
-/// Where the colour blocks of the whole image stand, so that no location has to search for its own.
+/// Where the colour blocks of all locations stand, so that no location has to search for its own.
 /// They are told by the 'Z' and their type alone.
 class ColourRuns {
 public:
-    explicit ColourRuns(ByteView image) {
-        for (auto hit = image.find(colour_type_bytes, block_content_at); hit != ByteView::npos;
-             hit = image.find(colour_type_bytes, hit + 1)) {
-            const std::size_t at = hit - block_content_at;
+    ColourRuns(ByteView image, const BlockSpan& locations) {
+        for (const std::size_t hit : find_in(image, locations, colour_type_bytes)) {
+            const std::size_t at = hit - block_content_at;  // a location begins with more bytes
             if (image.u8(at) == block_marker) runs_.push_back({at, 1});
         }
         for (std::size_t i = runs_.size(); i-- > 0;) {
@@ -169,12 +168,11 @@ std::optional<MemoryLocation> read_location(ByteView image, const Block& block,
 
 std::vector<MemoryLocation> readMemoryLocations(const BlockIndex& index) {
     std::vector<MemoryLocation> locations;
-    const auto blocks = index.of_type(location_type).all();
-    if (blocks.empty()) return locations;
-    const ColourRuns colours(index.image());
+    const BlockList& blocks = index.of_type(location_type);
+    const ColourRuns colours(index.image(), blocks.reach());
     // The number belongs to the key: two locations of one name and place are two.
     std::set<std::tuple<std::uint32_t, std::uint32_t, double, double, std::string>> seen;
-    for (const Block& block : blocks) {
+    for (const Block& block : blocks.all()) {
         auto location = read_location(index.image(), block, colours);
         if (!location) continue;
         const bool is_new = seen.emplace(location->number, location->flags, location->start,

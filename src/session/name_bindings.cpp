@@ -31,15 +31,19 @@ OpenNames names_by_identity(const BlockIndex& index) {
 /// Every position from `from` to `to` at which one of the identities stands, in order.
 std::vector<std::size_t> find_identities(ByteView image, const OpenNames& names, std::size_t from,
                                          std::size_t to) {
-    constexpr std::size_t low_bits = 0x10000;
-    std::bitset<low_bits> first_bytes;  // answers nearly every position without a look-up
-    for (const auto& [identity, unused] : names) first_bytes.set(identity % low_bits);
+    // Answers nearly every position without a look-up, also where identities are running numbers.
+    constexpr int mark_bits = 18;
+    std::bitset<std::size_t{1} << mark_bits> marks;
+    const auto mark_of = [](std::uint64_t identity) {
+        return static_cast<std::size_t>(identity * 0x9e3779b97f4a7c15 >> (64 - mark_bits));
+    };
+    for (const auto& [identity, unused] : names) marks.set(mark_of(identity));
 
     std::vector<std::size_t> hits;
     std::uint64_t window = 0;
     for (std::size_t at = from; at < to; ++at) {
         window = window >> 8 | static_cast<std::uint64_t>(image.u8(at)) << 56;
-        if (at + 1 - from < identity_width || !first_bytes.test(window % low_bits)) continue;
+        if (at + 1 - from < identity_width || !marks.test(mark_of(window))) continue;
         if (names.contains(window)) hits.push_back(at + 1 - identity_width);
     }
     return hits;
@@ -99,15 +103,14 @@ std::map<std::string, std::size_t> readNameBindings(const BlockIndex& index,
                                                     std::span<const BindableStrip> strips) {
     std::map<std::string, std::size_t> bindings;
     OpenNames names = names_by_identity(index);
-    const auto blocks = index.of_type(strip_identity_type).all();
-    if (names.empty() || blocks.empty()) return bindings;
+    const BlockList& blocks = index.of_type(strip_identity_type);
+    if (names.empty()) return bindings;
 
-    std::size_t last_end = 0;
-    for (const Block& block : blocks) last_end = std::max(last_end, block.end());
     const ByteView image = index.image();
-    OpenHits hits(find_identities(image, names, blocks.front().at, last_end));
+    const BlockSpan reach = blocks.reach();
+    OpenHits hits(find_identities(image, names, reach.start, reach.end));
     const StripPositions positions(strips);
-    for (const Block& block : blocks) {
+    for (const Block& block : blocks.all()) {
         const auto strip = positions.first_in(block.span());
         if (!strip) continue;
         while (const auto hit = hits.take(block.at, block.end())) {

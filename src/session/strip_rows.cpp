@@ -42,25 +42,42 @@ std::string name_in(ByteView image, const Block& block, std::size_t offset) {
     return name && is_session_text(*name) ? std::string(*name) : std::string();
 }
 
-/// Positions of all active marks. Their size word is not looked at: the byte in front of a mark
-/// says what it says whatever the mark holds.
-std::vector<std::size_t> find_active_marks(ByteView image) {
-    std::vector<std::size_t> marks;
-    for (auto hit = image.find(active_mark_type, block_content_at); hit != ByteView::npos;
-         hit = image.find(active_mark_type, hit + 1)) {
-        const std::size_t p = hit - block_content_at;
-        if (image.u8(p) == block_marker && image.u8(p + block_high_type_at) == 0) {
-            marks.push_back(p);
+/// The active marks. Their size word is not looked at: the byte in front of a mark says what it
+/// says whatever the mark holds.
+class ActiveMarks {
+public:
+    explicit ActiveMarks(ByteView image) : image_(image) {}
+
+    /// Asked for rows in the order of their starts, so that no byte is searched twice.
+    bool is_active(const StripRow& row) {
+        if (mark_ <= row.start) find_behind(row.start, row.end);
+        return mark_ == none || mark_ + block_payload_at > row.end || image_.u8(mark_ - 1) != 0;
+    }
+
+private:
+    static constexpr std::size_t none = 0;
+
+    /// The first mark behind `start` that ends before `end`.
+    void find_behind(std::size_t start, std::size_t end) {
+        mark_ = none;
+        searched_ = std::max(searched_, start + 1);
+        const ByteView up_to_end = image_.window(0, end);
+        while (mark_ == none && searched_ + block_payload_at <= end) {
+            const std::size_t hit = up_to_end.find(active_mark_type, searched_ + block_content_at);
+            if (hit == ByteView::npos) {
+                searched_ = end - block_payload_at + 1;
+                return;
+            }
+            const std::size_t p = hit - block_content_at;
+            searched_ = p + 1;
+            if (image_.u8(p) == block_marker && image_.u8(p + block_high_type_at) == 0) mark_ = p;
         }
     }
-    return marks;
-}
 
-bool is_active(ByteView image, const std::vector<std::size_t>& marks, const StripRow& row) {
-    const auto mark = std::upper_bound(marks.begin(), marks.end(), row.start);
-    if (mark == marks.end() || *mark + block_payload_at > row.end) return true;
-    return image.u8(*mark - 1) != 0;
-}
+    ByteView image_;
+    std::size_t mark_ = none;   ///< the first behind the row asked for last, if it was found
+    std::size_t searched_ = 0;  ///< no further mark begins in front of this
+};
 
 /// For each block the smallest block of `outer_type` that holds its start; nullptr for none.
 std::vector<const Block*> holders(const BlockIndex& index, std::uint16_t outer_type,
@@ -132,7 +149,7 @@ bool bind_current_names(const BlockIndex& index, std::vector<StripRow>& rows) {
 StripRows readStripRows(const BlockIndex& index) {
     const auto blocks = row_blocks(index);
     const auto identities = holders(index, strip_identity_type, blocks);
-    const auto marks = find_active_marks(index.image());
+    ActiveMarks marks(index.image());
     StripRows result;
     result.rows.reserve(blocks.size());
     for (std::size_t i = 0; i < blocks.size(); ++i) {
@@ -140,7 +157,7 @@ StripRows readStripRows(const BlockIndex& index) {
         row.start = blocks[i].at;
         row.end = blocks[i].end();
         row.type = static_cast<StripRowType>(blocks[i].content_type);
-        row.active = is_active(index.image(), marks, row);
+        row.active = marks.is_active(row);
         row.is_aux = row.type == StripRowType::audio_or_aux && identities[i] == nullptr;
         result.rows.push_back(std::move(row));
     }

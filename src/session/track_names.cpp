@@ -23,16 +23,6 @@ constexpr std::size_t channel_width = 2;
 constexpr std::size_t max_channels = 64;  // the widest that a track can be
 constexpr std::size_t identity_width = 8;
 
-/// Every identity marker of the image, so that records that overlap are not searched again.
-std::vector<std::size_t> find_markers(ByteView image) {
-    std::vector<std::size_t> markers;
-    for (auto at = image.find(identity_marker, 0); at != ByteView::npos;
-         at = image.find(identity_marker, at + identity_marker.size())) {
-        markers.push_back(at);
-    }
-    return markers;
-}
-
 /// The identity behind the last marker between `from` and `to`; 0 for none.
 std::uint64_t last_identity(ByteView image, const std::vector<std::size_t>& markers,
                             std::size_t from, std::size_t to) {
@@ -62,9 +52,11 @@ std::optional<TrackName> read_track_name(ByteView record) {
 
 std::vector<TrackName> readTrackNames(const BlockIndex& index) {
     const ByteView image = index.image();
-    const auto markers = find_markers(image);
+    const BlockList& blocks = index.of_type(track_name_type);
+    // Found once: records that overlap must not each search their own span.
+    const auto markers = find_in(image, blocks.reach(), identity_marker);
     std::vector<TrackName> tracks;
-    for (const Block& block : index.of_type(track_name_type).all()) {
+    for (const Block& block : blocks.all()) {
         auto track = read_track_name(image.window(block.at, block.end() - block.at));
         if (!track) continue;
         const std::size_t behind_name = block.at + name_at + track->name.size();
