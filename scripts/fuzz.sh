@@ -11,7 +11,7 @@ cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz -j "$(nproc)" --target fuzzers
 bin=$PWD/build/fuzz/bin
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || mapfile -t targets < <(cd "$bin" && ls -d fuzz_* | sort)
+[ ${#targets[@]} -gt 0 ] || mapfile -t targets < <(cd fuzz && basename -s .cpp fuzz_*.cpp)
 
 mkdir -p build/fuzz/seeds build/fuzz/corpus build/fuzz/findings
 "$bin/write_seeds" build/fuzz/seeds

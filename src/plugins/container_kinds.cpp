@@ -6,8 +6,7 @@
 //   "{\n\tindex = "          to the closing brace; without one the search goes on
 //   0x0085988d               12 bytes and the u32 at p + 8; past E the search fails
 //   zlib header              the four u32 in front are A, B, C, D: C counts the stream and 4, D
-//   what
-//                            it unpacks to; C under 12, D under 64 or past E the search fails
+//                            what it unpacks to; C under 12, D under 64 or past E the search fails
 //   "22 serialization::archive"  the u32 in front bytes; four bytes behind them it stands again
 //   "HXMC"                   from behind the tag to E
 //   "<?xml"                  to E, of zeros at the end only one

@@ -31,16 +31,16 @@ enum class ContainerKind : std::uint32_t {
 
 struct PluginLanePoint {
     double position = 0;  ///< samples, or ticks from the session's origin (`PluginLane::in_ticks`)
-    double value = 0;     ///< 0 to 1 over the range of the control
+    double value = 0;     ///< the control's range is 0 to 1; damage lies up to 0.5 outside
 };
 
 /// The automation of one control.
 struct PluginLane {
-    std::string name;         ///< the control's name, 1 to 128 bytes
-    std::uint32_t index = 0;  ///< the control's number as Pro Tools counts
-    std::string id;           ///< the plug-in's own id of the control; empty where it gives none
-    double default_value = 0;
-    bool in_ticks = false;  ///< the times are ticks: a lane of a tick-based track
+    std::string name;          ///< the control's name, 1 to 128 bytes
+    std::uint32_t index = 0;   ///< the control's number as Pro Tools counts
+    std::string id;            ///< the plug-in's own id of the control; empty where it gives none
+    double default_value = 0;  ///< as the points' values
+    bool in_ticks = false;     ///< the times are ticks: a lane of a tick-based track
     std::vector<PluginLanePoint> points;
 };
 

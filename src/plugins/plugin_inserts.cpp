@@ -47,13 +47,15 @@ constexpr std::size_t min_preset_name = 2;
 std::vector<Block> settings_blocks(const BlockIndex& index) {
     std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> open_ends;
     std::vector<Block> blocks;
+    std::size_t blocks_left = index.image().size() / settings_text_at;
     for (const Block& block : index.of_type(settings_type).all()) {
+        if (blocks_left == 0) break;
         if (!index.image().holds(block.at, settings_text_at)) break;
         while (!open_ends.empty() && open_ends.top() <= block.at) open_ends.pop();
         if (open_ends.size() > max_nested_settings) continue;
         open_ends.push(block.end());
         blocks.push_back(block);
-        if (blocks.size() == max_inserts) break;
+        --blocks_left;
     }
     return blocks;
 }
@@ -191,6 +193,10 @@ std::vector<PluginInsert> read_plugin_inserts(const BlockIndex& index) {
     find_hosts(index, inserts);
     read_plugin_lanes(index, inserts);
     return inserts;
+}
+
+bool holds(const StripRow& row, const PluginInsert& insert) {
+    return insert.hostEnd != 0 && row.start <= insert.hostStart && insert.hostEnd <= row.end;
 }
 
 }  // namespace tanrove

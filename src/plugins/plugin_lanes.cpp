@@ -5,7 +5,8 @@
 //   35   i32 default value
 //   39   the points, 8 bytes each: u32 position, i32 value
 //
-// The values run over the whole i32 range. Behind the lane's end, or behind the slot part's:
+// Values count in 2^-31, with 0 in the middle of the control's range: -2^30 is its lower end, 2^30
+// its upper one. Behind the lane's end, or behind the slot part's:
 //
 //   7    u32 count of 1 to 128, the control's name
 //   +4   (from the name's end) u32 index
@@ -42,10 +43,14 @@ constexpr std::size_t index_behind_name = 4;
 constexpr std::size_t id_behind_name = 16;
 constexpr std::size_t max_id_bytes = 127;
 
-/// A stored value as a share of the control's range.
+// The least that a lane and its label take of the image.
+constexpr std::size_t min_labelled_lane =
+    min_lane_bytes + bytes_behind_points + name_at + count_bytes + 1;
+
+/// A stored value as a share of the range, not cut to 0 and 1.
 double share(std::int32_t stored) {
-    constexpr double half_range = 2147483648.0;
-    return static_cast<double>(stored) / (2 * half_range) + 0.5;
+    constexpr double whole_range = 2147483648.0;
+    return static_cast<double>(stored) / whole_range + 0.5;
 }
 
 std::optional<std::string_view> label_text(ByteView image, std::size_t at, std::size_t most) {
@@ -101,8 +106,9 @@ std::optional<PluginLane> read_lane(const BlockIndex& index, const Block& part,
 
 void read_plugin_lanes(const BlockIndex& index, std::span<PluginInsert> inserts) {
     std::size_t points_left = index.image().size() / point_bytes;
-    std::size_t lanes_left = max_plugin_lanes;
+    std::size_t lanes_left = index.image().size() / min_labelled_lane;
     for (const Block& part : index.of_type(slot_part_type).all()) {
+        if (lanes_left == 0) return;
         const auto behind = std::lower_bound(
             inserts.begin(), inserts.end(), part.at,
             [](const PluginInsert& insert, std::size_t at) { return insert.blockStart < at; });
@@ -110,7 +116,7 @@ void read_plugin_lanes(const BlockIndex& index, std::span<PluginInsert> inserts)
         auto lane = read_lane(index, part, points_left);
         if (!lane) continue;
         std::prev(behind)->lanes.push_back(std::move(*lane));
-        if (--lanes_left == 0) return;
+        --lanes_left;
     }
 }
 

@@ -8,11 +8,8 @@
 
 namespace tanrove {
 
-/// More controls than a session can have automated; what stands behind them is damage.
-constexpr std::size_t max_plugin_lanes = 65536;
-
-/// Gives each lane to the last of the inserts, which ascend, that begins in front of it. All lanes
-/// together hold no more points than the image has room for.
+/// Gives each lane to the last of the inserts, which ascend, that begins in front of it. There are
+/// no more lanes, and all together no more points, than the image has room for side by side.
 void read_plugin_lanes(const BlockIndex& index, std::span<PluginInsert> inserts);
 
 }  // namespace tanrove

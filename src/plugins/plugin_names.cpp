@@ -3,8 +3,11 @@
 //   10   u32 count of 1 to 60, the name; at 11 in some sessions
 //   ..   three words of four characters, each stored backwards: maker, product, build
 //
-// Inserts name a plug-in by maker and product. Where the first word is no text the other two are
-// the code. A record whose name or code is no text may hold a further text in front of both.
+// Inserts name a plug-in by maker and product, which are the first two words or, where four bytes
+// of another kind stand in front, the last two. Both readings are entered, the first one of every
+// record ahead of the second one of any: so product and build of one plug-in never hide maker and
+// product of another. A record whose name or code is no text may hold a further text in front of
+// both.
 //
 // A type record 0x2602 holds a counted name, at 9, or at 11 behind two bytes of its own.
 #include "plugins/plugin_names.hpp"
@@ -72,13 +75,15 @@ std::optional<NameRow> read_row(ByteView record) {
 
 std::map<std::string, std::string> read_plugin_names(const BlockIndex& index) {
     std::map<std::string, std::string> names;
+    std::vector<NameRow> rows_with_later_code;
     for (const Block& block : index.of_type(name_record_type).all()) {
         if (block.size < min_record_size || block.size > max_record_size) continue;
-        const auto row = read_row(index.image().window(block.at, block.end() - block.at));
+        auto row = read_row(index.image().window(block.at, block.end() - block.at));
         if (!row) continue;
         names.emplace(row->code, row->name);
-        if (row->later_code) names.emplace(*row->later_code, row->name);
+        if (row->later_code) rows_with_later_code.push_back(std::move(*row));
     }
+    for (const NameRow& row : rows_with_later_code) names.emplace(*row.later_code, row.name);
     return names;
 }
 

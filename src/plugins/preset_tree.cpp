@@ -14,21 +14,19 @@ constexpr std::size_t head_bytes = 20;
 constexpr std::size_t min_chunk_bytes = 24;
 constexpr std::size_t min_bytes_behind = 23;
 constexpr std::size_t min_tree_bytes = 20;
-constexpr std::size_t max_element_bytes = 255;
 constexpr std::string_view tree_tag = "<PresetChunkXMLTree";
 constexpr std::string_view setup_prefix = "SETUP_";
 
-/// The text of the first element of this name; empty where it is missing or too long.
+/// The text of the first element of this name; empty where it is missing.
 std::string element_text(ByteView tree, const std::string& name) {
     const std::string opening = "<" + name + ">";
     const std::size_t opening_at = tree.find(opening, 0);
     if (opening_at == ByteView::npos) return {};
     const std::size_t at = opening_at + opening.size();
     const std::string closing = "</" + name + ">";
-    const ByteView reach = tree.window(at, max_element_bytes + closing.size());
-    const std::size_t length = reach.find(closing, 0);
-    if (length == ByteView::npos) return {};
-    return std::string(reach.text(0, length).value_or(std::string_view()));
+    const std::size_t end = tree.find(closing, at);
+    if (end == ByteView::npos) return {};
+    return std::string(tree.text(at, end - at).value_or(std::string_view()));
 }
 
 std::string setup_name(std::string_view setup) {

@@ -59,8 +59,9 @@ constexpr int end_points = 6;
 constexpr int near_end_points = 3;
 constexpr int copy_points = 6;
 
-// Real states settle within a few comparisons. Bytes made to match almost, over and over, cost no
-// more than this for each byte of the block; copies behind that are not sought.
+// Real states settle within a few comparisons, and most others end at their first byte. Bytes made
+// to match almost, over and over, cost no more than this for each byte of the block; copies behind
+// that are not sought.
 constexpr std::size_t compared_for_each_byte = 256;
 
 constexpr std::array<std::string_view, 12> known_tags = {"VC2!",
@@ -168,10 +169,9 @@ private:
     }
 
     void score_openings() {
-        constexpr std::size_t never_an_opening = 25;
         std::size_t at = span_.start + search_at;
         for (; span_.holds(at, bytes_behind_search + 1); ++at) {
-            if (at == span_.start + never_an_opening) continue;
+            if (at == span_.start + settings_code_at) continue;  // a code may spell a tag
             const std::string_view tag = opening_at(at);
             if (tag.empty()) continue;
             if (tag != text_tag) {
@@ -241,10 +241,12 @@ private:
         constexpr std::size_t gap_bytes = 4;
         for (const std::size_t copy : {at + size, at + size + gap_bytes}) {
             if (!span_.holds(copy, size)) continue;
-            const std::size_t count = std::min(size, compared_bytes);
-            if (count > comparisons_left_) return false;
-            comparisons_left_ -= count;
-            if (bytes_.text(at, count) == bytes_.text(copy, count)) return true;
+            const std::size_t count = std::min({size, compared_bytes, comparisons_left_});
+            const auto state = bytes_.window(at, count).span();
+            const auto differs = std::ranges::mismatch(state, bytes_.window(copy, count).span());
+            const auto equal = static_cast<std::size_t>(differs.in1 - state.begin());
+            comparisons_left_ -= equal;
+            if (equal == std::min(size, compared_bytes)) return true;
         }
         return false;
     }

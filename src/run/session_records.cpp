@@ -162,10 +162,8 @@ VideoRecords read_video(const BlockIndex& index) {
 
 int insert_count(const StripRecords& records, std::size_t row) {
     if (row >= records.strips.rows.size()) return 0;
-    const StripRow& strip = records.strips.rows[row];
-    // The row of a master fader holds another row, and that one holds the inserts.
     return static_cast<int>(std::ranges::count_if(records.inserts, [&](const PluginInsert& insert) {
-        return insert.hostStart >= strip.start && insert.hostEnd <= strip.end && insert.hostEnd > 0;
+        return holds(records.strips.rows[row], insert);
     }));
 }
 

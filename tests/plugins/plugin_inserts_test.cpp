@@ -6,7 +6,6 @@
 #include "session/routing.hpp"
 #include "session/strip_rows.hpp"
 #include "support/damaged_sessions.hpp"
-#include "support/real_sessions.hpp"
 #include "support/session_builder.hpp"
 
 namespace tanrove {
@@ -56,7 +55,7 @@ TEST(ReadPluginInserts, CarryStripSwitchesAndLanes) {
         EXPECT_EQ(inserts[i].inactive, i == 2);
         EXPECT_EQ(inserts[i].lanes.size(), i == 1 ? 1U : 0U);
         const StripRow& row = rows[i < 2 ? 0 : i - 1];
-        EXPECT_EQ(inserts[i].hostEnd <= row.end && inserts[i].hostStart >= row.start, true);
+        for (const StripRow& any : rows) EXPECT_EQ(holds(any, inserts[i]), &any == &row);
         EXPECT_EQ(inserts[i].hostStart == row.start, i < 3) << "a master's inner row is the host";
     }
     const auto routing = readRouting(index, rows, {});
@@ -140,13 +139,24 @@ TEST(ReadPluginInserts, DamageLeavesPlacesInsideTheBlocks) {
     });
 }
 
-TEST(ReadPluginInserts, RealSessionsAtHandHoldNone) {
-    for (const char* file :
-         {"RegionTest.ptx", "TestPTX.ptx", "TempoTimeKeySig.ptx", "Untitled32.ptx"}) {
-        SCOPED_TRACE(file);
-        TANROVE_REAL_SESSION(image, file);
-        EXPECT_TRUE(inserts_of(image).empty());
+TEST(ReadPluginInserts, TheHostIsTheSmallestAudioRowAndTheSlotStandsBehindTheState) {
+    const auto host_of = [](std::uint16_t outer, std::uint16_t inner) {
+        const Bytes settings = builder::plugin_settings_block({});
+        const Bytes image = builder::block(outer, builder::block(inner, settings));
+        return inserts_of(image).at(0).hostStart;
+    };
+    EXPECT_EQ(host_of(0x261b, 0x2621), 0U);
+    EXPECT_EQ(host_of(0x2621, 0x261b), 9U);
+    EXPECT_EQ(host_of(0x261b, 0x261b), 9U);
+    // 65535 means that there is none.
+    for (const std::uint16_t key : {std::uint16_t{65534}, std::uint16_t{65535}}) {
+        const Bytes image = ByteWriter()
+                                .raw(builder::insert_slot({.padding = 9, .key_input = key}))
+                                .zeros(9)
+                                .bytes();
+        EXPECT_EQ(inserts_of(image).at(0).keyInput, key == 65534 ? key : -1);
     }
+    EXPECT_FALSE(holds(StripRow(), PluginInsert())) << "an insert of no strip";
 }
 
 }  // namespace

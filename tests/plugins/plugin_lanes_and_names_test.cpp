@@ -22,12 +22,12 @@ std::vector<PluginLane> lanes_of(const Bytes& lane) {
 }
 
 TEST(PluginLanes, ValuesRunFromZeroToOneAndTicksFromTheOrigin) {
-    constexpr std::int32_t least = -2147483647 - 1;
+    constexpr std::int32_t half = 1 << 30;  // of the control's range
     PluginLaneSpec spec{.name = "Thresh",
                         .index = 7,
                         .id = "thr",
                         .default_value = 0,
-                        .points = {{0, least}, {4800, 0x40000000}}};
+                        .points = {{0, -half}, {4800, half}, {9600, -2 * half}}};
     for (const bool behind_part : {false, true}) {
         for (const bool in_ticks : {false, true}) {
             SCOPED_TRACE(testing::Message() << behind_part << in_ticks);
@@ -41,11 +41,12 @@ TEST(PluginLanes, ValuesRunFromZeroToOneAndTicksFromTheOrigin) {
             EXPECT_EQ(lanes[0].id, "thr");
             EXPECT_EQ(lanes[0].in_ticks, in_ticks);
             EXPECT_EQ(lanes[0].default_value, 0.5);
-            ASSERT_EQ(lanes[0].points.size(), 2U);
+            ASSERT_EQ(lanes[0].points.size(), 3U);
             EXPECT_EQ(lanes[0].points[0].position, in_ticks ? 10 : 0);
             EXPECT_EQ(lanes[0].points[0].value, 0);
             EXPECT_EQ(lanes[0].points[1].position, 4800);
-            EXPECT_EQ(lanes[0].points[1].value, 0.75);
+            EXPECT_EQ(lanes[0].points[1].value, 1);
+            EXPECT_EQ(lanes[0].points[2].value, -0.5) << "not cut here";
         }
         spec.points[0].position = 0;
     }
@@ -66,7 +67,8 @@ TEST(PluginLanes, LimitsAreInclusive) {
         EXPECT_EQ(lanes[0].id.empty(), !c.has_id);
     }
     Bytes short_of_points = builder::control_lane({.points = {{0, 0}, {1, 0}}});
-    constexpr std::size_t count_in_part = 10 + 25;
+    constexpr std::size_t lane_in_part = 10;
+    constexpr std::size_t count_in_part = lane_in_part + 25;
     ASSERT_EQ(short_of_points[count_in_part], 2);
     short_of_points[count_in_part] = 3;
     EXPECT_TRUE(lanes_of(short_of_points).empty());
@@ -106,6 +108,19 @@ TEST(PluginNames, BothFormsOfTheCodeAreReadAndTheFirstNameCounts) {
     EXPECT_EQ(named(60).count("AbcdEfgh"), 1U);
     EXPECT_TRUE(named(61).empty());
     EXPECT_TRUE(named(0).empty());
+    // A record may hold a further text in front of its name; its size is limited from both sides.
+    const auto record = [&](std::size_t payload_bytes) {
+        ByteWriter payload;
+        payload.u8(4).counted("\x01\x02").counted("EQ").raw("dcbAhgfE").pad_to(payload_bytes);
+        return names(ByteWriter().raw(builder::block(0x1017, payload.bytes())).zeros(9).bytes());
+    };
+    EXPECT_EQ(record(3998), (Names{{"AbcdEfgh", "EQ"}}));
+    EXPECT_TRUE(record(3999).empty());
+    // A true code stands above another record's product and build, whichever comes first.
+    SessionBuilder shadowed;
+    shadowed.plugin_name({.name = "First", .code = "DigiAbcd", .build = "Efgh"});
+    shadowed.plugin_name({.name = "True", .code = "AbcdEfgh"});
+    EXPECT_EQ(names(shadowed.image()).at("AbcdEfgh"), "True");
 }
 
 TEST(PluginNames, RealSessionsHoldASynthAndTheirBuses) {

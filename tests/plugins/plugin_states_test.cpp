@@ -9,18 +9,15 @@
 namespace tanrove {
 namespace {
 
+using builder::bare_state;
 using builder::Bytes;
 using builder::ByteWriter;
 using builder::plugin_chunk;
+using builder::preset_chunk;
 
 constexpr std::size_t block_at = 16;  // of the one settings block in these images
 constexpr std::size_t payload_at = block_at + 73;
 const Bytes noise(100, 0x81);
-
-/// Bytes that are no text, up to the place of a chunk's payload, and the payload.
-Bytes bare_state(const Bytes& payload) {
-    return ByteWriter().zeros(8).raw("DigiTest").raw(Bytes(40, 0x81)).raw(payload).bytes();
-}
 
 PluginInsert read_state(const Bytes& state, std::size_t padding = 0) {
     const Bytes image =
@@ -35,70 +32,60 @@ PluginInsert read_state(const Bytes& state, std::size_t padding = 0) {
 }
 
 TEST(TaggedContainers, EachTagTellsPlaceAndSize) {
-    const std::string archive = "22 serialization::archive";
-    const Bytes archived = ByteWriter().raw(archive).pad_to(70).bytes();
-    const struct {
-        const char* what;
-        ContainerKind kind;
-        Bytes payload;
-        std::size_t offset, size;
-    } cases[] = {
-        {"FFBS to FFEx", ContainerKind::ffbs, ByteWriter().raw("abFFBSxFFEx1234tail").bytes(), 2,
-         13},
-        {"FFBS alone", ContainerKind::ffbs, ByteWriter().raw("FFBSxFFEx12").bytes(), 0, 11},
-        {"VC2!", ContainerKind::vc2, ByteWriter().raw("VC2!").u32(3).zeros(20).bytes(), 0, 12},
-        {"VC2! cut", ContainerKind::vc2, ByteWriter().raw("VC2!").u32(~0U).u32(7).bytes(), 0, 12},
-        {"VC2! short", ContainerKind::vc2, ByteWriter().raw("VC2!ab").bytes(), 0, 6},
-        {"XML", ContainerKind::xml, ByteWriter().raw("<?xml?>").zeros(3).bytes(), 0, 8},
-        {"XML, no zeros", ContainerKind::xml, ByteWriter().raw("<?xml?>").bytes(), 0, 7},
-        {"HXMC", ContainerKind::hxmc, ByteWriter().raw("HXMCabcdef").bytes(), 4, 6},
-        {"Meta", ContainerKind::meta_comment, ByteWriter().raw("/*@Meta {}").bytes(), 0, 10},
-        {"sized", ContainerKind::sized_magic,
-         ByteWriter().u32(0x0085988d).u32(0).u32(5).zeros(9).bytes(), 0, 17},
-        {"zlib", ContainerKind::zlib,
-         ByteWriter().u32(1).u32(2).u32(14).u32(64).u16(0x9c78).zeros(30).bytes(), 16, 10},
-        {"index", ContainerKind::index_text,
-         ByteWriter().raw("{\n\tindex = {\n\tindex = { a = \"}\\\"\" } }").bytes(), 11, 26},
-        {"archive", ContainerKind::archive,
-         ByteWriter().u32(70).raw(archived).zeros(4).raw(archived).bytes(), 4, 70},
-        {"hsin", ContainerKind::hsin,
-         ByteWriter().u32(76).u32(0).u32(1).raw("hsin").zeros(70).bytes(), 12, 64},
+    auto cases = builder::tagged_containers();
+    const auto add = [&](std::uint32_t kind, const ByteWriter& payload, std::size_t size) {
+        cases.push_back({kind, payload.bytes(), 0, size});
     };
+    add(1, ByteWriter().raw("FFBSxFFEx12"), 11);
+    add(1, ByteWriter().raw("FFBSxFFEx1234FFEx5678"), 21);
+    add(2, ByteWriter().raw("VC2!").u32(~0U).u32(7), 12);
+    add(2, ByteWriter().raw("VC2!ab"), 6);
+    add(3, ByteWriter().raw("<?xml?>"), 7);
+    add(7, ByteWriter().u32(0x0085988d).u32(0).u32(9).zeros(9), 21);
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+        SCOPED_TRACE(testing::Message() << c.kind << ' ' << c.size);
         const auto insert = read_state(bare_state(c.payload), 5);
-        EXPECT_EQ(insert.containerKind, c.kind);
+        EXPECT_EQ(insert.containerKind, static_cast<ContainerKind>(c.kind));
         EXPECT_EQ(insert.chunkOffset, payload_at + c.offset);
         EXPECT_EQ(insert.chunkSize, c.size);
     }
-    const auto zlib = read_state(bare_state(cases[10].payload));
-    EXPECT_EQ(zlib.zlibWords, (std::array<std::uint32_t, 4>{1, 2, 14, 64}));
+    EXPECT_EQ(read_state(bare_state(cases[6].payload)).zlibWords,
+              (std::array<std::uint32_t, 4>{1, 2, 14, 64}));
 }
 
-TEST(TaggedContainers, OnesThatBreakTheirLimitsAreNone) {
-    const Bytes payloads[] = {
-        ByteWriter().u32(0x0085988d).u32(0).u32(54).zeros(49).raw("VC2!").bytes(),
-        ByteWriter().u32(1).u32(2).u32(11).u32(64).u16(0x9c78).zeros(30).raw("VC2!").bytes(),
-        ByteWriter().u32(1).u32(2).u32(14).u32(63).u16(0x9c78).zeros(30).bytes(),
-        ByteWriter().raw("{\n\tindex = {\n").bytes(),
-        ByteWriter().u32(75).u32(0).u32(1).raw("hsin").zeros(5).bytes(),
+TEST(TaggedContainers, OnesThatBreakTheirLimitsEndTheSearchOrAreNone) {
+    const Bytes list = builder::whole_control("Mode", 1, 8);
+    const auto zlib = [](std::uint32_t counted, std::uint32_t unpacked) {
+        return ByteWriter().u32(counted).u32(unpacked).u16(0x9c78).zeros(30);
     };
-    for (const auto& payload : payloads) {
-        SCOPED_TRACE(payload.size());
-        const auto kind = read_state(bare_state(payload)).containerKind;
-        EXPECT_TRUE(kind == ContainerKind::none || kind == ContainerKind::scored);
+    const auto hsin = [](std::uint32_t bytes, std::uint32_t zero, std::uint32_t one) {
+        return ByteWriter().u32(bytes).u32(zero).u32(one).raw("hsin").zeros(64);
+    };
+    const struct {
+        const char* what;
+        Bytes payload;
+        ContainerKind kind;  ///< with a "VC2!" behind the payload and a control list in front
+    } cases[] = {
+        {"sized, past the end", ByteWriter().u32(0x0085988d).u32(0).u32(999).bytes(),
+         ContainerKind::control_values},
+        {"zlib, small", zlib(11, 64).bytes(), ContainerKind::control_values},
+        {"zlib, least", zlib(12, 64).bytes(), ContainerKind::zlib},
+        {"zlib, unpacked small", zlib(12, 63).bytes(), ContainerKind::control_values},
+        {"zlib, past the end", zlib(999, 64).bytes(), ContainerKind::control_values},
+        {"index, open", ByteWriter().raw("{\n\tindex = {\n").bytes(), ContainerKind::vc2},
+        {"hsin, least", hsin(76, 0, 1).bytes(), ContainerKind::hsin},
+        {"hsin, small", hsin(75, 0, 1).bytes(), ContainerKind::vc2},
+        {"hsin, not 0", hsin(76, 1, 1).bytes(), ContainerKind::vc2},
+        {"hsin, not 1", hsin(76, 0, 2).bytes(), ContainerKind::vc2},
+        {"tree, missing", preset_chunk("<PresetChunkXMLTre >"), ContainerKind::vc2},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const Bytes state = ByteWriter().raw(list).raw(c.payload).raw("VC2!abcdefgh").bytes();
+        EXPECT_EQ(
+            read_state(ByteWriter().zeros(8).raw("DigiTest").raw(state).bytes()).containerKind,
+            c.kind);
     }
-}
-
-Bytes preset_chunk(const std::string& tree) {
-    return ByteWriter()
-        .raw(ByteWriter(true).u32(28 + tree.size()).bytes())
-        .zeros(16)
-        .raw("XPst")
-        .zeros(4)
-        .raw(tree)
-        .zeros(9)
-        .bytes();
 }
 
 TEST(PresetTree, NamesThePluginOfTheShell) {
@@ -208,6 +195,9 @@ TEST(Scoring, TheHeaviestSignTellsPlaceSizeAndCopies) {
     std::string lines;
     for (int i = 0; i < 60; ++i) lines += "line\n";
     const std::string text(130, 'a');
+    ByteWriter decoys;  // openings with lengths in range and no copy behind them
+    for (unsigned i = 0; i < 20; ++i)
+        decoys.zeros(16).u32(300).u32(300).u32(300).u32(300).raw("RIFF").u32(i);
     const struct {
         const char* how;  ///< nothing: no state
         Bytes payload;
@@ -226,6 +216,7 @@ TEST(Scoring, TheHeaviestSignTellsPlaceSizeAndCopies) {
         {"RIFF", ByteWriter().u32(44).u32(9).raw(riff).raw(riff).bytes(), 8, 40, 2},
         {"text", ByteWriter().u32(130).raw(text).bytes(), 4, 130},
         {"", ByteWriter().u32(130).raw(text).raw(noise).bytes(), 0, 0},
+        {"RIFF", ByteWriter().raw(decoys.bytes()).u32(40).raw(riff).raw(riff).bytes(), 804, 40, 2},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << &c - cases << ' ' << c.how);

@@ -172,6 +172,18 @@ TEST_F(Conversion, ListPrintsTheSessionAndWritesNothing) {
               "\n  libptformat track names (2 unique):\n"
               "    Voice                              \n"
               "    Now [2J                            <- not in table\n");
+    ASSERT_TRUE(SessionBuilder().write("Song.ptx"));
+    ASSERT_EQ(convert(options), 0);
+    EXPECT_TRUE(
+        said("Hz\n\n  session track table (0):\n\n  buses (0): \n\n  libptformat track "
+             "names (0 unique):\n"))
+        << result_.console_text;
+    // The name scan begins at the first clip track, so the strip rows give the table.
+    SessionBuilder aux_first;
+    aux_first.track({.name = "Verb", .kind = builder::TrackKind::aux});
+    ASSERT_TRUE(aux_first.track({.name = "Voice", .clips = {{}}}).write("Song.ptx"));
+    ASSERT_EQ(convert(options), 0);
+    EXPECT_TRUE(said("table (2):\n     1  Verb\n     2  Voice\n")) << result_.console_text;
     EXPECT_EQ(folder_.file_count(), 1U);
 }
 

@@ -1,6 +1,9 @@
-// One function a family; what a reader needs of another family it reads for itself.
+// One function a family. Strip rows and clip lists, which many families go by, are read once.
 #include "support/all_readers.hpp"
 
+#include "plugins/elck_chunks.hpp"
+#include "plugins/plugin_inserts.hpp"
+#include "plugins/plugin_names.hpp"
 #include "session/alternate_playlists.hpp"
 #include "session/audio_file_folders.hpp"
 #include "session/automation_lanes.hpp"
@@ -91,11 +94,30 @@ struct ClipLists {
     std::vector<TrackTableRow> rows;
 };
 
-ClipLists clip_lists(const BlockIndex& index, Files files) {
-    ClipLists clips;
-    readSessionLists(index, files, clips.lists, clips.rows);
-    return clips;
-}
+/// One image, and what several families need of it.
+class Session {
+public:
+    Session(const BlockIndex& blocks, Files library_files) : index(blocks), files(library_files) {}
+
+    const StripRows& strips() {
+        if (!strips_) strips_ = readStripRows(index);
+        return *strips_;
+    }
+    const ClipLists& clips() {
+        if (!clips_) {
+            clips_.emplace();
+            readSessionLists(index, files, clips_->lists, clips_->rows);
+        }
+        return *clips_;
+    }
+
+    const BlockIndex& index;
+    Files files;
+
+private:
+    std::optional<StripRows> strips_;
+    std::optional<ClipLists> clips_;
+};
 
 std::vector<std::string> current_names(const std::vector<StripRow>& rows) {
     std::vector<std::string> names;
@@ -103,7 +125,8 @@ std::vector<std::string> current_names(const std::vector<StripRow>& rows) {
     return names;
 }
 
-void read_container(const BlockIndex& index, Files, Readings& out) {
+void read_container(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
     const SessionVersion version = scanSessionVersion(index);
     out.keep("scanSessionVersion", version.version.empty() ? 0 : 1, version);
     const DamageReport damage = scanDamage(index);
@@ -119,20 +142,22 @@ void read_container(const BlockIndex& index, Files, Readings& out) {
     out.keep("readColourSchemes", colours.track.has_value() ? 1 : 0, colours);
 }
 
-void read_blocks(const BlockIndex& index, Files, Readings& out) {
+void read_blocks(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
     out.list("BlockIndex", index.blocks().all());
     out.list("parseBlockTree", parseBlockTree(index.image()));
 }
 
-void read_tracks(const BlockIndex& index, Files files, Readings& out) {
-    const StripRows strips = readStripRows(index);
+void read_tracks(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
+    const StripRows& strips = session.strips();
     out.list("readStripRows", strips.rows);
     out.list("readStripTable", readStripTable(index));
     out.list("readTrackNames", readTrackNames(index));
     out.list("readTrackDisplays", readTrackDisplays(index, strips.rows));
     out.list("readTrackColours", readTrackColours(index, strips.rows));
     std::vector<std::string> names;
-    for (const TrackTableRow& row : clip_lists(index, files).rows) names.push_back(row.name);
+    for (const TrackTableRow& row : session.clips().rows) names.push_back(row.name);
     const SessionTrackTable table = readTrackTable(index, names, strips);
     out.keep("readTrackTable", table.names.size(), table);
     std::vector<BindableStrip> bindable;
@@ -144,8 +169,9 @@ void read_tracks(const BlockIndex& index, Files files, Readings& out) {
     out.keep("readMasterName", master.empty() ? 0 : 1, master);
 }
 
-void read_mixer(const BlockIndex& index, Files, Readings& out) {
-    const auto rows = readStripRows(index).rows;
+void read_mixer(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
+    const auto& rows = session.strips().rows;
     out.list("readChannelRecords", readChannelRecords(index));
     const auto buses = readBuses(index);
     out.list("readBuses", buses);
@@ -158,7 +184,8 @@ void read_mixer(const BlockIndex& index, Files, Readings& out) {
     out.list("readHardwareInserts", readHardwareInserts(index, rows));
 }
 
-void read_lanes(const BlockIndex& index, Files, Readings& out) {
+void read_lanes(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
     std::vector<Lane> lanes;
     std::vector<double> initials;
     for (const Block& block : index.of_type(lane_type).all()) {
@@ -168,7 +195,7 @@ void read_lanes(const BlockIndex& index, Files, Readings& out) {
     }
     out.list("readLane", lanes);
     out.list("lane_initial", initials);
-    const auto rows = readStripRows(index).rows;
+    const auto& rows = session.strips().rows;
     auto strips = readStrips(index, rows, current_names(rows), {});
     readStripLanes(index, strips);
     std::size_t placed = 0;
@@ -176,8 +203,9 @@ void read_lanes(const BlockIndex& index, Files, Readings& out) {
     out.keep("readStripLanes", placed, strips);
 }
 
-void read_clips(const BlockIndex& index, Files files, Readings& out) {
-    const ClipLists clips = clip_lists(index, files);
+void read_clips(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
+    const ClipLists& clips = session.clips();
     out.list("readSessionLists regions", clips.lists.regions);
     out.list("readSessionLists MIDI regions", clips.lists.midi_regions);
     out.list("readSessionLists tracks", clips.lists.tracks);
@@ -192,7 +220,8 @@ void read_clips(const BlockIndex& index, Files files, Readings& out) {
     out.list("readRegionStarts", readRegionStarts(index));
 }
 
-void read_clip_tables(const BlockIndex& index, Files files, Readings& out) {
+void read_clip_tables(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
     const ClipGainLines gains = readClipGains(index);
     out.keep("readClipGains", gains.entries.size(), gains);
     out.list("readFirstClipGains", readFirstClipGains(index));
@@ -202,13 +231,14 @@ void read_clip_tables(const BlockIndex& index, Files files, Readings& out) {
     out.list("readLoopRecords", readLoopRecords(index));
     const ClipEffects effects = readClipEffects(index);
     out.keep("readClipEffects", effects.records.size(), effects);
-    const ClipGroups groups = readClipGroups(index, clip_lists(index, files).lists.regions);
+    const ClipGroups groups = readClipGroups(index, session.clips().lists.regions);
     out.keep("readClipGroups clips", groups.clips.size(), groups.clips);
     out.keep("readClipGroups lists", groups.lists.size(), groups.lists);
     out.list("readAltPlaylists", readAltPlaylists(index));
 }
 
-void read_time(const BlockIndex& index, Files, Readings& out) {
+void read_time(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
     const TempoRecords tempo = readTempoMap(index);
     out.keep("readTempoMap", tempo.points.size(), tempo);
     const double default_tempo = readDefaultTempo(index);
@@ -220,10 +250,11 @@ void read_time(const BlockIndex& index, Files, Readings& out) {
     out.value("readGridAndNudge", readGridAndNudge(index));
 }
 
-void read_midi(const BlockIndex& index, Files, Readings& out) {
+void read_midi(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
     const ByteView image = index.image();
     const auto tree = parseBlockTree(image);
-    const auto rows = readStripRows(index).rows;
+    const auto& rows = session.strips().rows;
     const auto streams = read_midi_streams(image, tree);
     out.list("read_midi_streams", streams);
     const auto regions = read_midi_regions(image, tree, streams);
@@ -242,8 +273,9 @@ void read_midi(const BlockIndex& index, Files, Readings& out) {
     out.list("readInstrumentLinks", readInstrumentLinks(index, rows));
 }
 
-void read_tables(const BlockIndex& index, Files, Readings& out) {
-    const auto rows = readStripRows(index).rows;
+void read_tables(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
+    const auto& rows = session.strips().rows;
     out.list("readGroups", readGroups(index));
     const auto folders = readFolderTable(index);
     out.keep("readFolderTable", folders ? folders->size() : 0, folders);
@@ -258,24 +290,44 @@ void read_tables(const BlockIndex& index, Files, Readings& out) {
     out.list("readFreezeRenders", readFreezeRenders(index, names));
 }
 
-using FamilyReader = void (*)(const BlockIndex&, Files, Readings&);
+void read_plugins(Session& session, Readings& out) {
+    const BlockIndex& index = session.index;
+    const auto inserts = read_plugin_inserts(index);
+    out.list("read_plugin_inserts", inserts);
+    std::vector<std::map<std::string, double>> maps;
+    for (const PluginInsert& insert : inserts) {
+        auto map = read_elck_map(index.image(), insert.blockStart, insert.chunkLimit);
+        if (!map.empty()) maps.push_back(std::move(map));
+    }
+    out.list("read_elck_map", maps);
+    out.list("read_plugin_names", read_plugin_names(index));
+    out.list("read_plugin_type_names", read_plugin_type_names(index));
+}
+
+using FamilyReader = void (*)(Session&, Readings&);
 
 constexpr std::array<FamilyReader, reader_family_names.size()> family_readers = {
-    read_container, read_blocks,      read_tracks, read_mixer, read_lanes,
-    read_clips,     read_clip_tables, read_time,   read_midi,  read_tables};
+    read_container,   read_blocks, read_tracks, read_mixer,  read_lanes,  read_clips,
+    read_clip_tables, read_time,   read_midi,   read_tables, read_plugins};
+
+std::vector<Reading> read_family_of(Session& session, std::size_t family) {
+    Readings readings(static_cast<ReaderFamily>(family));
+    family_readers[family](session, readings);
+    return readings.take();
+}
 
 }  // namespace
 
 std::vector<Reading> read_family(const BlockIndex& index, ReaderFamily family, Files files) {
-    Readings readings(family);
-    family_readers[static_cast<std::size_t>(family)](index, files, readings);
-    return readings.take();
+    Session session(index, files);
+    return read_family_of(session, static_cast<std::size_t>(family));
 }
 
 std::vector<Reading> read_everything(const BlockIndex& index, Files files) {
+    Session session(index, files);
     std::vector<Reading> all;
     for (std::size_t family = 0; family < family_readers.size(); ++family) {
-        const auto some = read_family(index, static_cast<ReaderFamily>(family), files);
+        const auto some = read_family_of(session, family);
         all.insert(all.end(), some.begin(), some.end());
     }
     return all;

@@ -25,11 +25,12 @@ enum class ReaderFamily : std::uint8_t {
     time,
     midi,
     tables,
+    plugins,
 };
 
-constexpr std::array<std::string_view, 10> reader_family_names = {
-    "container", "blocks",      "tracks", "mixer", "lanes",
-    "clips",     "clip tables", "time",   "midi",  "tables"};
+constexpr std::array<std::string_view, 11> reader_family_names = {
+    "container",   "blocks", "tracks", "mixer",  "lanes",   "clips",
+    "clip tables", "time",   "midi",   "tables", "plug-ins"};
 
 /// What one reader gave.
 struct Reading {

@@ -14,7 +14,7 @@ namespace tanrove::builder {
 struct PluginLaneSpec {
     struct Point {
         std::int64_t position = 0;  ///< samples, or ticks from the session's origin
-        std::int32_t value = 0;     ///< over the whole range of 32 bits
+        std::int32_t value = 0;     ///< -2^30 to 2^30 over the range of the control
     };
 
     std::string name = "Gain";

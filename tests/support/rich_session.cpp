@@ -46,6 +46,23 @@ void describe_routes(SessionBuilder& session) {
     session.track({.name = "Main", .kind = TrackKind::master, .channels = 2});
 }
 
+/// One of the inserts that the kinds give in turn, with a lane of its own.
+std::vector<InsertSpec> some_insert(std::size_t number) {
+    static const std::vector<InsertSpec> kinds = inserts_of_all_kinds();
+    std::vector<InsertSpec> one = {kinds[number % kinds.size()]};
+    one.front().lanes = {{.points = {{0, 0}, {4800, 1 << 29}}}};
+    return one;
+}
+
+void describe_plugins(SessionBuilder& session) {
+    session.plugin_name({.name = "Test EQ", .code = "DigiTest"});
+    session.top_level(block(0x2602, ByteWriter().counted("Out 1-2").bytes()));
+    constexpr std::ptrdiff_t slots = 10;  // on one track
+    const auto all = inserts_of_all_kinds();
+    session.track({.name = "Inserted", .inserts = {all.begin(), all.begin() + slots}});
+    session.track({.name = "Inserted too", .inserts = {all.begin() + slots, all.end()}});
+}
+
 LaneSpec lane_of(std::size_t points, bool in_ticks) {
     LaneSpec lane = {.initial = -10};
     lane.points.reserve(points);
@@ -69,6 +86,7 @@ TrackSpec mixed_track(std::size_t number, const RichSize& size) {
     track.volume_lane = lane_of(size.points_per_lane, track.tick_based);
     track.pan_lane = lane_of(1, track.tick_based);
     track.input = "Mic";
+    track.inserts = some_insert(number);
     track.sends = {{.target = "Reverb", .level_db = -12, .level_lane = lane_of(2, false)}};
     return track;
 }
@@ -168,6 +186,7 @@ SessionBuilder rich_session(const RichSize& size) {
     describe_midi(session, size);
     describe_time(session, size);
     describe_tables(session);
+    describe_plugins(session);
     return session;
 }
 
@@ -185,6 +204,7 @@ std::vector<NamedSession> family_sessions() {
     describe_audio(add("clips"), {.audio_tracks = 1, .clips_per_track = 8, .points_per_lane = 0});
     describe_clip_tables(add("clip_tables"));
     describe_midi(add("midi"), one);
+    describe_plugins(add("plugins"));
     return all;
 }
 

@@ -54,6 +54,48 @@ Bytes whole_control(const std::string& name, std::int32_t value, std::size_t spa
     return control("l_", name, ByteWriter(true).u32(word).bytes(), spacing);
 }
 
+Bytes bare_state(const Bytes& payload) {
+    return ByteWriter().zeros(8).raw("DigiTest").raw(Bytes(40, 0x81)).raw(payload).bytes();
+}
+
+Bytes preset_chunk(const std::string& tree) {
+    const Bytes length = ByteWriter(true).u32(28 + tree.size()).bytes();
+    return ByteWriter().raw(length).zeros(16).raw("XPst").zeros(4).raw(tree).zeros(9).bytes();
+}
+
+std::vector<ContainerSpec> tagged_containers() {
+    const std::string sub = "<PluginSubComp>WQ10</PluginSubComp><ActiveSetup>SETUP_B</ActiveSetup>";
+    const std::string tree = "<PresetChunkXMLTree>" + sub + "</PresetChunkXMLTree>";
+    const Bytes archived = ByteWriter().raw("22 serialization::archive").pad_to(70).bytes();
+    return {
+        {1, ByteWriter().raw("abFFBSxFFEx1234tail").bytes(), 2, 13},
+        {2, ByteWriter().raw("VC2!").u32(3).zeros(20).bytes(), 0, 12},
+        {3, ByteWriter().raw("<?xml?>").zeros(3).bytes(), 0, 8},
+        {4, ByteWriter().raw("HXMCabcdef").bytes(), 4, 6},
+        {6, ByteWriter().raw("/*@Meta {}").bytes(), 0, 10},
+        {7, ByteWriter().u32(0x0085988d).u32(0).u32(5).zeros(9).bytes(), 0, 17},
+        {8, ByteWriter().u32(1).u32(2).u32(14).u32(64).u16(0x9c78).zeros(30).bytes(), 16, 10},
+        {9, preset_chunk(tree), 28, tree.size()},
+        {10, ByteWriter().raw("{\n\tindex = {\n\tindex = { a = \"}\\\"\" } }").bytes(), 11, 26},
+        {11, ByteWriter().u32(70).raw(archived).zeros(4).raw(archived).bytes(), 4, 70},
+        {12, ByteWriter().u32(76).u32(0).u32(1).raw("hsin").zeros(70).bytes(), 12, 64},
+    };
+}
+
+std::vector<InsertSpec> inserts_of_all_kinds() {
+    std::vector<InsertSpec> inserts;
+    for (const auto& container : tagged_containers()) {
+        inserts.push_back({.state = bare_state(container.payload)});
+    }
+    const Bytes values = ByteWriter().zeros(4).raw(real_control("Gain", -6.5, 8)).bytes();
+    const Bytes map = plugin_chunk("DigiTest", "elck", "", values);
+    const Bytes chunk = plugin_chunk("DigiTest", "dflt", "Default", Bytes(64, 3));
+    inserts.push_back({.state = ByteWriter().raw(map).raw(chunk).bytes()});
+    inserts.push_back({.state = chunk});
+    inserts.push_back({.state = bare_state({})});
+    return inserts;
+}
+
 Bytes plugin_settings_block(const InsertSpec& insert) {
     const Bytes state = insert.state.empty()
                             ? plugin_chunk(insert.code, "dflt", "Default", Bytes(64, 3))

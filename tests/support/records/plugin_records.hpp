@@ -18,6 +18,25 @@ Bytes plugin_chunk(const std::string& code, const std::string& tag, const std::s
 Bytes real_control(const std::string& name, double value, std::size_t spacing);
 Bytes whole_control(const std::string& name, std::int32_t value, std::size_t spacing);
 
+/// A state that is this payload behind bytes that are no text, where a chunk's payload would stand.
+Bytes bare_state(const Bytes& payload);
+
+/// An "XPst" chunk with this tree.
+Bytes preset_chunk(const std::string& tree);
+
+/// A container that a tag tells, and where in the payload its state lies.
+struct ContainerSpec {
+    std::uint32_t kind;  ///< as the corpus files count
+    Bytes payload;
+    std::size_t offset, size;
+};
+/// One of each kind that has a tag.
+std::vector<ContainerSpec> tagged_containers();
+
+/// An insert with a state of each kind: the tagged ones, a parameter map with a chunk behind it, a
+/// chunk alone, and nothing of use.
+std::vector<InsertSpec> inserts_of_all_kinds();
+
 /// 0x1038.
 Bytes plugin_settings_block(const InsertSpec& insert);
 
