@@ -157,10 +157,29 @@ void ClipColouring::colour_midi(TrackPlan& plan, const TrackShade& coded) {
     }
 }
 
+TrackShade ClipColouring::shade_by_coding(const TrackShade& track, const CodedTrack& coded) const {
+    TrackShade shade;
+    if (tallies_.schemes.clip == by_track_colour) shade = track;
+    if (coded.place) shade.colour = trackColour(*coded.place, shade.quality);
+    return shade;
+}
+
+void ClipColouring::colour_video(std::vector<VideoItem>& items, const TrackShade& shade,
+                                 const CodedTrack& coded) {
+    const TrackShade by_coding = shade_by_coding(shade, coded);
+    for (VideoItem& item : items) {
+        if (item.color_index != no_place) {
+            item.colour = own_colour(item.color_index);
+            tallies_.video_clips_own += item.colour ? 1 : 0;
+        } else {
+            item.colour = coded_colour(by_coding, item.start);
+            tallies_.video_clips_coded += item.colour ? 1 : 0;
+        }
+    }
+}
+
 void ClipColouring::colour(TrackPlan& plan, const TrackShade& shade, const CodedTrack& coded) {
-    TrackShade by_coding;
-    if (tallies_.schemes.clip == by_track_colour) by_coding = shade;
-    if (coded.place) by_coding.colour = trackColour(*coded.place, by_coding.quality);
+    const TrackShade by_coding = shade_by_coding(shade, coded);
     colour_own(plan.clips);
     // The lanes see what the clips of the playing list have of their own, and no more.
     colour_lanes(plan, by_coding);

@@ -12,6 +12,7 @@
 #include "mix/colour_tallies.hpp"
 #include "mix/track_colours.hpp"
 #include "mix/track_plan.hpp"
+#include "mix/video_plan.hpp"
 
 namespace tanrove {
 
@@ -31,6 +32,10 @@ public:
     /// coding of clips gives its track.
     void colour(TrackPlan& plan, const TrackShade& shade, const CodedTrack& coded);
 
+    /// The same for the clips of a video track.
+    void colour_video(std::vector<VideoItem>& items, const TrackShade& shade,
+                      const CodedTrack& coded);
+
     /// Placements that got a colour of their own; the passes of a loop count once.
     int coloured_placements() const { return coloured_placements_; }
 
@@ -42,6 +47,7 @@ private:
     const MarkerColour* marker_at(double seconds) const;
     std::optional<std::uint32_t> coded_colour(const TrackShade& track, double start_seconds);
 
+    TrackShade shade_by_coding(const TrackShade& track, const CodedTrack& coded) const;
     void colour_own(std::vector<ClipItem>& clips);
     void colour_lanes(TrackPlan& plan, const TrackShade& coded);
     void colour_midi(TrackPlan& plan, const TrackShade& coded);

@@ -46,6 +46,9 @@ struct ColourTallies {
     int clips_left = 0;            ///< without any colour
     int midi_clips_as_listed = 0;  ///< MIDI clips in the colour of the clip list
 
+    int video_clips_own = 0;    ///< video clips with a colour of their own
+    int video_clips_coded = 0;  ///< video clips in a colour that the coding draws
+
     int dark_measured = 0;
     int dark_derived = 0;
 };

@@ -11,6 +11,7 @@
 #include "mix/track_comments.hpp"
 #include "mix/track_groups.hpp"
 #include "mix/track_tallies.hpp"
+#include "mix/video_plan.hpp"
 #include "timeline/midi_tallies.hpp"
 
 namespace tanrove {
@@ -27,6 +28,7 @@ struct MixTallies {
     ViewTallies views;
     MidiTallies midi;
     MasterTallies master;
+    VideoTallies video;
     RoutingTallies routing;
     ColourTallies colours;
 };

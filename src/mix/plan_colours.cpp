@@ -44,6 +44,17 @@ void plan_colours(const ColouredPlans& plans, const ColourInput& input, const Co
             if (input.no_clip_colours) leave_clips_uncoloured(plan);
         }
     }
+    for (VideoTrackPlan& video : plans.video.tracks) {
+        TrackPlan plan;
+        plan.session_name = video.name;
+        const TrackShade shade = chosen.shade_of(plan, ++list_place, coding, tallies);
+        CodedTrack coded;
+        if (colours_tracks(scheme.clip)) coded = coding.of(*scheme.clip, plan, list_place);
+        clips.colour_video(video.items, shade, coded);
+        if (shade.colour != 0 && !input.no_track_colours) video.colour = shade.colour;
+        if (!input.no_clip_colours) continue;
+        for (VideoItem& item : video.items) item.colour.reset();
+    }
     if (plans.master.wants_own_track) {
         TrackPlan master;
         master.session_name = plans.master.name;

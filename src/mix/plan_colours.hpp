@@ -8,6 +8,7 @@
 #include "mix/colour_tallies.hpp"
 #include "mix/master_fader.hpp"
 #include "mix/track_plan.hpp"
+#include "mix/video_plan.hpp"
 #include "session/colour_schemes.hpp"
 #include "session/midi_outputs.hpp"
 #include "session/track_displays.hpp"
@@ -30,10 +31,11 @@ struct ColouredPlans {
     std::vector<TrackPlan>& tracks;
     std::vector<TrackPlan>& strip_tracks;
     MasterPlan& master;
+    VideoPlan& video;
 };
 
-/// Gives each track and clip its colour, and the master where it becomes a track. With colours
-/// switched off they are counted and not given.
+/// Gives each track and clip its colour, video included, and the master where it becomes a track.
+/// With colours switched off they are counted and not given.
 void plan_colours(const ColouredPlans& plans, const ColourInput& input, const ColourCoding& coding,
                   const TrackGroups& groups, ColourTallies& tallies);
 

@@ -109,10 +109,12 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     mix.strip_tracks = plan_strip_tracks(mix.tracks, left_out, mixer, envelopes, tallies.levels);
     mix.has_solo_track = settle_solos(mix.tracks, mixer, tallies.solos);
     tallies.levels.mixer_strips = mixer.strip_count();
+    mix.video =
+        plan_video(input.video, TempoClock(input.tempo_map, input.tempo_bpm), tallies.video);
     const ColourCoding coding(rows, input.displays, midi_settings, input.colours.midi_outputs,
                               groups);
-    plan_colours({mix.tracks, mix.strip_tracks, mix.master}, input.colours, coding, groups,
-                 tallies.colours);
+    plan_colours({mix.tracks, mix.strip_tracks, mix.master, mix.video}, input.colours, coding,
+                 groups, tallies.colours);
     return mix;
 }
 

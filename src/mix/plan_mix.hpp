@@ -15,6 +15,7 @@
 #include "mix/strip_routes.hpp"
 #include "mix/track_comments.hpp"
 #include "mix/track_plan.hpp"
+#include "mix/video_plan.hpp"
 #include "session/folder_table.hpp"
 #include "session/groups.hpp"
 #include "session/strips.hpp"
@@ -38,6 +39,7 @@ struct MixInput {
     std::vector<TrackDisplay> displays;  ///< one a row of `assembly.strips`
     RoutingRecords routing;
     MasterInput master;
+    VideoInput video;
     TempoMap tempo_map;  ///< empty where the session keeps one tempo
     double tempo_bpm = default_tempo_bpm;
     double rate_hz = 48000;  ///< above 0
@@ -49,6 +51,7 @@ struct MixPlan {
     /// Strips that have a fader and no track: written behind the others.
     std::vector<TrackPlan> strip_tracks;
     MasterPlan master;
+    VideoPlan video;
     std::vector<TrackComment> comments;  ///< for the project's notes
     bool has_solo_track = false;  ///< an empty soloed track stands last and silences the others
 };

@@ -107,7 +107,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_locked_clips(out, tallies.written);
     print_grid(out, tallies.head.grid);
     print_sample_based_midi(out, tallies.mix.midi);
-    print_video(out, tallies.video);
+    print_video(out, tallies.mix.video, tallies.mix.colours);
     print_groups_left_alone(out, tallies.mix.groups);
 
     // Hardware inserts, timebase, clip groups, lanes

@@ -3,7 +3,6 @@
 
 #include "mix/frozen_plan.hpp"
 #include "mix/mix_tallies.hpp"
-#include "mix/video_plan.hpp"
 #include "project/media_search.hpp"
 #include "project/project_head.hpp"
 #include "project/track_block.hpp"
@@ -18,7 +17,6 @@ struct RunTallies {
     SessionTrackTable track_table = {};
     TimelineTallies timeline;
     MixTallies mix;
-    VideoTallies video;
     FrozenTallies frozen;
     HeadTallies head;
     WrittenTallies written;

@@ -16,6 +16,13 @@ constexpr CountText missing_movies =
     "      the files into \"Video Files\" beside the session and convert\n"
     "      again:\n";
 
+constexpr CountRow<ColourTallies> colour_rows[] = {
+    {&ColourTallies::video_clips_coded,
+     "      %d video clip(s) with no color of their own take the color\n"
+     "      that Pro Tools draws for them under this session's coding.\n"},
+    {&ColourTallies::video_clips_own, "      %d video clip(s) carried a clip color.\n"},
+};
+
 constexpr CountRow<VideoTallies> left_out_rows[] = {
     {&VideoTallies::clips_without_region,
      "      WARNING: %d video clip(s) are NOT in the project: what they\n"
@@ -66,7 +73,7 @@ void print_quality(TextBuffer& out, const VideoTallies& tallies) {
 
 }  // namespace
 
-void print_video(TextBuffer& out, const VideoTallies& tallies) {
+void print_video(TextBuffer& out, const VideoTallies& tallies, const ColourTallies& colours) {
     if (tallies.tracks <= 0) return;
     print_place(out, tallies);
     if (tallies.items > 0) print_unit(out, tallies);
@@ -74,6 +81,7 @@ void print_video(TextBuffer& out, const VideoTallies& tallies) {
         "      The video track is not sent to the master: Pro Tools plays\n"
         "      no sound from a video track.\n");
     print_quality(out, tallies);
+    if (!colours.clip_colours_off) print_rows(out, colours, colour_rows);
     print_rows(out, tallies, left_out_rows);
     if (print_count(out, static_cast<int>(tallies.missing_movies.size()), missing_movies)) {
         out.print("%s", one_name_a_line(tallies.missing_movies, max_missing_movies).c_str());

@@ -67,7 +67,7 @@ struct Scene {
         input.schemes = {scheme, scheme};
         ColourTallies tallies;
         const ColourCoding coding(rows, displays, settings, input.midi_outputs, groups);
-        plan_colours({tracks, strips, master}, input, coding, groups, tallies);
+        plan_colours({tracks, strips, master, video}, input, coding, groups, tallies);
         return tallies;
     }
 
@@ -81,6 +81,7 @@ struct Scene {
     std::vector<MidiTrackSettings> settings;
     std::vector<TrackPlan> tracks, strips;
     MasterPlan master;
+    VideoPlan video;
     ColourInput input;
     TrackGroups groups;
 };

@@ -262,7 +262,7 @@ RunTallies every_counter_at_one() {
                         .unapplied_real_time_tracks = 1,
                         .clip_groups = 1,
                         .clip_group_tracks = {"Keys"}};
-    tallies.video = {.tracks = 1,
+    tallies.mix.video = {.tracks = 1,
                      .items = 1,
                      .frame_rate = 25,
                      .reduced_quality = true,

@@ -1,0 +1,98 @@
+// The one forward pass over the plan, and the passes over its text.
+#include "run/write_project.hpp"
+
+#include <cstdio>
+#include <filesystem>
+
+#include "project/extra_tracks.hpp"
+#include "project/frozen_track.hpp"
+#include "project/master_pass.hpp"
+#include "project/track_block.hpp"
+#include "project/video_pass.hpp"
+#include "project/video_track.hpp"
+#include "run/console.hpp"
+
+namespace tanrove {
+
+namespace {
+
+#if defined(_WIN32)
+constexpr const char* null_device = "NUL";
+#else
+constexpr const char* null_device = "/dev/null";
+#endif
+
+/// True if writing `path` would write over the session.
+bool is_session_itself(const std::string& path, const std::string& session_path) {
+    std::error_code error;
+    return std::filesystem::equivalent(path, session_path, error) && !error;
+}
+
+/// Takes back what was written of a project that did not come out whole. A device stays.
+void remove_unfinished(const std::string& path) {
+    std::error_code error;
+    if (std::filesystem::is_regular_file(path, error)) std::filesystem::remove(path, error);
+}
+
+void write_all_tracks(TextSink& out, const ProjectPlan& project, const RunOptions& options,
+                      const std::string& path, MediaSearch& media, MovieSearch& movies,
+                      RunTallies& tallies) {
+    TakePlanner takes(static_cast<double>(project.head.sample_rate), tallies.takes);
+    const std::string frozen = options.check_only ? null_device : path + ".freeze.tmp";
+    FreezeWriter freezer(frozen, options.check_only, real_disk(), tallies.frozen);
+    const auto progress = [](std::size_t track, std::size_t count) {
+        report_track_stage(track, count);
+    };
+    write_tracks(out, project.mix.tracks, media, takes, tallies.written, progress, &freezer);
+    write_video_tracks(out, project.mix.video.tracks, movies, tallies.mix.video, tallies.written);
+    write_strip_tracks(out, project.mix.strip_tracks, tallies.written);
+    if (project.mix.has_solo_track) write_solo_track(out);
+}
+
+}  // namespace
+
+bool write_project(const ProjectPlan& project, const RunOptions& options, const std::string& path,
+                   MediaSearch& media, MovieSearch& movies, RunTallies& tallies) {
+    report_stage(stage_writing, "writing");
+    const std::string target = options.check_only ? null_device : path;
+    std::FILE* stream = nullptr;
+    if (!is_session_itself(target, options.session_path)) stream = std::fopen(target.c_str(), "wb");
+    if (stream == nullptr) {
+        console_print("\nCould not write %s\n", path.c_str());
+        return false;
+    }
+    bool failed = false;
+    {
+        TextSink out(stream);
+        write_project_head(out, project.head);
+        write_all_tracks(out, project, options, path, media, movies, tallies);
+        write_project_end(out);
+        out.flush();
+        failed = out.failed();
+    }
+    if (std::fclose(stream) != 0) failed = true;
+    if (failed) {
+        remove_unfinished(target);
+        console_print("\nCould not write %s\n", path.c_str());
+    }
+    return !failed;
+}
+
+void run_post_passes(const ProjectPlan& project, const std::string& path, RunTallies& tallies) {
+    const bool video_behind_others =
+        !project.mix.video.tracks.empty() && !project.mix.tracks.empty();
+    if (project.mix.video.stands_first && video_behind_others) {
+        tallies.mix.video.at_top =
+            move_video_tracks_first(path, project.mix.video.tracks.size(), real_disk());
+    }
+    if (!project.mix.master.wants_own_track) return;
+    MasterTrackPlan track;
+    track.name = project.mix.master.name + " (Pro Tools master fader)";
+    track.fader_db = project.mix.master.fader_db;
+    track.colour = project.mix.master.colour;
+    track.in_front_of = project.mix.master.track_in_front_of;
+    tallies.mix.master.tracks_through_master =
+        static_cast<int>(give_master_its_track(path, track, real_disk()));
+}
+
+}  // namespace tanrove
