@@ -25,7 +25,7 @@ struct MidiMixInput {
 
 /// Moves the items of each track to its plan, their real-time properties worked in. A track is
 /// found by its name, or by its place among the rows that play MIDI where they are as many. Items
-/// without a plan get one behind all others.
+/// without a plan of their own get one behind all others.
 void attach_midi(std::vector<TrackPlan>& plans, MidiMixInput midi, std::span<const StripRow> rows,
                  TrackTallies& track_tallies, MidiTallies& tallies);
 

@@ -113,6 +113,7 @@ void write_midi_items(TextSink& out, const TrackPlan& plan, WrittenTallies& tall
     for (const MidiItem& item : plan.midi_items) {
         write_midi_item(out, item, plan.midi_settings);
         tallies.notes += item.note_count;
+        if (item.locked) ++tallies.locked_clips;
     }
 }
 

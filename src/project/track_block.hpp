@@ -20,7 +20,7 @@ struct WrittenTallies {
     int clips = 0;              ///< audio items, those on lanes included
     int notes = 0;              ///< MIDI notes
     int clips_in_siblings = 0;  ///< of `clips`: those whose file lies outside the media folder
-    int locked_clips = 0;       ///< of `clips`
+    int locked_clips = 0;       ///< items, of audio and MIDI
     int time_tracks = 0;        ///< of `tracks`: their items keep their times
     int beats_tracks = 0;       ///< of `tracks`: their items keep their bars and beats
     int automation_points = 0;  ///< of track envelopes, those that follow the fader included

@@ -8,8 +8,6 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::size_t max_names_on_line = 12;
-
 constexpr CountRow<MidiTallies> content_rows[] = {
     {&MidiTallies::controllers, "  %d MIDI controller events (pitch bend, CC, aftertouch)\n"},
     {&MidiTallies::sysex, "  %d SysEx event(s)\n"},
@@ -21,9 +19,6 @@ constexpr CountRow<MidiTallies> content_rows[] = {
     {&MidiTallies::mismatched_regions,
      "  note: %d MIDI region(s) had controller data that did not\n"
      "        match their note chunk; it was left out\n"},
-    {&MidiTallies::emptied_clips,
-     "  WARNING: %d MIDI clip(s) arrive WITHOUT their events: with them the\n"
-     "      project would hold more than 4 million MIDI events.\n"},
 };
 
 constexpr CountRow<MidiTallies> mute_rows[] = {
@@ -65,6 +60,9 @@ constexpr CountRow<MidiTallies> cut_rows[] = {
     {&MidiTallies::head_cuts,
      "  %d MIDI clip(s) start later, where the clip Pro Tools draws on top of\n"
      "      them ends. Their covered start is kept, muted.\n"},
+    {&MidiTallies::covered_clips,
+     "  %d MIDI clip(s) lie wholly under other clips on the same track, where\n"
+     "      Pro Tools does not play them. They are kept whole, MUTED.\n"},
 };
 
 constexpr CountRow<MidiTallies> real_time_rows[] = {
@@ -96,6 +94,13 @@ constexpr CountRow<MidiTallies> sample_based_rows[] = {
 
 void print_midi_content(TextBuffer& out, const MidiTallies& tallies) {
     print_rows(out, tallies, content_rows);
+    if (tallies.trimmed_clips <= 0 && tallies.incomplete_clips <= 0) return;
+    out.print(
+        "  WARNING: with all events of its MIDI clips the project would hold more\n"
+        "      than 4 million: %d clip(s) arrive WITHOUT the events outside them,\n"
+        "      which Pro Tools does not play, and %d clip(s) also without some or\n"
+        "      all of those it does play.\n",
+        tallies.trimmed_clips, tallies.incomplete_clips);
 }
 
 void print_midi_mutes(TextBuffer& out, const MidiTallies& tallies) {
@@ -118,6 +123,10 @@ void print_midi_faders(TextBuffer& out, const MidiTallies& tallies) {
                 "      and a CC 10 event at the start of each clip -- what Pro Tools\n"
                 "      sends when playback starts. A clip that already streams one of\n"
                 "      those controllers keeps its stream instead.\n");
+    print_count(out, tallies.unmatched_real_time_rows,
+                "  WARNING: %d MIDI/instrument track(s) carry REAL-TIME Properties, and no\n"
+                "      list of MIDI clips could be matched to them. Whatever plays on them\n"
+                "      arrives without its transposition, velocity and delay.\n");
 }
 
 void print_midi_patches(TextBuffer& out, const MidiTallies& tallies) {
@@ -126,7 +135,7 @@ void print_midi_patches(TextBuffer& out, const MidiTallies& tallies) {
         "  %d track(s) have a PATCH selected and send it as a program change\n"
         "      at the start of each clip:%s\n",
         static_cast<int>(tallies.patch_tracks.size()),
-        quoted_names(tallies.patch_tracks, max_names_on_line).c_str());
+        quoted_names(tallies.patch_tracks, no_cap).c_str());
 }
 
 void print_real_time_properties(TextBuffer& out, const MidiTallies& tallies) {
@@ -143,7 +152,7 @@ void print_midi_clip_groups(TextBuffer& out, const MidiTallies& tallies) {
         "  WARNING: %d MIDI clip group(s) sit on MIDI tracks, and MIDI clip groups\n"
         "      are not read yet -- the MIDI written at those places may be the\n"
         "      wrong clip. Check these tracks against Pro Tools:%s\n",
-        tallies.clip_groups, quoted_names(tallies.clip_group_tracks, max_names_on_line).c_str());
+        tallies.clip_groups, quoted_names(tallies.clip_group_tracks, no_cap).c_str());
 }
 
 }  // namespace tanrove

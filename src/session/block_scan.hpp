@@ -48,6 +48,11 @@ inline std::uint64_t read_position(ByteView image, std::size_t pos) {
     return image.number(pos, position_width);
 }
 
+/// How far a stored position lies from the tick origin, on whichever side of it.
+constexpr std::uint64_t distance_from_origin(std::uint64_t stored) {
+    return stored < tick_origin ? tick_origin - stored : stored - tick_origin;
+}
+
 /// Source offset, length and start of a clip, each of as many bytes as its header says.
 struct ThreePoint {
     std::uint8_t flag = 0;

@@ -26,10 +26,6 @@ constexpr std::uint32_t least_placement = 20;
 constexpr std::uint32_t largest_placement = 4000;
 constexpr std::uint32_t largest_empty_record = 11;
 
-std::uint64_t distance_from_origin(std::uint64_t stored) {
-    return stored < tick_origin ? tick_origin - stored : stored - tick_origin;
-}
-
 MidiPlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
     MidiPlaylistDetail detail;
     detail.name = playlist.name;

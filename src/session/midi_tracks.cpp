@@ -70,12 +70,6 @@ std::vector<const BlockNode*> entries_of(std::span<const BlockNode> tree, std::u
     return entries;
 }
 
-std::int64_t distance_from_origin(std::uint64_t stored) {
-    const auto distance =
-        static_cast<std::int64_t>(stored) - static_cast<std::int64_t>(tick_origin);
-    return distance < 0 ? -distance : distance;
-}
-
 /// Joins placements with tracks and regions, row by row.
 class ClipJoiner {
 public:
@@ -111,7 +105,8 @@ public:
         const auto region = is_group ? number : place_of_region(number);
         if (!region) return;
         rows_.push_back({
-            .start = distance_from_origin(read_position(image_, record + placed_position_at)),
+            .start = static_cast<std::int64_t>(
+                distance_from_origin(read_position(image_, record + placed_position_at))),
             .region_index = *region,
             .index = track.id,
             .is_clip_group = is_group,

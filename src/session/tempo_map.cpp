@@ -18,6 +18,7 @@
 #include "session/tempo_map.hpp"
 
 #include <algorithm>
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -153,11 +154,10 @@ double TempoClock::seconds(double ticks) const {
     return (behind - 1)->seconds(ticks);
 }
 
-const TempoClock::Stretch& TempoClock::stretch_at(double seconds) const {
-    const auto behind = std::upper_bound(
+std::vector<TempoClock::Stretch>::const_iterator TempoClock::first_behind(double seconds) const {
+    return std::upper_bound(
         stretches_.begin() + 1, stretches_.end(), seconds,
         [](double moment, const Stretch& stretch) { return moment < stretch.start_seconds; });
-    return *(behind - 1);
 }
 
 double TempoClock::ticks(double seconds) const {
@@ -168,6 +168,12 @@ double TempoClock::ticks(double seconds) const {
 
 double TempoClock::bpm_at(double seconds) const {
     return stretch_at(seconds).bpm;
+}
+
+double TempoClock::next_change(double seconds) const {
+    const auto behind = first_behind(seconds);
+    return behind == stretches_.end() ? std::numeric_limits<double>::infinity()
+                                      : behind->start_seconds;
 }
 
 double ticksToSeconds(const TempoMap& map, double ticks, double default_bpm) {

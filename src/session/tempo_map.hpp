@@ -52,6 +52,9 @@ public:
     /// The tempo in force at a moment.
     double bpm_at(double seconds) const;
 
+    /// The moment of the first change of tempo behind a moment; infinity where none follows.
+    double next_change(double seconds) const;
+
 private:
     struct Stretch {
         double start_ticks = 0;
@@ -61,7 +64,8 @@ private:
         double seconds(double ticks) const;
     };
 
-    const Stretch& stretch_at(double seconds) const;
+    std::vector<Stretch>::const_iterator first_behind(double seconds) const;
+    const Stretch& stretch_at(double seconds) const { return *(first_behind(seconds) - 1); }
 
     std::vector<Stretch> stretches_;  ///< never empty; the first begins at the origin
 };

@@ -17,10 +17,16 @@
 
 namespace tanrove {
 
-/// Events that one project gets, some two hours of a thousand a second. Any number of clips may
-/// play one region: a small session that places a long one over and over would otherwise fill the
-/// disk. A clip that would pass the limit arrives without its events.
-constexpr std::size_t max_midi_events = 4'000'000;
+/// What one project gets. Every clip holds its whole stream, and any number of clips may play one:
+/// a take that is cut into pieces grows with the square of its length, and a small hostile session
+/// could fill the disk.
+struct MidiLimits {
+    /// Some two hours of a thousand events a second. A clip that would pass it arrives without what
+    /// lies outside it, which is muted in any case.
+    std::size_t events = 4'000'000;
+    std::size_t audible_events = 8'000'000;     ///< what passes it is left out
+    std::size_t searched_events = 200'000'000;  ///< looked through for what lies inside a clip
+};
 
 /// A message counts as one event more for each of these.
 constexpr std::size_t sysex_bytes_per_event = 16;
@@ -39,12 +45,14 @@ struct MidiMaterial {
     double rate_hz = 48000;
 };
 
+struct ClipTime;
+
 /// Makes the items of one project, and keeps count of how large it becomes.
 class MidiItemMaker {
 public:
     MidiItemMaker(const MidiMaterial& material, const TempoClock& clock,
                   const MidiEventOptions& options, MidiTallies& tallies,
-                  std::size_t event_limit = max_midi_events);
+                  const MidiLimits& limits = {});
 
     MidiItem item(const PlacedMidiClip& clip);
 
@@ -52,15 +60,20 @@ private:
     struct Source;
 
     Source source_of(const Region& region);
-    bool takes(const Source& source);
+    std::size_t events_of(const Source& source) const;
+    ClipTime time_of(const PlacedMidiClip& clip) const;
+    std::int64_t fill(MidiItem& item, const PlacedMidiClip& clip, const ClipTime& time);
     void set_source_offset(MidiItem& item, const PlacedMidiClip& clip, std::int64_t lead);
-    double tempo_at(double seconds) const;
+    double just_behind(double seconds) const;
+    double tempo_at(double seconds) const { return clock_.bpm_at(just_behind(seconds)); }
 
-    const MidiMaterial& material_;
+    MidiMaterial material_;
     const TempoClock& clock_;
-    const MidiEventOptions& options_;
+    MidiEventOptions options_;
     MidiTallies& tallies_;
-    std::size_t events_left_;
+    MidiLimits limits_;
+    std::size_t events_written_ = 0;
+    std::size_t events_searched_ = 0;
     std::vector<std::size_t> chunk_events_;  ///< what each chunk counts as
     std::vector<bool> told_regions_;         ///< whose mismatch is counted
 };

@@ -37,7 +37,12 @@ struct MidiItemEvent {
     std::uint32_t sysex = 0;  ///< of a system exclusive message: its place among the item's
 };
 
-/// Times are seconds. The events are sorted by tick, then order.
+/// The order of an item's events.
+inline bool plays_before(const MidiItemEvent& a, const MidiItemEvent& b) {
+    return a.tick != b.tick ? a.tick < b.tick : a.order < b.order;
+}
+
+/// Times are seconds. The events are sorted by `plays_before`.
 struct MidiItem {
     double start = 0;
     double length = 0;
@@ -54,6 +59,9 @@ struct MidiItem {
     std::optional<std::uint32_t> colour = {};  ///< written to the item: 0x1BBGGRR
     bool locked = false;
     double item_length_raw = 0;  ///< before its notes were given room to ring out
+    /// What the item grows by where its events come a tick later; 0 where it ends with its clip,
+    /// whatever still sounds.
+    double seconds_per_late_tick = 0;
 };
 
 }  // namespace tanrove

@@ -11,7 +11,8 @@ struct MidiTallies {
     int sysex = 0;               ///< messages written
     int sysex_outside = 0;       ///< of `sysex`: outside their clip, and yet live
     int mismatched_regions = 0;  ///< whose controllers belong to other notes, left out
-    int emptied_clips = 0;       ///< written without events: they would make the project too large
+    int trimmed_clips = 0;       ///< without what lies outside: the project would be too large
+    int incomplete_clips = 0;    ///< likewise without some or all of what lies inside
 
     int muted_tracks = 0;
     int mute_lane_tracks = 0;  ///< their mute is automated
@@ -24,7 +25,8 @@ struct MidiTallies {
     int notes_past_edge = 0;         ///< that sound past their clip's end
     int tail_cuts = 0;               ///< clips that end where a later one takes over
     int head_cuts = 0;               ///< clips that start where an earlier one ends
-    int offsets_at_other_tempo = 0;  ///< clips whose source offset differs with the tempo there
+    int covered_clips = 0;           ///< nothing of them is left between others: kept, muted
+    int offsets_at_other_tempo = 0;  ///< source offsets that differ with the tempo there; not told
     int sample_based_clips = 0;      ///< placed in samples
     int sample_based_overlaps = 0;   ///< of them: not cut where another clip overlaps
     int fader_tracks = 0;            ///< send their MIDI fader or pan
@@ -33,6 +35,7 @@ struct MidiTallies {
     int real_time_tracks = 0;            ///< with transpose, velocity or delay in their notes
     int transposed_past_range = 0;       ///< notes
     int unapplied_real_time_tracks = 0;  ///< with quantize or duration
+    int unmatched_real_time_rows = 0;    ///< with any, and no list of MIDI clips for them
 
     int clip_groups = 0;
     std::vector<std::string> clip_group_tracks;

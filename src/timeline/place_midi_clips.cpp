@@ -39,10 +39,6 @@ struct Cut {
     std::int64_t head = 0;  ///< what is covered of its head
 };
 
-std::uint64_t distance_from_origin(std::uint64_t stored) {
-    return stored < tick_origin ? tick_origin - stored : stored - tick_origin;
-}
-
 /// The rows of a track's playlists by what they place and where.
 template <typename Row>
 class RowFinder {
@@ -76,6 +72,7 @@ struct TrackRows {
     RowFinder<EditRow> edit_rows;
     RowFinder<std::uint64_t> stored_positions;
     std::optional<bool> tick_based;
+    bool is_kind_read = false;  ///< `tick_based` is what a playlist says
     std::vector<Placement> placements;
 };
 
@@ -121,7 +118,9 @@ private:
             if (found == track_of_playlist_.end()) continue;
             TrackRows& track = tracks_[found->second];
             if (!track.tick_based) track.tick_based = playlist.is_second_kind;
+            track.is_kind_read = true;
             for (std::size_t i = 0; i < playlist.positions.size(); ++i) {
+                if (playlist.in_group[i] != 0) continue;
                 const std::uint64_t position = playlist.positions[i];
                 track.edit_rows.add(
                     playlist.region_ids[i],
@@ -147,11 +146,14 @@ private:
             clip.locked = playlist->locked[i] != 0;
             clip.color_index = playlist->colours[i];
             placement.overlap = playlist->overlap[i];
+        } else if (track.is_kind_read) {
+            clip.in_samples = !*track.tick_based;
         } else if (stored) {
             clip.in_samples = *stored < tick_origin &&
                               static_cast<double>(*stored) < most_sample_seconds * input_.rate_hz;
             if (!track.tick_based) track.tick_based = !clip.in_samples;
         }
+        if (clip.length == 0) return;
         clip.position = position_of(row, stored, clip.in_samples);
         if (clip.in_samples) ++tallies_.sample_based_clips;
         track.placements.push_back(placement);
@@ -176,7 +178,6 @@ private:
         for (std::size_t i = 0; i < placements.size(); ++i) {
             PlacedMidiClip& clip = placements[i].clip;
             apply(cuts[i], clip);
-            if (clip.length <= 0) continue;
             set_seconds(clip);
             clips.push_back(clip);
         }
@@ -191,11 +192,11 @@ private:
             const PlacedMidiClip& second = placements[i + 1].clip;
             const std::int64_t gap = second.position - first.position;
             const std::int64_t over = first.length - gap;
-            if (gap <= 0 || first.length == 0 || over <= least_overlap) continue;
+            if (gap <= 0 || over <= least_overlap) continue;
             if (first.in_samples != second.in_samples) continue;
             const std::uint32_t overlap = placements[i + 1].overlap;
             if (overlap == drawn_over_next) {
-                if (over < second.length || second.length == 0) cuts[i + 1].head = over;
+                if (over < second.length) cuts[i + 1].head = over;
             } else if (overlap == drawn_over_previous || overlap == drawn_in_order) {
                 cuts[i].tail = gap;
             }
@@ -208,8 +209,14 @@ private:
             if (cut.tail > 0 || cut.head > 0) ++tallies_.sample_based_overlaps;
             return;
         }
-        if (cut.tail > 0 && cut.tail < clip.length) {
-            clip.length = cut.tail;
+        const std::int64_t end = cut.tail > 0 ? std::min(cut.tail, clip.length) : clip.length;
+        if (cut.head >= end) {
+            clip.muted = true;
+            ++tallies_.covered_clips;
+            return;
+        }
+        if (end < clip.length) {
+            clip.length = end;
             ++tallies_.tail_cuts;
         }
         if (cut.head > 0) {

@@ -2,7 +2,9 @@
 #include "timeline/real_time_midi.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <span>
 
 namespace tanrove {
 
@@ -34,9 +36,41 @@ void scale_velocity(MidiItemEvent& event, const RealTimeProperties& properties) 
         static_cast<std::uint8_t>(std::clamp(velocity, lowest_live_velocity, highest_data));
 }
 
-std::uint64_t delayed(std::uint64_t tick, std::int32_t delay_ticks) {
-    const auto moved = static_cast<std::int64_t>(tick) + delay_ticks;
-    return static_cast<std::uint64_t>(std::max<std::int64_t>(moved, 0));
+using KeyCounts = std::array<int, 128>;
+
+/// Settles the notes that a negative delay presses together at the source's head: each takes at
+/// least a tick, and of one key only the last sounds, which those before it would cut short.
+void settle_head(std::vector<MidiItemEvent>& events, MidiTallies& tallies) {
+    const auto behind = std::ranges::find_if(events, [](auto& event) { return event.tick > 0; });
+    const std::span head(events.begin(), behind);
+    KeyCounts begins{};
+    KeyCounts ends{};
+    for (const MidiItemEvent& event : head) {
+        if (event.muted) continue;
+        if (event.status == note_on_status) ++begins[event.data1];
+        if (event.status == note_off_status) ++ends[event.data1];
+    }
+    for (std::size_t key = 0; key < begins.size(); ++key) {
+        begins[key] = ends[key] = std::clamp(begins[key] - 1, 0, ends[key]);
+        tallies.too_short_events += 2 * begins[key];
+    }
+    for (MidiItemEvent& event : head) {
+        if (event.status == note_off_status) event.tick = 1;
+        if (event.status != note_on_status && event.status != note_off_status) continue;
+        int& silenced = (event.status == note_on_status ? begins : ends)[event.data1];
+        if (!event.muted && silenced-- > 0) event.muted = true;
+    }
+    std::ranges::stable_sort(events, plays_before);
+}
+
+/// What is late rings on behind the clip; what is early cannot leave the source.
+void delay(MidiItem& item, std::int32_t delay_ticks, MidiTallies& tallies) {
+    for (MidiItemEvent& event : item.events) {
+        const auto moved = static_cast<std::int64_t>(event.tick) + delay_ticks;
+        event.tick = static_cast<std::uint64_t>(std::max<std::int64_t>(moved, 0));
+    }
+    if (delay_ticks > 0) item.length += delay_ticks * item.seconds_per_late_tick;
+    if (delay_ticks < 0) settle_head(item.events, tallies);
 }
 
 }  // namespace
@@ -53,8 +87,8 @@ void apply_real_time_properties(const RealTimeProperties& properties, std::vecto
         for (MidiItemEvent& event : item.events) {
             if (properties.transpose_on) transpose(event, semitones, tallies);
             if (properties.velocity_on) scale_velocity(event, properties);
-            if (properties.delay_on) event.tick = delayed(event.tick, properties.delay_ticks);
         }
+        if (properties.delay_on) delay(item, properties.delay_ticks, tallies);
     }
 }
 

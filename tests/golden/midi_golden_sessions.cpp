@@ -37,7 +37,7 @@ GoldenCase midi_overlaps() {
     const std::vector<builder::NoteSpec> bar = {{0, quarter},
                                                 {quarter, quarter, 62},
                                                 {2 * quarter, quarter, 64},
-                                                {3 * quarter, quarter, 65}};
+                                                {3 * quarter, 2 * quarter, 65}};
     TrackSpec tails = midi_track("Tails", {midi_clip("First", 0, 4 * quarter, bar),
                                            midi_clip("Second", 2 * quarter, 4 * quarter, bar)});
     tails.midi_clips[1].muted = tails.midi_clips[1].locked = true;
@@ -72,10 +72,14 @@ GoldenCase midi_edges() {
                           {4, 2 * quarter, 33}};
     stream.sysex = {{quarter, {0xf0, 0x7e, 0xf7}}, {4 * quarter, {0xf0, 0x7f, 0xf7}}};
     edges.midi_settings = {.volume = 96, .pan = 64, .patch = 12};
-    TrackSpec high = midi_track(
-        "Transposed", {midi_clip("High", 0, quarter, {{0, quarter, 120}, {0, quarter, 60}})});
+    TrackSpec high = midi_track("Transposed", {midi_clip("High", 0, quarter,
+                                                         {{0, quarter, 120},
+                                                          {0, 50000, 60},
+                                                          {50000, 50000, 60},
+                                                          {100000, 300000, 60},
+                                                          {0, 100000, 64}})});
     high.real_time = {
-        .quantize = true, .delay = true, .delay_ticks = 10, .transpose = true, .octaves = 1};
+        .quantize = true, .delay = true, .delay_ticks = -100, .transpose = true, .octaves = 1};
     TrackSpec group = midi_track("Grouped", {midi_clip("Group", 0, quarter, {})});
     group.midi_clips[0].clip_group = 0;
     SessionBuilder session;

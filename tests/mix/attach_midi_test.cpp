@@ -37,5 +37,38 @@ TEST(AttachMidi, FindsPlansByNameThenByPlaceAndLosesNoItem) {
     EXPECT_EQ(attach({{"Gone", true, one}}, tallies), "---*1");
 }
 
+TEST(AttachMidi, TracksOfOneNameKeepTheirItemsApart) {
+    std::vector<StripRow> rows(3);
+    for (auto& row : rows) row.type = StripRowType::midi, row.current_name = "Keys";
+    std::vector<RealTimeProperties> real_time(3);
+    real_time[2].delay_on = true;
+    struct {
+        std::vector<std::string> names;  // of the tracks; each plays as many items as its place
+        std::string items_of_plans;
+        int unmatched;
+    } const cases[] = {
+        {{"Keys", "Keys", "Keys"}, "012", 0},
+        {{"", "Keys", ""}, "012", 0},  // names that do not read
+        {{"Keys", "Keys"}, "010", 1},  // the third row has no list
+        {{"Keys", "Keys", "Keys", "Keys", "Gone"}, "01234", 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.items_of_plans);
+        MidiMixInput midi{{}, std::vector<MidiTrackSettings>(3), real_time};
+        for (const auto& name : c.names) {
+            midi.tracks.push_back({name, true, std::vector<MidiItem>(midi.tracks.size())});
+        }
+        std::vector<TrackPlan> plans(3);
+        for (std::size_t i = 0; i < 3; ++i) plans[i].session_name = "Keys", plans[i].strip_row = i;
+        TrackTallies track_tallies;
+        MidiTallies tallies;
+        attach_midi(plans, std::move(midi), rows, track_tallies, tallies);
+        std::string items;
+        for (const auto& plan : plans) items += std::to_string(plan.midi_items.size());
+        EXPECT_EQ(items, c.items_of_plans);
+        EXPECT_EQ(tallies.unmatched_real_time_rows, c.unmatched);
+    }
+}
+
 }  // namespace
 }  // namespace tanrove

@@ -241,7 +241,8 @@ RunTallies every_counter_at_one() {
                         .sysex = 1,
                         .sysex_outside = 1,
                         .mismatched_regions = 1,
-                        .emptied_clips = 1,
+                        .trimmed_clips = 1,
+                        .incomplete_clips = 1,
                         .muted_tracks = 1,
                         .mute_lane_tracks = 1,
                         .other_lanes = 1,
@@ -252,6 +253,7 @@ RunTallies every_counter_at_one() {
                         .notes_past_edge = 1,
                         .tail_cuts = 1,
                         .head_cuts = 1,
+                        .covered_clips = 1,
                         .offsets_at_other_tempo = 1,
                         .sample_based_clips = 1,
                         .sample_based_overlaps = 1,
@@ -260,6 +262,7 @@ RunTallies every_counter_at_one() {
                         .real_time_tracks = 1,
                         .transposed_past_range = 1,
                         .unapplied_real_time_tracks = 1,
+                        .unmatched_real_time_rows = 1,
                         .clip_groups = 1,
                         .clip_group_tracks = {"Keys"}};
     tallies.mix.video = {.tracks = 1,
@@ -304,12 +307,14 @@ TEST(ConsoleSummary, OfASessionWithNothingToNoteIsHeadCountsAndClosingLines) {
     facts.product_version = "12.5.0";
     RunTallies tallies;
     tallies.head = plain_head();
+    tallies.mix.midi.truncation_wanted = true;
     EXPECT_EQ(whole_account(facts, tallies),
               "\n"
               "  Read:  Pro Tools HD 12.5.0, 44100 Hz, 97.5 BPM\n"
               "  Wrote: /song/song.rpp\n"
               "\n"
               "  0 tracks, 0 clips, 0 MIDI notes\n"
+              "  --truncate-midi-to-clip: no note runs past a clip edge, so nothing is cut.\n"
               "  meter 4/4, read from the session\n"
               "  Pan law: -3.0 dB, read from the session's Pan Depth\n"
               "      and written as the project's pan law.\n"

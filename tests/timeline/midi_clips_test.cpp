@@ -1,7 +1,8 @@
 // MIDI placements as clips in their places, and what bounds the events they play.
 #include <gtest/gtest.h>
 
-#include "timeline/lay_out_midi.hpp"
+#include "timeline/midi_events.hpp"
+#include "timeline/place_midi_clips.hpp"
 #include "timeline/real_time_midi.hpp"
 
 namespace tanrove {
@@ -24,13 +25,14 @@ struct MidiScene {
         playlists[0].region_ids.push_back(number);
         playlists[0].colours.push_back(5);
         playlists[0].overlap.push_back(overlap);
+        playlists[0].in_group.push_back(0);
         playlists[0].muted.push_back(number % 2);
         playlists[0].locked.push_back(0);
         return *this;
     }
 
-    /// Places the clips; without `has_kind` the playlist could not be read.
-    PlacedMidiTrack placed(bool tick_based, bool has_kind = true) {
+    /// Places the clips; without `has_rows` the playlist could not be read.
+    PlacedMidiTrack placed(bool tick_based, bool has_rows = true) {
         playlists[0].name = "Keys";
         playlists[0].is_second_kind = tick_based;
         for (const auto& row : rows) {
@@ -38,7 +40,7 @@ struct MidiScene {
             playlists[0].positions.push_back(tick_based ? static_cast<std::uint64_t>(distance)
                                                         : row.position);
         }
-        if (!has_kind) playlists.clear();
+        if (!has_rows) playlists.clear();
         return place_midi_clips({tracks, placements, regions, playlists, rows, 48000}, clock,
                                 tallies)
             .at(0);
@@ -85,81 +87,65 @@ TEST(PlaceMidiClips, TheClipThatIsDrawnBelowGivesWay) {
         EXPECT_EQ(scene.tallies.tail_cuts, c.first_left < c.first_length ? 1 : 0);
         EXPECT_EQ(scene.tallies.head_cuts, c.second_start > c.second_at ? 1 : 0);
     }
-    MidiScene rounded;
-    rounded.clip(origin, quarter).clip(origin + quarter - 960, quarter).placed(true);
-    EXPECT_EQ(rounded.tallies.tail_cuts, 0) << "an edge that was rounded is no overlap";
+    MidiScene three;  // the middle one lies under both; what has no length takes no part
+    three.clip(origin, 8 * quarter).clip(origin + quarter, 0);
+    three.clip(origin + 4 * quarter, 8 * quarter, 1).clip(origin + 6 * quarter, 4 * quarter);
+    three.clip(origin + 10 * quarter - 960, quarter);  // an edge that was rounded
+    const auto clips = three.placed(true).clips;
+    ASSERT_EQ(clips.size(), 4u);
+    EXPECT_EQ(clips[0].length, 8 * quarter);
+    EXPECT_TRUE(clips[1].muted) << "kept whole";
+    EXPECT_EQ(clips[1].length, 8 * quarter);
+    EXPECT_EQ(three.tallies.covered_clips, 1);
+    EXPECT_EQ(three.tallies.tail_cuts + three.tallies.head_cuts, 0) << "counted once";
 }
 
 TEST(PlaceMidiClips, ThePlaylistsKindDecidesTheTimebaseAndElseTheSizeOfThePosition) {
     struct {
-        bool tick_based, has_kind;
+        bool tick_based, has_rows;
         std::int64_t stored, length;
         double start, seconds;
     } const cases[] = {
         {true, true, origin + 2 * quarter, 4 * quarter, 1, 3},  // across the tempo change
         {true, true, origin - 5, quarter, 0, 0.5},              // a hair in front of the origin
-        {false, true, 96000, 48000, 2, 1},
-        {false, true, 48000LL * 90000, 48000, 90000, 1},  // past a day, and known to be samples
+        {false, true, 48000LL * 90000, 48000, 90000, 1},        // past a day, known to be samples
         {false, false, 96000, 48000, 2, 1},
         {true, false, origin + quarter, quarter, 0.5, 0.5},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.tick_based << c.has_kind << ' ' << c.stored);
+        SCOPED_TRACE(testing::Message() << c.tick_based << c.has_rows << ' ' << c.stored);
         MidiScene scene;
-        const auto track = scene.clip(c.stored, c.length).placed(c.tick_based, c.has_kind);
+        const auto track = scene.clip(c.stored, c.length).placed(c.tick_based, c.has_rows);
         ASSERT_EQ(track.clips.size(), 1u);
         EXPECT_DOUBLE_EQ(track.clips[0].start, c.start);
         EXPECT_DOUBLE_EQ(track.clips[0].length_seconds, c.seconds);
         EXPECT_EQ(track.tick_based, c.tick_based);
-        EXPECT_EQ(track.clips[0].color_index, c.has_kind ? 5 : -2);
+        EXPECT_EQ(track.clips[0].color_index, c.has_rows ? 5 : -2);
         EXPECT_EQ(scene.tallies.sample_based_clips, c.tick_based ? 0 : 1);
     }
-    MidiScene overlapping;
-    overlapping.clip(0, 48000).clip(24000, 48000).clip(24000, 0);
-    overlapping.placements[1].is_clip_group = false;
-    const auto clips = overlapping.placed(false).clips;
-    ASSERT_EQ(clips.size(), 2u) << "a clip of no length is not written";
-    EXPECT_EQ(clips[0].length, 48000) << "in samples overlaps sum";
-    EXPECT_TRUE(clips[1].muted && !clips[0].muted);
-    EXPECT_EQ(overlapping.tallies.sample_based_overlaps, 1);
+    MidiScene rowless;  // the playlist's kind was read, this row of it was not
+    rowless.clip(48000LL * 90000, 48000).playlists[0].region_ids[0] = 9;
+    EXPECT_DOUBLE_EQ(rowless.placed(false).clips.at(0).start, 90000);
 }
 
-TEST(LayOutMidi, RingsOutAtTheTempoThereAndSkipsTheLeadOfItsSource) {
-    for (const bool truncates : {false, true}) {
-        MidiScene scene;
-        scene.streams[0].events = {{0, quarter, 60, 80}, {3 * quarter, 3 * quarter, 62, 80}};
-        scene.clip(origin + 2 * quarter, 4 * quarter);
-        scene.regions[0].source_offset = -quarter;  // the first note lies in front of the clip
-        scene.placed(true);
-        const auto tracks = lay_out_midi(
-            {scene.tracks, scene.placements, scene.regions, scene.playlists, scene.rows, 48000},
-            {scene.regions, scene.streams, scene.chunks, 240, 48000}, scene.clock,
-            {.truncate_midi_to_clip = truncates}, scene.tallies);
-        const MidiItem& item = tracks.at(0).items.at(0);
-        EXPECT_DOUBLE_EQ(item.item_length_raw, 3);
-        EXPECT_DOUBLE_EQ(item.length, truncates ? 3 : 4) << "a quarter at 60";
-        EXPECT_DOUBLE_EQ(item.source_offset, 0.25) << "a quarter at the session's 240";
-        EXPECT_DOUBLE_EQ(item.source_length, 0.5) << "a quarter at 120";
-        EXPECT_EQ(scene.tallies.notes_past_edge, 1);
-        EXPECT_EQ(scene.tallies.muted_events, 2);
-        EXPECT_EQ(scene.tallies.offsets_at_other_tempo, 1);
-    }
-}
-
-TEST(MidiItemMaker, LeavesOutControllersOfOtherNotesAndEventsPastTheLimit) {
+TEST(MidiItemMaker, PastItsLimitsLeavesOutWhatIsMutedFirstThenWhatSounds) {
     MidiScene scene;
-    scene.streams[0].events = {{0, quarter, 60, 80}};
-    scene.chunks[0] = {.note_count = 2, .controllers = {{2 + 256 * 7, origin, 1}}, .sysex = {}};
+    scene.streams[0].events = {{0, quarter, 60, 80}, {2 * quarter, quarter, 62, 80}};
+    scene.chunks[0] = {.note_count = 3, .controllers = {{2 + 256 * 7, origin, 1}}, .sysex = {}};
     scene.clip(origin, quarter);
-    MidiTallies& tallies = scene.tallies;
+    const PlacedMidiClip clip{.length = quarter};
     const MidiMaterial material{scene.regions, scene.streams, scene.chunks, 120, 48000};
-    MidiItemMaker maker(material, scene.clock, {}, tallies, 5);
-    for (int time = 0; time < 2; ++time) EXPECT_EQ(maker.item({}).events.size(), 2u);
+    MidiTallies& tallies = scene.tallies;
+    MidiItemMaker maker(material, scene.clock, {}, tallies, {4, 7, 12});
+    for (const std::size_t left : {4u, 2u, 0u}) EXPECT_EQ(maker.item(clip).events.size(), left);
+    EXPECT_EQ(tallies.trimmed_clips, 1);
+    EXPECT_EQ(tallies.incomplete_clips, 1);
     EXPECT_EQ(tallies.mismatched_regions, 1) << "a region is told once";
-    EXPECT_TRUE(maker.item({}).events.empty());
-    EXPECT_EQ(tallies.emptied_clips, 1);
-    scene.chunks[0].note_count = 1;
-    EXPECT_TRUE(MidiItemMaker(material, scene.clock, {}, tallies, 3).item({}).streams_volume);
+    scene.chunks[0].note_count = 2;
+    MidiItemMaker short_of_time(material, scene.clock, {}, tallies, {5, 99, 9});
+    for (const bool fits : {true, true, false}) {
+        EXPECT_EQ(short_of_time.item(clip).streams_volume, fits);
+    }
 }
 
 TEST(RealTimeMidi, TransposesScalesAndDelaysWithinTheMidiRange) {
@@ -171,16 +157,11 @@ TEST(RealTimeMidi, TransposesScalesAndDelaysWithinTheMidiRange) {
     } const cases[] = {
         {{.transpose_on = true, .transpose_octaves = 1}, 127, 80, 100, true},
         {{.transpose_on = true, .transpose_semitones = 7}, 127, 80, 100, false},
-        {{.transpose_on = true, .transpose_octaves = -10, .transpose_semitones = -1},
-         0,
-         80,
-         100,
-         true},
+        {{.transpose_on = true, .transpose_octaves = -11}, 0, 80, 100, true},
         {{.velocity_on = true, .velocity_scale = 51, .velocity_offset = 3}, 120, 44, 100, false},
         {{.velocity_on = true, .velocity_scale = 200}, 120, 127, 100, false},
         {{.velocity_on = true, .velocity_scale = 0}, 120, 1, 100, false},
         {{.delay_on = true, .delay_ticks = -30}, 120, 80, 70, false},
-        {{.delay_on = true, .delay_ticks = -300}, 120, 80, 0, false},
         {{.delay_ticks = 5, .velocity_scale = 1, .transpose_octaves = 1}, 120, 80, 100, false},
     };
     for (const auto& c : cases) {
