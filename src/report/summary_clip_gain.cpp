@@ -8,8 +8,6 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::size_t named_groups = 12;
-
 constexpr CountRow<ClipGainTallies> gain_rows[] = {
     {&ClipGainTallies::clips, "  %d clips given clip gain\n"},
     {&ClipGainTallies::in_groups_with_gain,
@@ -45,7 +43,7 @@ void print_clip_gain(TextBuffer& out, const ClipGainTallies& gain) {
     out.print(
         "  WARNING: %d clip(s) sit in a clip group whose own clip gain is a drawn\n"
         "      line, which is NOT carried (a fixed group gain is):%s\n",
-        gain.in_groups_with_line, quoted_names(gain.groups_with_line, named_groups).c_str());
+        gain.in_groups_with_line, quoted_names(gain.groups_with_line, no_cap).c_str());
 }
 
 void print_clip_gain_envelopes(TextBuffer& out, const ClipGainTallies& gain,

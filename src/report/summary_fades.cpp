@@ -10,11 +10,12 @@ namespace {
 constexpr CountRow<FadeTallies> binding_rows[] = {
     {&FadeTallies::without_edge, "  %d fades sat on no kept clip edge\n"},
     {&FadeTallies::not_understood, "  %d fade records not understood\n"},
-    {&FadeTallies::as_envelope,
-     "  %d fade(s) have a shape REAPER's fade cannot make. Each is written\n"
-     "      as a volume envelope on the item, following Pro Tools' curve; the\n"
-     "      item's own fade is left empty there.\n"},
 };
+
+constexpr CountText as_envelope =
+    "  %d fade(s) have a shape REAPER's fade cannot make. Each is written\n"
+    "      as a volume envelope on the item, following Pro Tools' curve; the\n"
+    "      item's own fade is left empty there.\n";
 
 constexpr CountText shape_without_envelope =
     "  %d fade(s) have a shape REAPER's fade cannot make exactly and could\n"
@@ -58,6 +59,7 @@ void print_fade_counts(TextBuffer& out, const FadeTallies& tallies) {
 
 void print_fade_shapes(TextBuffer& out, const FadeTallies& tallies, const TakeTallies& takes) {
     print_rows(out, tallies, binding_rows);
+    print_count(out, takes.fades_as_envelope, as_envelope);
     print_approximated(out, tallies, takes);
     print_count(out, tallies.unmeasured, unmeasured_settings);
 }

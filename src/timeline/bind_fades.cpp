@@ -29,9 +29,9 @@ double end_of(const ClipItem& clip) {
 /// Seconds of the clip's file that `extension` seconds beyond that edge take.
 double source_extension(const ClipItem& clip, FadeSide edge, double extension,
                         const FadeBinding& binding) {
-    if (binding.warps == nullptr) return extension;
-    return edge == FadeSide::fade_in ? binding.warps->source_seconds_before(clip, extension)
-                                     : binding.warps->source_seconds_behind(clip, extension);
+    if (binding.no_stretch) return extension;
+    return edge == FadeSide::fade_in ? binding.warps.source_seconds_before(clip, extension)
+                                     : binding.warps.source_seconds_behind(clip, extension);
 }
 
 ClipItem* clip_at(std::vector<ClipItem>& clips, std::optional<std::size_t> number) {
@@ -137,6 +137,7 @@ void bind_crossfade(const FadeRow& row, const FadeBinding& binding, FadeTallies&
     outgoing.fade_out = clip_fade(*row.record, FadeSide::fade_out, tail_fade, form, tallies);
     incoming.fade_in = clip_fade(*row.record, FadeSide::fade_in, head_fade, form, tallies);
     outgoing.crossfaded = true;
+    incoming.crossfaded_head = true;
     ++tallies.crossfades;
 }
 

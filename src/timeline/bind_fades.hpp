@@ -20,7 +20,8 @@ struct FadeBinding {
     double rate_hz = 48000;  ///< above 0
     const TempoClock& clock;
     FadeForm form = FadeForm::exact;
-    const WarpSlicer* warps = nullptr;  ///< null: no clip is stretched
+    const WarpSlicer& warps;
+    bool no_stretch = false;  ///< clips play at their file's speed, whatever their maps say
 };
 
 /// Gives the track's clips the fades of its rows, in the order of the rows. Clips must stand as

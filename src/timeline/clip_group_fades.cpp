@@ -11,7 +11,6 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::int64_t edge_tolerance_samples = 2;
 constexpr std::size_t no_piece = std::numeric_limits<std::size_t>::max();
 
 /// One kind of edges of all pieces, by their place.

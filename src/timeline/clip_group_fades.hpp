@@ -9,6 +9,9 @@
 
 namespace tanrove {
 
+/// How far from its edge a fade of a group may lie.
+constexpr std::int64_t edge_tolerance_samples = 2;
+
 /// A stretch of a group, in samples of the group.
 struct SampleWindow {
     std::int64_t start = 0;

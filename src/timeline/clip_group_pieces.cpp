@@ -39,6 +39,11 @@ std::optional<SampleWindow> shown(const SampleWindow& window, std::int64_t at,
     return part;
 }
 
+/// False for a place so far outside that no fade there finds an edge of what sounds.
+bool is_beside(const SampleWindow& window, std::int64_t at) {
+    return at >= window.start - edge_tolerance_samples && at <= window.end + edge_tolerance_samples;
+}
+
 class Expansion {
 public:
     Expansion(const GroupMaterial& material, GroupBudget& budget, ClipGroupTallies& tallies)
@@ -85,7 +90,7 @@ private:
             member.position >= tick_origin && member.position <= max_member_position;
         const auto at = has_place ? static_cast<std::int64_t>(member.position) - group_origin : 0;
         if (member.is_fade) {
-            note_fade(member, has_place && view.depth == 1, at);
+            note_fade(member, has_place && view.depth == 1 && is_beside(view.window, at), at);
         } else if (!member.live) {
             return;
         } else if (!has_place) {

@@ -24,17 +24,16 @@ constexpr int max_group_depth = 9;
 /// Nine levels that name each other many times over are more audio than any session holds. Past
 /// these numbers, for all groups of a session together, the rest counts as unreadable.
 constexpr std::size_t max_group_pieces = 200'000;
-constexpr std::size_t max_group_visits = 2'000'000;  ///< entries looked at
+constexpr std::size_t max_group_visits = 100'000'000;  ///< entries looked at
 
 struct ClipGroupTallies {
-    int groups = 0;     ///< laid out
-    int pieces = 0;     ///< the items that they became
-    int fades = 0;      ///< fades inside groups
-    int fade_ins = 0;   ///< on pieces
-    int fade_outs = 0;  ///< likewise
-    int fades_left_off =
-        0;               ///< of `fades`: not on an edge of a piece, or deeper than the first level
-    int unreadable = 0;  ///< groups and pieces that are missing
+    int groups = 0;          ///< laid out
+    int pieces = 0;          ///< the items that they became
+    int fades = 0;           ///< fades inside groups
+    int fade_ins = 0;        ///< on pieces
+    int fade_outs = 0;       ///< likewise
+    int fades_left_off = 0;  ///< of `fades`: on no edge of a piece, or below the first level
+    int unreadable = 0;      ///< groups and pieces that are missing
     std::vector<std::string> unreadable_on = {};  ///< names of the tracks that miss them
 
     void add_unreadable(std::size_t count);
@@ -65,8 +64,7 @@ struct GroupPiece {
     double length = 0;
     double source_offset = 0;
     bool muted = false;
-    double sync_offset =
-        0;  ///< from the piece's start to its clip's sync point, 0 where that is cut
+    double sync_offset = 0;  ///< from its start to its clip's sync point, 0 where that is cut
     ClipFade fade_in;
     ClipFade fade_out;
     bool crossfaded = false;

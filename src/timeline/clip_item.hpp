@@ -22,8 +22,8 @@ struct ClipFade {
     double length = 0;  ///< seconds
     double shape = 0;   ///< REAPER's fade shape, 0 to 7
     double curve = 0;   ///< REAPER's fade curve, -1 to 1
-    bool as_envelope =
-        false;  ///< REAPER has no such fade: the item's volume envelope follows `spec`
+    /// REAPER has no such fade: the item's volume envelope follows `spec`.
+    bool as_envelope = false;
     FadeSpec spec = {};
     double spec_length = 0;  ///< seconds: the length that the envelope was decided for
 };
@@ -61,10 +61,11 @@ struct ClipItem {
     double playrate = 1.0;
     ClipFade fade_in;
     ClipFade fade_out;
-    bool crossfaded = false;   ///< a crossfade joins this clip's tail to the next clip
-    bool stretched = false;    ///< elastic warp has replaced `length`
-    double warped_length = 0;  ///< on the timeline, of the warped slice; 0 when none
-    double pitch_shift = 0;    ///< semitones
+    bool crossfaded = false;       ///< a crossfade joins this clip's tail to the next clip
+    bool crossfaded_head = false;  ///< a crossfade joins its head to the clip before
+    bool stretched = false;        ///< elastic warp has replaced `length`
+    double warped_length = 0;      ///< on the timeline, of the warped slice; 0 when none
+    double pitch_shift = 0;        ///< semitones
     std::vector<StretchMarker> stretch_markers = {};
     bool has_clip_gain = false;
     double clip_gain_db = 0;                            ///< fixed, the clip's and its group's

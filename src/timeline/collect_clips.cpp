@@ -15,7 +15,8 @@ public:
         for (const auto& row : rows) track_at(row.id, row.name);
     }
 
-    /// The place of the track with this id; one that the table does not know joins its end.
+    /// The place of the track with this id; one that the table does not know joins its end. Table
+    /// and placements come from the same entries, so that such a one has no name to bring.
     std::size_t track_at(std::uint16_t id, const std::string& name = {}) {
         const auto [found, is_new] = place_of_id_.try_emplace(id, collected_.tracks.size());
         if (is_new) {

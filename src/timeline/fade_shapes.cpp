@@ -139,7 +139,6 @@ ClipFade clip_fade(const FadeRecord& record, FadeSide side, double length, FadeF
     fade.as_envelope = true;
     fade.spec = spec_of(record, side);
     fade.spec_length = length;
-    ++tallies.as_envelope;
     return fade;
 }
 

@@ -32,6 +32,7 @@ enum class FadeForm : std::uint8_t {
 };
 
 /// The record's fade on one side of a clip, `length` seconds long; counts what its shape became.
+/// Whether an envelope follows it in the end is settled, and counted, where the item is written.
 ClipFade clip_fade(const FadeRecord& record, FadeSide side, double length, FadeForm form,
                    FadeTallies& tallies);
 

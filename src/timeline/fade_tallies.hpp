@@ -9,7 +9,6 @@ struct FadeTallies {
     int crossfades = 0;
     int without_edge = 0;        ///< no clip of their track ends or begins where they lie
     int not_understood = 0;      ///< rows whose record is missing or unusable
-    int as_envelope = 0;         ///< sides that a volume envelope follows
     int approximated = 0;        ///< sides that take the nearest REAPER shape, though it differs
     int approximated_steps = 0;  ///< of `approximated`: steps, where a REAPER fade slopes
     int unmeasured = 0;          ///< sides whose curve nobody has measured

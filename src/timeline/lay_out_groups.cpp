@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -33,6 +34,9 @@ public:
           tallies_(tallies),
           fade_tallies_(fade_tallies) {
         if (sync_table_lines_up(input)) material_.sync_points = input.sync_points;
+        for (const ClipTrack& placement : input.placements) {
+            if (placement.is_clip_group) ++groups_on_[placement.index];
+        }
     }
 
     void lay_out(TimelineTrack& track) {
@@ -45,13 +49,25 @@ public:
             lay_out_row(track, list, row);
         }
         if (track.clips.size() > clips_before) order_by_start(track.clips);
-        const bool is_incomplete = tallies_.unreadable > unreadable_before;
-        if (is_incomplete && incomplete_tracks_.insert(track.name).second) {
+        if (tallies_.unreadable > unreadable_before) name(track);
+    }
+
+    /// Counts the groups of a track whose edit list is not known: only its rows tell where they
+    /// stand.
+    void miss(const TimelineTrack& track) {
+        const auto missed = groups_on_.find(track.id);
+        if (missed == groups_on_.end()) return;
+        tallies_.add_unreadable(missed->second);
+        name(track);
+    }
+
+private:
+    void name(const TimelineTrack& track) {
+        if (incomplete_tracks_.insert(track.name).second) {
             tallies_.unreadable_on.push_back(track.name);
         }
     }
 
-private:
     void lay_out_row(TimelineTrack& track, const PlaylistDetail& list, std::size_t row) {
         const std::uint32_t group = list.region_ids[row];
         const auto& groups = material_.groups.clips;
@@ -108,6 +124,7 @@ private:
     GroupBudget budget_;
     ClipGroupTallies& tallies_;
     FadeTallies& fade_tallies_;
+    std::map<std::uint16_t, std::size_t> groups_on_;  ///< how many, by the track's id
     std::set<std::string> incomplete_tracks_;
 };
 
@@ -115,10 +132,15 @@ private:
 
 void lay_out_groups(std::vector<TimelineTrack>& tracks, const TimelineInput& input,
                     ClipGroupTallies& tallies, FadeTallies& fade_tallies) {
-    if (input.clip_groups == nullptr || !edit_lists_match_records(input)) return;
+    if (input.clip_groups == nullptr) return;
+    const bool has_lists = edit_lists_match_records(input);
     GroupLayout layout(input, tallies, fade_tallies);
     for (TimelineTrack& track : tracks) {
-        if (track.record) layout.lay_out(track);
+        if (has_lists && track.record) {
+            layout.lay_out(track);
+        } else {
+            layout.miss(track);
+        }
     }
 }
 

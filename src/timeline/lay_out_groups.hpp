@@ -9,7 +9,8 @@
 namespace tanrove {
 
 /// Adds the pieces of the groups in each track's edit list to its clips and orders these by
-/// `start`. Groups draw as one clip: their pieces lie as they are, and nothing covers them.
+/// `start`. Groups draw as one clip: their pieces lie as they are, and nothing covers them. Groups
+/// of tracks without an edit list count as unreadable.
 void lay_out_groups(std::vector<TimelineTrack>& tracks, const TimelineInput& input,
                     ClipGroupTallies& tallies, FadeTallies& fade_tallies);
 

@@ -24,7 +24,8 @@ void bind_all_fades(std::vector<TimelineTrack>& tracks, const TimelineInput& inp
                               .rate_hz = input.rate_hz,
                               .clock = slicer.clock(),
                               .form = input.plain_fades ? FadeForm::plain : FadeForm::exact,
-                              .warps = &slicer};
+                              .warps = slicer,
+                              .no_stretch = input.no_stretch};
     for (TimelineTrack& track : tracks) {
         if (track.record) bind_fades(track, input.edit_lists[*track.record], binding, tallies);
     }
@@ -61,9 +62,9 @@ std::vector<TimelineTrack> lay_out_timeline(const TimelineInput& input, Timeline
     std::vector<TimelineTrack> tracks = place_clips(input, tallies);
     const TempoClock clock(input.tempo_map, input.default_tempo);
     const WarpMaps no_maps;
-    const bool has_maps = input.warp_maps != nullptr && !input.no_stretch;
-    const WarpSlicer slicer(has_maps ? *input.warp_maps : no_maps, clock, input.default_tempo,
-                            input.rate_hz);
+    // Unstretched clips keep their length, but their fades lie where the stretched ones end.
+    const WarpSlicer slicer(input.warp_maps != nullptr ? *input.warp_maps : no_maps, clock,
+                            input.default_tempo, input.rate_hz);
     measure_warped_clips(tracks, slicer);
     bind_all_fades(tracks, input, slicer, tallies.fades);
     stretch_clips(tracks, input, slicer, tallies.stretch);

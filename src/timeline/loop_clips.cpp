@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <utility>
 
 #include "timeline/stretch_markers.hpp"
 
@@ -15,6 +16,7 @@ namespace {
 constexpr std::uint32_t loop_length_mode = 1;
 constexpr std::uint32_t number_of_loops_mode = 2;
 constexpr std::uint16_t audio_placement = 0x1050;
+constexpr std::uint16_t no_placement = 0;  // no block stands around the record
 constexpr std::uint32_t min_count = 2;
 constexpr std::uint32_t max_count = 10000;
 constexpr double shortest_pass_seconds = 0.001;
@@ -40,14 +42,20 @@ UnloopedClip unlooped_clip(const TimelineTrack& track, const ClipItem& clip, Loo
     return unlooped;
 }
 
+bool ends_by_length(const LoopRecord& loop) {
+    return loop.known_shape && loop.parent_type == audio_placement && loop.mode == loop_length_mode;
+}
+
 /// Why this clip cannot be written as passes; nothing where it can.
 std::optional<LoopRefusal> refusal_of(const ClipItem& clip, const LoopRecord& loop) {
     if (!loop.known_shape) return LoopRefusal::unknown_shape;
     if (loop.parent_type != audio_placement) return LoopRefusal::not_audio;
     if (loop.mode != number_of_loops_mode) return LoopRefusal::unknown_mode;
     if (loop.count < min_count || loop.count > max_count) return LoopRefusal::unreadable_count;
+    // What a crossfade adds to a head or a tail is no part of the loop.
+    const bool is_crossfaded = clip.crossfaded || clip.crossfaded_head;
     const bool is_plain =
-        clip.playrate == 1 && !clip.crossfaded && clip.length >= shortest_pass_seconds;
+        clip.playrate == 1 && !is_crossfaded && clip.length >= shortest_pass_seconds;
     if (!is_plain) return LoopRefusal::stretched_or_crossfaded;
     return std::nullopt;
 }
@@ -71,12 +79,27 @@ void end_clip(ClipItem& clip, double length) {
 }  // namespace
 
 ClipLooper::ClipLooper(std::span<const LoopRecord> records) : records_(records) {
-    for (const LoopRecord& record : records) by_key_[record.key] = &record;
+    for (const LoopRecord& record : records) {
+        const bool may_be_audio =
+            record.parent_type == audio_placement || record.parent_type == no_placement;
+        if (may_be_audio) loops_.push_back({&record});
+    }
+    std::ranges::stable_sort(loops_, {}, [](const KeyedLoop& loop) {
+        return std::pair(loop.record->key, loop.record->parent_type != audio_placement);
+    });
+}
+
+/// The first of the loops with this key; their number where none has it.
+std::size_t ClipLooper::place_of(std::uint64_t key) const {
+    const auto found = std::ranges::lower_bound(
+        loops_, key, {}, [](const KeyedLoop& loop) { return loop.record->key; });
+    if (found == loops_.end() || found->record->key != key) return loops_.size();
+    return static_cast<std::size_t>(found - loops_.begin());
 }
 
 const LoopRecord* ClipLooper::record_of(const ClipItem& clip) const {
-    const auto found = by_key_.find(loop_key(clip.stored_position, clip.region));
-    return found == by_key_.end() ? nullptr : found->second;
+    const std::size_t place = place_of(loop_key(clip.stored_position, clip.region));
+    return place < loops_.size() ? loops_[place].record : nullptr;
 }
 
 bool ClipLooper::can_afford(const ClipItem& clip, std::size_t passes) {
@@ -88,13 +111,14 @@ bool ClipLooper::can_afford(const ClipItem& clip, std::size_t passes) {
 }
 
 void ClipLooper::write_passes(TimelineTrack& track, double rate_hz, LoopTallies& tallies) {
-    if (by_key_.empty()) return;
+    if (loops_.empty()) return;
     std::vector<ClipItem> passes;
     for (const ClipItem& clip : track.clips) {
-        const LoopRecord* loop = record_of(clip);
-        if (loop == nullptr) continue;
-        matched_.insert(loop->key);
-        if (loop->known_shape && loop->mode == loop_length_mode) continue;
+        const std::size_t place = place_of(loop_key(clip.stored_position, clip.region));
+        if (place == loops_.size()) continue;
+        const LoopRecord* loop = loops_[place].record;
+        loops_[place].taken = true;
+        if (ends_by_length(*loop)) continue;
         auto refusal = refusal_of(clip, *loop);
         if (!refusal && !can_afford(clip, loop->count - 1)) refusal = LoopRefusal::too_many_passes;
         if (refusal) {
@@ -113,7 +137,10 @@ void ClipLooper::write_passes(TimelineTrack& track, double rate_hz, LoopTallies&
 
 void ClipLooper::list_unmatched(LoopTallies& tallies) const {
     for (const LoopRecord& record : records_) {
-        if (record.parent_type == audio_placement || matched_.contains(record.key)) continue;
+        if (record.parent_type == audio_placement) continue;
+        const std::size_t place =
+            record.parent_type == no_placement ? place_of(record.key) : loops_.size();
+        if (place < loops_.size() && loops_[place].taken) continue;
         UnloopedClip unlooped;
         unlooped.refusal = LoopRefusal::no_clip;
         unlooped.stored_position = static_cast<std::uint32_t>(record.key >> 32);
@@ -123,10 +150,10 @@ void ClipLooper::list_unmatched(LoopTallies& tallies) const {
 }
 
 void ClipLooper::end_loops(TimelineTrack& track, LoopTallies& tallies) const {
-    if (by_key_.empty()) return;
+    if (loops_.empty()) return;
     for (ClipItem& clip : track.clips) {
         const LoopRecord* record = record_of(clip);
-        if (record == nullptr || !record->known_shape || record->mode != loop_length_mode) continue;
+        if (record == nullptr || !ends_by_length(*record)) continue;
         const double loop = record->length / loop_rate_hz;
         if (loop > same_length_seconds && loop < clip.length - same_length_seconds) {
             end_clip(clip, loop);

@@ -4,8 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "session/loop_records.hpp"
@@ -30,19 +28,26 @@ public:
     /// loops that cannot be written so.
     void write_passes(TimelineTrack& track, double rate_hz, LoopTallies& tallies);
 
-    /// Lists the loops of placements other than audio that no track's clip has taken.
+    /// Lists the loops of placements other than audio that no track's clip has taken. MIDI regions
+    /// are numbered apart from audio, so a clip never takes a MIDI loop, whatever its key.
     void list_unmatched(LoopTallies& tallies) const;
 
     /// Ends clips set by Loop Length where their loop ends. For clips that are covered already.
     void end_loops(TimelineTrack& track, LoopTallies& tallies) const;
 
 private:
+    /// A record of an audio placement, and whether a clip has taken it.
+    struct KeyedLoop {
+        const LoopRecord* record = nullptr;
+        bool taken = false;
+    };
+
+    std::size_t place_of(std::uint64_t key) const;
     const LoopRecord* record_of(const ClipItem& clip) const;
     bool can_afford(const ClipItem& clip, std::size_t passes);
 
     std::span<const LoopRecord> records_;
-    std::unordered_map<std::uint64_t, const LoopRecord*> by_key_;
-    std::unordered_set<std::uint64_t> matched_;
+    std::vector<KeyedLoop> loops_;  ///< by their keys, an audio placement's in front
     std::size_t passes_left_ = max_passes_of_run;
     std::size_t markers_left_ = max_markers_of_passes;
 };

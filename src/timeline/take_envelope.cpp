@@ -58,6 +58,7 @@ ItemFade settle_fade(const ClipFade& fade, FadeSide side, double item_length,
     in_envelope = nullptr;
     if (fade.as_envelope && fits_envelope(fade, item_length)) {
         in_envelope = &fade;
+        ++tallies.fades_as_envelope;
         return {.shape = fade.shape, .length = 0, .curve = fade.curve};
     }
     if (fade.as_envelope) {

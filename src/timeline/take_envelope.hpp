@@ -13,6 +13,7 @@ struct TakeTallies {
     int gain_envelopes = 0;          ///< items whose envelope holds drawn clip gain
     int gain_ramps = 0;              ///< ramps of it that gained points on their way
     int gain_ramp_points = 0;        ///< those points
+    int fades_as_envelope = 0;       ///< fades that the envelope plays
     int fades_as_nearest_shape = 0;  ///< fades that an edit kept out of the envelope
     int steps_as_nearest_shape = 0;  ///< of those: jumps, which REAPER slopes
 };

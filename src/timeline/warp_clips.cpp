@@ -75,7 +75,7 @@ private:
     }
 
     StretchMarker marker_at(const WarpSlice& slice, double item_position, double place) const {
-        return {item_position, slicer_.file_seconds(*slice.warp, place)};
+        return {item_position, slicer_.file_seconds(slice, place)};
     }
 
     /// Both ends and every point between; none where the run's points are spent.

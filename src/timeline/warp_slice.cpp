@@ -92,15 +92,17 @@ std::optional<WarpSlice> WarpSlicer::slice_of(const ClipItem& clip, bool clamped
     const double map_start = warp->points->front().source_sample;
     const double map_end = warp->points->back().source_sample;
 
+    WarpSlice slice;
+    slice.warp = warp;
+    slice.origin_samples = warp->anchor_samples;
     double lo = clip.source_offset * rate_hz_ - warp->anchor_samples;
     double hi = lo + clip.length * rate_hz_;
     if (hi < map_start + margin || lo > map_end - margin) {
         // The anchor is not this clip's: it plays from the map's own start.
         lo = map_start;
         hi = lo + clip.length * rate_hz_;
+        slice.origin_samples = clip.source_offset * rate_hz_ - lo;
     }
-    WarpSlice slice;
-    slice.warp = warp;
     slice.inside = lo >= map_start - margin && hi <= map_end + margin;
     slice.first_place = clamped ? std::max(lo, map_start - margin) : lo;
     slice.end_place = clamped ? std::min(hi, map_end + margin) : hi;
@@ -126,27 +128,27 @@ std::optional<WarpSlice> WarpSlicer::slice_inside_map(const ClipItem& clip) cons
     return slice_of(clip, true);
 }
 
-/// File seconds between two moments of the timeline, counted from the clip's start.
-double WarpSlicer::source_seconds(const ClipItem& clip, double from, double to) const {
-    const auto played = slice(clip);
-    if (!played) return to - from;
+/// File seconds between two moments of a slice that starts at `start`, counted from there.
+double WarpSlicer::source_seconds(const WarpSlice& slice, double start, double from,
+                                  double to) const {
     const auto place_at = [&](double seconds) {
-        const double span = played->warp->in_ticks
-                                ? clock_.ticks(clip.start + seconds) - clock_.ticks(clip.start)
+        const double span = slice.warp->in_ticks
+                                ? clock_.ticks(start + seconds) - clock_.ticks(start)
                                 : seconds * rate_hz_;
-        return played->warp->file_place(played->first_time + span);
+        return slice.warp->file_place(slice.first_time + span);
     };
     return std::max((place_at(to) - place_at(from)) / rate_hz_, 0.0);
 }
 
 double WarpSlicer::source_seconds_before(const ClipItem& clip, double seconds) const {
-    return source_seconds(clip, -seconds, 0);
+    const auto played = slice(clip);
+    return played ? source_seconds(*played, clip.start, -seconds, 0) : seconds;
 }
 
 double WarpSlicer::source_seconds_behind(const ClipItem& clip, double seconds) const {
     const auto played = slice(clip);
-    const double end = played ? played->length : clip.length;
-    return played ? source_seconds(clip, end, end + seconds) : seconds;
+    if (!played) return seconds;
+    return source_seconds(*played, clip.start, played->length, played->length + seconds);
 }
 
 }  // namespace tanrove

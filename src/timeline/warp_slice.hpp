@@ -30,7 +30,8 @@ struct ClipWarp {
 /// What a clip plays of its map.
 struct WarpSlice {
     const ClipWarp* warp = nullptr;
-    double first_place = 0;  ///< in the file
+    double origin_samples = 0;  ///< of the file: where place 0 of the map lies
+    double first_place = 0;     ///< in the file
     double end_place = 0;
     double first_time = 0;  ///< of the session, in the map's unit
     double end_time = 0;
@@ -63,8 +64,8 @@ public:
     double item_seconds(const WarpSlice& slice, double start, double session_time) const;
 
     /// Where in the file, in seconds, a place of the map lies.
-    double file_seconds(const ClipWarp& warp, double file_place) const {
-        return (warp.anchor_samples + file_place) / rate_hz_;
+    double file_seconds(const WarpSlice& slice, double file_place) const {
+        return (slice.origin_samples + file_place) / rate_hz_;
     }
 
     double rate_hz() const { return rate_hz_; }
@@ -74,7 +75,7 @@ private:
     void add_maps(const std::map<std::string, WarpMap>& maps, bool in_ticks, const WarpMaps& all,
                   double bpm);
     std::optional<WarpSlice> slice_of(const ClipItem& clip, bool clamped) const;
-    double source_seconds(const ClipItem& clip, double from, double to) const;
+    double source_seconds(const WarpSlice& slice, double start, double from, double to) const;
 
     const TempoClock& clock_;
     double rate_hz_;

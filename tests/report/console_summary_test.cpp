@@ -80,7 +80,6 @@ RunTallies every_counter_at_one() {
                                   .crossfades = 1,
                                   .without_edge = 1,
                                   .not_understood = 1,
-                                  .as_envelope = 1,
                                   .approximated = 1,
                                   .approximated_steps = 1,
                                   .unmeasured = 1,
@@ -123,6 +122,7 @@ RunTallies every_counter_at_one() {
     tallies.takes = {.gain_envelopes = 1,
                      .gain_ramps = 1,
                      .gain_ramp_points = 1,
+                     .fades_as_envelope = 1,
                      .fades_as_nearest_shape = 1,
                      .steps_as_nearest_shape = 1};
     tallies.mix.tracks = {.stereo_merges = 1,

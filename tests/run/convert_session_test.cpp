@@ -297,6 +297,34 @@ TEST_F(Conversion, KeepsRenderedFadesOnDemandAndEveryClipBesideThem) {
     }
 }
 
+TEST_F(Conversion, LeavesStretchAndFadesOutOnDemand) {
+    builder::ClipSpec clip;
+    clip.region = "Slow";
+    clip.length = 48000;
+    clip.warp = builder::WarpSpec{{{0, 0}, {192000, 96000.0}}, false, 0};
+    builder::ClipSpec fade;
+    fade.position = 96000;  // where the stretched clip ends
+    fade.is_fade = true;
+    fade.fade = {.kind = 2, .pre = 4800, .length = 4800};
+    builder::TrackSpec track;
+    track.name = "Elastic";
+    track.clips = {clip, fade};
+    ASSERT_TRUE(small_session().track(track).write("Song.ptx"));
+    for (const bool stretches : {true, false}) {
+        for (const bool fades : {true, false}) {
+            RunOptions options = song();
+            options.overwrite = true;
+            options.no_stretch = !stretches;
+            options.no_fades = !fades;
+            ASSERT_EQ(convert(options), 0);
+            const auto item = builder::read_project(file_text("Song.rpp")).track("Elastic").items;
+            ASSERT_EQ(item.size(), 1U);
+            EXPECT_EQ(item[0].length, stretches ? 2 : 1);
+            EXPECT_EQ(said("1 fade-outs"), fades) << result_.console_text;
+        }
+    }
+}
+
 TEST_F(Conversion, TheProjectIsTheSameInEveryLocale) {
     ASSERT_TRUE(small_session().write("Song.ptx"));
     ASSERT_EQ(convert(song()), 0);

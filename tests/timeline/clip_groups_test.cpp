@@ -5,7 +5,7 @@
 #include <set>
 #include <tuple>
 
-#include "timeline/clip_group_pieces.hpp"
+#include "timeline/lay_out_groups.hpp"
 
 namespace tanrove {
 namespace {
@@ -186,6 +186,7 @@ TEST(ClipGroups, CarryFadesOnTheEdgesOfTheirPieces) {
         std::int64_t source_offset;  // of the second clip
         int left_off;
         double out, in, second_start;
+        std::int64_t start = 0, length = 200;  // of the group's window
     } const cases[] = {
         {"a fade-in, two samples off", FadeKind::fade_in, 102, 0, 50, 0, 0, 0.04, 7.1},
         {"a fade-in, three samples off", FadeKind::fade_in, 103, 0, 50, 1, 0, 0, 7.1},
@@ -193,12 +194,16 @@ TEST(ClipGroups, CarryFadesOnTheEdgesOfTheirPieces) {
         {"a crossfade", FadeKind::crossfade, 100, 10, 50, 0, 0.04, 0.04, 7.09},
         {"as far as the file goes", FadeKind::crossfade, 100, 10, 4, 0, 0.034, 0.034, 7.096},
         {"without a handle", FadeKind::crossfade, 100, 10, 0, 1, 0, 0, 7.1},
+        {"as the window begins", FadeKind::crossfade, 100, 10, 50, 0, 0.035, 0.035, 7, 95},
+        {"as the window ends", FadeKind::crossfade, 100, 10, 50, 0, 0.015, 0.015, 7.09, 0, 105},
+        {"as the piece allows", FadeKind::fade_out, 100, 0, 50, 0, 0.02, 0, 7.02, 80},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         Material material;
         material.region(100, 0).region(100, c.source_offset);
-        material.group(200, {fade_member(0, c.at), clip_member(0, 0), clip_member(1, 100)});
+        material.group(c.length, {fade_member(0, c.at), clip_member(0, 0), clip_member(1, 100)},
+                       c.start);
         FadeRecord& fade = material.fades.emplace_back();
         fade.kind = c.kind;
         fade.pre = static_cast<double>(c.pre);
@@ -210,12 +215,31 @@ TEST(ClipGroups, CarryFadesOnTheEdgesOfTheirPieces) {
         EXPECT_NEAR(pieces[0].fade_out.length, c.out, 1e-9);
         EXPECT_NEAR(pieces[1].fade_in.length, c.in, 1e-9);
         EXPECT_NEAR(pieces[1].start, c.second_start, 1e-9);
-        const double borrowed = 7.1 - pieces[1].start;
-        EXPECT_NEAR(pieces[1].length, 0.1 + borrowed, 1e-9);
+        const double cut = 7 + static_cast<double>(100 - c.start) / rate_hz;
+        const double borrowed = cut - pieces[1].start;
+        const auto shown = std::min<std::int64_t>(c.start + c.length - 100, 100);
+        EXPECT_NEAR(pieces[1].length, static_cast<double>(shown) / rate_hz + borrowed, 1e-9);
         EXPECT_NEAR(pieces[1].source_offset,
                     static_cast<double>(c.source_offset) / rate_hz - borrowed, 1e-9);
         EXPECT_EQ(pieces[0].crossfaded, borrowed > 0.001);
     }
+}
+
+TEST(ClipGroups, OnTracksWithoutAnEditListAreNamedAsMissing) {
+    std::vector<ClipTrack> placements(3);
+    placements[0].is_clip_group = placements[2].is_clip_group = true;
+    const ClipGroups groups;
+    TimelineInput input;
+    input.placements = placements;
+    input.clip_groups = &groups;
+    std::vector<TimelineTrack> tracks(2);
+    tracks[0].name = "Choir";
+    tracks[1].id = 1;
+    ClipGroupTallies tallies;
+    FadeTallies fade_tallies;
+    lay_out_groups(tracks, input, tallies, fade_tallies);
+    EXPECT_EQ(tallies.unreadable, 2);
+    EXPECT_EQ(tallies.unreadable_on, std::vector<std::string>{"Choir"});
 }
 
 }  // namespace

@@ -96,16 +96,18 @@ TEST(CoverClips, OneClipPlaysAtEachMomentAndItIsTheOneDrawnOnTop) {
     }
 }
 
-TEST(CoverClips, TellsFromPositionsAloneWhereThereAreNoRows) {
+TEST(CoverClips, FollowsTheRowsAndTellsFromPositionsAloneWhereThereAreNone) {
     struct Placed {
         double start;
         double length;
-        char mark = ' ';  // n over the next, p over the previous, m muted
+        char mark = ' ';  // n over the next, p over the previous, m muted, k tail kept,
+                          // x crossfaded, r rendered fade
     };
     struct {
         const char* what;
         std::vector<Placed> clips;
         const char* played;  // start and length, m where muted; heads, covered and silenced
+        bool by_rows = false;
     } const cases[] = {
         {"the later clip lies on top", {{0, 4}, {2, 4}}, "0 2, 2 4: 000"},
         {"a butt edit is none", {{0, 4}, {0.05, 4}}, "0 4, 0.05 4: 000"},
@@ -115,6 +117,18 @@ TEST(CoverClips, TellsFromPositionsAloneWhereThereAreNoRows) {
         {"the next has the word", {{0, 4, 'n'}, {2, 4, 'p'}}, "0 2, 2 4: 000"},
         {"a muted clip silences", {{0, 4}, {2, 1, 'm'}}, "0 2, 2 1m: 001"},
         {"but not what lies over it", {{0, 4, 'n'}, {2, 1, 'm'}}, "0 4, 2 1m: 000"},
+        {"a crossfade stays", {{0, 4, 'x'}, {3, 4}}, "0 4, 3 4: 000"},
+        {"a millisecond is a cut", {{0, 2.001, 'n'}, {2, 4}}, "0 2, 2 4: 000"},
+        {"the later row lies on top", {{0, 4}, {2, 4}}, "0 2, 2 4: 000", true},
+        {"a kept tail", {{0, 4, 'k'}, {2, 4}}, "0 4, 4 2: 100", true},
+        {"over all of the next", {{0, 4, 'k'}, {2, 2}}, "0 4, 2 2m: 010", true},
+        {"one sample is left", {{2, 4}, {2, 4}}, "2 2.08333e-05m, 2 4: 010", true},
+        {"below half a sample", {{0, 4.00001}, {4, 1}}, "0 4.00001, 4 1: 000", true},
+        {"above half a sample", {{0, 4.00002}, {4, 1}}, "0 4, 4 1: 000", true},
+        {"a muted clip silences", {{0, 4}, {2, 1, 'm'}}, "0 2, 2 1m: 001", true},
+        {"a later row in front", {{4, 4}, {0, 2}}, "0 2, 4 4: 000", true},
+        {"a crossfade stays", {{0, 4, 'x'}, {3, 4}}, "0 4, 3 4: 000", true},
+        {"a rendered fade covers nothing", {{0, 4}, {1, 1, 'r'}}, "0 4, 1 1: 000", true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
@@ -126,7 +140,12 @@ TEST(CoverClips, TellsFromPositionsAloneWhereThereAreNoRows) {
             clip.muted = placed.mark == 'm';
             clip.drawn_over_next = placed.mark == 'n';
             clip.drawn_over_previous = placed.mark == 'p';
+            clip.tail_kept = placed.mark == 'k';
+            clip.crossfaded = placed.mark == 'x';
+            clip.is_fade_reference = placed.mark == 'r';
+            clip.edit_row = static_cast<std::int32_t>(tracks[0].clips.size());
         }
+        tracks[0].row_ordered = c.by_rows;
         CoveringTallies tallies;
         cover_clips(tracks, rate_hz, tallies);
         std::string played;

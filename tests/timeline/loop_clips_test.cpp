@@ -30,7 +30,10 @@ ClipItem looped_clip(std::uint32_t region) {
 }
 
 TEST(LoopClips, BecomeTheirPassesEndToEnd) {
-    const std::vector<LoopRecord> records = {loop_of(7, 2, 3)};
+    std::vector<LoopRecord> records(4, loop_of(7, 2, 3));
+    records[0].parent_type = 0x1056;  // a MIDI region of the same number
+    records[1].parent_type = 0;
+    records[3].count = 4;
     TimelineTrack track;
     track.clips = {looped_clip(7), looped_clip(8)};
     track.clips[0].fade_out.length = 0.1;
@@ -64,14 +67,12 @@ TEST(LoopClips, ThatCannotBeWrittenAreListedWithTheirReason) {
         {[](ClipItem& c, LoopRecord&) { c.playrate = 1.5; }, LoopRefusal::stretched_or_crossfaded},
         {[](ClipItem& c, LoopRecord&) { c.crossfaded = true; },
          LoopRefusal::stretched_or_crossfaded},
+        {[](ClipItem& c, LoopRecord&) { c.crossfaded_head = true; },
+         LoopRefusal::stretched_or_crossfaded},
         {[](ClipItem& c, LoopRecord&) { c.length = 0.0009; }, LoopRefusal::stretched_or_crossfaded},
         {[](ClipItem&, LoopRecord& r) { r.mode = 3; }, LoopRefusal::unknown_mode},
-        {[](ClipItem&, LoopRecord& r) { r.parent_type = 0x1056; }, LoopRefusal::not_audio},
-        {[](ClipItem& c, LoopRecord& r) {
-             c.region = 9;
-             r.parent_type = 0x1056;
-         },
-         LoopRefusal::no_clip},
+        {[](ClipItem&, LoopRecord& r) { r.parent_type = 0; }, LoopRefusal::not_audio},
+        {[](ClipItem&, LoopRecord& r) { r.parent_type = 0x1056; }, LoopRefusal::no_clip},
         {[](ClipItem& c, LoopRecord&) { c.stretch_markers.resize(max_markers_of_passes); },
          LoopRefusal::too_many_passes},
     };

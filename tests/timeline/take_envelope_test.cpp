@@ -148,6 +148,7 @@ TEST(TakePlan, GivesBackTheNearestShapeToAFadeThatAnEditChanged) {
         EXPECT_EQ(plan.fade_out.shape, 4);
         EXPECT_EQ(plan.envelope.empty(), !c.in_envelope);
         EXPECT_EQ(tallies.fades_as_nearest_shape, c.in_envelope ? 0 : 1);
+        EXPECT_EQ(tallies.fades_as_envelope, c.in_envelope ? 1 : 0);
     }
 }
 

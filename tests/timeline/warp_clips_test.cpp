@@ -159,6 +159,15 @@ TEST(WarpClips, LeaveClipsAloneWhoseMapDoesNotFit) {
     }
 }
 
+TEST(WarpClips, PlayTheirOwnPartOfTheFileWhereTheAnchorIsNotTheirs) {
+    Session session;
+    session.maps.in_samples["take"] = {{0, 0}, {1000, 500}, {2000, 1000}};
+    session.maps.anchors["take"] = {3600 * rate, false};
+    const auto clip = session.warped(clip_named("take", 1, 5000 / rate, 800 / rate));
+    EXPECT_NEAR(file_second_heard(clip, 0) * rate, 5000, 1e-6);
+    EXPECT_NEAR(file_second_heard(clip, clip.length) * rate, 5800, 1e-6);
+}
+
 TEST(InferStretch, TakesTheRateThatATracksClipsAgreeOn) {
     struct {
         std::vector<double> lengths;  ///< of clips that start a second apart
