@@ -31,6 +31,34 @@ builder::SessionBuilder session_of(std::size_t tracks, std::size_t clips_per_tra
     return session;
 }
 
+builder::SessionBuilder edited_session_of(std::size_t tracks, std::size_t clips_per_track) {
+    constexpr std::int64_t step = 24000;
+    constexpr std::size_t regions_per_track = 100;
+    builder::SessionBuilder session;
+    session.audio_file({"Take.wav", step * 1000, 0});
+    for (std::size_t t = 0; t < tracks; ++t) {
+        builder::TrackSpec track;
+        track.name = "Track " + std::to_string(t + 1);
+        for (std::size_t c = 0; c < clips_per_track; ++c) {
+            const bool meets_next = c % 2 == 0;
+            builder::ClipSpec clip;
+            clip.region = track.name + "-" + std::to_string(c % regions_per_track + 1);
+            clip.position = static_cast<std::int64_t>(c) * step;
+            clip.length = meets_next ? step : step + step / 2;
+            clip.source_offset = static_cast<std::int64_t>(1 + c % regions_per_track) * step;
+            track.clips.push_back(clip);
+            builder::ClipSpec fade;
+            fade.is_fade = true;
+            fade.position = clip.position + (meets_next ? step : 0);
+            fade.fade = {.kind = 1, .pre = 1200, .length = 2400};
+            if (!meets_next) fade.fade = {.kind = 3, .length = 2400};
+            track.clips.push_back(fade);
+        }
+        session.track(track);
+    }
+    return session;
+}
+
 builder::SessionBuilder midi_session_of(std::size_t clips, std::size_t notes_per_clip) {
     constexpr std::int64_t note_ticks = 120000;
     constexpr std::size_t tracks = 2;

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "base/formatted_text.hpp"
+#include "base/plain_print.hpp"
 
 namespace tanrove {
 
@@ -12,24 +13,6 @@ namespace {
 
 constexpr std::size_t flush_bytes = 1 << 16;
 constexpr std::size_t indent_width = 2;
-constexpr std::size_t usual_line_bytes = 256;
-
-/// Most lines are short: those take the way over the stack and cost no memory of their own.
-void append_formatted(std::string& target, const char* format, std::va_list values)
-    TANROVE_PRINTF(2, 0);
-
-void append_formatted(std::string& target, const char* format, std::va_list values) {
-    std::va_list again;
-    va_copy(again, values);
-    char line[usual_line_bytes];
-    const int needed = std::vsnprintf(line, sizeof line, format, values);
-    if (needed >= 0 && static_cast<std::size_t>(needed) < sizeof line) {
-        target.append(line, static_cast<std::size_t>(needed));
-    } else {
-        target += formatted_list(format, again);
-    }
-    va_end(again);
-}
 
 }  // namespace
 
@@ -47,16 +30,27 @@ void TextSink::line(int level, const char* format, ...) {
     target.append(static_cast<std::size_t>(level) * indent_width, ' ');
     std::va_list values;
     va_start(values, format);
-    append_formatted(target, format, values);
+    const bool is_plain = append_plain(target, format, values);
     va_end(values);
+    if (!is_plain) {
+        va_start(values, format);
+        target += formatted_list(format, values);
+        va_end(values);
+    }
     keep("\n", 1);
 }
 
 void TextSink::text(const char* format, ...) {
+    std::string& target = memory_ != nullptr ? *memory_ : buffer_;
     std::va_list values;
     va_start(values, format);
-    append_formatted(memory_ != nullptr ? *memory_ : buffer_, format, values);
+    const bool is_plain = append_plain(target, format, values);
     va_end(values);
+    if (!is_plain) {
+        va_start(values, format);
+        target += formatted_list(format, values);
+        va_end(values);
+    }
     keep("", 0);
 }
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace tanrove {
 
@@ -25,12 +26,10 @@ std::string quoted(std::string_view text) {
     std::string line;
     line.reserve(text.size() + 2);
     line += quote;
-    for (const char c : text) {
-        if (ends_a_line(c)) {
-            line += ' ';
-        } else {
-            line += none_unused && c == quote ? '_' : c;
-        }
+    line += text;
+    for (char& c : std::span(line).subspan(1)) {
+        if (ends_a_line(c)) c = ' ';
+        if (none_unused && c == quote) c = '_';
     }
     line += quote;
     return line;

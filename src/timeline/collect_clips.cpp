@@ -30,11 +30,13 @@ public:
 
     void count_placement(std::size_t track) { ++collected_.placement_counts[track]; }
 
-    void add(std::size_t track, ClipItem clip) {
+    /// A new clip on the track, to be filled where it lies: clips are large.
+    ClipItem& add(std::size_t track) {
         auto& clips = collected_.tracks[track].clips;
         if (clips.empty()) clips.reserve(collected_.placement_counts[track]);
-        clip.index_on_track = clips.size();
-        clips.push_back(std::move(clip));
+        ClipItem& clip = clips.emplace_back();
+        clip.index_on_track = clips.size() - 1;
+        return clip;
     }
 
     CollectedTracks take() { return std::move(collected_); }
@@ -53,9 +55,9 @@ const Region* played_region(const ClipTrack& placement, const TimelineInput& inp
     return region.length > 0 && has_file ? &region : nullptr;
 }
 
-ClipItem clip_of(const ClipTrack& placement, const Region& region, const TimelineInput& input) {
+void fill(ClipItem& clip, const ClipTrack& placement, const Region& region,
+          const TimelineInput& input) {
     const double rate_hz = input.rate_hz;
-    ClipItem clip;
     clip.region = placement.region_index;
     clip.stored_position = static_cast<std::uint64_t>(std::max<std::int64_t>(placement.start, 0));
     clip.source_offset_samples = offset_in_samples(region.source_offset);
@@ -66,7 +68,6 @@ ClipItem clip_of(const ClipTrack& placement, const Region& region, const Timelin
     clip.file = without_folder(input.files[static_cast<std::size_t>(region.file)].name);
     clip.file_kind = file_kind_of(clip.file);
     clip.head_of_file = begins_with_its_file(clip);
-    return clip;
 }
 
 }  // namespace
@@ -93,12 +94,12 @@ CollectedTracks collect_clips(const TimelineInput& input, TimelineTallies& talli
         const Region* region = played_region(placement, input);
         if (region == nullptr) continue;
 
-        ClipItem clip = clip_of(placement, *region, input);
+        ClipItem& clip = collector.add(track);
+        fill(clip, placement, *region, input);
         if (sync_is_usable && clip.region < input.sync_points.size()) {
             const auto samples = input.sync_points[clip.region].sync_samples;
             clip.sync_offset = static_cast<double>(samples) / input.rate_hz;
         }
-        collector.add(track, std::move(clip));
     }
     return collector.take();
 }

@@ -34,7 +34,7 @@ void bind_all_fades(std::vector<TimelineTrack>& tracks, const TimelineInput& inp
 void stretch_clips(std::vector<TimelineTrack>& tracks, const TimelineInput& input,
                    const WarpSlicer& slicer, StretchTallies& tallies) {
     if (input.pitch_shifts != nullptr) shift_pitch(tracks, *input.pitch_shifts, tallies);
-    if (input.no_stretch) return;
+    if (input.no_stretch || slicer.empty()) return;
     warp_clips(tracks, slicer, input.tempo_map, tallies);
     for (TimelineTrack& track : tracks) infer_stretch(track, slicer, tallies);
 }

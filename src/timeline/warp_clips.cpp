@@ -145,6 +145,7 @@ private:
 }  // namespace
 
 void measure_warped_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& slicer) {
+    if (slicer.empty()) return;
     for (TimelineTrack& track : tracks) {
         for (ClipItem& clip : track.clips) {
             if (const auto slice = slicer.slice(clip)) clip.warped_length = slice->length;

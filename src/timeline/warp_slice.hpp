@@ -45,6 +45,9 @@ public:
     /// `bpm` and `rate_hz` are the session's, above 0.
     WarpSlicer(const WarpMaps& maps, const TempoClock& clock, double bpm, double rate_hz);
 
+    /// True if no clip has a map.
+    bool empty() const { return warps_.empty(); }
+
     /// The map of clips of this name; nullptr where they have none.
     const ClipWarp* warp_of(std::string_view clip_name) const;
 

@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <bit>
 #include <clocale>
+#include <cmath>
 #include <limits>
+#include <random>
 
 #include "base/base64.hpp"
 #include "base/byte_view.hpp"
@@ -36,6 +39,22 @@ TEST(FormattedText, KeepsLongTextsWhole) {
     for (const std::size_t length : {4095U, 4096U, 4097U, 100000U}) {
         const std::string text(length, 'x');
         EXPECT_EQ(formatted("<%s>", text.c_str()), "<" + text + ">");
+    }
+}
+
+TEST(TextSink, PrintsNumbersToTheByteAsPrintfDoes) {
+    static constexpr char format[] = "%.10f %.9f %.6f %.0f %f %g %.10g %s%% %d %u %lu %02x";
+    std::mt19937_64 random(7);
+    for (int i = 0; i < 12000; ++i) {
+        const auto bits = random();
+        const double few = static_cast<double>(bits >> 40) * (i % 8 < 4 ? 1 : -1);
+        const double x = i % 4 == 0   ? std::bit_cast<double>(bits)
+                         : i % 4 == 1 ? few / 48000
+                         : i % 4 == 2 ? few / 2048  // half of the last digit among them
+                                      : std::ldexp(few, -i % 160);
+        std::string text;
+        TextSink(text).line(1, format, x, x, x, x, x, x, x, "a", i, 8U, 9UL, 10);
+        ASSERT_EQ(text, "  " + formatted(format, x, x, x, x, x, x, x, "a", i, 8U, 9UL, 10) + "\n");
     }
 }
 

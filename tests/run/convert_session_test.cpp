@@ -46,12 +46,8 @@ protected:
         return options;
     }
     static SessionBuilder small_session() {
-        builder::ClipSpec clip;
-        clip.region = "Voice";
-        clip.length = 48000;
-        builder::TrackSpec track;
-        track.name = "Voice";
-        track.clips = {clip, clip};
+        const builder::ClipSpec clip{.region = "Voice", .length = 48000};
+        builder::TrackSpec track{.name = "Voice", .clips = {clip, clip}};
         track.clips[1].position = 96000;
         return SessionBuilder().audio_file({"Voice.wav", 48000, 0}).tempo(0, 90).track(track);
     }
@@ -266,9 +262,7 @@ TEST_F(Conversion, ATrackThatNoStripShowsIsAProblemToReport) {
     builder::TrackSpec twice;
     twice.name = "Twice";
     twice.alternates = {{"Twice", {}}};  // a second channel of the name, apart from the first
-    builder::TrackSpec bass;
-    bass.name = "Bass";
-    ASSERT_TRUE(small_session().track(twice).track(bass).write("Song.ptx"));
+    ASSERT_TRUE(small_session().track(twice).track({.name = "Bass"}).write("Song.ptx"));
     ASSERT_EQ(convert(song()), 0);
     EXPECT_TRUE(said("1 track(s) matched no strip row")) << result_.console_text;
     EXPECT_EQ(console_state().problem_kind, "unmatched-tracks");
@@ -276,14 +270,9 @@ TEST_F(Conversion, ATrackThatNoStripShowsIsAProblemToReport) {
 }
 
 TEST_F(Conversion, KeepsRenderedFadesOnDemandAndEveryClipBesideThem) {
-    builder::ClipSpec clip;
-    clip.region = "Whole";
-    clip.length = 48000;
-    builder::ClipSpec fade_in = clip;
-    fade_in.is_fade = true;
-    builder::TrackSpec track;
-    track.name = "Faded";
-    track.clips = {fade_in, clip};
+    const builder::ClipSpec clip{.region = "Whole", .length = 48000};
+    builder::TrackSpec track{.name = "Faded", .clips = {clip, clip}};
+    track.clips[0].is_fade = true;
     ASSERT_TRUE(small_session().track(track).write("Song.ptx"));
     for (const bool keeps : {false, true}) {
         RunOptions options = song();
@@ -298,30 +287,22 @@ TEST_F(Conversion, KeepsRenderedFadesOnDemandAndEveryClipBesideThem) {
 }
 
 TEST_F(Conversion, LeavesStretchAndFadesOutOnDemand) {
-    builder::ClipSpec clip;
-    clip.region = "Slow";
-    clip.length = 48000;
-    clip.warp = builder::WarpSpec{{{0, 0}, {192000, 96000.0}}, false, 0};
-    builder::ClipSpec fade;
-    fade.position = 96000;  // where the stretched clip ends
-    fade.is_fade = true;
-    fade.fade = {.kind = 2, .pre = 4800, .length = 4800};
-    builder::TrackSpec track;
-    track.name = "Elastic";
-    track.clips = {clip, fade};
+    const builder::ClipSpec clip{.region = "Slow", .length = 48000};
+    builder::TrackSpec track{.name = "Elastic", .clips = {clip, clip}};
+    track.clips[0].warp = builder::WarpSpec{{{0, 0}, {192000, 96000.0}}, false, 0};
+    track.clips[1].position = 96000;  // where the stretched clip ends
+    track.clips[1].is_fade = true;
+    track.clips[1].fade = {.kind = 2, .pre = 4800, .length = 4800};
     ASSERT_TRUE(small_session().track(track).write("Song.ptx"));
-    for (const bool stretches : {true, false}) {
-        for (const bool fades : {true, false}) {
-            RunOptions options = song();
-            options.overwrite = true;
-            options.no_stretch = !stretches;
-            options.no_fades = !fades;
-            ASSERT_EQ(convert(options), 0);
-            const auto item = builder::read_project(file_text("Song.rpp")).track("Elastic").items;
-            ASSERT_EQ(item.size(), 1U);
-            EXPECT_EQ(item[0].length, stretches ? 2 : 1);
-            EXPECT_EQ(said("1 fade-outs"), fades) << result_.console_text;
-        }
+    for (int round = 0; round < 4; ++round) {
+        RunOptions options = song();
+        options.overwrite = true;
+        options.no_stretch = round % 2 == 1;
+        options.no_fades = round / 2 == 1;
+        ASSERT_EQ(convert(options), 0);
+        const auto items = builder::read_project(file_text("Song.rpp")).track("Elastic").items;
+        EXPECT_EQ(items.at(0).length, options.no_stretch ? 1 : 2);
+        EXPECT_EQ(said("1 fade-outs"), !options.no_fades) << result_.console_text;
     }
 }
 

@@ -226,8 +226,7 @@ TEST(ClipGroups, CarryFadesOnTheEdgesOfTheirPieces) {
 }
 
 TEST(ClipGroups, OnTracksWithoutAnEditListAreNamedAsMissing) {
-    std::vector<ClipTrack> placements(3);
-    placements[0].is_clip_group = placements[2].is_clip_group = true;
+    const std::vector<ClipTrack> placements(2, {.is_clip_group = true});
     const ClipGroups groups;
     TimelineInput input;
     input.placements = placements;
@@ -235,11 +234,10 @@ TEST(ClipGroups, OnTracksWithoutAnEditListAreNamedAsMissing) {
     std::vector<TimelineTrack> tracks(2);
     tracks[0].name = "Choir";
     tracks[1].id = 1;
-    ClipGroupTallies tallies;
-    FadeTallies fade_tallies;
-    lay_out_groups(tracks, input, tallies, fade_tallies);
-    EXPECT_EQ(tallies.unreadable, 2);
-    EXPECT_EQ(tallies.unreadable_on, std::vector<std::string>{"Choir"});
+    Material counted;
+    lay_out_groups(tracks, input, counted.tallies, counted.fade_tallies);
+    EXPECT_EQ(counted.tallies.unreadable, 2);
+    EXPECT_EQ(counted.tallies.unreadable_on, std::vector<std::string>{"Choir"});
 }
 
 }  // namespace
