@@ -18,6 +18,8 @@ constexpr const char* unknown_instrument = "an instrument on another track";
 struct InstrumentLink {
     std::string midi_track;
     std::string instrument;
+
+    bool operator==(const InstrumentLink&) const = default;
 };
 
 /// The links in the order of the rows; a MIDI track that plays a port, or nothing, has none.

@@ -16,6 +16,8 @@ struct MidiOutput {
     bool is_plugin_node = false;
     std::int32_t node_value = 0;  ///< which plug-in; 0 on ports
     std::uint8_t port_code = 0;
+
+    bool operator==(const MidiOutput&) const = default;
 };
 
 /// All outputs; one without a name counts too. Empty where the session has none.

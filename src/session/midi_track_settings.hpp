@@ -22,6 +22,8 @@ struct MidiTrackSettings {
     bool plays_instrument = false;  ///< the one of `instrument`
     /// Identity of an instrument: on its own track, and on each MIDI track that plays it.
     std::optional<std::uint64_t> instrument = {};
+
+    bool operator==(const MidiTrackSettings&) const = default;
 };
 
 /// Content type of the settings.

@@ -25,6 +25,8 @@ struct RealTimeProperties {
     std::int32_t duration_value = 0;
     std::int32_t transpose_octaves = 0;
     std::int32_t transpose_semitones = 0;
+
+    bool operator==(const RealTimeProperties&) const = default;
 };
 
 /// One entry a row, in the order of the rows; defaults on rows of other kinds and where nothing is

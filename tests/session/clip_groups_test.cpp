@@ -5,7 +5,6 @@
 
 #include "session/midi_playlists.hpp"
 #include "session/playlist_walk.hpp"
-#include "support/real_sessions.hpp"
 #include "support/records/clip_table_records.hpp"
 
 namespace tanrove {
@@ -199,23 +198,6 @@ TEST(ReadMidiPlaylistRows, TakesPlaylistsOfAnyKindWithinItsLimits) {
         const Bytes image = builder::midi_playlist_block(c.playlist, false);
         EXPECT_EQ(readMidiPlaylistRows(BlockIndex{ByteView(image)}).size(), c.rows);
     }
-}
-
-TEST(ReadMidiPlaylists, ReadsTestPTX) {
-    TANROVE_REAL_SESSION(image, "TestPTX.ptx");
-    const BlockIndex index{ByteView(image)};
-    const auto midi = readMidiPlaylists(index);
-    ASSERT_EQ(midi.details.size(), 3U);
-    for (std::uint32_t i = 0; i < 3; ++i) {
-        const auto& detail = midi.details[i];
-        EXPECT_EQ(detail.name, "MIDI " + std::to_string(i + 1));
-        EXPECT_TRUE(detail.is_second_kind);
-        EXPECT_EQ(detail.region_ids, (std::vector<std::uint32_t>{i}));
-        EXPECT_EQ(detail.positions, (std::vector<std::uint64_t>{0}));
-    }
-    EXPECT_EQ(readMidiPlaylistRows(index).size(), 3U);
-    EXPECT_TRUE(readClipGroups(index, {}).clips.empty());
-    EXPECT_TRUE(readClipGroups(index, {}).lists.empty());
 }
 
 }  // namespace

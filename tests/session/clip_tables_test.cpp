@@ -9,7 +9,6 @@
 #include "session/loop_records.hpp"
 #include "session/pitch_shifts.hpp"
 #include "session/warp_maps.hpp"
-#include "support/real_sessions.hpp"
 #include "support/records/clip_table_records.hpp"
 
 namespace tanrove {
@@ -228,19 +227,6 @@ TEST(ReadClipEffects, ClipsReferToRecordsThatHaveParameters) {
     EXPECT_EQ(record->parameters[0].name, "Gain");
     EXPECT_EQ(record->parameters[0].value, 5U);
     EXPECT_EQ(record->parameters[1].value, 0xfffffffeU);
-}
-
-TEST(ClipTables, RealSessionsWithoutSuchSettingsHaveNone) {
-    for (const char* file : {"RegionTest.ptx", "TestPTX.ptx", "TempoTimeKeySig.ptx"}) {
-        SCOPED_TRACE(file);
-        TANROVE_REAL_SESSION(image, file);
-        const BlockIndex index{ByteView(image)};
-        EXPECT_TRUE(readFirstClipGains(index).empty());
-        EXPECT_TRUE(readWarpMaps(index).anchors.empty());
-        EXPECT_TRUE(readPitchShifts(index).empty());
-        EXPECT_TRUE(readLoopRecords(index).empty());
-        EXPECT_TRUE(readClipEffects(index).records.empty());
-    }
 }
 
 }  // namespace

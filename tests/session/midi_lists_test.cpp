@@ -1,13 +1,12 @@
 // The MIDI side of the session lists: note streams, regions, and the clips on MIDI tracks.
 #include <gtest/gtest.h>
 
-#include <sstream>
-
+#include "reading.hpp"
 #include "session/block_tree.hpp"
+#include "session/midi_chunk_dump.hpp"
+#include "session/midi_chunks.hpp"
 #include "session/midi_tracks.hpp"
 #include "session/session_lists.hpp"
-#include "support/damaged_sessions.hpp"
-#include "support/real_sessions.hpp"
 #include "support/session_builder.hpp"
 
 namespace tanrove {
@@ -33,69 +32,6 @@ Bytes image_of(const std::vector<Bytes>& blocks) {
     image.zeros(20);
     for (const auto& b : blocks) image.raw(b);
     return image.zeros(40).bytes();
-}
-
-TEST(MidiLists, EveryClipFindsItsTrackItsRegionAndItsNotes) {
-    MidiClipSpec verse{.region = "Verse", .position = 960000, .length = 3840000, .head = 1000};
-    verse.stream.notes = {{1500, 240000, 64, 80}, {1200, 300000, 60, 127}};
-    MidiClipSpec early{.region = "Early", .position = -500, .length = 10, .head = -700};
-    early.stream.notes = {{-650, 7, 1, 2}};
-    MidiClipSpec silent{.region = "Silent", .position = 5, .length = 9, .head = 4};
-    MidiClipSpec group{.region = "Group", .position = 8, .clip_group = 1};
-    const Bytes image = SessionBuilder()
-                            .track({.name = "Set", .kind = TrackKind::basic_folder})
-                            .track({.name = "Vox"})
-                            .track({.name = "Keys",
-                                    .kind = TrackKind::midi,
-                                    .tick_based = true,
-                                    .midi_clips = {verse, silent}})
-                            .track({.name = "None", .kind = TrackKind::midi})
-                            .track({.name = "Main", .kind = TrackKind::master})
-                            .track({.name = "Synth",
-                                    .kind = TrackKind::instrument,
-                                    .tick_based = true,
-                                    .midi_clips = {early, group}})
-                            .image();
-    const auto lists = lists_of(image);
-    ASSERT_EQ(lists.midi_streams.size(), 4U);
-    ASSERT_EQ(lists.midi_tracks.size(), 4U);
-    const struct {
-        const char* track;
-        std::uint16_t id;
-        const char* region;
-        std::int64_t start;
-        std::int64_t source_offset;
-        std::int64_t length;
-        std::int32_t stream;
-    } expected[] = {{"Keys", 0, "Verse", 960000, 500, 3840000, 3},
-                    {"Keys", 0, "Silent", 5, -4, 9, 2},
-                    {"Synth", 2, "Early", 500, 50, 10, 1},
-                    {"Synth", 2, "", 8, 0, 0, -1}};
-    for (std::size_t i = 0; i < 4; ++i) {
-        SCOPED_TRACE(expected[i].region);
-        const ClipTrack& clip = lists.midi_tracks[i];
-        EXPECT_EQ(lists.midi_track_rows.at(clip.index).name, expected[i].track);
-        EXPECT_EQ(clip.index, expected[i].id);
-        EXPECT_EQ(clip.start, expected[i].start);
-        EXPECT_EQ(clip.is_clip_group, i == 3);
-        if (clip.is_clip_group) continue;
-        const Region& region = lists.midi_regions.at(clip.region_index);
-        EXPECT_EQ(region.name, expected[i].region);
-        EXPECT_EQ(region.source_offset, expected[i].source_offset);
-        EXPECT_EQ(region.length, expected[i].length);
-        EXPECT_EQ(region.midi_stream, expected[i].stream);
-    }
-    EXPECT_EQ(lists.midi_tracks[3].region_index, 1U);
-    const MidiStream& notes = lists.midi_streams[3];
-    EXPECT_EQ(notes.origin, 1000000001500U);
-    ASSERT_EQ(notes.events.size(), 2U);
-    EXPECT_EQ(notes.events[1].position, -300);
-    EXPECT_EQ(notes.events[1].length, 300000);
-    EXPECT_EQ(notes.events[1].note, 60);
-    EXPECT_EQ(notes.events[1].velocity, 127);
-    EXPECT_EQ(notes.end, 299700);
-    EXPECT_EQ(lists.midi_streams[1].origin, 999999999350U);
-    EXPECT_EQ(lists.midi_streams[2].origin, 1000000000000U) << "no notes";
 }
 
 TEST(MidiLists, ARegionWithoutAStreamLeavesTheNumbersOfTheOthersAlone) {
@@ -168,102 +104,97 @@ TEST(MidiLists, ANoteCountThatLiesReadsNoFurtherThanItsBlock) {
     }
 }
 
-/// The streams by the plainest walk: byte by byte through each top-level block.
-std::vector<MidiStream> streams_byte_by_byte(ByteView image) {
-    std::vector<MidiStream> streams;
-    for (const BlockNode& node : parseBlockTree(image)) {
-        if (node.contentType != 0x2000) continue;
-        const std::size_t end = node.offset + node.size;
-        for (std::size_t p = node.offset; p + 15 <= end;) {
-            if (!image.has(p, "MdNLB")) {
-                ++p;
-                continue;
-            }
-            MidiStream stream;
-            std::size_t at = p + 15;
-            for (std::uint32_t i = 0; i < image.u32(p + 11) && at + 35 <= end; ++i, at += 35) {
-                const auto position = static_cast<std::int64_t>(image.number(at, 7));
-                if (i == 0) stream.origin = image.number(at, 7);
-                stream.events.push_back({position - static_cast<std::int64_t>(stream.origin),
-                                         static_cast<std::int64_t>(image.number(at + 9, 5)),
-                                         image.u8(at + 8), image.u8(at + 17)});
-            }
-            streams.push_back(stream);
-            p = at;
-        }
-    }
-    return streams;
+std::vector<MidiChunk> chunks_of(const Bytes& image) {
+    return over(image, readMidiChunks);
 }
 
-std::string as_text(const std::vector<MidiStream>& streams) {
-    std::ostringstream text;
-    for (const auto& stream : streams) {
-        text << "origin " << stream.origin << '\n';
-        for (const auto& note : stream.events) {
-            text << note.position << ' ' << note.length << ' ' << int{note.note} << ' '
-                 << int{note.velocity} << '\n';
-        }
+const MidiStreamSpec full_stream = {
+    .notes = {{480, 240000, 60, 80}, {960, 240000, 62, 80}},
+    .controllers = {{0x0702, 480, 100},
+                    {0x0702, 500, 90},
+                    {1, 490, 0xffffff38},
+                    {4, 495, 7},
+                    {0x4002, 480, 127}},
+    .sysex = {{480, {0xf0, 0x7e, 0xf7}}, {481, {}}, {482, {'M', 'd', 'N', 'L', 'B'}}}};
+
+TEST(ReadMidiChunks, GivesBackControllersAndMessagesStreamByStream) {
+    const Bytes image = image_of({builder::midi_streams_block(
+        {full_stream, {}, {.notes = {{7}}, .controllers = {{1, 9, 2}}}})});
+    const auto chunks = chunks_of(image);
+    ASSERT_EQ(chunks.size(), 3U);
+    EXPECT_EQ(read_midi_streams(ByteView(image), parseBlockTree(ByteView(image))).size(), 3U);
+    EXPECT_EQ(chunks[0].note_count, 2U);
+    EXPECT_EQ(chunks[0].origin, 1000000000480U);
+    EXPECT_EQ(chunks[1].note_count, 0U);
+    EXPECT_EQ(chunks[1].origin, 1000000000000U);
+    ASSERT_EQ(chunks[0].controllers.size(), 5U);
+    for (std::size_t i = 0; i < 5; ++i) {
+        const auto& expected = full_stream.controllers[i];
+        EXPECT_EQ(chunks[0].controllers[i].kind, expected.kind);
+        EXPECT_EQ(chunks[0].controllers[i].position,
+                  1000000000000U + static_cast<std::uint64_t>(expected.position));
+        EXPECT_EQ(chunks[0].controllers[i].value, expected.value);
     }
-    return text.str();
+    ASSERT_EQ(chunks[0].sysex.size(), 3U) << "a message may hold what a record begins with";
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_EQ(chunks[0].sysex[i].data, full_stream.sysex[i].data);
+    EXPECT_EQ(chunks[2].controllers.size(), 1U);
+    EXPECT_EQ(midi_chunk_dump(chunks),
+              "chunk 0   notes 2     origin 1000000000480\n"
+              "    pitch bend       count 1\n"
+              "    aftertouch       count 1\n"
+              "    CC 007           count 2\n"
+              "    CC 064           count 1\n"
+              "chunk 1   notes 0     origin 1000000000000\n"
+              "chunk 2   notes 1     origin 1000000000007\n"
+              "    pitch bend       count 1\n"
+              "3 chunks, 5 streams with data, 6 events\n");
 }
 
-void compare_streams(const Bytes& image) {
-    const auto lists = lists_of(image);
-    ASSERT_EQ(as_text(lists.midi_streams), as_text(streams_byte_by_byte(ByteView(image))));
-    for (const Region& region : lists.midi_regions) {
-        ASSERT_LT(static_cast<std::size_t>(region.midi_stream), lists.midi_streams.size());
-    }
-    ASSERT_LE(lists.midi_tracks.size(), image.size() / 9);
+TEST(ReadMidiChunks, ListsBehindANoteListOutsideAnyBlockBelongToNoStream) {
+    const Bytes lists = ByteWriter()
+                            .raw(builder::controller_list({{1, 2, 3}}))
+                            .raw(builder::sysex_list({{4, {5}}}))
+                            .bytes();
+    const Bytes stream = builder::midi_streams_block({{.notes = {{0}}}});
+    const Bytes stray = builder::note_list({.notes = {{0}}});
+    const auto count = [](const Bytes& blocks) {
+        const auto chunks = chunks_of(image_of({blocks}));
+        EXPECT_EQ(chunks.size(), 1U);
+        return chunks.at(0).controllers.size() + chunks.at(0).sysex.size();
+    };
+    EXPECT_EQ(count(ByteWriter().raw(lists).raw(stream).bytes()), 0U);
+    EXPECT_EQ(count(ByteWriter().raw(stream).raw(stray).raw(lists).bytes()), 0U);
+    EXPECT_EQ(count(ByteWriter().raw(stream).raw(lists).bytes()), 2U);
 }
 
-TEST(MidiLists, DamagedSessionsReadAsAWalkOverEveryByteDoes) {
-    MidiClipSpec clip{.region = "R", .length = 9};
-    clip.stream = {.notes = {{0, 5}, {9, 6}}, .controllers = {{1, 2, 3}}, .sysex = {{4, {1, 2}}}};
-    const Bytes good =
-        SessionBuilder()
-            .track({.name = "Keys", .kind = TrackKind::midi, .midi_clips = {clip, clip}})
-            .top_level(builder::compound_midi_list_block({{0, false}}))
-            .image();
-    EXPECT_EQ(lists_of(good).midi_streams.size(), 2U);
-    builder::for_each_damage(good, 3, compare_streams);
-}
-
-TEST(MidiLists, RealSessionsHoldTheNotesThatTheyPlay) {
-    for (const auto* file : {"RegionTest.ptx", "TempoTimeKeySig.ptx", "Untitled32.ptx"}) {
-        TANROVE_REAL_SESSION(empty, file);
-        compare_streams(empty);
-        const auto lists = lists_of(empty);
-        EXPECT_TRUE(lists.midi_streams.empty() && lists.midi_regions.empty()) << file;
+TEST(ReadMidiChunks, OneWrongByteCostsOneList) {
+    const Bytes sysex = builder::sysex_list({{4, {5, 6}}});
+    const Bytes controllers = builder::controller_list({{0x0702, 2, 3}});
+    const auto read = [&](const Bytes& first) {
+        const Bytes notes = builder::note_list({.notes = {{0}}});
+        const auto chunks = chunks_of(image_of({builder::block(
+            0x2000, ByteWriter().raw(notes).raw(first).raw(sysex).raw(controllers).bytes())}));
+        return std::pair(chunks.at(0).sysex.size(), chunks.at(0).controllers.size());
+    };
+    using Counts = std::pair<std::size_t, std::size_t>;
+    const auto damaged = [](Bytes list, std::size_t at, std::uint8_t value) {
+        list.at(at) = value;
+        return list;
+    };
+    EXPECT_EQ(read(sysex), Counts(2, 1));
+    EXPECT_EQ(read(controllers), Counts(1, 2));
+    const std::vector<std::pair<std::size_t, std::uint8_t>> in_sysex = {
+        {10, 'x'}, {17, 24}, {17, 26}, {17, 3}, {21, 2},
+        {21, 0},   {33, 0},  {35, 8},  {40, 1}, {40, 3}};
+    for (const auto& [at, value] : in_sysex) {
+        EXPECT_EQ(read(damaged(sysex, at, value)), Counts(1, 1)) << at;
     }
-    TANROVE_REAL_SESSION(image, "TestPTX.ptx");
-    compare_streams(image);
-    const auto lists = lists_of(image);
-    ASSERT_EQ(lists.midi_tracks.size(), 3U);
-    const std::size_t note_counts[] = {9, 16, 4};
-    const std::int32_t streams[] = {1, 0, 2};
-    for (std::size_t i = 0; i < 3; ++i) {
-        const ClipTrack& clip = lists.midi_tracks[i];
-        const std::string name = "MIDI " + std::to_string(i + 1);
-        SCOPED_TRACE(name);
-        EXPECT_EQ(lists.midi_track_rows.at(clip.index).name, name);
-        EXPECT_EQ(clip.start, 0);
-        const Region& region = lists.midi_regions.at(clip.region_index);
-        EXPECT_EQ(region.name, name + "-01");
-        EXPECT_EQ(region.source_offset, 0);
-        EXPECT_EQ(region.length, i < 2 ? 3840000 : 11520000);
-        ASSERT_EQ(region.midi_stream, streams[i]);
-        const auto& events = lists.midi_streams[static_cast<std::size_t>(streams[i])].events;
-        ASSERT_EQ(events.size(), note_counts[i]);
-        for (const MidiEvent& note : events) EXPECT_EQ(note.velocity, 80);
-    }
-    for (std::size_t i = 0; i < 9; ++i) {
-        const MidiEvent& note = lists.midi_streams[1].events[i];
-        const int keys[] = {64, 59, 64};
-        EXPECT_EQ(note.note, keys[i / 3]);
-        EXPECT_EQ(note.length, 240000);
-        if (i % 3 == 0) {
-            EXPECT_EQ(note.position, static_cast<std::int64_t>(i / 3) * 960000);
-        }
+    // The kind's record has 6 bytes, so that the events' record begins at 27.
+    const decltype(in_sysex) in_controllers = {{11, 'x'}, {17, 1},  {17, 7}, {21, 3},
+                                               {27, 'x'}, {33, 15}, {37, 0}, {37, 2}};
+    for (const auto& [at, value] : in_controllers) {
+        EXPECT_EQ(read(damaged(controllers, at, value)), Counts(1, 1)) << at;
     }
 }
 

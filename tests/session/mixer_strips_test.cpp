@@ -1,10 +1,10 @@
 // Channel records, the strips they belong to, and the lanes in the strips.
 #include <gtest/gtest.h>
 
+#include "reading.hpp"
 #include "session/channel_records.hpp"
 #include "session/strip_lanes.hpp"
 #include "session/strips.hpp"
-#include "support/real_sessions.hpp"
 #include "support/session_builder.hpp"
 
 namespace tanrove {
@@ -74,47 +74,14 @@ TEST(ChannelRecords, LimitsAreInclusive) {
     }
 }
 
-TEST(ReadStrips, EveryKindOfTrackGetsItsOwnNumbers) {
-    SessionBuilder session;
-    session.track({.name = "Vox", .original_name = "Audio 1", .channels = 2, .fader_db = -3.5});
-    session.track({.name = "Keys", .kind = TrackKind::midi, .muted = true});
-    session.track({.name = "Verb", .kind = TrackKind::aux, .muted = true, .pan = -25});
-    session.track({.name = "Synth", .kind = TrackKind::instrument, .fader_db = 12});
-    session.track({.name = "Main", .kind = TrackKind::master, .fader_db = -144.5});
-    session.track({.name = "Band", .kind = TrackKind::vca});
-    const auto strips = strips_of(session.image());
-    ASSERT_EQ(strips.size(), 6U);
-    const double faders[] = {-3.5, 0, 0, 12, -144.5, 0};
-    for (std::size_t i = 0; i < strips.size(); ++i) {
-        SCOPED_TRACE(strips[i].name);
-        EXPECT_DOUBLE_EQ(strips[i].fader_db, faders[i]);
-        EXPECT_EQ(strips[i].muted, i == 1 || i == 2);
-        EXPECT_EQ(strips[i].present, i != 5);
-        EXPECT_EQ(strips[i].midi_only, i == 1);
-    }
-    EXPECT_EQ(strips[0].pan, -100);
-    EXPECT_EQ(strips[0].pan_right, 100);
-    EXPECT_EQ(strips[1].mute_lane.initial, 1);
-    EXPECT_EQ(strips[1].lane_count, 1);
-    EXPECT_EQ(strips[2].pan, -25);
-}
-
-/// Names, and behind them records at these distances from each other, each with a bus name.
-Bytes records_apart(const std::vector<std::string>& names, const std::vector<std::size_t>& gaps) {
-    ByteWriter image;
-    for (const auto& name : names) image.counted(name);
-    std::size_t first_at = image.size();
-    for (std::size_t i = 0; i <= gaps.size(); ++i) {
-        image.raw(builder::channel_record({.fader_tenths = -10 * static_cast<int>(i)})).raw("Cue");
-        first_at += i < gaps.size() ? gaps[i] : 0;
-        image.pad_to(first_at);
-    }
-    return image.bytes();
+std::vector<Strip> strips_by_name(const Bytes& image, const std::vector<std::string>& names,
+                                  const std::vector<std::string>& buses = {}) {
+    return readStrips(BlockIndex(ByteView(image)), {}, names, buses);
 }
 
 TEST(ReadStrips, WithoutRowsARunTakesTheNextFreeStripBehindItsName) {
     const struct {
-        std::vector<std::size_t> gaps;
+        std::vector<std::size_t> gaps;   ///< from one record to the next
         std::vector<std::size_t> sends;  ///< of each strip that is present
     } cases[] = {{{}, {0}},
                  {{2700}, {1}},
@@ -122,24 +89,23 @@ TEST(ReadStrips, WithoutRowsARunTakesTheNextFreeStripBehindItsName) {
                  {{300, 300, 2701, 300}, {2, 1}},
                  {{2701, 2701, 2701, 2701}, {0, 0}}};  // "B" stands last, "C" follows, no more
     for (const auto& c : cases) {
-        const Bytes image = records_apart({"A", "C", "B"}, c.gaps);
-        const auto strips = readStrips(BlockIndex(ByteView(image)), {},
-                                       std::vector<std::string>{"A", "B", "C"}, {"Cue"});
+        ByteWriter image;
+        image.raw(builder::channel_record({}));  // in front of every name: no strip's
+        image.counted("A").counted("C").counted("B");
+        std::size_t at = image.size();
+        for (std::size_t i = 0; i <= c.gaps.size(); ++i) {
+            image.raw(builder::channel_record({})).raw("Cue");
+            at += i < c.gaps.size() ? c.gaps[i] : 0;
+            image.pad_to(at);
+        }
         std::vector<std::size_t> sends;
+        const auto strips = strips_by_name(image.bytes(), {"A", "B", "C"}, {"Cue"});
         for (const Strip& strip : strips) {
             if (strip.present) sends.push_back(strip.sends.size());
         }
         EXPECT_FALSE(strips[0].present);
         EXPECT_EQ(sends, c.sends);
     }
-}
-
-TEST(ReadStrips, ARecordInFrontOfEveryNameBelongsToNoStrip) {
-    const Bytes image =
-        ByteWriter().raw(builder::channel_record({})).counted("A").zeros(50).bytes();
-    EXPECT_FALSE(readStrips(BlockIndex(ByteView(image)), {}, std::vector<std::string>{"A"}, {})
-                     .at(0)
-                     .present);
 }
 
 TEST(ReadStrips, ASendLeadsToTheNearestBus) {
@@ -166,11 +132,7 @@ TEST(ReadStrips, ASendLeadsToTheNearestBus) {
         image.pad_to(fader_at - c.distance_in_front).raw(c.in_front);
         image.pad_to(fader_at - 10).raw(record);
         image.pad_to(fader_at + c.distance_behind).raw(c.behind).zeros(20);
-        const Bytes bytes = image.bytes();
-        const auto sends =
-            readStrips(BlockIndex(ByteView(bytes)), {}, std::vector<std::string>{"A"}, buses)
-                .at(0)
-                .sends;
+        const auto sends = strips_by_name(image.bytes(), {"A"}, buses).at(0).sends;
         ASSERT_EQ(sends.size(), c.target.empty() ? 0U : 1U);
         if (sends.empty()) continue;
         EXPECT_EQ(sends[0].target, c.target);
@@ -178,7 +140,7 @@ TEST(ReadStrips, ASendLeadsToTheNearestBus) {
     }
 }
 
-TEST(ReadStrips, ALongLaneDoesNotMakeASendTheStrip) {
+TEST(ReadStrips, ALongLaneDoesNotMakeASendTheStripAndAnEmptySlotIsNoSend) {
     LaneSpec volume;
     for (int i = 0; i < 1000; ++i) volume.points.push_back({i, -50});
     const auto strips = strips_of(SessionBuilder()
@@ -193,17 +155,14 @@ TEST(ReadStrips, ALongLaneDoesNotMakeASendTheStrip) {
     EXPECT_TRUE(strips[0].muted);
     ASSERT_EQ(strips[0].sends.size(), 1U);
     EXPECT_EQ(strips[0].sends[0].target, "Verb");
-}
 
-TEST(ReadStrips, AnEmptySendSlotIsNoSend) {
-    const Bytes own =
-        builder::send_channel(builder::channel_record({}), builder::output_name_record("Out"), {});
-    const Bytes empty = builder::send_channel(builder::channel_record({}), {}, {});
+    const Bytes record = builder::channel_record({});
+    const Bytes own = builder::send_channel(record, builder::output_name_record("Out"), {});
+    const Bytes empty = builder::send_channel(record, {}, {});
     const Bytes mixer = ByteWriter().raw(own).raw(empty).raw("Verb").bytes();
-    const auto strips =
-        strips_of(SessionBuilder().track({.name = "Vox", .mixer = mixer}).image(), {"Verb"});
-    EXPECT_TRUE(strips.at(0).present);
-    EXPECT_TRUE(strips[0].sends.empty());
+    const Strip without_send =
+        strips_of(SessionBuilder().track({.name = "Vox", .mixer = mixer}).image(), {"Verb"}).at(0);
+    EXPECT_TRUE(without_send.present && without_send.sends.empty());
 }
 
 TEST(ReadLane, PointsMustFitTheBlock) {
@@ -248,42 +207,36 @@ TEST(ReadLane, TicksCountFromTheOriginWithOrWithoutItsLowBits) {
 }
 
 TEST(ReadStripLanes, PlacesFollowTheGroups) {
-    const auto group = [](std::vector<Bytes> lanes) { return builder::lane_group(lanes); };
-    const Bytes two = ByteWriter().raw(lane(11)).raw(lane(1)).bytes();
-    const Bytes empty = group({});
+    const auto lanes = [](const std::vector<Bytes>& blocks) {
+        ByteWriter image;
+        image.raw(lane(11)).raw(lane(1));
+        for (const Bytes& block : blocks) image.raw(block);
+        return image.bytes();
+    };
+    const auto in_group = [](int initial) { return builder::lane_group({lane(initial)}); };
+    const Bytes empty = builder::lane_group({});
     const struct {
         const char* what;
-        Bytes lanes;
+        std::vector<Bytes> behind_mute;
         std::uint8_t shape;
         int count;
         bool stereo;
         int pan, pan_right, trim;  ///< initial values; 0 where there is no lane
     } cases[] = {
-        {"mono with trim",
-         ByteWriter().raw(two).raw(group({lane(3)})).raw(empty).raw(lane(5)).bytes(), 1, 4, false,
-         3, 0, 5},
-        {"mono without trim", ByteWriter().raw(two).raw(group({lane(3)})).raw(empty).bytes(), 1, 3,
-         false, 3, 0, 0},
-        {"stereo",
-         ByteWriter().raw(two).raw(group({lane(3)})).raw(group({lane(4)})).raw(lane(5)).bytes(), 1,
-         5, true, 3, 4, 5},
-        {"no pan", ByteWriter().raw(two).raw(empty).raw(empty).raw(lane(5)).bytes(), 1, 3, false, 0,
-         0, 5},
-        {"one knob", ByteWriter().raw(two).raw(group({lane(0)})).raw(group({lane(4)})).bytes(), 0,
-         3, false, 0, 0, 0},
-        {"off centre", ByteWriter().raw(two).raw(group({lane(3)})).raw(group({lane(4)})).bytes(), 0,
-         4, true, 3, 4, 0},
-        {"no knob", ByteWriter().raw(two).raw(group({lane(3)})).raw(lane(5)).bytes(), 2, 3, false,
-         0, 0, 5},
-        {"three in a row", ByteWriter().raw(two).raw(lane(3)).bytes(), 1, 3, false, 3, 0, 0},
-        {"four in a row", ByteWriter().raw(two).raw(lane(3)).raw(lane(5)).bytes(), 1, 4, false, 3,
-         0, 5},
-        {"five in a row", ByteWriter().raw(two).raw(lane(3)).raw(lane(4)).raw(lane(5)).bytes(), 1,
-         5, true, 3, 4, 5},
+        {"mono with trim", {in_group(3), empty, lane(5)}, 1, 4, false, 3, 0, 5},
+        {"mono without trim", {in_group(3), empty}, 1, 3, false, 3, 0, 0},
+        {"stereo", {in_group(3), in_group(4), lane(5)}, 1, 5, true, 3, 4, 5},
+        {"no pan", {empty, empty, lane(5)}, 1, 3, false, 0, 0, 5},
+        {"one knob", {in_group(0), in_group(4)}, 0, 3, false, 0, 0, 0},
+        {"off centre", {in_group(3), in_group(4)}, 0, 4, true, 3, 4, 0},
+        {"no knob", {in_group(3), lane(5)}, 2, 3, false, 0, 0, 5},
+        {"three in a row", {lane(3)}, 1, 3, false, 3, 0, 0},
+        {"four in a row", {lane(3), lane(5)}, 1, 4, false, 3, 0, 5},
+        {"five in a row", {lane(3), lane(4), lane(5)}, 1, 5, true, 3, 4, 5},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        const Strip strip = strip_with_lanes(c.lanes, c.shape);
+        const Strip strip = strip_with_lanes(lanes(c.behind_mute), c.shape);
         EXPECT_EQ(strip.lane_count, c.count);
         EXPECT_EQ(strip.stereo, c.stereo);
         EXPECT_EQ(strip.volume_lane.initial, 11);
@@ -297,8 +250,11 @@ TEST(ReadStripLanes, PlacesFollowTheGroups) {
 }
 
 TEST(ReadStripLanes, AFaderWithMovesKeepsItsRecord) {
-    const Strip strip = strip_of(
-        {.name = "Vox", .fader_db = -3, .volume_lane = {.initial = 20, .points = {{0, -40}}}});
+    const Strip strip = strip_of({.name = "Vox",
+                                  .fader_db = -3,
+                                  .volume_lane = {.initial = 20, .points = {{0, -40}}},
+                                  .tick_based = true});
+    EXPECT_TRUE(strip.volume_lane.in_ticks && strip.fifth_lane.in_ticks);
     EXPECT_DOUBLE_EQ(strip.fader_db, -3);
     EXPECT_EQ(strip_lanes_text({strip}),
               "LANES Vox | fader -3.0 dB | vol 1 pt init 20 | mute 0 pt | pan 0 pt\n"
@@ -365,31 +321,6 @@ TEST(ReadStripLanes, TheSecondStripOfOneRowHasNoLanes) {
     readStripLanes(BlockIndex{ByteView(image)}, strips);
     EXPECT_TRUE(strips[0].stereo && strips[0].lane_count == 5);
     EXPECT_TRUE(!strips[1].stereo && strips[1].lane_count == 0);
-}
-
-TEST(ReadStripLanes, TickBasedTracksHaveTickLanes) {
-    const Strip strip =
-        strip_of({.name = "Vox", .volume_lane = {.points = {{960000, -10}}}, .tick_based = true});
-    EXPECT_TRUE(strip.volume_lane.in_ticks);
-    EXPECT_TRUE(strip.fifth_lane.in_ticks);
-    EXPECT_EQ(strip.volume_lane.points.at(0).position, 960000);
-}
-
-TEST(RealStrips, HaveTheNumbersThatProToolsShows) {
-    TANROVE_REAL_SESSION(times, "TempoTimeKeySig.ptx");
-    TANROVE_REAL_SESSION(tones, "TestPTX.ptx");
-    const auto of_times = strips_of(times);
-    ASSERT_EQ(of_times.size(), 2U);
-    EXPECT_TRUE(of_times[0].muted);
-    EXPECT_EQ(of_times[0].mute_lane.initial, 1);
-    EXPECT_FALSE(of_times[0].volume_lane.in_ticks);
-    EXPECT_TRUE(of_times[1].volume_lane.in_ticks);
-    const auto of_tones = strips_of(tones);
-    ASSERT_EQ(of_tones.size(), 5U);
-    EXPECT_FALSE(of_tones[0].stereo);
-    EXPECT_TRUE(of_tones[1].stereo);
-    EXPECT_EQ(of_tones[1].pan_right_lane.initial, 100);
-    EXPECT_TRUE(of_tones[4].present && of_tones[4].midi_only);
 }
 
 }  // namespace

@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include "reading.hpp"
 #include "session/buses.hpp"
 #include "session/hardware_inserts.hpp"
 #include "session/output_names.hpp"
-#include "support/real_sessions.hpp"
 #include "support/session_builder.hpp"
 
 namespace tanrove {
@@ -15,21 +15,14 @@ namespace {
 using builder::Bytes;
 using builder::ByteWriter;
 using builder::IoPathSpec;
-using builder::SendSpec;
-using builder::SessionBuilder;
-using builder::TrackKind;
 
 std::vector<RoutingRow> routing_of(const Bytes& image) {
     const BlockIndex index{ByteView(image)};
     return readRouting(index, readStripRows(index).rows, readIoPaths(index));
 }
 
-std::vector<std::string> buses_of(const Bytes& image) {
-    return readBuses(BlockIndex(ByteView(image)));
-}
-
 std::vector<IoPath> paths_of(const Bytes& image) {
-    return readIoPaths(BlockIndex(ByteView(image)));
+    return over(image, readIoPaths);
 }
 
 TEST(ReadIoPaths, BothFormsGiveTheSamePath) {
@@ -93,46 +86,8 @@ TEST(ReadBuses, LegsAroundANameMakeItABus) {
         SCOPED_TRACE(c.what);
         ByteWriter image;
         for (const auto& text : c.texts) image.counted(text).zeros(1);
-        EXPECT_EQ(buses_of(image.bytes()), c.buses);
+        EXPECT_EQ(over(image.bytes(), readBuses), c.buses);
     }
-}
-
-TEST(ReadRouting, RowsHaveOutputSendsAndInput) {
-    SessionBuilder session;
-    session.bus("Verb", 1).io_path({.name = "Mic", .channels = {1}});
-    session.track({.name = "Vox",
-                   .original_name = "Audio 1",
-                   .input = "Mic",
-                   .sends = {{.target = "Verb", .level_db = -6, .pre_fader = true},
-                             {.target = ""},
-                             {.target = "Click", .muted = true, .pan = -40}}});
-    session.track({.name = "Keys", .kind = TrackKind::midi});
-    session.track({.name = "Room",
-                   .kind = TrackKind::aux,
-                   .output = "",
-                   .input = "Verb",
-                   .input_is_bus = true});
-    session.track({.name = "Main", .kind = TrackKind::master});
-    session.track({.name = "Synth", .kind = TrackKind::instrument, .input = "Not there"});
-    const Bytes image = session.image();
-    const auto rows = routing_of(image);
-    ASSERT_EQ(rows.size(), 3U) << "MIDI and master rows have no routing";
-    EXPECT_EQ(rows[0].name, "Audio 1");
-    EXPECT_EQ(rows[0].output_name, "Out 1-2");
-    EXPECT_EQ(rows[0].input_name, "Mic");
-    EXPECT_EQ(rows[0].input_type, input_path_type);
-    ASSERT_EQ(rows[0].sends.size(), 2U) << "a slot without a name is no send";
-    EXPECT_EQ(rows[0].sends[0].target, "Verb");
-    EXPECT_DOUBLE_EQ(rows[0].sends[0].level_db, -6);
-    EXPECT_TRUE(rows[0].sends[0].pre_fader);
-    EXPECT_FALSE(rows[0].sends[1].pre_fader);
-    EXPECT_EQ(rows[0].sends[1].mute_lane.initial, 1);
-    EXPECT_EQ(rows[0].sends[1].pan, -40);
-    EXPECT_EQ(rows[0].sends[1].pan_kind, 1);
-    EXPECT_FALSE(rows[1].has_output);
-    EXPECT_EQ(rows[1].input_type, bus_path_type);
-    EXPECT_EQ(rows[2].strip_row, 4U);
-    EXPECT_EQ(rows[2].input_name, "") << "a path that is not in the table is no input";
 }
 
 TEST(ReadRouting, AnInputStandsInItsRowAndInNoSendChannel) {
@@ -177,40 +132,51 @@ RoutingSend send_with_lanes(const Bytes& lanes, std::uint8_t shape = 1) {
 TEST(ReadRouting, SendLanesFollowTheirGroups) {
     const auto lane = [](int initial) { return builder::lane_record({.initial = initial}); };
     const auto group = [](const std::vector<Bytes>& lanes) { return builder::lane_group(lanes); };
-    const Bytes fixed = ByteWriter().raw(lane(-60)).raw(lane(1)).bytes();
     const struct {
         const char* what;
-        Bytes lanes;
+        std::vector<Bytes> lanes;
         std::uint8_t shape;
         int kind, pan, pan_right;
         bool mono;
     } cases[] = {
-        {"no groups, mono", ByteWriter().raw(fixed).raw(lane(5)).bytes(), 1, 1, 5, 0, false},
-        {"no groups, stereo", ByteWriter().raw(fixed).raw(lane(5)).raw(lane(6)).bytes(), 1, 2, 5, 6,
-         false},
-        {"no pan", fixed, 1, 0, 0, 0, false},
-        {"pan in its group", ByteWriter().raw(fixed).raw(group({lane(5)})).raw(group({})).bytes(),
-         1, 1, 5, 0, true},
+        {"no groups, mono", {lane(-60), lane(1), lane(5)}, 1, 1, 5, 0, false},
+        {"no groups, stereo", {lane(-60), lane(1), lane(5), lane(6)}, 1, 2, 5, 6, false},
+        {"no pan", {lane(-60), lane(1)}, 1, 0, 0, 0, false},
+        {"pan in its group", {lane(-60), lane(1), group({lane(5)}), group({})}, 1, 1, 5, 0, true},
         {"pans in their groups",
-         ByteWriter().raw(fixed).raw(group({lane(5)})).raw(group({lane(6)})).bytes(), 2, 2, 5, 6,
+         {lane(-60), lane(1), group({lane(5)}), group({lane(6)})},
+         2,
+         2,
+         5,
+         6,
          false},
         {"everything in groups",
-         ByteWriter().raw(group({lane(-60), lane(1)})).raw(group({lane(5), lane(6)})).bytes(), 1, 1,
-         5, 0, true},
+         {group({lane(-60), lane(1)}), group({lane(5), lane(6)})},
+         1,
+         1,
+         5,
+         0,
+         true},
         {"level and mute in the first group, other lanes in front of it",
-         ByteWriter()
-             .raw(lane(7))
-             .raw(lane(0))
-             .raw(group({lane(-60), lane(1)}))
-             .raw(group({lane(5)}))
-             .bytes(),
-         1, 1, 5, 0, true},
-        {"hard left and right", ByteWriter().raw(fixed).raw(lane(-100)).raw(lane(100)).bytes(), 1,
-         0, -100, 100, false},
+         {lane(7), lane(0), group({lane(-60), lane(1)}), group({lane(5)})},
+         1,
+         1,
+         5,
+         0,
+         true},
+        {"hard left and right",
+         {lane(-60), lane(1), lane(-100), lane(100)},
+         1,
+         0,
+         -100,
+         100,
+         false},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        const RoutingSend send = send_with_lanes(c.lanes, c.shape);
+        ByteWriter lanes;
+        for (const Bytes& block : c.lanes) lanes.raw(block);
+        const RoutingSend send = send_with_lanes(lanes.bytes(), c.shape);
         EXPECT_EQ(send.level_lane.initial, -60);
         EXPECT_EQ(send.mute_lane.initial, 1);
         EXPECT_EQ(send.pan_kind, c.kind);
@@ -235,8 +201,7 @@ TEST(ReadHardwareInserts, NamesAndTracksAreFoundOrSaidToBeUnknown) {
                                 .raw(builder::strip_row({.name = "Vox", .mixer = c.insert}, 0))
                                 .raw(c.insert)
                                 .bytes();
-        const BlockIndex index{ByteView(image)};
-        const auto inserts = readHardwareInserts(index, readStripRows(index).rows);
+        const auto inserts = over_rows(image, readHardwareInserts);
         ASSERT_EQ(inserts.size(), 2U);
         EXPECT_EQ(inserts[0].name, c.name);
         EXPECT_EQ(inserts[0].track, "Vox");
@@ -252,21 +217,7 @@ TEST(ReadOutputNames, EachIdHasItsFirstName) {
                             .raw(builder::output_name_record("Other", 7))
                             .bytes();
     const std::map<std::uint16_t, std::string> expected = {{2, "Out 1-2"}, {7, "Verb"}};
-    EXPECT_EQ(readOutputNames(BlockIndex(ByteView(image))), expected);
-}
-
-TEST(RealRouting, OutputsInputsAndBusesAreRead) {
-    TANROVE_REAL_SESSION(tones, "TestPTX.ptx");
-    TANROVE_REAL_SESSION(regions, "RegionTest.ptx");
-    const auto rows = routing_of(tones);
-    ASSERT_EQ(rows.size(), 2U);
-    EXPECT_EQ(rows[0].output_name, "Main 51.Stereo");
-    EXPECT_EQ(rows[0].input_name, "Input 2");
-    EXPECT_EQ(rows[1].input_name, "Input 1-2");
-    EXPECT_EQ(paths_of(tones).size(), 214U);
-    const auto paths = paths_of(regions);
-    EXPECT_EQ(paths.size(), 48U);
-    EXPECT_EQ(buses_of(regions).size(), 16U);
+    EXPECT_EQ(over(image, readOutputNames), expected);
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// The slow way to find blocks: every byte is tried. Readers that walk the block index are held
-// against twins that are written with these.
+// The slow way to find blocks: every byte is tried, once, and every question walks the whole list.
+// Readers that walk the block index are held against twins that are written with this.
 #pragma once
 
 #include <optional>
@@ -8,28 +8,38 @@
 #include "session/block_index.hpp"
 #include "session/block_scan.hpp"
 
-namespace tanrove::slow {
+namespace tanrove {
 
-/// Every block of a type that begins at or behind `from` and ends at or before `end`.
-inline std::vector<Block> blocks(ByteView image, std::uint16_t type, std::size_t from,
-                                 std::size_t end) {
-    std::vector<Block> found;
-    for (std::size_t p = from; p + block_payload_at <= std::min(end, image.size()); ++p) {
-        if (isBlockAt(image, p, end) && image.u16(p + block_content_at) == type) {
-            found.push_back({p, image.u32(p + block_size_at), type});
+class SlowScan {
+public:
+    explicit SlowScan(ByteView bytes) : image(bytes) {
+        for (std::size_t p = 0; p + block_payload_at <= image.size(); ++p) {
+            if (!isBlockAt(image, p, image.size())) continue;
+            all_.push_back({p, image.u32(p + block_size_at), image.u16(p + block_content_at)});
         }
     }
-    return found;
-}
 
-inline std::vector<Block> blocks(ByteView image, std::uint16_t type) {
-    return blocks(image, type, 0, image.size());
-}
+    /// Every block of a type that begins at or behind `from` and ends at or before `end`.
+    std::vector<Block> blocks(std::uint16_t type, std::size_t from = 0,
+                              std::size_t end = static_cast<std::size_t>(-1)) const {
+        std::vector<Block> found;
+        for (const Block& block : all_) {
+            if (block.content_type == type && block.at >= from && block.end() <= end) {
+                found.push_back(block);
+            }
+        }
+        return found;
+    }
 
-inline std::optional<Block> first(ByteView image, std::uint16_t type, std::size_t from,
-                                  std::size_t end) {
-    const auto found = blocks(image, type, from, end);
-    return found.empty() ? std::nullopt : std::optional(found.front());
-}
+    std::optional<Block> first(std::uint16_t type, std::size_t from, std::size_t end) const {
+        const auto found = blocks(type, from, end);
+        return found.empty() ? std::nullopt : std::optional(found.front());
+    }
 
-}  // namespace tanrove::slow
+    const ByteView image;
+
+private:
+    std::vector<Block> all_;
+};
+
+}  // namespace tanrove

@@ -3,7 +3,9 @@
 
 #include <random>
 
+#include "reading.hpp"
 #include "session/enclosing_blocks.hpp"
+#include "session/first_enclosing.hpp"
 #include "session/inactive_tracks.hpp"
 #include "session/master_name.hpp"
 #include "session/name_bindings.hpp"
@@ -109,42 +111,33 @@ TEST(ReadStripRows, ThereIsAMostOfThem) {
 }
 
 TEST(ReadStripRows, NamesBindWhenTheTableHasOneOrTwoForEachRow) {
-    for (int row_count = 0; row_count < 3; ++row_count) {
-        for (int name_count = 0; name_count < 6; ++name_count) {
-            SCOPED_TRACE(testing::Message() << row_count << " rows, " << name_count << " names");
-            ByteWriter image;
-            for (int i = 0; i < name_count; ++i) {
-                const TrackSpec track{.name = "new " + std::to_string(i)};
-                image.raw(strip_table_entry(track, 0, StripTableForm::before_2022));
-            }
-            for (int i = 0; i < row_count; ++i) image.raw(builder::strip_row({.name = "old"}, 0));
-            const auto read = rows_of(image.bytes());
-            EXPECT_EQ(read.bound, name_count == row_count || name_count == 2 * row_count);
-            if (row_count > 0) {
-                EXPECT_EQ(read.rows.back().current_name,
-                          read.bound ? "new " + std::to_string(row_count - 1) : "old");
-            }
-        }
-    }
-}
-
-TEST(ReadStripRows, ABasicFolderInTheTableHasNoRow) {
+    using Names = std::vector<std::string>;
+    const Names folder_a_b = {"Set", "A", "B"};
     const struct {
-        std::vector<std::string> rows, names;
-    } cases[] = {{{"a", "b"}, {"A", "B"}}, {{"a", "b", "c"}, {"Set", "A", "B"}}};
+        Names table, rows, bound;  ///< none: not bound
+    } cases[] = {{{}, {"a"}, {}},
+                 {{"A"}, {"a", "b"}, {}},
+                 {{"A", "B"}, {"a", "b"}, {"A", "B"}},
+                 {{"A", "B", "C"}, {"a", "b"}, {}},
+                 {{"A", "B", "A", "B"}, {"a", "b"}, {"A", "B"}},
+                 {{"A", "B", "A", "B", "C"}, {"a", "b"}, {}},
+                 {folder_a_b, {"a", "b"}, {"A", "B"}},  // a Basic folder has no row
+                 {{"Set", "A", "Set", "A"}, {"a"}, {"A"}},
+                 {folder_a_b, {"a", "b", "c"}, folder_a_b},
+                 {folder_a_b, {"a", "b", "c", "d"}, {}}};
     for (const auto& c : cases) {
         ByteWriter image;
-        image.raw(strip_table_entry({.name = "Set", .kind = TrackKind::basic_folder}, 0,
-                                    StripTableForm::since_2022));
-        for (const auto* name : {"A", "B"}) {
-            image.raw(strip_table_entry({.name = name}, 0, StripTableForm::since_2022));
+        for (const auto& name : c.table) {
+            const auto kind = name == "Set" ? TrackKind::basic_folder : TrackKind::audio;
+            image.raw(
+                strip_table_entry({.name = name, .kind = kind}, 0, StripTableForm::before_2022));
         }
         for (const auto& name : c.rows) image.raw(builder::strip_row({.name = name}, 0));
         const auto read = rows_of(image.bytes());
-        EXPECT_TRUE(read.bound);
-        std::vector<std::string> names;
+        Names names;
         for (const auto& row : read.rows) names.push_back(row.current_name);
-        EXPECT_EQ(names, c.names);
+        EXPECT_EQ(read.bound, !c.bound.empty());
+        EXPECT_EQ(names, c.bound.empty() ? c.rows : c.bound);
     }
 }
 
@@ -221,29 +214,18 @@ TEST(ReadStripTable, AnEntryThatBreaksItsLayoutClearsTheTable) {
 }
 
 TEST(ReadTrackNames, GivesNameChannelsAndTheLastIdentity) {
-    const Bytes session = session_of({{.name = "Vox", .channels = 2},
-                                      {.name = "Keys", .kind = TrackKind::midi},
-                                      {.name = "Choir", .channels = 6}})
-                              .image();
-    const auto tracks = readTrackNames(BlockIndex(ByteView(session)));
+    const auto tracks = over(session_of({{.name = "Vox", .channels = 2},
+                                         {.name = "Keys", .kind = TrackKind::midi},
+                                         {.name = "Choir", .channels = 6}})
+                                 .image(),
+                             readTrackNames);
     ASSERT_EQ(tracks.size(), 2U);
     EXPECT_EQ(tracks[1].name, "Choir");
     EXPECT_EQ(tracks[1].channels, (std::vector<std::uint16_t>{2, 3, 4, 5, 6, 7}));
     EXPECT_NE(tracks[1].identity, 0U);
-
-    // More channels than the record holds, and two markers.
-    const Bytes odd = block(0x1014, ByteWriter()
-                                        .counted("Odd")
-                                        .u8(1)
-                                        .u32(60)
-                                        .raw("*")
-                                        .zeros(3)
-                                        .u64(1)
-                                        .raw("*")
-                                        .zeros(3)
-                                        .u64(2)
-                                        .bytes());
-    const auto read = readTrackNames(BlockIndex(ByteView(odd)));
+    ByteWriter odd;  // more channels than the record holds, and two markers
+    odd.counted("Odd").u8(1).u32(60).raw("*").zeros(3).u64(1).raw("*").zeros(3).u64(2);
+    const auto read = over(block(0x1014, odd.bytes()), readTrackNames);
     ASSERT_EQ(read.size(), 1U);
     EXPECT_TRUE(read[0].channels.empty());
     EXPECT_EQ(read[0].identity, 2U);
@@ -259,15 +241,12 @@ TEST(ReadInactiveNames, OnlyTheLongFormMarksThemInTheTable) {
         const TrackNameSet expected = form == StripTableForm::since_2022
                                           ? TrackNameSet{std::string(80, 'x')}
                                           : TrackNameSet();
-        EXPECT_EQ(readInactiveNames(BlockIndex(ByteView(image))), expected);
+        EXPECT_EQ(over(image, readInactiveNames), expected);
     }
 }
 
 TEST(ReadVoiceOffNames, TheVoiceStandsBehindTheRowOrInAnIdentityInsideIt) {
-    const auto off_names = [](const Bytes& image) {
-        const BlockIndex index{ByteView(image)};
-        return readVoiceOffNames(index, readStripRows(index).rows);
-    };
+    const auto off_names = [](const Bytes& image) { return over_rows(image, readVoiceOffNames); };
     EXPECT_EQ(off_names(session_of(one_of_each()).image()), (TrackNameSet{"Audio 1", "Vox"}));
     auto renamed = one_of_each();
     renamed.push_back({.name = "Audio 1", .original_name = "Audio 9"});
@@ -371,26 +350,31 @@ TEST(ReadNameBindings, ARenamedTrackFindsTheStripThatHoldsItsIdentity) {
     }
 }
 
-TEST(SmallestEnclosing, AgreesWithALookAtEveryBlock) {
+TEST(EnclosingBlocks, AgreeWithALookAtEveryBlock) {
     std::mt19937 random(7);
     for (int round = 0; round < 50; ++round) {
         std::vector<Block> blocks;
+        std::vector<BlockSpan> spans;
         std::vector<std::size_t> positions;
         for (std::size_t at = 0; at < 300; ++at) {
             const auto size = static_cast<std::uint32_t>(1 + random() % 90);
             if (random() % 4 == 0) blocks.push_back({at, size, 0x261c});
             if (random() % 3 == 0) positions.push_back(at);
         }
-        const auto holders = smallest_enclosing(blocks, positions);
-        ASSERT_EQ(holders.size(), positions.size());
+        for (const Block& b : blocks) spans.push_back(b.span());
+        const auto smallest = smallest_enclosing(blocks, positions);
+        const auto first = first_enclosing(spans, positions);
+        ASSERT_TRUE(smallest.size() == positions.size() && first.size() == positions.size());
         for (std::size_t i = 0; i < positions.size(); ++i) {
-            std::uint32_t least = 0;
-            for (const Block& b : blocks) {
-                if (!b.span().encloses(positions[i])) continue;
-                if (least == 0 || b.size < least) least = b.size;
+            const Block* least = nullptr;
+            std::size_t earliest = no_span;
+            for (std::size_t b = blocks.size(); b-- > 0;) {
+                if (!spans[b].encloses(positions[i])) continue;
+                earliest = b;
+                if (least == nullptr || blocks[b].size <= least->size) least = &blocks[b];
             }
-            ASSERT_EQ(holders[i] == nullptr ? 0 : holders[i]->size, least);
-            ASSERT_TRUE(holders[i] == nullptr || holders[i]->span().encloses(positions[i]));
+            ASSERT_EQ(smallest[i], least);
+            ASSERT_EQ(first[i], earliest);
         }
     }
 }

@@ -1,0 +1,218 @@
+// What the readers find in the real sessions: how many records each, and the numbers that Pro Tools
+// shows for them.
+#include "support/real_sessions.hpp"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
+
+#include "reading.hpp"
+#include "session/fades.hpp"
+#include "session/midi_track_settings.hpp"
+#include "session/playlists.hpp"
+#include "session/strip_lanes.hpp"
+#include "session/track_displays.hpp"
+#include "slow_scan.hpp"
+#include "support/all_readers.hpp"
+
+namespace tanrove {
+namespace {
+
+using builder::Bytes;
+using Texts = std::vector<std::string>;
+
+TEST(RealSessions, EveryReaderFindsItsRecords) {
+    const struct {
+        const char* file;
+        std::map<std::string_view, std::size_t> records;
+    } sessions[] = {
+        {"RegionTest.ptx",
+         {{"readStripRows", 4},
+          {"readStripTable", 4},
+          {"readTrackNames", 4},
+          {"readTrackTable", 4},
+          {"readTrackColours", 0},
+          {"readBuses", 16},
+          {"readIoPaths", 48},
+          {"readRouting", 4},
+          {"readChannelRecords", 4},
+          {"readFades", 6},
+          {"readRegionStarts", 3},
+          {"readPlaylists", 6},
+          {"readSessionLists tracks", 9},
+          {"readMidiOutputs", 0},
+          {"readGroups", 2},
+          {"readVideoClips", 0},
+          {"readVideoQuality", 1}}},
+        {"TestPTX.ptx",
+         {{"readStripRows", 5},
+          {"readTrackNames", 2},
+          {"readStrips", 5},
+          {"readIoPaths", 214},
+          {"readRouting", 2},
+          {"readLane", 12},
+          {"readRegionStarts", 4},
+          {"readMidiChunks", 3},
+          {"readMidiPlaylists", 3},
+          {"readMidiPlaylistRows", 3},
+          {"readMidiClipCounts", 0},
+          {"readFreezeRenders", 4},
+          {"readInstrumentLinks", 0},
+          {"readAltPlaylists", 0}}},
+        {"TempoTimeKeySig.ptx",
+         {{"readTrackNames", 2}, {"readPlaylists", 2}, {"readRegionStarts", 7}, {"readLane", 8}}},
+        {"Untitled32.ptx", {{"readStripRows", 0}, {"readMidiOutputs", 1}, {"readIoPaths", 39}}},
+    };
+    for (const auto& [file, expected] : sessions) {
+        SCOPED_TRACE(file);
+        TANROVE_REAL_SESSION(image, file);
+        const BlockIndex index{ByteView(image)};
+        std::size_t seen = 0;
+        for (const Reading& reading : read_everything(index)) {
+            const auto records = expected.find(reading.reader);
+            if (records == expected.end()) continue;
+            EXPECT_EQ(reading.records, records->second) << reading.reader;
+            ++seen;
+        }
+        EXPECT_EQ(seen, expected.size());
+        std::size_t block_count = 0;
+        for (std::size_t p = 0; p + 9 <= image.size(); ++p) {
+            if (isBlockAt(index.image(), p, image.size())) ++block_count;
+        }
+        EXPECT_EQ(index.blocks().all().size(), block_count);
+    }
+}
+
+/// Rows of the strips as the session shows them.
+Texts strips_text(const Bytes& image) {
+    const BlockIndex index{ByteView(image)};
+    const auto rows = readStripRows(index).rows;
+    const auto displays = readTrackDisplays(index, rows);
+    const auto midi = readMidiSettings(index, rows);
+    Texts names;
+    for (const StripRow& row : rows) names.push_back(row.current_name);
+    auto strips = readStrips(index, rows, names, {});
+    readStripLanes(index, strips);
+    Texts texts;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        std::ostringstream text;
+        text << rows[i].original_name << ", " << names[i] << ": " << strips[i].fader_db << ' '
+             << strips[i].pan << ' ' << strips[i].pan_right_lane.initial
+             << (strips[i].muted ? " muted" : "") << (strips[i].stereo ? " stereo" : "")
+             << (strips[i].volume_lane.in_ticks ? " ticks" : "") << ", " << displays[i].height
+             << " row " << displays[i].display_row << ", MIDI " << midi[i].volume << ' '
+             << midi[i].pan << ' ' << midi[i].patch;
+        texts.push_back(text.str());
+    }
+    return texts;
+}
+
+TEST(RealSessions, StripsHaveTheNumbersThatProToolsShows) {
+    TANROVE_REAL_SESSION(times, "TempoTimeKeySig.ptx");
+    TANROVE_REAL_SESSION(tones, "TestPTX.ptx");
+    TANROVE_REAL_SESSION(regions, "RegionTest.ptx");
+    EXPECT_EQ(strips_text(times),
+              (Texts{"Audio 1, Audio 1: 0 0 0 muted, 92 row 1, MIDI -1 -1 -1",
+                     "Audio 2, Audio 2: 0 0 0 ticks, 92 row 2, MIDI -1 -1 -1"}));
+    EXPECT_EQ(strips_text(tones),
+              (Texts{"monoTone, monoTone: 0 0 0, 92 row 1, MIDI -1 -1 -1",
+                     "stereoTone, stereoTone: 0 -100 100 stereo, 92 row 2, MIDI -1 -1 -1",
+                     "MIDI 1, MIDI 1: 0 0 0, 300 row 3, MIDI 96 64 -1",
+                     "MIDI 2, MIDI 2: 0 0 0, 300 row 4, MIDI 96 64 -1",
+                     "MIDI 3, MIDI 3: 0 0 0, 300 row 5, MIDI 96 64 -1"}));
+    EXPECT_EQ(strips_text(regions),
+              (Texts{"mysticMountain_Act1.L, Track_Name: 0 -100 0, 36 row 1, MIDI -1 -1 -1",
+                     "Audio 1, Audio 1: 0 0 0, 36 row 2, MIDI -1 -1 -1",
+                     "Audio 2, Audio 2: 0 -100 100 stereo, 36 row 3, MIDI -1 -1 -1",
+                     "Audio 3, Audio 3: 0 -100 100 stereo, 36 row 4, MIDI -1 -1 -1"}));
+}
+
+struct Clips {
+    SessionLists lists;
+    std::vector<TrackTableRow> tracks;
+};
+
+Clips clips_of(const Bytes& image) {
+    Clips clips;
+    readSessionLists(BlockIndex{ByteView(image)}, {}, clips.lists, clips.tracks);
+    return clips;
+}
+
+Texts placements_text(const Clips& clips) {
+    std::map<std::size_t, std::string> names;
+    for (const auto& track : clips.tracks) names.emplace(track.id, track.name);
+    Texts text;
+    for (const auto& row : clips.lists.tracks) {
+        const Region& region = clips.lists.regions.at(row.region_index);
+        text.push_back(std::to_string(row.index) + ' ' + names.at(row.index) + ' ' + region.name +
+                       ' ' + std::to_string(region.source_offset) + '+' +
+                       std::to_string(region.length) + " @" + std::to_string(row.start));
+    }
+    return text;
+}
+
+TEST(RealSessions, ClipsLieWhereProToolsShowsThem) {
+    TANROVE_REAL_SESSION(regions, "RegionTest.ptx");
+    // Two rows are fades whose numbers are regions' too; the edit lists tell them apart.
+    EXPECT_EQ(placements_text(clips_of(regions)),
+              (Texts{"0 Track_Name region_name_region-01 0+2650000 @0",
+                     "1 Audio 1 region_name_region-01 0+2650000 @0",
+                     "1 Audio 1 region_name_region-03 950000+1290000 @2650000",
+                     "2 Audio 2 region_name_region-01 0+2650000 @0",
+                     "3 Audio 2 region_name_region-01 0+2650000 @0",
+                     "4 Audio 3 region_name_region-03 950000+1290000 @950000",
+                     "4 Audio 3 region_name_region 0+5910132 @2240000",
+                     "5 Audio 3 region_name_region-03 950000+1290000 @950000",
+                     "5 Audio 3 region_name_region-01 0+2650000 @2240000"}));
+    std::vector<double> fades;
+    for (const auto& fade : over(regions, readFades)) {
+        fades.push_back(fade.kind == FadeKind::fade_in ? -fade.length : fade.length);
+    }
+    EXPECT_EQ(fades, (std::vector<double>{290000, 290000, 450000, -490000, -230000, -230000}));
+    std::vector<std::uint32_t> fade_rows;
+    for (const auto& playlist : over(regions, readPlaylistDetails)) {
+        for (std::size_t i = 0; i < playlist.region_ids.size(); ++i) {
+            if (playlist.is_fade[i] != 0) fade_rows.push_back(playlist.region_ids[i]);
+        }
+    }
+    EXPECT_EQ(fade_rows, (std::vector<std::uint32_t>{3, 2, 4, 0, 5, 1}));
+
+    TANROVE_REAL_SESSION(times, "TempoTimeKeySig.ptx");
+    std::vector<std::int64_t> starts;
+    for (const auto& row : clips_of(times).lists.tracks) {
+        const bool in_ticks = row.index != 0;
+        starts.push_back(row.start - (in_ticks ? static_cast<std::int64_t>(tick_origin) : 0));
+    }
+    EXPECT_EQ(starts, (std::vector<std::int64_t>{0, 327278, 507498, 573648, 845598, 225358698,
+                                                 234572658, 3120000, 7200000, 13920000, 7342800000,
+                                                 7695600000, 7718400000, 7752720000}));
+}
+
+TEST(RealSessions, MidiClipsPlayTheNotesOfTheirStreams) {
+    TANROVE_REAL_SESSION(image, "TestPTX.ptx");
+    const auto lists = clips_of(image).lists;
+    Texts clips;
+    for (const ClipTrack& clip : lists.midi_tracks) {
+        const Region& region = lists.midi_regions.at(clip.region_index);
+        const MidiStream& stream =
+            lists.midi_streams.at(static_cast<std::size_t>(region.midi_stream));
+        std::ostringstream text;
+        text << lists.midi_track_rows.at(clip.index).name << ' ' << region.name << " @"
+             << clip.start << ' ' << region.source_offset << '+' << region.length << " stream "
+             << region.midi_stream << ':';
+        for (const MidiEvent& note : stream.events) {
+            text << ' ' << int{note.note} << '@' << note.position / 240000;
+            EXPECT_EQ(note.velocity, 80);
+        }
+        clips.push_back(text.str());
+    }
+    EXPECT_EQ(clips, (Texts{"MIDI 1 MIDI 1-01 @0 0+3840000 stream 1: 64@0 64@1 64@2 59@4 59@5 59@6 "
+                            "64@8 64@9 64@10",
+                            "MIDI 2 MIDI 2-01 @0 0+3840000 stream 0: 48@0 48@1 48@2 48@3 48@4 48@5 "
+                            "52@6 52@7 52@8 52@9 52@10 53@11 53@12 53@13 53@14 53@15",
+                            "MIDI 3 MIDI 3-01 @0 0+11520000 stream 2: 67@0 73@10 64@23 68@37"}));
+}
+
+}  // namespace
+}  // namespace tanrove
