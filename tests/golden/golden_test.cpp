@@ -5,11 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 
 #include "golden/golden_sessions.hpp"
 #include "run/convert_session.hpp"
+#include "support/golden_text.hpp"
 #include "support/temp_folder.hpp"
 
 namespace tanrove {
@@ -29,13 +29,9 @@ private:
     NullSink silent_;
 };
 
-/// Holds `text` against the golden file, or rewrites that file when asked to.
+/// Holds `text` against the golden file of this name.
 void expect_golden(const std::string& file, const std::string& text) {
-    const std::string path = std::string(TANROVE_GOLDEN_FOLDER) + "/" + file;
-    if (std::getenv("TANROVE_REFRESH_GOLDENS") != nullptr) {
-        ASSERT_TRUE(write_file_text(path, text));
-    }
-    EXPECT_EQ(text, file_text(path)) << file << " differs; scripts/refresh_goldens.sh shows how";
+    builder::expect_golden(std::string(TANROVE_GOLDEN_FOLDER) + "/" + file, text);
 }
 
 TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {

@@ -37,32 +37,6 @@ double beats_at(const TempoEnvelope& points, double seconds) {
     return beats;
 }
 
-TEST(TempoRamps, GoThroughTheMiddlesOfTheSteps) {
-    TempoEnvelope steps = steps_at({{0, 120}});
-    for (int i = 0; i <= 4; ++i)
-        steps.push_back({.position_seconds = 10.0 + i, .bpm = 122.0 + 2 * i});
-    RampTallies tallies;
-    const TempoEnvelope ramps = ramps_from_steps(steps, tallies);
-
-    const struct {
-        double seconds;
-        double bpm;
-        TempoShape shape;
-    } expected[] = {
-        {0, 120, TempoShape::step},    {9.5, 120, TempoShape::ramp},  {10.5, 122, TempoShape::ramp},
-        {11.5, 124, TempoShape::ramp}, {12.5, 126, TempoShape::ramp}, {13.5, 128, TempoShape::step},
-        {14, 130, TempoShape::step},
-    };
-    ASSERT_EQ(ramps.size(), std::size(expected));
-    for (std::size_t i = 0; i < ramps.size(); ++i) {
-        SCOPED_TRACE(i);
-        EXPECT_DOUBLE_EQ(ramps[i].position_seconds, expected[i].seconds);
-        EXPECT_NEAR(ramps[i].bpm, expected[i].bpm, 1e-9);
-        EXPECT_EQ(ramps[i].shape, expected[i].shape);
-    }
-    EXPECT_EQ(tallies.written, 1);
-}
-
 TEST(TempoRamps, NeedThreePointsOfLikeStepsInOneDirection) {
     const struct {
         const char* what;

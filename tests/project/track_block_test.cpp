@@ -1,12 +1,10 @@
-// The text of a track, whole in its plain form, and the lines that a plan's fields change.
+// The text of tracks, whole: a plain one, one with all that a plan can hold, lanes, bare strips.
 #include "project/track_block.hpp"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
-#include "base/guid.hpp"
 #include "project/extra_tracks.hpp"
+#include "support/golden_text.hpp"
 
 namespace tanrove {
 namespace {
@@ -35,51 +33,18 @@ ClipItem clip(const std::string& file) {
     return made;
 }
 
-/// The lines of `text` that begin with one of `words`, without their indentation.
-std::string lines_of(const std::string& text, const std::vector<std::string>& words) {
-    std::string found;
-    for (std::size_t at = 0; at < text.size();) {
-        const std::size_t end = text.find('\n', at);
-        const std::string line =
-            text.substr(text.find_first_not_of(' ', at), end - text.find_first_not_of(' ', at));
-        const std::string word = line.substr(0, line.find(' '));
-        if (std::find(words.begin(), words.end(), word) != words.end()) found += line + "\n";
-        at = end + 1;
-    }
-    return found;
-}
-
-TEST(WriteTracks, WritesAnEmptyMonoTrackWithEveryLineInItsPlace) {
+TrackPlan plain_track() {
     TrackPlan plan;
     plan.name = "Vox";
     plan.pan_mode = 3;
     plan.timebase = TrackTimebase::beats_position;
-    EXPECT_EQ(write({plan}).text, "  <TRACK " + guid(1) +
-                                      "\n"
-                                      "    NAME \"Vox\"\n"
-                                      "    PEAKCOL 16576\n"
-                                      "    BEAT 2\n"
-                                      "    AUTOMODE 0\n"
-                                      "    VOLPAN 1.000000 0 -1 -1.000000 1.000000\n"
-                                      "    MUTESOLO 0 0 0\n"
-                                      "    IPHASE 0\n"
-                                      "    ISBUS 0 0\n"
-                                      "    PANMODE 3\n"
-                                      "    FREEMODE 0\n"
-                                      "    TRACKHEIGHT 0 0 0 0 0 0 0\n"
-                                      "    INQ 0 0 0 0.5 100 0 0 100\n"
-                                      "    NCHAN 2\n"
-                                      "    FX 1\n"
-                                      "    TRACKID " +
-                                      guid(9001) +
-                                      "\n"
-                                      "    MAINSEND 1 0\n"
-                                      "  >\n");
+    return plan;
 }
 
-TEST(WriteTracks, PrintsTheValuesOfThePlan) {
+/// A track with all that a plan can hold between its mixer and its automation.
+TrackPlan full_track() {
     TrackPlan plan;
-    plan.muted = true;
+    plan.muted = plan.hidden = plan.parent_gets_first_pair = plan.unmatched_alternate = true;
     plan.height_pixels = 72;
     plan.mixer = {.gain = 0.25,
                   .pan = -0.5,
@@ -90,108 +55,52 @@ TEST(WriteTracks, PrintsTheValuesOfThePlan) {
                   .solo_safe = true,
                   .polarity_inverted = true,
                   .plays_to_parent = false};
-    EXPECT_EQ(lines_of(write({plan}).text, {"BEAT", "AUTOMODE", "VOLPAN", "MUTESOLO", "IPHASE",
-                                            "PANMODE", "TRACKHEIGHT", "MAINSEND"}),
-              "BEAT -1\nAUTOMODE 4\nVOLPAN 0.250000 -0.5 -1 -0.750000 0.250000\nMUTESOLO 1 2 1\n"
-              "IPHASE 1\nTRACKHEIGHT 72 0 0 0 0 0 0\nMAINSEND 0 0\n");
-}
-
-TEST(WriteTracks, LeadsEachTrackFromItsMixerToItsAutomation) {
-    TrackPlan plan;
-    plan.hidden = true;
     plan.folder = {2, -3};
     plan.group_flags = {5, 4294967295U};
     plan.written_channels = 6;
-    plan.parent_gets_first_pair = true;
     plan.key_receives = {{4, 2}, {7, 4}};
     plan.channel_receives = {{2, 3072}};
     const EnvelopePlan mute{"AUXMUTEENV", EnvelopeKind::mute, true, false, {{0, 1, 1}}};
     plan.receives = {{9, 3, 0.5, -1, true, {}}, {1, 0, 1, 0, false, {mute}}};
     plan.envelopes = {{"VOLENV2", EnvelopeKind::volume, false, true, {{0, 1, 0}, {1.5, 0.25, 0}}},
                       {"PANENV2", EnvelopeKind::pan, true, true, {}}};
-    const Written written = write({plan});
-    const std::string text = written.text;
-    EXPECT_EQ(text.substr(text.find("    ISBUS")),
-              "    ISBUS 2 -3\n    SHOWINMIX 0 0.6667 0.5 0 0.5 0 0 0 0\n"
-              "    GROUP_FLAGS 5 4294967295\n    FREEMODE 0\n    TRACKHEIGHT 0 0 0 0 0 0 0\n"
-              "    INQ 0 0 0 0.5 100 0 0 100\n    NCHAN 6\n    FX 1\n    TRACKID " +
-                  guid(9001) +
-                  "\n    MAINSEND 1 0\n    MAINSEND_NCH 2\n"
-                  "    AUXRECV 4 1 1 0 0 0 0 0 2 31:U 4177951 -1 ''\n"
-                  "    AUXRECV 7 1 1 0 0 0 0 0 4 31:U 4177951 -1 ''\n"
-                  "    AUXRECV 2 0 1 0 0 0 0 3072 0 31:U 4177951 -1 ''\n"
-                  "    AUXRECV 9 3 0.5000000000 -1 1 0 0 0 0 31:U 4177951 -1 ''\n"
-                  "    AUXRECV 1 0 1.0000000000 0 0 0 0 0 0 31:U 4177951 -1 ''\n"
-                  "    <AUXMUTEENV 4\n      ACT 1 -1\n      VIS 1 1 1\n      LANEHEIGHT 0 0\n"
-                  "      ARM 0\n      DEFSHAPE 1 -1 -1\n"
-                  "      PT 0.0000000000 1.000000000 1\n    >\n"
-                  "    <VOLENV2\n      ACT 0 -1\n      VIS 1 1 1\n      LANEHEIGHT 0 0\n"
-                  "      ARM 1\n      DEFSHAPE 0 -1 -1\n"
-                  "      PT 0.0000000000 1.000000000 0\n"
-                  "      PT 1.5000000000 0.250000000 0\n    >\n  >\n");
-    EXPECT_EQ(written.tallies.automation_points, 2);
-    EXPECT_EQ(written.tallies.send_points, 1);
+    return plan;
 }
 
-TEST(WriteStripTracks, GivesAStripWithoutATrackItsMixer) {
-    TrackPlan stereo;
-    stereo.mixer.gain = 0.5;
-    TrackPlan dual_pan;
-    dual_pan.pan_mode = 6;
-    std::string text;
-    WrittenTallies tallies;
-    {
-        TextSink out(text);
-        write_strip_tracks(out, {stereo, dual_pan}, tallies);
-    }
-    EXPECT_EQ(lines_of(text, {"<TRACK", "VOLPAN", "PANMODE", "TRACKID", ">"}),
-              "<TRACK " + guid(60001) + "\nVOLPAN 0.500000 0 -1 -1 1\nTRACKID " + guid(61001) +
-                  "\n>\n<TRACK " + guid(60002) +
-                  "\nVOLPAN 1.000000 0 -1 -1.000000 1.000000\nPANMODE 6\nTRACKID " + guid(61002) +
-                  "\n>\n");
-}
-
-TEST(WriteTracks, LaysLanesOutBelowTheTracksOwnPlaylist) {
+/// A track whose playlists lie below each other in lanes.
+TrackPlan track_with_lanes() {
     TrackPlan plan;
     plan.name = "Gtr";
     plan.session_name = "Gtr \"main\"";
     plan.clips = {clip("a.wav"), clip("b.wav")};
     plan.clips[1].locked = true;
     plan.lanes = {{.name = "Gtr.01", .clips = {clip("b.wav")}}, {.name = "Gtr.02", .clips = {}}};
-    const Written written = write({plan});
-    EXPECT_EQ(lines_of(written.text, {"FREEMODE", "FIXEDLANES", "LANESOLO", "ITEMLANES", "LANENAME",
-                                      "YPOS", "FILE"}),
-              "FREEMODE 2\nFIXEDLANES 9 0 0 0 0\nLANESOLO 1 0 0 0 0 0 0 0\nITEMLANES 3\n"
-              "LANENAME 'Gtr \"main\"' \"Gtr.01\" \"Gtr.02\"\n"
-              "YPOS 0.000000 0.333333 2\nFILE \"/song/Audio Files/a.wav\"\n"
-              "YPOS 0.000000 0.333333 2\nFILE \"/song/Bounced Files/b.wav\"\n"
-              "YPOS 0.333333 0.333333 2\nFILE \"/song/Bounced Files/b.wav\"\n");
-    EXPECT_EQ(written.tallies.clips, 3);
-    EXPECT_EQ(written.tallies.locked_clips, 1);
-    EXPECT_EQ(written.tallies.clips_in_siblings, 2);
+    return plan;
 }
 
-TEST(WriteTracks, SilencesAnAlternatePlaylistByASecondLine) {
-    TrackPlan plan;
-    plan.unmatched_alternate = true;
-    EXPECT_EQ(lines_of(write({plan}).text, {"MUTESOLO", "MAINSEND"}),
-              "MUTESOLO 0 0 0\nMAINSEND 1 0\nMUTESOLO 1 0 0\n");
-}
-
-TEST(WriteTracks, NumbersTracksFromTheFirstAndTellsItsProgress) {
+TEST(WriteTracks, PrintsPlansToTheLetterAndCountsWhatItWrites) {
     std::vector<std::size_t> told;
-    TrackPlan beats;
-    beats.timebase = TrackTimebase::beats_position;
-    const Written written = write({TrackPlan{}, beats}, [&](std::size_t index, std::size_t count) {
-        told.insert(told.end(), {index, count});
-    });
-    EXPECT_EQ(told, (std::vector<std::size_t>{0, 2, 1, 2}));
-    EXPECT_EQ(lines_of(written.text, {"<TRACK", "TRACKID"}),
-              "<TRACK " + guid(1) + "\nTRACKID " + guid(9001) + "\n<TRACK " + guid(2) +
-                  "\nTRACKID " + guid(9002) + "\n");
-    EXPECT_EQ(written.tallies.tracks, 2);
-    EXPECT_EQ(written.tallies.beats_tracks, 1);
-    EXPECT_EQ(written.tallies.time_tracks, 0);
+    Written written = write({plain_track(), full_track(), track_with_lanes()},
+                            [&](std::size_t index, std::size_t count) {
+                                told.insert(told.end(), {index, count});
+                            });
+    EXPECT_EQ(told, (std::vector<std::size_t>{0, 3, 1, 3, 2, 3}));
+    const WrittenTallies& tallies = written.tallies;
+    EXPECT_EQ(std::vector({tallies.tracks, tallies.beats_tracks, tallies.time_tracks}),
+              std::vector({3, 1, 0}));
+    EXPECT_EQ(std::vector({tallies.automation_points, tallies.send_points}), std::vector({2, 1}));
+    EXPECT_EQ(std::vector({tallies.clips, tallies.locked_clips, tallies.clips_in_siblings}),
+              std::vector({3, 1, 2}));
+
+    TrackPlan stereo_strip;
+    stereo_strip.mixer.gain = 0.5;
+    TrackPlan dual_pan_strip;
+    dual_pan_strip.pan_mode = 6;
+    {
+        TextSink out(written.text);
+        write_strip_tracks(out, {stereo_strip, dual_pan_strip}, written.tallies);
+    }
+    builder::expect_golden(TANROVE_TEXTS_FOLDER "/written_tracks.txt", written.text);
 }
 
 }  // namespace

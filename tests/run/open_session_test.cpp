@@ -7,8 +7,8 @@
 #include <functional>
 #include <set>
 
-#include "base/formatted_text.hpp"
 #include "run/console.hpp"
+#include "support/golden_text.hpp"
 #include "support/real_sessions.hpp"
 #include "support/records/old_session_records.hpp"
 #include "support/session_builder.hpp"
@@ -83,129 +83,54 @@ Bytes unparsable_session(std::size_t gap = 0) {
         .bytes();
 }
 
-constexpr const char* empty_words =
-    "\n  Could not read: song.ptx\n"
-    "  Reason: the file is EMPTY (0 bytes). There is no session in it\n"
-    "          to convert. If the session folder has a \"Session File\n"
-    "          Backups\" folder, the newest .ptx in it may convert.\n";
-constexpr const char* older_words =
-    "\n  Could not convert: %s\n"
-    "  Reason: this is an OLDER Pro Tools session format (Pro Tools 5 - 9,\n"
-    "          .pts or .ptf). This tool converts .ptx sessions (Pro Tools\n"
-    "          10 and later) only. An older session is refused rather than\n"
-    "          converted partly, because a partial mix would look finished.\n"
-    "\n"
-    "  To convert it: open the session in Pro Tools 10 or later, use\n"
-    "  File > Save As to save it as a .ptx, and convert that file.\n";
-constexpr const char* older_line =
-    "\n  Not converted: this is an older Pro Tools session format (.pts or .ptf). Save the session "
-    "as a .ptx from Pro Tools 10 or later, then convert that file.\n";
-constexpr const char* rate_words =
-    "\n  Could not read: song.ptx\n"
-    "  Reason: this session is at %d Hz, which is outside the range\n"
-    "          this tool supports (44100 - 192000 Hz).\n"
-    "\n"
-    "  The file itself is fine -- it is the rate that is not handled.\n"
-    "  Re-save the session from Pro Tools at a supported rate, or send\n"
-    "  this text if you need %d Hz supported.\n";
-constexpr const char* please_send =
-    "\n  Please send this text and the .ptx file to the address on the program's download page.\n";
-constexpr const char* rate_line =
-    "\n  Not converted: the session is at %d Hz, outside the supported range (44100 - 192000 "
-    "Hz).\n";
-
-/// What the user of a refused session reads.
-struct Refusal {
-    std::string words;          ///< for everyone
-    std::string listener_line;  ///< behind them, for an application in front
-    std::string problem;        ///< recorded as ours; it then asks for the session
-};
-
-Refusal unreadable(const std::string& reason, const std::string& decryption) {
-    const auto mark = reason.find(".  (");
-    return {"\n  Could not read: song.ptx\n  Reason: that session " + reason + "\n" + decryption,
-            "\n  vorlane will offer to send this as a problem report.\n",
-            "the session " + reason.substr(0, mark) + reason.substr(mark + 2)};
-}
-
 TEST_F(OpenSession, RefusesEachKindOfFileInItsOwnWords) {
     const auto ptx = [](const Bytes& image) { return builder::encrypted(image, Cipher::ptx, 9); };
     const Bytes older_file = builder::encrypted(SessionBuilder().image(), Cipher::old_sessions, 9);
     const Bytes session = SessionBuilder().file();
-    const auto rate = [](int hz) {
-        return Refusal{formatted(rate_words, hz, hz), formatted(rate_line, hz), ""};
-    };
-    const auto older = [](const char* name) {
-        return Refusal{formatted(older_words, name), older_line, ""};
-    };
-    const auto not_parsed = [](std::size_t bytes, const char* header_text) {
-        return unreadable("was decrypted but the contents could not be parsed.  (code -4)",
-                          formatted("  Decryption: OK (%d bytes)\n  Version byte: 12\n%s",
-                                    static_cast<int>(bytes), header_text));
-    };
     const struct {
         const char* what;
         const char* name;
         Bytes file;
-        Refusal refusal;
+        bool is_ours = false;  ///< recorded as a problem of ours; it then asks for the session
     } cases[] = {
-        {"empty",
-         "song.ptx",
-         {},
-         {empty_words,
-          "\n  Not converted: the session file is empty (0 bytes), so there is no session to "
-          "convert.\n",
-          ""}},
-        {"older by its bytes", "song.ptx", older_file, older("song.ptx")},
-        {"older by its name, though it loads", "song.PTF", session, older("song.PTF")},
-        {"older by its name, and no session", "s.pts", Bytes(3), older("s.pts")},
-        {"rate too low", "song.ptx", SessionBuilder().rate(44099).file(), rate(44099)},
-        {"rate too high", "song.ptx", SessionBuilder().rate(192001).file(), rate(192001)},
+        {"empty", "song.ptx", {}},
+        {"older by its bytes", "song.ptx", older_file},
+        {"older by its name, though it loads", "song.PTF", session},
+        {"older by its name, and no session", "s.pts", Bytes(3)},
+        {"rate too low", "song.ptx", SessionBuilder().rate(44099).file()},
+        {"rate too high", "song.ptx", SessionBuilder().rate(192001).file()},
         {"unknown version at a rate too low", "song.ptx",
-         SessionBuilder().container_version(40).rate(22050).file(), rate(22050)},
-        {"random bytes", "song.ptx", Bytes(999, 0x77),
-         unreadable("could not be decrypted - is this really a Pro Tools session file?.  (code -1)",
-                    "  Decryption: FAILED\n")},
-        {"a header alone", "song.ptx", Bytes(session.begin(), session.begin() + 20),
-         unreadable("has no readable version marker.  (code -2)",
-                    "  Decryption: OK (20 bytes)\n  Version byte: 0\n")},
-        {"a list that cannot be read", "song.ptx", ptx(unparsable_session()),
-         not_parsed(unparsable_session().size(),
-                    "  Header text: ProTools 12 saved this, and much of it, \n")},
-        {"a maker named far behind the head", "song.ptx", ptx(unparsable_session(4096)),
-         not_parsed(unparsable_session(4096).size(), "")},
-        {"no rate", "song.ptx", SessionBuilder().rate(0).file(),
-         not_parsed(SessionBuilder().rate(0).image().size(), "")},
+         SessionBuilder().container_version(40).rate(22050).file()},
+        {"random bytes", "song.ptx", Bytes(999, 0x77), true},
+        {"a header alone", "song.ptx", Bytes(session.begin(), session.begin() + 20), true},
+        {"a list that cannot be read", "song.ptx", ptx(unparsable_session()), true},
+        {"a maker named far behind the head", "song.ptx", ptx(unparsable_session(4096)), true},
+        {"no rate", "song.ptx", SessionBuilder().rate(0).file(), true},
     };
+    std::string told;
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        const Refusal& refusal = c.refusal;
-        const char* own_line = refusal.problem.empty() ? "" : please_send;
+        told += std::string("---- ") + c.what;
         Listener listener;
         for (Listener* progress : {static_cast<Listener*>(nullptr), &listener}) {
             EXPECT_FALSE(open_bytes(c.name, c.file, progress).has_value());
-            EXPECT_EQ(text, refusal.words + (progress ? refusal.listener_line : own_line));
-            EXPECT_EQ(console_state().problem_detail, refusal.problem);
-            EXPECT_EQ(console_state().problem_kind, refusal.problem.empty() ? "" : "unreadable");
+            told += (progress ? "\n-- for an application" : "\n-- for everyone") + text;
+            EXPECT_EQ(console_state().problem_kind, c.is_ours ? "unreadable" : "");
+            EXPECT_EQ(says("Please send this text"), c.is_ours && progress == nullptr);
         }
+        told += "-- problem: " + console_state().problem_detail + "\n";
         EXPECT_EQ(listener.stages, "0/6 reading;");
     }
-}
-
-TEST_F(OpenSession, WhatIsNoFileHasItsWordsForPeopleAndForApplications) {
-    Listener listener;
-    for (const std::string& path : {folder / "gone.ptx", folder / "gone.ptf", folder.path()}) {
-        EXPECT_FALSE(open(path, nullptr).has_value());
-        EXPECT_EQ(text, "\n  No such file:\n    " + path +
-                            "\n\n  If the name has spaces, put it in quotes:\n"
-                            "    tanrove \"My Song.ptx\"\n");
-        EXPECT_FALSE(open(path, &listener).has_value());
-        EXPECT_EQ(text,
-                  "\n  No such file:\n    " + path +
-                      "\n\n  Not converted: the session file was not found. The file may "
-                      "have been moved, renamed or deleted, or its drive is not connected.\n");
-        EXPECT_EQ(console_state().problem_kind, "");
+    for (const char* path : {"gone.ptx", "gone.ptf", "."}) {
+        told += std::string("---- no file: ") + path;
+        Listener listener;
+        for (Listener* progress : {static_cast<Listener*>(nullptr), &listener}) {
+            EXPECT_FALSE(open(path, progress).has_value());
+            told += text;
+            EXPECT_EQ(console_state().problem_kind, "");
+        }
     }
+    builder::expect_golden(TANROVE_TEXTS_FOLDER "/refusals.txt", told);
 }
 
 TEST_F(OpenSession, ANameThatIsNothingButAnExtensionIsNoOlderName) {
@@ -244,36 +169,17 @@ TEST_F(OpenSession, ResamplesNoPosition) {
 }
 
 TEST_F(OpenSession, TheDamageWarningNamesItsNumbersAndTheCheckItsWord) {
-    const DamageReport incomplete = {.verdict = DamageVerdict::incomplete, .trailing_bytes = 77};
-    const DamageReport damaged = {
-        .verdict = DamageVerdict::damaged, .break_at = 1250, .break_percent = 12.5};
-    tell_damage({}, false);
-    EXPECT_EQ(text, "");
-    tell_damage({}, true);
-    EXPECT_EQ(text, "damage none\n");
-    text.clear();
-    tell_damage(incomplete, true);
-    EXPECT_EQ(text,
-              "damage incomplete\n"
-              "  *** THIS SESSION FILE LOOKS INCOMPLETE ***\n"
-              "      77 byte(s) after the last complete block. The file was very\n"
-              "      likely truncated in a copy or a sync. Tracks, clips and\n"
-              "      automation may be MISSING from this conversion.\n"
-              "      Re-copy the .ptx from the original and convert it again.\n");
-    const std::string damaged_words =
-        "  *** THIS SESSION FILE IS DAMAGED ***\n"
-        "      Its structure breaks at byte 1250, 12% of the way in, as a bad\n"
-        "      disk or a failed copy leaves it. Tracks, clips, mixer settings\n"
-        "      and automation after that point may be MISSING or wrong in\n"
-        "      this conversion. Convert a backup instead if you have one --\n"
-        "      the newest .ptx in the session's \"Session File Backups\"\n"
-        "      folder, or a copy from another drive.\n";
-    text.clear();
-    tell_damage(damaged, false);
-    EXPECT_EQ(text, damaged_words);
-    text.clear();
-    tell_damage(damaged, true);
-    EXPECT_EQ(text, "damage damaged\n" + damaged_words);
+    const DamageReport reports[] = {
+        {},
+        {.verdict = DamageVerdict::incomplete, .trailing_bytes = 77},
+        {.verdict = DamageVerdict::damaged, .break_at = 1250, .break_percent = 12.5}};
+    for (const DamageReport& report : reports) {
+        for (const bool check_only : {false, true}) {
+            text += check_only ? "---- check\n" : "---- run\n";
+            tell_damage(report, check_only);
+        }
+    }
+    builder::expect_golden(TANROVE_TEXTS_FOLDER "/damage_warnings.txt", text);
 }
 
 TEST_F(OpenSession, ThemesFollowTheOptionAndThenTheSession) {

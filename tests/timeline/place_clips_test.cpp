@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <limits>
 #include <random>
+#include <sstream>
 
 #include "timeline_scene.hpp"
 
@@ -143,59 +145,47 @@ TEST(PlaceClips, AddsATrackThatTheTableDoesNotKnow) {
     EXPECT_EQ(tracks[1].clips.size(), 1u);
 }
 
+/// The words of a text, which blanks divide.
+std::vector<std::string> words_of(const std::string& text) {
+    std::istringstream words(text);
+    return {std::istream_iterator<std::string>(words), {}};
+}
+
 TEST(PairTracks, FollowsTheRecordsInTheirOrder) {
-    const Row clip{.id = 0};
-    const Row fade{.id = 90, .is_fade = true};  // the number of no region
-    const Row group{.id = 3, .in_group = true};
     struct {
         const char* what;
-        std::vector<std::pair<const char*, int>> tracks;  // name, placements
-        std::vector<std::pair<const char*, std::vector<Row>>> records;
-        std::vector<int> paired;  // -1 none
+        const char* tracks;   // a letter for the name, and how many placements
+        const char* records;  // a letter for the name, and its rows: clip, fade, group
+        const char* paired;   // for each track the record's place
     } const cases[] = {
-        {"by count, whatever the names",
-         {{"Old", 1}, {"Bass", 2}},
-         {{"New", {clip}}, {"Bass", {clip, clip}}},
-         {0, 1}},
-        {"a record that is passed by stays passed by",
-         {{"A", 2}, {"B", 1}},
-         {{"B", {clip}}, {"A", {clip, clip}}},
-         {1, -1}},
-        {"fade rows make up for the difference",
-         {{"A", 1}, {"B", 1}},
-         {{"A", {clip, fade}}, {"B", {clip}}},
-         {0, 1}},
-        {"only the first of the name is asked for its fade rows' number",
-         {{"A", 1}},
-         {{"A", {clip, clip, fade}}, {"A", {clip, fade}}},
-         {0}},
-        {"a group's record is found by its name",
-         {{"A", 1}},
-         {{"A", {clip, clip, clip}}, {"A", {clip, group, clip}}},
-         {1}},
-        {"else the first of the name that has a fade row",
-         {{"A", 1}},
-         {{"A", {clip, clip}}, {"A", {clip, fade, fade}}},
-         {1}},
-        {"nothing fits", {{"A", 5}, {"B", 1}}, {{"C", {clip}}}, {-1, 0}},
-        {"an empty track takes an empty record",
-         {{"A", 0}, {"B", 1}},
-         {{"A", {}}, {"B", {clip}}},
-         {0, 1}},
+        {"by count, whatever the names", "O1 B2", "Nc Bcc", "01"},
+        {"a record that is passed by stays passed by", "A2 B1", "Bc Acc", "1-"},
+        {"fade rows make up for the difference", "A1 B1", "Acf Bc", "01"},
+        {"only the first of the name is asked for its fade rows' number", "A1", "Accf Acf", "0"},
+        {"a group's record is found by its name", "A1", "Accc Acgc", "1"},
+        {"else the first of the name that has a fade row", "A1", "Acc Acff", "1"},
+        {"nothing fits", "A5 B1", "Cc", "-0"},
+        {"an empty track takes an empty record", "A0 B1", "A Bc", "01"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         Scene scene;
-        for (const auto& [name, placements] : c.tracks) {
-            scene.track(name);
-            for (int i = 0; i < placements; ++i) scene.place(0, i);
+        for (const auto& word : words_of(c.tracks)) {
+            scene.track(word.substr(0, 1));
+            for (int i = 0; i < word[1] - '0'; ++i) scene.place(0, i);
         }
-        for (const auto& [name, rows] : c.records) scene.record(name, false, rows);
-        const auto tracks = scene.placed();
-        ASSERT_EQ(tracks.size(), c.paired.size());
-        for (std::size_t i = 0; i < tracks.size(); ++i) {
-            EXPECT_EQ(tracks[i].record ? static_cast<int>(*tracks[i].record) : -1, c.paired[i]);
+        for (const auto& word : words_of(c.records)) {
+            std::vector<Row> rows;
+            for (const char kind : word.substr(1)) {
+                const std::uint32_t id = kind == 'f' ? 90 : kind == 'g' ? 3 : 0;  // no region is 90
+                rows.push_back({.id = id, .is_fade = kind == 'f', .in_group = kind == 'g'});
+            }
+            scene.record(word.substr(0, 1), false, rows);
         }
+        std::string paired;
+        for (const auto& track : scene.placed())
+            paired += track.record ? std::to_string(*track.record) : "-";
+        EXPECT_EQ(paired, c.paired);
     }
 }
 

@@ -1,6 +1,8 @@
 // Which placements the rows of an edit list let stand, and what the rows say about them.
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "timeline/place_clips.hpp"
 #include "timeline_scene.hpp"
 
@@ -11,71 +13,46 @@ using testing_records::region_numbers;
 using testing_records::Row;
 using testing_records::Scene;
 
+/// Rows, from "1@5 f0@700": region or fade, and position.
+std::vector<Row> rows_of(const char* text) {
+    std::vector<Row> rows;
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        const bool is_fade = word[0] == 'f';
+        const auto at = word.find('@');
+        rows.push_back({.id = static_cast<std::uint32_t>(std::stoul(word.substr(is_fade ? 1 : 0))),
+                        .position = std::stoull(word.substr(at + 1)),
+                        .is_fade = is_fade});
+    }
+    return rows;
+}
+
 TEST(MatchRows, DropsRenderedFadesAndDeletedPlacements) {
     struct {
         const char* what;
-        std::vector<std::pair<int, int>> placements;  // region, position
-        std::vector<Row> rows;                        // fades 0 and 1 exist
+        const char* placements;
+        const char* rows;  // fades 0 and 1 exist
         const char* clips;
-        int fades_dropped;
-        int deleted;
+        int fades_dropped, deleted;
     } const cases[] = {
-        {"each clip has its row",
-         {{0, 0}, {1, 5}},
-         {{.id = 0}, {.id = 1, .position = 5}},
-         "0 1 ",
-         0,
-         0},
-        {"a fade of the clip's number, elsewhere",
-         {{0, 0}, {0, 700}},
-         {{.id = 0}, {.id = 0, .position = 700, .is_fade = true}},
-         "0 ",
-         1,
-         0},
-        {"fade and clip at one place, fade first",
-         {{1, 5}, {1, 5}},
-         {{.id = 1, .position = 5, .is_fade = true}, {.id = 1, .position = 5}},
-         "1 ",
-         1,
-         0},
-        {"a fade that is not in the table is no fade, and plays nothing",
-         {{3, 0}, {0, 9}},
-         {{.id = 3, .is_fade = true}, {.id = 0, .position = 9}},
-         "0 ",
-         0,
+        {"each clip has its row", "0@0 1@5", "0@0 1@5", "0 1 ", 0, 0},
+        {"a fade of the clip's number, elsewhere", "0@0 0@700", "0@0 f0@700", "0 ", 1, 0},
+        {"fade and clip at one place, fade first", "1@5 1@5", "f1@5 1@5", "1 ", 1, 0},
+        {"a fade that is in no table is none, and plays nothing", "3@0 0@9", "f3@0 0@9", "0 ", 0,
          1},
-        {"one row for two placements",
-         {{0, 5}, {0, 5}},
-         {{.id = 0, .position = 5}, {.id = 1}},
-         "0 ",
-         0,
-         1},
-        {"64 away is near, on either side",
-         {{0, 164}, {1, 36}},
-         {{.id = 0, .position = 100}, {.id = 1, .position = 100}},
-         "1 0 ",
-         0,
-         0},
-        {"65 away, but no other placement wants the row",
-         {{0, 165}},
-         {{.id = 0, .position = 100}},
-         "0 ",
-         0,
-         0},
-        {"the near one wins over the far one",
-         {{0, 9000}, {0, 110}},
-         {{.id = 0, .position = 100}, {.id = 1}},
-         "0 ",
-         0,
-         1},
+        {"one row for two placements", "0@5 0@5", "0@5 1@0", "0 ", 0, 1},
+        {"64 away is near, on either side", "0@164 1@36", "0@100 1@100", "1 0 ", 0, 0},
+        {"65 away, but no other placement wants the row", "0@165", "0@100", "0 ", 0, 0},
+        {"the near one wins over the far one", "0@9000 0@110", "0@100 1@0", "0 ", 0, 1},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         Scene scene;
         scene.fade(FadeKind::fade_in).fade(FadeKind::fade_in).track("A");
-        for (const auto& [region, position] : c.placements) scene.place(region, position);
-        scene.record("A", false, c.rows);
-        const auto tracks = scene.placed();
+        for (const Row& row : rows_of(c.placements)) {
+            scene.place(row.id, static_cast<std::int64_t>(row.position));
+        }
+        const auto tracks = scene.record("A", false, rows_of(c.rows)).placed();
         ASSERT_EQ(tracks.at(0).record, 0u);
         EXPECT_EQ(region_numbers(tracks[0].clips), c.clips);
         EXPECT_EQ(scene.tallies.fade_references_dropped, c.fades_dropped);

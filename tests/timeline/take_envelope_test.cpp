@@ -88,45 +88,6 @@ TEST(TakeEnvelope, StaysWithinATenthOfADecibelOfProToolsCurvesAtEverySample) {
     }
 }
 
-TEST(TakeEnvelope, CutsADrawnLineAtTheItemsEdgesOnTheFadersWay) {
-    struct {
-        const char* what;
-        std::vector<ClipGainLinePoint> line;
-        std::vector<EnvelopePoint> points;  // their values in dB
-        int ramps;
-    } const cases[] = {
-        {"one point", {{24000, -6}}, {}, 0},
-        {"all before the head", {{0, -6}, {100, 0}}, {}, 0},
-        {"small steps, the first just before the head",
-         {{23999.99998, -6}, {48000, -7.4}, {72000, -6.5}},
-         {{0, -6}, {0.5, -7.4}, {1, -6.5}},
-         0},
-        {"from 6 dB to -20 dB right over the item: from 2.51935 to 4.8099 of the throw",
-         {{12000, 6}, {84000, -20}},
-         {{0, 1.9719}, {1, -15.5657}},
-         1},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        ClipItem clip;
-        clip.length = 1;
-        clip.source_offset = 0.5;
-        clip.gain_envelope = c.line;
-        TakeTallies tallies;
-        TakePlanner planner(rate, tallies);
-        const auto& points = planner.plan(clip).envelope;
-        EXPECT_EQ(tallies.gain_ramps, c.ramps);
-        EXPECT_EQ(tallies.gain_envelopes, c.points.empty() ? 0 : 1);
-        ASSERT_EQ(points.size(),
-                  c.points.size() + static_cast<std::size_t>(tallies.gain_ramp_points));
-        if (points.empty()) continue;
-        EXPECT_EQ(points.front().seconds, 0);
-        EXPECT_EQ(points.back().seconds, 1);
-        EXPECT_NEAR(db_of(points.front().value), c.points.front().value, 1e-3);
-        EXPECT_NEAR(db_of(points.back().value), c.points.back().value, 1e-3);
-    }
-}
-
 TEST(TakePlan, GivesBackTheNearestShapeToAFadeThatAnEditChanged) {
     struct {
         double length, spec_length;
