@@ -19,7 +19,7 @@ bool passes_its_input_on(const StripRow& strip) {
     return strip.is_aux || strip.type == StripRowType::instrument;
 }
 
-/// Names of the buses by identity. A strip keeps the name that its bus had when it was assigned.
+/// Names of the buses by identity.
 std::map<Identity, std::string> bus_names(const std::vector<IoPath>& paths) {
     std::map<Identity, std::string> names;
     for (const IoPath& path : paths) {
@@ -37,6 +37,7 @@ BusTable::BusTable(const std::vector<StripRow>& strips, const std::vector<Routin
                    const std::vector<IoPath>& paths) {
     enter_takers(strips, routing, paths);
     enter_channels(paths);
+    enter_stored_names(routing);
 }
 
 void BusTable::enter_takers(const std::vector<StripRow>& strips,
@@ -66,6 +67,21 @@ void BusTable::enter_channels(const std::vector<IoPath>& paths) {
                 taker_of_pair_.try_emplace(path.channels[i],
                                            PairTaker{taker->second, side_of_place(i)});
             }
+        }
+    }
+}
+
+/// Strips keep the name that their bus had when it was assigned, those that send as well as the one
+/// that takes it; where no bus is called so now, that name leads to the same place.
+void BusTable::enter_stored_names(const std::vector<RoutingRow>& routing) {
+    for (const RoutingRow& row : routing) {
+        const auto bus = bus_of_taker_.find(row.strip_row);
+        if (bus == bus_of_taker_.end() || bus->second == row.input_name) continue;
+        if (channels_of_name_.contains(row.input_name)) continue;
+        taker_of_name_.try_emplace(row.input_name, row.strip_row);
+        const auto channels = channels_of_name_.find(bus->second);
+        if (channels != channels_of_name_.end()) {
+            channels_of_name_.try_emplace(row.input_name, channels->second);
         }
     }
 }

@@ -34,7 +34,8 @@ class BusTable {
 public:
     /// Auxes and instrument tracks pass on what comes in; an audio track plays its clips whatever
     /// its input is, and takes no bus. A bus's legs are the paths that run on one of its channels
-    /// alone: their stored parent names another bus in many sessions.
+    /// alone: their stored parent names another bus in many sessions. A bus that was renamed goes
+    /// by the names that strips still know it by as well.
     BusTable(const std::vector<StripRow>& strips, const std::vector<RoutingRow>& routing,
              const std::vector<IoPath>& paths);
 
@@ -56,6 +57,7 @@ private:
     void enter_takers(const std::vector<StripRow>& strips, const std::vector<RoutingRow>& routing,
                       const std::vector<IoPath>& paths);
     void enter_channels(const std::vector<IoPath>& paths);
+    void enter_stored_names(const std::vector<RoutingRow>& routing);
 
     std::map<std::string, std::size_t> taker_of_name_;
     std::map<std::size_t, std::string> bus_of_taker_;

@@ -1,4 +1,4 @@
-// Channel counts. REAPER gives a track an even number of channels, two or more.
+// Channel counts. REAPER gives a track an even number of channels, 2 to 128.
 #include "mix/channel_counts.hpp"
 
 #include <algorithm>
@@ -10,26 +10,27 @@ namespace {
 constexpr int stereo_channels = 2;
 constexpr int pair_code = 1024;  // of a receive: the pairs that it brings stand above ten bits
 
-int even(int channels) {
-    return channels + channels % 2;
+/// The channels that REAPER has for so many of the session's.
+int reaper_channels(int channels) {
+    return std::min(channels + channels % 2, max_track_channels);
 }
 
 /// REAPER's code for a receive of all channels of its source; 0 brings the first pair.
 int width_code(int source_channels, int target_channels) {
-    const int width = even(source_channels);
+    const int width = reaper_channels(source_channels);
     if (width <= stereo_channels || width > target_channels) return 0;
     return width / 2 * pair_code;
 }
 
 void settle_count(TrackPlan& plan, int taken_width, RoutingTallies& tallies) {
-    int channels = std::max(stereo_channels, even(plan.channels));
+    int channels = std::max(stereo_channels, reaper_channels(plan.channels));
     if (taken_width > stereo_channels) {
-        channels = std::max(channels, even(taken_width));
+        channels = std::max(channels, reaper_channels(taken_width));
         ++tallies.wide_auxes;
     }
     if (!plan.key_receives.empty()) {
         const int keys = static_cast<int>(plan.key_receives.size());
-        channels = std::max(channels, 2 * keys + stereo_channels);
+        channels = std::max(channels, reaper_channels(2 * keys + stereo_channels));
         plan.parent_gets_first_pair = plan.mixer.plays_to_parent;
         if (plan.parent_gets_first_pair) ++tallies.tracks_passing_first_pair;
     }

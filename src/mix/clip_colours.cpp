@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 #include "base/formatted_text.hpp"
@@ -16,19 +18,16 @@ namespace {
 
 constexpr std::int32_t no_place = -2;
 
-/// The last place that Pro Tools gives out by itself; those behind it were picked by hand.
-constexpr std::int32_t last_auto_assigned_place = 47;
-
 /// The body of MIDI clips where the clip list's colours count: light blue, in the Classic theme.
 constexpr std::uint32_t midi_clip_colour = colour_is_set | 0xd7c090;
 
 /// A marker that a clip starts on counts, though one was placed in ticks and one in samples.
 constexpr double marker_slack_seconds = 1e-6;
 
-/// Two pieces of one placement follow each other: the passes of a loop.
-bool is_same_placement(const ClipItem& one, const ClipItem& other) {
-    return one.index_on_track == other.index_on_track && one.region == other.region &&
-           one.color_index == other.color_index;
+/// What all pieces of one placement share: the passes of a loop, the clips of a group. The legs of
+/// a pair have placements of their own.
+std::tuple<std::size_t, bool, double> placement_of(const ClipItem& clip) {
+    return {clip.index_on_track, !clip.group_name.empty(), clip.take_pan};
 }
 
 }  // namespace
@@ -75,7 +74,7 @@ void ClipColouring::note_own(std::int32_t place, std::optional<std::uint32_t> co
     tallies_.own_places.insert(place);
     if (quality == ColourQuality::invented) {
         ++tallies_.clips_off_palette;
-    } else if (place > last_auto_assigned_place) {
+    } else if (!is_auto_assigned(place)) {
         ++tallies_.clips_hand_picked;
     }
 }
@@ -104,13 +103,12 @@ std::optional<std::uint32_t> ClipColouring::coded_colour(const TrackShade& track
     return in_theme(shade.colour);
 }
 
-void ClipColouring::colour_own(std::vector<ClipItem>& clips) {
-    const ClipItem* before = nullptr;
+void ClipColouring::colour_own(std::vector<ClipItem>& clips, int legs) {
+    std::set<std::tuple<std::size_t, bool, double>> placements;
     for (ClipItem& clip : clips) {
         if (clip.color_index == no_place) continue;
         clip.colour = own_colour(clip.color_index);
-        if (before == nullptr || !is_same_placement(*before, clip)) ++coloured_placements_;
-        before = &clip;
+        if (placements.insert(placement_of(clip)).second) coloured_placements_ += legs;
     }
 }
 
@@ -120,10 +118,11 @@ void ClipColouring::colour_lanes(TrackPlan& plan, const TrackShade& coded) {
     std::map<std::string_view, std::uint32_t> colour_of_file;
     const auto note_files = [&](const std::vector<ClipItem>& clips) {
         for (const ClipItem& clip : clips) {
-            if (clip.colour) colour_of_file.try_emplace(clip.file, *clip.colour);
+            if (clip.colour && !clip.file.empty())
+                colour_of_file.try_emplace(clip.file, *clip.colour);
         }
     };
-    for (LanePlan& lane : plan.lanes) colour_own(lane.clips);
+    for (LanePlan& lane : plan.lanes) colour_own(lane.clips, 1);
     note_files(plan.clips);
     for (const LanePlan& lane : plan.lanes) note_files(lane.clips);
     for (LanePlan& lane : plan.lanes) {
@@ -180,7 +179,7 @@ void ClipColouring::colour_video(std::vector<VideoItem>& items, const TrackShade
 
 void ClipColouring::colour(TrackPlan& plan, const TrackShade& shade, const CodedTrack& coded) {
     const TrackShade by_coding = shade_by_coding(shade, coded);
-    colour_own(plan.clips);
+    colour_own(plan.clips, std::max(plan.folded_width, 1));
     // The lanes see what the clips of the playing list have of their own, and no more.
     colour_lanes(plan, by_coding);
     for (ClipItem& clip : plan.clips) {

@@ -36,7 +36,8 @@ public:
     void colour_video(std::vector<VideoItem>& items, const TrackShade& shade,
                       const CodedTrack& coded);
 
-    /// Placements that got a colour of their own; the passes of a loop count once.
+    /// Placements that got a colour of their own; the passes of a loop count once, and
+    /// so do the clips of a group.
     int coloured_placements() const { return coloured_placements_; }
 
 private:
@@ -48,7 +49,8 @@ private:
     std::optional<std::uint32_t> coded_colour(const TrackShade& track, double start_seconds);
 
     TrackShade shade_by_coding(const TrackShade& track, const CodedTrack& coded) const;
-    void colour_own(std::vector<ClipItem>& clips);
+    /// `legs`: of a fold, each of which has the placements that are written once.
+    void colour_own(std::vector<ClipItem>& clips, int legs);
     void colour_lanes(TrackPlan& plan, const TrackShade& coded);
     void colour_midi(TrackPlan& plan, const TrackShade& coded);
 

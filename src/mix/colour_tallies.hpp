@@ -23,7 +23,7 @@ struct ColourTallies {
     bool clip_colours_off = false;
 
     int tracks_own = 0;          ///< tracks whose colour is stored
-    int tracks_off_palette = 0;  ///< of those: with an invented colour
+    int tracks_off_palette = 0;  ///< of those: with a value that the palette does not have
     int tracks_by_scheme = 0;
     int tracks_without = 0;
     int instrument_feeds = 0;       ///< tracks that play a plug-in, which the scheme leaves alone

@@ -148,6 +148,7 @@ private:
         plan.is_midi = is_midi_row(row.type);
         plan.inactive = !row.active;
         const int width = widths_.channels_of(plan.session_name);
+        plan.width_unknown = width <= 0;
         if (width > 0) plan.channels = width;
         return plan;
     }

@@ -3,12 +3,13 @@
 
 #include <vector>
 
+#include "mix/channel_counts.hpp"
 #include "mix/plan_routes.hpp"
 
 namespace tanrove {
 
-/// REAPER's tracks have 128 channels: the first pair is the track's own.
-constexpr std::size_t max_key_pairs = 63;
+/// Of the channels that REAPER gives a track, the first pair is the track's own.
+constexpr std::size_t max_key_pairs = max_track_channels / 2 - 1;
 
 /// Wires each key to the track that takes its bus. Sources come in the order in which the plug-ins
 /// name them, each on a pair of its own from channels 3/4 on. A key that leads nowhere, or back to

@@ -123,11 +123,22 @@ void add_folders(TrackNeeds& needs, const std::vector<StripTableEntry>& strip_ta
     }
 }
 
+/// Adds the VCA masters of each track: without its master a track would play at another level. No
+/// more than 32 lead groups.
+void add_vca_masters(TrackNeeds& needs, const TrackGroups& groups) {
+    for (const auto& [master, fader_db] : groups.vca_fader_db) {
+        const std::uint32_t led = groups.bits.at(master).vca_lead;
+        for (const auto& [member, bits] : groups.bits) {
+            if ((bits.vca_follow & led) != 0) needs[member].push_back(master);
+        }
+    }
+}
+
 }  // namespace
 
 TrackNeeds track_needs(const std::vector<StripRoute>& routes,
                        const std::vector<StripTableEntry>& strip_table,
-                       const std::optional<FolderTable>& folder_table) {
+                       const std::optional<FolderTable>& folder_table, const TrackGroups& groups) {
     TrackNeeds needs;
     auto needed = needed_strips(routes);
     for (std::size_t i = 0; i < routes.size(); ++i) {
@@ -135,6 +146,7 @@ TrackNeeds track_needs(const std::vector<StripRoute>& routes,
         std::ranges::move(needed[i], std::back_inserter(names));
     }
     if (folder_table) add_folders(needs, strip_table, *folder_table);
+    add_vca_masters(needs, groups);
     return needs;
 }
 

@@ -9,6 +9,7 @@
 
 #include "mix/mixer_lookup.hpp"
 #include "mix/strip_routes.hpp"
+#include "mix/track_groups.hpp"
 #include "mix/track_plan.hpp"
 #include "session/folder_table.hpp"
 #include "session/inactive_tracks.hpp"
@@ -30,12 +31,12 @@ struct LeaveOutTallies {
 };
 
 /// The names of the tracks that a track needs, by its own name: where its output and sends lead,
-/// where its keys come from, the folder it lies in.
+/// where its keys come from, the folder it lies in, the VCA masters that it follows.
 using TrackNeeds = std::map<std::string, std::vector<std::string>, std::less<>>;
 
 TrackNeeds track_needs(const std::vector<StripRoute>& routes,
                        const std::vector<StripTableEntry>& strip_table,
-                       const std::optional<FolderTable>& folder_table);
+                       const std::optional<FolderTable>& folder_table, const TrackGroups& groups);
 
 /// Takes out the tracks that the options name, with the alternate playlists behind them, but none
 /// that a written track needs. What no strip row asked for stays.

@@ -38,6 +38,17 @@ const TrackDisplay* MixerLookup::display_of(const TrackPlan& plan) const {
     return &displays_[row->second];
 }
 
+std::vector<std::pair<const StripRow*, const TrackDisplay*>> MixerLookup::rows_without_track()
+    const {
+    std::vector<std::pair<const StripRow*, const TrackDisplay*>> found;
+    for (std::size_t i = 0; i < rows_.size() && i < displays_.size(); ++i) {
+        const bool makes_track =
+            rows_[i].type != StripRowType::master && rows_[i].type != StripRowType::video;
+        if (!makes_track) found.emplace_back(&rows_[i], &displays_[i]);
+    }
+    return found;
+}
+
 std::vector<const Strip*> MixerLookup::strips_without(const std::vector<TrackPlan>& plans,
                                                       const TrackNameSet& left_out) const {
     std::set<std::string_view> taken(left_out.begin(), left_out.end());

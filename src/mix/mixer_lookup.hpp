@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "mix/track_plan.hpp"
@@ -26,6 +27,10 @@ public:
 
     /// How the edit window shows the plan's track; nullptr if no row is named like it.
     const TrackDisplay* display_of(const TrackPlan& plan) const;
+
+    /// The rows that no track of the list is made for, master faders and video tracks, with how the
+    /// edit window shows them.
+    std::vector<std::pair<const StripRow*, const TrackDisplay*>> rows_without_track() const;
 
     /// The strips that have a record, and neither a row nor one of `plans` nor a name in
     /// `left_out`.

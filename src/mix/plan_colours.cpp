@@ -27,8 +27,7 @@ void plan_colours(const ColouredPlans& plans, const ColourInput& input, const Co
     tallies.track_colours_off = input.no_track_colours;
     tallies.clip_colours_off = input.no_clip_colours;
     const auto scheme = input.schemes;
-    const bool groups_count = scheme.track == by_group || scheme.clip == by_group;
-    if (groups_count) tallies.groups_without_slot = groups.without_slot;
+    if (scheme.track == by_group) tallies.groups_without_slot = groups.without_slot;
 
     const ChosenColours chosen(input.track_colours);
     ClipColouring clips(input.markers, tallies);

@@ -51,12 +51,12 @@ TrackNameSet folder_names(const FolderInput& folders) {
 /// Takes out the tracks that the run leaves out, from the folders as well, and returns their names.
 TrackNameSet prune_tracks(std::vector<TrackPlan>& tracks, const MixInput& input,
                           const std::vector<StripRow>& rows, const std::vector<StripRoute>& routes,
-                          FolderInput& folders, MixTallies& tallies) {
+                          const TrackGroups& groups, FolderInput& folders, MixTallies& tallies) {
     const TrackNameSet before = names_of(tracks);
     leave_out_click_tracks(tracks, rows, input.routing.rows, folder_names(folders), input.click,
                            tallies.click);
     leave_out_tracks(tracks, MixerLookup(input.strips, rows, input.displays), input.leave_out,
-                     track_needs(routes, folders.strip_table, folders.folder_table),
+                     track_needs(routes, folders.strip_table, folders.folder_table, groups),
                      tallies.leave_out);
     TrackNameSet left_out = names_left_out(before, tracks);
     forget_tracks(left_out, folders.strip_table, folders.folder_table);
@@ -81,7 +81,8 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     folders.folder_table = std::move(input.folder_table);
     mix.tracks = assemble_tracks(std::move(input.assembly), tallies.tracks);
     attach_midi(mix.tracks, std::move(input.midi), rows, tallies.tracks, tallies.midi);
-    const TrackNameSet left_out = prune_tracks(mix.tracks, input, rows, routes, folders, tallies);
+    const TrackNameSet left_out =
+        prune_tracks(mix.tracks, input, rows, routes, groups, folders, tallies);
     set_group_flags(mix.tracks, groups);
 
     const StripPlans strip_plans(mix.tracks, rows);

@@ -46,6 +46,16 @@ bool is_off(const RoutingSend& send) {
     return send.mute_lane.points.empty() && send.mute_lane.initial != 0;
 }
 
+/// A source of unknown width is stereo if its send has the two knobs of one, or their defaults.
+bool is_mono_source(const TrackPlan& plan, const RoutingSend& send) {
+    constexpr int two_knobs = 2;
+    if (plan.width_unknown) {
+        return send.pan_kind != two_knobs &&
+               (send.pan != hard_left || send.pan_right != hard_right);
+    }
+    return plan.channels < stereo_channels;
+}
+
 bool has_moved_knobs(const RoutingSend& send) {
     constexpr int one_knob = 1;
     return send.pan_kind != one_knob && (send.pan != hard_left || send.pan_right != hard_right);
@@ -88,12 +98,12 @@ private:
         }
         if (route.is_mono) return 0;
         const TrackPlan& plan = plans_[source];
-        if (plan.channels < stereo_channels) {
+        if (is_mono_source(plan, send)) {
             const double pan = pan_of_mono(send);
             if (pan != 0) ++tallies_.panned_sends;
             return pan;
         }
-        if (plan.channels == stereo_channels && has_moved_knobs(send) &&
+        if (plan.channels <= stereo_channels && has_moved_knobs(send) &&
             with_moved_knobs_.insert(source).second) {
             tallies_.two_knob_tracks.push_back(plan.name);
         }
@@ -102,7 +112,9 @@ private:
 
     void add_envelope(ReceivePlan& receive, const char* block, EnvelopeKind kind,
                       const Lane& lane) {
-        if (!lane.points.empty()) receive.envelopes.push_back(envelope_(block, kind, lane));
+        if (lane.points.empty()) return;
+        EnvelopePlan envelope = envelope_(block, kind, lane);
+        if (!envelope.points.empty()) receive.envelopes.push_back(std::move(envelope));
     }
 
     std::vector<TrackPlan>& plans_;

@@ -26,7 +26,7 @@ TrackShade ChosenColours::shade_of(const TrackPlan& plan, std::size_t list_place
     if (chosen != place_of_name_.end()) {
         shade.colour = trackColour(chosen->second, shade.quality);
         ++tallies.tracks_own;
-        if (shade.quality == ColourQuality::invented) ++tallies.tracks_off_palette;
+        if (!is_track_palette_index(chosen->second)) ++tallies.tracks_off_palette;
         return shade;
     }
     CodedTrack coded;

@@ -33,7 +33,7 @@ public:
                         ColourTallies& tallies) const;
 
 private:
-    std::map<std::string_view, std::int32_t> place_of_name_;
+    std::map<std::string_view, std::int16_t> place_of_name_;
 };
 
 }  // namespace tanrove

@@ -4,6 +4,8 @@
 #include <set>
 #include <utility>
 
+#include "mix/strip_names.hpp"
+
 namespace tanrove {
 
 std::string printable_line(std::string_view text) {
@@ -40,6 +42,12 @@ std::vector<TrackComment> place_comments(std::vector<TrackPlan>& plans, const Mi
         tallies.tracks.push_back(plan.name);
         if (place == CommentPlace::items) plan.comment_lines = std::move(lines);
         if (place == CommentPlace::project_notes) notes.push_back({plan.name, display->comment});
+    }
+    for (const auto& [row, display] : mixer.rows_without_track()) {
+        if (comment_lines(display->comment).empty()) continue;
+        tallies.tracks.push_back(shown_name(*row));
+        ++tallies.without_item;
+        if (place != CommentPlace::nowhere) notes.push_back({shown_name(*row), display->comment});
     }
     return notes;
 }

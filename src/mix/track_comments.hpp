@@ -21,6 +21,7 @@ struct TrackComment {
 struct CommentTallies {
     std::vector<std::string> tracks;  ///< that have a comment
     CommentPlace place = CommentPlace::project_notes;
+    int without_item = 0;  ///< of master faders and video tracks: in the notes, if anywhere
 };
 
 /// The text without what a line of notes cannot hold: control characters other than tabs.
@@ -30,8 +31,9 @@ std::string printable_line(std::string_view text);
 /// text.
 std::vector<std::string> comment_lines(std::string_view comment);
 
-/// The comments for the project's notes, in track order; or none, and the lines of each in its
-/// plan; or neither. The legs of a track share its comment, and the first takes it.
+/// The comments for the project's notes, in track order; or the lines of each in its plan; or
+/// neither. The legs of a track share its comment, and the first takes it. Those of master faders
+/// and video tracks, which have no plan, go to the notes in either case.
 std::vector<TrackComment> place_comments(std::vector<TrackPlan>& plans, const MixerLookup& mixer,
                                          CommentPlace place, CommentTallies& tallies);
 

@@ -56,13 +56,30 @@ double EnvelopePlanner::seconds(const Lane& lane, double position) const {
     return std::max(0.0, lane.in_ticks ? clock_.seconds(position) : position / rate_hz_);
 }
 
+/// True the first time that a lane is planned, and as long as copies are left.
+bool EnvelopePlanner::may_plan(const Lane& lane) {
+    if (planned_.insert(&lane).second) return true;
+    if (lane.points.size() > copied_points_left_) return false;
+    copied_points_left_ -= lane.points.size();
+    return true;
+}
+
 EnvelopePlan EnvelopePlanner::plan(std::string block, EnvelopeKind kind, const Lane& lane,
                                    EnvelopeTallies& tallies) {
-    if (!in_time_order(lane.points)) return plan(std::move(block), kind, ordered(lane), tallies);
+    const bool is_past_limit = !lane.points.empty() && !may_plan(lane);
+    tallies.lanes_past_limit += is_past_limit ? 1 : 0;
+    if (lane.points.empty() || is_past_limit) {
+        return {.block = std::move(block), .kind = kind, .points = {}};
+    }
+    if (in_time_order(lane.points)) return plan_in_order(std::move(block), kind, lane, tallies);
+    return plan_in_order(std::move(block), kind, ordered(lane), tallies);
+}
+
+EnvelopePlan EnvelopePlanner::plan_in_order(std::string block, EnvelopeKind kind, const Lane& lane,
+                                            EnvelopeTallies& tallies) {
     EnvelopePlan envelope;
     envelope.block = std::move(block);
     envelope.kind = kind;
-    if (lane.points.empty()) return envelope;
     const int shape = kind == EnvelopeKind::mute ? square_shape : linear_shape;
     envelope.points.reserve(lane.points.size() + 1);
     envelope.points.push_back({0, envelope_value(kind, lane.initial), shape});
@@ -91,7 +108,10 @@ void EnvelopePlanner::follow_ramp(const Lane& lane, const LanePoint& from, const
         const double at =
             seconds(lane, from.position + step.fraction * (to.position - from.position));
         if (at - points.back().seconds < sample || end - at < sample) continue;
-        if (ramp_points_left_ == 0) break;
+        if (ramp_points_left_ == 0) {
+            ++tallies.ramps_past_limit;
+            break;
+        }
         --ramp_points_left_;
         points.push_back({at, gain_of_db(step.db), linear_shape});
         ++added;

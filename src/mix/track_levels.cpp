@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace tanrove {
@@ -61,6 +62,15 @@ bool moves_panner(const Strip& strip) {
                        });
 }
 
+bool moves_knobs(const Strip& strip) {
+    return has_points(strip.pan_lane) || is_dual_panned(strip);
+}
+
+/// True for a mono or stereo strip: a wider one has a panner, which is no pan of a track's.
+bool has_one_pan(const TrackPlan& plan, const Strip& strip) {
+    return !strip.surround && plan.channels <= 2;
+}
+
 /// An unmerged leg of a stereo track plays its own side and no more.
 bool is_leg(const TrackPlan& plan) {
     return plan.leg_pan != 0;
@@ -72,9 +82,9 @@ public:
     Levels(const OutputSides& sides, EnvelopePlanner& envelopes, LevelTallies& tallies)
         : sides_(sides), envelopes_(envelopes), tallies_(tallies) {}
 
-    void plan(TrackPlan& plan, const Strip* strip, const TrackDisplay* display) {
+    void plan(TrackPlan& plan, const Strip* strip, const TrackDisplay* display, bool sends_move) {
         if (strip != nullptr) plan_envelopes(plan, *strip);
-        plan_mode(plan, display);
+        plan_mode(plan, display, sends_move);
         if (strip != nullptr) plan_fader(plan, *strip);
         plan_pan(plan, strip);
     }
@@ -82,16 +92,17 @@ public:
 private:
     void add(TrackPlan& plan, const char* block, EnvelopeKind kind, const Lane& lane) {
         if (!has_points(lane)) return;
-        plan.envelopes.push_back(envelopes_.plan(block, kind, lane, tallies_.envelopes));
+        EnvelopePlan envelope = envelopes_.plan(block, kind, lane, tallies_.envelopes);
+        if (!envelope.points.empty()) plan.envelopes.push_back(std::move(envelope));
     }
 
     void plan_envelopes(TrackPlan& plan, const Strip& strip) {
         add(plan, "VOLENV2", EnvelopeKind::volume, strip.volume_lane);
         add(plan, "MUTEENV", EnvelopeKind::mute, strip.mute_lane);
-        if (strip.surround) {
-            if (moves_panner(strip)) ++tallies_.panners_left_still;
-        } else if (!is_leg(plan)) {
+        if (has_one_pan(plan, strip)) {
             add_pan(plan, strip);
+        } else if (moves_panner(strip) || moves_knobs(strip)) {
+            ++tallies_.panners_left_still;
         }
         add(plan, "VOLENV3", EnvelopeKind::volume, strip.fifth_lane);
     }
@@ -99,6 +110,11 @@ private:
     void add_pan(TrackPlan& plan, const Strip& strip) {
         if (!is_dual_panned(strip)) {
             add(plan, "PANENV2", EnvelopeKind::pan, strip.pan_lane);
+            return;
+        }
+        if (is_leg(plan)) {  // has the knob of its side
+            const Lane& knob = plan.leg_pan < 0 ? strip.dual_pan_lane : strip.pan_right_lane;
+            add(plan, "PANENV2", EnvelopeKind::pan, knob);
             return;
         }
         add(plan, "DUALPANENVL", EnvelopeKind::pan, strip.dual_pan_lane);
@@ -109,12 +125,13 @@ private:
 
     /// Trim/Read would apply the fader on top of its own automation, so an automated track of which
     /// no mode is known reads. Where the mode is off, Pro Tools ignores what the lanes hold.
-    void plan_mode(TrackPlan& plan, const TrackDisplay* display) {
+    void plan_mode(TrackPlan& plan, const TrackDisplay* display, bool sends_move) {
         const auto stored = display == nullptr ? std::nullopt : display->automation_mode;
-        const bool is_automated = !plan.envelopes.empty();
+        const bool is_automated = !plan.envelopes.empty() || sends_move;
         const bool is_off = stored == AutomationMode::off;
         const int mode = reaper_mode(stored, is_automated);
         plan.mixer.automation_mode = mode;
+        plan.mixer.automation_off = is_off;
         for (EnvelopePlan& envelope : plan.envelopes) {
             envelope.active = !is_off;
             envelope.armed = arms_envelopes(mode) && envelope.block != "VOLENV3";
@@ -144,20 +161,32 @@ private:
         plan.mixer.pan = plan.leg_pan;
         const bool has_panner = strip != nullptr && strip->surround;
         if (plan.strip_is_mono && !has_panner) plan.pan_mode = balance_pan;
-        if (strip != nullptr && !is_leg(plan) && !has_panner) plan_knobs(plan, *strip);
+        if (strip != nullptr && has_one_pan(plan, *strip)) plan_knobs(plan, *strip);
         if (const auto side = sides_.find(plan.session_name);
             side != sides_.end() && !plan.is_alternate) {
             plan.mixer.pan = 0;
             plan.mixer.dual_pan_left = side->second;
             plan.mixer.dual_pan_right = side->second;
             plan.pan_mode = dual_pan;
+            // Pro Tools has no pan on such an output.
+            for (EnvelopePlan& envelope : plan.envelopes) {
+                envelope.active = envelope.active && envelope.kind != EnvelopeKind::pan;
+            }
             tallies_.one_sided.push_back(plan.name);
         }
         if (plan.is_basic_folder) plan.pan_mode = dual_pan;
-        if (strip != nullptr && plan.channels > 2) tallies_.wide_strips.push_back(plan.name);
+        const bool is_wide = strip != nullptr && plan.channels > 2;
+        if (is_wide && wide_.insert(strip).second) tallies_.wide_strips.push_back(plan.name);
     }
 
     static void plan_knobs(TrackPlan& plan, const Strip& strip) {
+        if (!is_leg(plan)) set_knobs(plan, strip);
+        const bool pan_moves =
+            moves(plan, "PANENV2") || moves(plan, "DUALPANENVL") || moves(plan, "DUALPANENV");
+        if (pan_moves) plan.mixer.pan = 0;
+    }
+
+    static void set_knobs(TrackPlan& plan, const Strip& strip) {
         const double left = strip.pan / hundredths;
         const double right = strip.pan_right / hundredths;
         plan.mixer.pan = std::clamp(strip.stereo ? (left + right) * 0.5 : left, -1.0, 1.0);
@@ -166,9 +195,6 @@ private:
             plan.mixer.dual_pan_right = std::clamp(right, -1.0, 1.0);
             plan.pan_mode = dual_pan;
         }
-        const bool pan_moves =
-            moves(plan, "PANENV2") || moves(plan, "DUALPANENVL") || moves(plan, "DUALPANENV");
-        if (pan_moves) plan.mixer.pan = 0;
     }
 
     static bool moves(const TrackPlan& plan, std::string_view block) {
@@ -181,16 +207,41 @@ private:
     const OutputSides& sides_;
     EnvelopePlanner& envelopes_;
     LevelTallies& tallies_;
+    std::set<const Strip*> wide_;  ///< those that were counted
 };
+
+/// For each plan whether a send of it moves.
+std::vector<bool> find_moving_sends(const std::vector<TrackPlan>& plans) {
+    std::vector<bool> sends_move(plans.size(), false);
+    for (const TrackPlan& plan : plans) {
+        for (const ReceivePlan& receive : plan.receives) {
+            if (!receive.envelopes.empty()) sends_move[receive.source] = true;
+        }
+    }
+    return sends_move;
+}
+
+/// Where a track's automation is off, that of its sends is.
+void settle_send_envelopes(std::vector<TrackPlan>& plans) {
+    for (TrackPlan& plan : plans) {
+        for (ReceivePlan& receive : plan.receives) {
+            if (!plans[receive.source].mixer.automation_off) continue;
+            for (EnvelopePlan& envelope : receive.envelopes) envelope.active = false;
+        }
+    }
+}
 
 }  // namespace
 
 void plan_levels(std::vector<TrackPlan>& plans, const MixerLookup& mixer, const OutputSides& sides,
                  EnvelopePlanner& envelopes, LevelTallies& tallies) {
     Levels levels(sides, envelopes, tallies);
-    for (TrackPlan& plan : plans) {
-        levels.plan(plan, mixer.strip_of(plan), mixer.display_of(plan));
+    const std::vector<bool> sends_move = find_moving_sends(plans);
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        TrackPlan& plan = plans[i];
+        levels.plan(plan, mixer.strip_of(plan), mixer.display_of(plan), sends_move[i]);
     }
+    settle_send_envelopes(plans);
 }
 
 std::vector<TrackPlan> plan_strip_tracks(const std::vector<TrackPlan>& plans,
@@ -203,7 +254,7 @@ std::vector<TrackPlan> plan_strip_tracks(const std::vector<TrackPlan>& plans,
         TrackPlan& plan = tracks.emplace_back();
         plan.name = strip->name;
         plan.session_name = strip->name;
-        levels.plan(plan, strip, nullptr);
+        levels.plan(plan, strip, nullptr, false);
     }
     return tracks;
 }

@@ -29,7 +29,8 @@ struct MixerPlan {
     double pan = 0;   ///< -1 left to +1 right
     double dual_pan_left = -1;
     double dual_pan_right = 1;
-    int automation_mode = 0;  ///< REAPER's: 0 trim/read, 1 read, 2 touch, 3 write, 4 latch
+    int automation_mode = 0;      ///< REAPER's: 0 trim/read, 1 read, 2 touch, 3 write, 4 latch
+    bool automation_off = false;  ///< Pro Tools plays none of it, nor that of the sends
     bool soloed = false;
     bool solo_safe = false;
     bool polarity_inverted = false;
@@ -108,6 +109,7 @@ struct TrackPlan {
     bool voice_off = false;
 
     int channels = 1;  ///< 2 for a merged pair, the legs of a fold, the width of a bare strip
+    bool width_unknown = false;  ///< `channels` is not what the session says, only what is written
     bool is_bare_strip = false;  ///< made for a strip or folder that no channel of clips belongs to
     int folded_width = 0;        ///< legs of a surround fold, else 0
     TrackTimebase timebase = TrackTimebase::unknown;

@@ -64,11 +64,16 @@ void write_pan_law(TextSink& out, const PanLaw& law) {
     if (law.flags != 0) out.line(1, "PANLAWFLAGS %d", law.flags);
 }
 
-void write_master(TextSink& out, const MasterPlan& master) {
+/// Returns the points of its envelopes.
+int write_master(TextSink& out, const MasterPlan& master) {
     out.line(1, "MASTER_VOLUME %.9f %.6f -1 -1.000000 1.000000", master.gain, master.pan);
     out.line(1, "MASTER_PANMODE 3");
     if (master.has_fader) out.line(1, "MASTERAUTOMODE 1");
-    for (const EnvelopePlan& envelope : master.envelopes) write_envelope(out, 1, envelope);
+    int points = 0;
+    for (const EnvelopePlan& envelope : master.envelopes) {
+        points += write_envelope(out, 1, envelope);
+    }
+    return points;
 }
 
 }  // namespace
@@ -97,7 +102,7 @@ HeadPlan plan_project_head(const HeadRecords& records, bool tempo_ramps, HeadTal
     };
 }
 
-void write_project_head(TextSink& out, const HeadPlan& plan) {
+int write_project_head(TextSink& out, const HeadPlan& plan) {
     out.line(0, "<REAPER_PROJECT 0.1 \"7.0\" 0");
     write_notes(out, plan.notes);
     write_edit_modes(out);
@@ -112,7 +117,7 @@ void write_project_head(TextSink& out, const HeadPlan& plan) {
     if (plan.grid.quarter_notes) {
         out.line(1, "GRID 3199 8 %.14g 8 1 0 0 0", *plan.grid.quarter_notes);
     }
-    write_master(out, plan.master);
+    return write_master(out, plan.master);
 }
 
 void write_project_end(TextSink& out) {

@@ -64,8 +64,9 @@ struct HeadTallies {
 /// Everything but `notes` and `master`, which come from the tracks and the mixer.
 HeadPlan plan_project_head(const HeadRecords& records, bool tempo_ramps, HeadTallies& tallies);
 
-/// Opens the project and leaves it open for the tracks.
-void write_project_head(TextSink& out, const HeadPlan& plan);
+/// Opens the project and leaves it open for the tracks. Returns the points of the master's
+/// envelopes.
+int write_project_head(TextSink& out, const HeadPlan& plan);
 
 /// Closes the project.
 void write_project_end(TextSink& out);

@@ -23,8 +23,8 @@ struct WrittenTallies {
     int locked_clips = 0;       ///< items, of audio and MIDI
     int time_tracks = 0;        ///< of `tracks`: their items keep their times
     int beats_tracks = 0;       ///< of `tracks`: their items keep their bars and beats
-    int automation_points = 0;  ///< of track envelopes, those that follow the fader included
-    int automated_tracks = 0;   ///< tracks with such points
+    int automation_points = 0;  ///< of tracks and the master, those that follow the fader included
+    int automated_tracks = 0;   ///< tracks with such points; the master counts
     int send_points = 0;        ///< of the envelopes of sends
 };
 

@@ -6,12 +6,6 @@
 
 namespace tanrove {
 
-namespace {
-
-constexpr std::size_t max_quoted_names = 12;
-
-}  // namespace
-
 void print_send_points(TextBuffer& out, const WrittenTallies& written) {
     print_count(out, written.send_points, "  %d send automation points\n");
 }
@@ -45,7 +39,7 @@ void print_automation_modes(TextBuffer& out, const LevelTallies& tallies) {
             "      every envelope written INACTIVE, so the moves are kept but not\n"
             "      played -- the same thing Pro Tools does.\n",
             static_cast<int>(tallies.automation_off.size()),
-            quoted_names(tallies.automation_off, max_quoted_names).c_str());
+            quoted_names(tallies.automation_off, no_cap).c_str());
     }
     print_count(out, tallies.other_modes,
                 "  %d track(s) use an automation mode other than Read and arrive\n"
@@ -54,11 +48,18 @@ void print_automation_modes(TextBuffer& out, const LevelTallies& tallies) {
 }
 
 void print_followed_ramps(TextBuffer& out, const EnvelopeTallies& tallies) {
-    if (tallies.followed_ramps == 0) return;
-    out.print(
-        "  %d volume automation ramp(s) follow Pro Tools' fader between their\n"
-        "      two breakpoints: %d points added along the way.\n",
-        tallies.followed_ramps, tallies.ramp_points);
+    if (tallies.followed_ramps > 0) {
+        out.print(
+            "  %d volume automation ramp(s) follow Pro Tools' fader between their\n"
+            "      two breakpoints: %d points added along the way.\n",
+            tallies.followed_ramps, tallies.ramp_points);
+    }
+    print_count(out, tallies.ramps_past_limit,
+                "  NOTE: %d volume automation ramp(s) are straight lines of gain\n"
+                "      instead: this session has more ramps than a mix can have.\n");
+    print_count(out, tallies.lanes_past_limit,
+                "  WARNING: %d automation lane(s) are NOT written: tracks that could not\n"
+                "      be merged would each repeat them, and there is no end to it.\n");
 }
 
 }  // namespace tanrove

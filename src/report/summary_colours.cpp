@@ -127,8 +127,8 @@ void print_own_clips(TextBuffer& out, const ColourTallies& tallies) {
                 "      session in.\n");
     print_count(out, tallies.coloured_rows_left,
                 "      NOTE: %d further colored placement(s) in the session\n"
-                "      are no clips of this project: clip groups, and playlists\n"
-                "      that were left out.\n");
+                "      are no clips of this project: they, or the playlists that\n"
+                "      they lie on, were left out.\n");
 }
 
 void print_theme(TextBuffer& out, const ColourTallies& tallies) {
@@ -170,12 +170,10 @@ void print_colour_options(TextBuffer& out, const ColourTallies& tallies) {
             "      %d would carry one otherwise.\n",
             tallies.tracks_own + tallies.tracks_by_scheme);
     }
-    if (tallies.clip_colours_off) {
-        out.print(
-            "  --no-clip-colors: %d clip(s) that would carry a color are\n"
-            "      in their track's color instead.\n",
-            coloured_clips(tallies));
-    }
+    if (!tallies.clip_colours_off) return;
+    print_count(out, coloured_clips(tallies),
+                "  --no-clip-colors: %d clip(s) that would carry a color are\n"
+                "      in their track's color instead.\n");
 }
 
 void print_track_colours(TextBuffer& out, const ColourTallies& tallies) {
@@ -185,8 +183,9 @@ void print_track_colours(TextBuffer& out, const ColourTallies& tallies) {
     print_without_colour(out, tallies);
     print_count(out, tallies.tracks_off_palette,
                 "  NOTE: %d track record(s) held a value where the color belongs\n"
-                "      that is no place on Pro Tools' palette. Those tracks are given\n"
-                "      a distinct color, whose shade is invented.\n");
+                "      that is not on Pro Tools' track palette. Those tracks are given\n"
+                "      a color of their own, which may not be the shade that Pro Tools\n"
+                "      shows.\n");
 }
 
 void print_colour_coding(TextBuffer& out, const ColourTallies& tallies) {

@@ -8,26 +8,26 @@ namespace tanrove {
 
 namespace {
 
-/// A sentence that ends in a colon, with a name a line behind it.
+/// A sentence that ends in a colon, with the names behind it.
 void print_named(TextBuffer& out, const std::vector<std::string>& names, CountText text) {
     if (!print_count(out, static_cast<int>(names.size()), text)) return;
-    out.append(one_name_a_line(names, no_cap));
+    out.append(quoted_names(names, no_cap) + "\n");
 }
 
 void print_moves(TextBuffer& out, const FolderTallies& tallies) {
     print_named(out, tallies.folders_moved,
                 "      %d Basic folder(s) sat inside a Routing folder in Pro Tools, where their\n"
                 "      tracks skip that folder's fader and inserts. REAPER would send them\n"
-                "      through it, so they follow it here instead of sitting inside it:\n");
+                "      through it, so they follow it here instead of sitting inside it:");
     print_named(out, tallies.tracks_moved,
                 "      %d track(s) sat inside a Routing folder in Pro Tools but play to the\n"
                 "      main output, not through the folder (their output is not the folder),\n"
-                "      so they follow the folder here instead of sitting inside it:\n");
+                "      so they follow the folder here instead of sitting inside it:");
     print_named(out, tallies.could_not_move,
                 "      %d track(s) or Basic folder(s) inside a Routing folder could not be\n"
                 "      moved out (tracks routed into that folder follow them), so in REAPER\n"
                 "      they play through that folder's fader, which Pro Tools does not do.\n"
-                "      Move them out by hand:\n");
+                "      Move them out by hand:");
 }
 
 }  // namespace
@@ -59,7 +59,7 @@ void print_folders(TextBuffer& out, const FolderTallies& tallies) {
     print_named(out, tallies.not_written,
                 "      %d folder(s) could not be written as folders because their members\n"
                 "      are not written next to them (a MIDI or instrument member, or an\n"
-                "      unmatched track):\n");
+                "      unmatched track):");
 }
 
 }  // namespace tanrove

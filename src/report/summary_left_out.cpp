@@ -8,12 +8,10 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::size_t max_quoted_names = 12;
-
-/// A sentence that ends in a colon, with a name a line behind it.
+/// A sentence that ends in a colon, with the names behind it.
 void print_named(TextBuffer& out, const std::vector<std::string>& names, CountText text) {
     if (!print_count(out, static_cast<int>(names.size()), text)) return;
-    out.append(one_name_a_line(names, no_cap));
+    out.append(quoted_names(names, no_cap) + "\n");
 }
 
 }  // namespace
@@ -32,13 +30,12 @@ void print_left_out_tracks(TextBuffer& out, const ClickTallies& clicks,
     if (!clicks.left_out.empty()) {
         out.print("  %d Click track(s) left out (--no-click):%s\n",
                   static_cast<int>(clicks.left_out.size()),
-                  quoted_names(clicks.left_out, max_quoted_names).c_str());
+                  quoted_names(clicks.left_out, no_cap).c_str());
     }
-    print_named(out, tallies.hidden, "  %d hidden track(s) left out (--skip-hidden-tracks):\n");
-    print_named(out, tallies.inactive,
-                "  %d inactive track(s) left out (--skip-inactive-tracks):\n");
+    print_named(out, tallies.hidden, "  %d hidden track(s) left out (--skip-hidden-tracks):");
+    print_named(out, tallies.inactive, "  %d inactive track(s) left out (--skip-inactive-tracks):");
     print_named(out, tallies.kept,
-                "  %d hidden or inactive track(s) KEPT, because a written track needs them:\n");
+                "  %d hidden or inactive track(s) KEPT, because a written track needs them:");
     for (const std::string& name : clicks.kept_whole) {
         out.print(
             "  \"%s\" holds a Click II but also something else (inserts, sends, clips or\n"

@@ -11,7 +11,6 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::size_t max_quoted_names = 12;
 constexpr std::size_t max_name_lines = 8;
 
 int count_of(const std::vector<std::string>& names) {
@@ -33,12 +32,11 @@ void print_views_and_solos(TextBuffer& out, const ViewTallies& views, const Solo
                 "      the session stores it.\n");
     if (!solos.soloed.empty()) {
         out.print("  %d track(s) are SOLOED in the session and arrive soloed:%s\n",
-                  count_of(solos.soloed), quoted_names(solos.soloed, max_quoted_names).c_str());
+                  count_of(solos.soloed), quoted_names(solos.soloed, no_cap).c_str());
     }
     if (!solos.solo_safe.empty()) {
         out.print("  %d track(s) are SOLO SAFE and arrive solo-defeated:%s\n",
-                  count_of(solos.solo_safe),
-                  quoted_names(solos.solo_safe, max_quoted_names).c_str());
+                  count_of(solos.solo_safe), quoted_names(solos.solo_safe, no_cap).c_str());
     }
 }
 

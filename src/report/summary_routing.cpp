@@ -8,7 +8,7 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::size_t max_names_on_a_line = 12;
+constexpr std::size_t max_without_output = 12;
 
 constexpr CountRow<RoutingTallies> send_detail_rows[] = {
     {&RoutingTallies::panned_sends, "      %d send(s) panned off center, carried\n"},
@@ -41,7 +41,7 @@ int count_of(const std::vector<std::string>& names) {
 }
 
 std::string listed(const std::vector<std::string>& names) {
-    return quoted_names(names, max_names_on_a_line);
+    return quoted_names(names, no_cap);
 }
 
 void print_two_knob_tracks(TextBuffer& out, const std::vector<std::string>& tracks) {
@@ -86,7 +86,8 @@ void print_tracks_without_output(TextBuffer& out, const RoutingTallies& tallies)
     out.print(
         "  %d track(s) have NO OUTPUT in Pro Tools, so they reach the mix only through\n"
         "      their sends (or not at all); REAPER's master send is off on them:%s\n",
-        count_of(tallies.without_output), listed(tallies.without_output).c_str());
+        count_of(tallies.without_output),
+        quoted_names(tallies.without_output, max_without_output).c_str());
 }
 
 void print_send_details_and_outputs(TextBuffer& out, const RoutingTallies& tallies) {

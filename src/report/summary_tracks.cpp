@@ -8,8 +8,6 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::size_t max_commented_names = 12;
-
 void print_unpaired_tracks(TextBuffer& out, const TimelineTallies& tallies) {
     if (tallies.unpaired_tracks > 0) {
         out.print(
@@ -50,7 +48,7 @@ void print_comments(TextBuffer& out, const CommentTallies& tallies) {
     if (tallies.tracks.empty()) return;
     out.print("  %d track(s) carry a COMMENT in Pro Tools:%s\n",
               static_cast<int>(tallies.tracks.size()),
-              quoted_names(tallies.tracks, max_commented_names).c_str());
+              quoted_names(tallies.tracks, no_cap).c_str());
     switch (tallies.place) {
         case CommentPlace::project_notes:
             return out.append(
@@ -59,9 +57,13 @@ void print_comments(TextBuffer& out, const CommentTallies& tallies) {
         case CommentPlace::nowhere:
             return out.append("      NOT WRITTEN (--comments none).\n");
         case CommentPlace::items:
-            return out.append(
+            out.append(
                 "      Each arrives as the notes of a small empty item at the\n"
                 "      start of its track.\n");
+            print_count(out, tallies.without_item,
+                        "      %d of them, of master faders and video tracks, are in the\n"
+                        "      project notes instead.\n");
+            return;
     }
 }
 

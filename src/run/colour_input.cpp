@@ -18,10 +18,13 @@ int coloured(const std::vector<std::int32_t>& places) {
            static_cast<int>(std::ranges::count(places, no_colour));
 }
 
-int coloured_fades(const PlaylistDetail& list) {
+/// Fades have no colour of their own, and rows that are not live place nothing.
+int coloured_placements(const PlaylistDetail& list) {
     int count = 0;
-    for (std::size_t i = 0; i < list.colours.size() && i < list.is_fade.size(); ++i) {
-        if (list.is_fade[i] != 0 && list.colours[i] != no_colour) ++count;
+    for (std::size_t i = 0; i < list.colours.size(); ++i) {
+        const bool is_fade = i < list.is_fade.size() && list.is_fade[i] != 0;
+        const bool is_live = i >= list.live.size() || list.live[i] != 0;
+        if (is_live && !is_fade && list.colours[i] != no_colour) ++count;
     }
     return count;
 }
@@ -48,7 +51,7 @@ ColourInput colour_input(const RunOptions& options, const ColourTheme& theme,
         if (!marker.end_seconds) input.markers.push_back({marker.start_seconds, marker.colour});
     }
     for (const PlaylistDetail& list : clips.details) {
-        input.coloured_placements += coloured(list.colours) - coloured_fades(list);
+        input.coloured_placements += coloured_placements(list);
     }
     for (const MidiPlaylistDetail& list : midi.playlists) {
         input.coloured_placements += coloured(list.colours);

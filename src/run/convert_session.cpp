@@ -102,7 +102,11 @@ std::int32_t Conversion::run() {
     if (!write_project(project_, options_, project_path_, media, movies, tallies_)) {
         return not_converted;
     }
-    if (!options_.check_only) run_post_passes(project_, project_path_, tallies_);
+    if (options_.check_only) {
+        foresee_post_passes(project_, tallies_);
+    } else {
+        run_post_passes(project_, project_path_, tallies_);
+    }
     give_account(*opened->file, version, image, media, clips);
     return converted;
 }

@@ -64,7 +64,9 @@ bool write_project(const ProjectPlan& project, const RunOptions& options, const 
     bool failed = false;
     {
         TextSink out(stream);
-        write_project_head(out, project.head);
+        const int master_points = write_project_head(out, project.head);
+        tallies.written.automation_points += master_points;
+        tallies.written.automated_tracks += master_points > 0 ? 1 : 0;
         write_all_tracks(out, project, options, path, media, movies, tallies);
         write_project_end(out);
         out.flush();
@@ -79,6 +81,9 @@ bool write_project(const ProjectPlan& project, const RunOptions& options, const 
 }
 
 void run_post_passes(const ProjectPlan& project, const std::string& path, RunTallies& tallies) {
+    // A device or a pipe holds nothing that could be read again.
+    std::error_code error;
+    if (!std::filesystem::is_regular_file(path, error)) return;
     const bool video_behind_others =
         !project.mix.video.tracks.empty() && !project.mix.tracks.empty();
     if (project.mix.video.stands_first && video_behind_others) {
@@ -93,6 +98,19 @@ void run_post_passes(const ProjectPlan& project, const std::string& path, RunTal
     track.in_front_of = project.mix.master.track_in_front_of;
     tallies.mix.master.tracks_through_master =
         static_cast<int>(give_master_its_track(path, track, real_disk()));
+}
+
+void foresee_post_passes(const ProjectPlan& project, RunTallies& tallies) {
+    if (!project.mix.master.wants_own_track) return;
+    int depth = 0;
+    int senders = project.mix.has_solo_track ? 1 : 0;
+    for (const auto* list : {&project.mix.tracks, &project.mix.strip_tracks}) {
+        for (const TrackPlan& plan : *list) {
+            if (depth == 0 && plan.mixer.plays_to_parent) ++senders;
+            depth += plan.folder.depth;
+        }
+    }
+    tallies.mix.master.tracks_through_master = senders;
 }
 
 }  // namespace tanrove

@@ -20,4 +20,7 @@ bool write_project(const ProjectPlan& project, const RunOptions& options, const 
 /// What can only be decided on the whole text. A pass that fails leaves the project as it is.
 void run_post_passes(const ProjectPlan& project, const std::string& path, RunTallies& tallies);
 
+/// Counts what the passes would do, where no project is written.
+void foresee_post_passes(const ProjectPlan& project, RunTallies& tallies);
+
 }  // namespace tanrove

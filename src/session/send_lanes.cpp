@@ -1,11 +1,11 @@
 // The lanes of a send stand in its slot in one of three ways:
 //
 //   no groups       level, mute, pan, right pan
-//   in groups       level and mute first in the first group, the pan first in the second
 //   flat lanes      level, mute; the pans in groups of their own, as on the strip itself
+//   in groups       level and mute first in the first group, the pan first in the second
 //
-// A first group of two lanes or more decides for the second way. No session at hand has a send with
-// groups: the third way is how the strip's own slot has its lanes, and sends are built like it.
+// Two flat lanes are level and mute, whatever the groups hold: a surround panner's group has two
+// lanes or more as well. Only where there are fewer is everything in groups.
 #include "session/send_lanes.hpp"
 
 #include <algorithm>
@@ -28,7 +28,7 @@ SendLanePlaces places_of(const LaneGroups& lanes) {
     const auto& flat = lanes.flat;
     const std::size_t fixed = std::min<std::size_t>(flat.size(), 2);
     const auto behind_fixed = flat.begin() + static_cast<std::ptrdiff_t>(fixed);
-    const bool in_groups = fixed < 2 || (!lanes.groups.empty() && lanes.groups.front().size() >= 2);
+    const bool in_groups = fixed < 2;
     if (lanes.groups.empty()) {
         places.level_and_mute.assign(flat.begin(), behind_fixed);
         places.pans.assign(behind_fixed, flat.end());

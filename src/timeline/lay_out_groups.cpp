@@ -90,6 +90,7 @@ private:
             track.clips.push_back(item_of(piece));
             track.clips.back().index_on_track = row;
             track.clips.back().group_name = groups[group].name;
+            if (row < list.colours.size()) track.clips.back().color_index = list.colours[row];
             ++tallies_.pieces;
             tallies_.fade_ins += piece.fade_in.length > 0 ? 1 : 0;
             tallies_.fade_outs += piece.fade_out.length > 0 ? 1 : 0;

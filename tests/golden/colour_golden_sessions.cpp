@@ -23,7 +23,12 @@ SessionBuilder coloured_session(std::uint8_t scheme) {
                    .kind = TrackKind::midi,
                    .midi_clips = {{.region = "Notes", .length = 960000}},
                    .midi_settings = {.output = 1}});
+    session.track({.name = "Synth", .kind = TrackKind::instrument, .midi_settings = {.output = 2}});
+    session.track({.name = "Mute", .kind = TrackKind::midi, .midi_settings = {.output = 3}});
+    session.track({.name = "Film", .kind = TrackKind::video});
+    session.track({.name = "Sum", .kind = TrackKind::master, .fader_db = -3, .inserts = {{}}});
     session.midi_output({.name = "Port", .port = 4});
+    session.midi_output({.name = "Node", .number = 2, .node = 0});
     session.group({.name = "Pair", .members = {0, 3}, .slot = 2});
     return session.location({.name = "Verse",
                              .start = 3840000,

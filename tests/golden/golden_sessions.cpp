@@ -393,7 +393,8 @@ TrackSpec aux(const std::string& name, const std::string& bus, int channels) {
     return spec;
 }
 
-/// Buses into auxes, sends in front of and behind the fader, a leg of a stereo bus, a key input.
+/// Buses into auxes, sends in front of and behind the fader, a leg of a stereo bus, a key input;
+/// with a video track and a master fader between them that the passes behind the writing move.
 GoldenCase routing() {
     SessionBuilder session = with_files();
     session.bus("Verb", 1).bus("Drums", 3).io_path({.name = "Key", .type = 2, .channels = {9}});
@@ -420,13 +421,17 @@ GoldenCase routing() {
                      {.key_input = builder::output_id("Nobody takes it")}};
     TrackSpec verb = aux("Room", "Verb", 2);
     verb.sends = {{.target = "Verb"}};
-    session.track(kick).track(snare).track(pad).track(cue).track(nowhere).track(drums);
-    session.track(verb).track(aux("Key source", "Key", 1));
+    TrackSpec master = routed("Print", "", TrackKind::master);
+    master.volume_lane = {0, {{second, -80}}};
+    master.inserts = {{}};
+    session.track(routed("Picture", "", TrackKind::video)).track(kick).track(snare).track(pad);
+    session.track(master).track(cue).track(nowhere).track(drums).track(verb);
+    session.track(aux("Key source", "Key", 1));
     return {"routing", session, {}, {"Voice.wav"}};
 }
 
 /// Hidden and inactive tracks, some of them needed: by a send of what is written, by a key of what
-/// is kept, by the members of a folder.
+/// is kept, by the members of a folder, of a VCA.
 GoldenCase left_out_tracks() {
     SessionBuilder session;
     session.bus("Verb", 1).bus("Delay", 3).io_path({.name = "Key", .type = 2, .channels = {9}});
@@ -450,6 +455,11 @@ GoldenCase left_out_tracks() {
     session.click(true).track(key).track(band).track(voice).track(off).track(verb).track(delay);
     off.name = "Off as well";
     session.track(spare).track(off).track(click).track(cue);
+    session.track({.name = "VCA 1",
+                   .kind = TrackKind::vca,
+                   .hidden = true,
+                   .mixer = builder::vca_record(-65)});
+    session.group({.name = "Level", .members = {1, 3}, .vca_master = 8});
     session.folder(1, {2, 3}).folder(6, {7}).strip_table_form(builder::StripTableForm::since_2022);
     RunOptions options;
     options.skip_hidden_tracks = options.skip_inactive_tracks = options.no_click = true;
@@ -458,7 +468,8 @@ GoldenCase left_out_tracks() {
 }
 
 /// Picture above the tracks, which moves in front of them: a split clip, one whose movie is not on
-/// the disk, one whose movie is unknown, one without a clip; a track without picture.
+/// the disk, one whose movie is unknown, one without a clip; a track without picture; and a key
+/// that the run leaves unwired.
 GoldenCase video() {
     SessionBuilder session = with_files();
     session.bus("Verb", 1).picture({25, 2}).video_file("Reel 1.mov").video_file("Reel 2.mov");
@@ -468,6 +479,7 @@ GoldenCase video() {
     film.height = 80;
     TrackSpec voice = track("Voice", {clip("Voice", 0, second)});
     voice.sends = {{.target = "Verb"}};
+    voice.inserts = {{.key_input = builder::output_id("Verb")}};
     session.track(film).track(routed("Second picture", "", TrackKind::video)).track(voice);
     session.track(aux("Room", "Verb", 2));
     session.freeze_render({.name = "Reel 1-01", .length = 100});
@@ -480,7 +492,9 @@ GoldenCase video() {
                           {.id = 3, .position = 6 * second},
                           {.id = 4, .position = 7 * second},
                           {.id = 99, .position = 8 * second}}});
-    return {"video", session, {}, {"Voice.wav", "../Video Files/Reel 1.mov"}};
+    RunOptions options;
+    options.no_sidechain = true;
+    return {"video", session, options, {"Voice.wav", "../Video Files/Reel 1.mov"}};
 }
 
 /// A track that arrives frozen with its sends and envelopes, and one whose render is gone.

@@ -56,6 +56,14 @@ TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     ASSERT_EQ(convert_session(options, nullptr, nullptr), 0);
     EXPECT_EQ(file_text("Song.rpp"), project) << "a second conversion gave other bytes";
 
+    options.check_only = true;
+    ConversionResult check;
+    ASSERT_EQ(convert_session(options, &check, nullptr), 0);
+    std::string account = result.console_text;
+    const std::string wrote = "  Wrote: Song.rpp\n";
+    account.replace(account.find(wrote), wrote.size(), "  Not written (--check).\n");
+    EXPECT_NE(check.console_text.find(account), std::string::npos) << check.console_text;
+
     expect_golden(c.name + ".rpp", project);
     expect_golden(c.name + ".txt", result.console_text);
     const fs::path kept = TANROVE_GOLDEN_PROJECTS;

@@ -154,20 +154,25 @@ TEST(LeaveOutTracks, TakesThePlaylistsBehindATrackWithItAndNothingThatNoRowAsked
 }
 
 TEST(PlaceComments, OncePerTrackWhereTheRunWantsThem) {
-    std::vector<StripRow> rows(2);
+    std::vector<StripRow> rows(3);
     rows[0].current_name = "Vox";
     rows[1].current_name = "Bass";
-    std::vector<TrackDisplay> displays(2);
+    rows[2].current_name = "Print";
+    rows[2].type = StripRowType::master;
+    std::vector<TrackDisplay> displays(3);
     displays[0].comment = "dry\r\n>\n\n";
     displays[1].comment = "\n";
+    displays[2].comment = "loud";
     for (const auto place :
          {CommentPlace::items, CommentPlace::project_notes, CommentPlace::nowhere}) {
         SCOPED_TRACE(static_cast<int>(place));
         std::vector<TrackPlan> plans = {placed("Vox", 0), placed("Vox", 0), placed("Bass", 1)};
         CommentTallies tallies;
         const auto notes = place_comments(plans, MixerLookup({}, rows, displays), place, tallies);
-        EXPECT_EQ(tallies.tracks, std::vector<std::string>{"Vox"});
-        EXPECT_EQ(notes.size(), place == CommentPlace::project_notes ? 1u : 0u);
+        EXPECT_EQ(tallies.tracks, (std::vector<std::string>{"Vox", "Print"}));
+        const bool is_noted = place != CommentPlace::nowhere;
+        EXPECT_EQ(!notes.empty() && notes.back().track_name == "Print", is_noted);
+        EXPECT_EQ(notes.size() == 2, place == CommentPlace::project_notes);
         const std::vector<std::string> lines = {"dry", " >"};
         EXPECT_EQ(plans[0].comment_lines == lines, place == CommentPlace::items);
         EXPECT_TRUE(plans[1].comment_lines.empty() && plans[2].comment_lines.empty());

@@ -112,7 +112,7 @@ TEST(BusTable, ABusLeadsToItsTakerThenToItsLegsThenToItsPair) {
     }
 }
 
-TEST(BusTable, AnAudioTrackTakesNoBusAndARenamedBusKeepsItsTaker) {
+TEST(BusTable, AnAudioTrackTakesNoBusAndARenamedBusKeepsItsTakerUnderBothNames) {
     Mixer mixer;
     mixer.path("Print", {1, 2});
     mixer.path("Verb", {3, 4});
@@ -122,7 +122,8 @@ TEST(BusTable, AnAudioTrackTakesNoBusAndARenamedBusKeepsItsTaker) {
     const BusTable buses(mixer.strips, mixer.records.rows, mixer.records.paths);
     EXPECT_FALSE(buses.route_of("Print"));
     EXPECT_TRUE(buses.route_of("Verb"));
-    EXPECT_FALSE(buses.route_of("Old name"));
+    EXPECT_TRUE(buses.route_of("Old name"));
+    EXPECT_EQ(buses.width_of("Old name"), 2U);
 }
 
 TEST(PlanOutputs, GoToTheTrackBehindTheirBusToTheMasterOrNowhere) {
@@ -135,8 +136,10 @@ TEST(PlanOutputs, GoToTheTrackBehindTheirBusToTheMasterOrNowhere) {
     mixer.track("Dry", "Out 1-2");
     mixer.track("Bed", "Surround", "", 5);
     mixer.track("Surround bus", "Out 1-2", "Surround", 1);
+    mixer.track("Too wide", "Out 1-2", "", 301);
     mixer.route();
-    const bool plays_to_parent[] = {false, false, false, true, false, true};
+    EXPECT_EQ(mixer.plans[6].written_channels, 128);
+    const bool plays_to_parent[] = {false, false, false, true, false, true, true};
     for (std::size_t i = 0; i < mixer.plans.size(); ++i) {
         SCOPED_TRACE(mixer.plans[i].name);
         EXPECT_EQ(mixer.plans[i].mixer.plays_to_parent, plays_to_parent[i]);
@@ -154,7 +157,7 @@ TEST(PlanOutputs, GoToTheTrackBehindTheirBusToTheMasterOrNowhere) {
 
 TEST(PlanSends, PanFollowsTheWidthOfSourceAndBus) {
     const struct {
-        int channels;
+        int channels;  // 0: unknown
         const char* bus;
         int pan, pan_right;
         double written;
@@ -165,6 +168,7 @@ TEST(PlanSends, PanFollowsTheWidthOfSourceAndBus) {
         {1, "Verb", 0, 0, 0, 0, 0},           {1, "Mono", 40, 0, 0, 0, 0},
         {stereo, "Verb", -100, 100, 0, 0, 0}, {stereo, "Verb", -100, 99, 0, 0, 1},
         {stereo, "Mono", 0, 0, 0, 0, 0},      {6, "Verb", 0, 0, 0, 0, 0},
+        {0, "Verb", -100, 100, 0, 0, 0},      {0, "Verb", -40, 0, -0.4, 1, 0},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.channels << c.bus << c.pan);
@@ -174,7 +178,8 @@ TEST(PlanSends, PanFollowsTheWidthOfSourceAndBus) {
         RoutingSend send = send_to(c.bus);
         send.pan = c.pan;
         send.pan_right = c.pan_right;
-        mixer.track("Vox", "Out 1-2", "", c.channels).sends = {send};
+        mixer.track("Vox", "Out 1-2", "", std::max(c.channels, 1)).sends = {send};
+        mixer.plans[0].width_unknown = c.channels == 0;
         mixer.track("Room", "Out 1-2", c.bus);
         mixer.route();
         EXPECT_EQ(mixer.plans[1].receives.at(0).pan, c.written);

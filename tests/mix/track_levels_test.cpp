@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "mix/master_fader.hpp"
 #include "mix/mute_and_solo.hpp"
 
 namespace tanrove {
@@ -84,6 +85,18 @@ TEST(EnvelopePlanner, JoinsNoBreakpointToTheInitialValueNorToOneAtItsOwnTime) {
     EXPECT_EQ(tallies.followed_ramps, 0);
 }
 
+TEST(EnvelopePlanner, CopiesLanesWithinItsBudgetAndPlansEachOnceWhateverIsLeft) {
+    const Lane lane{std::vector<LanePoint>(max_copied_points / 2), 0, false};
+    const Lane other{{{0, 0}}, 0, false};
+    EnvelopePlanner envelopes = planner();
+    EnvelopeTallies tallies;
+    for (const bool has_points : {true, true, true, false}) {
+        const auto envelope = envelopes.plan("MUTEENV", EnvelopeKind::mute, lane, tallies);
+        EXPECT_EQ(!envelope.points.empty(), has_points);
+    }
+    EXPECT_FALSE(envelopes.plan("MUTEENV", EnvelopeKind::mute, other, tallies).points.empty());
+}
+
 TEST(PlanLevels, GivesEveryModeItsPlaceInReaper) {
     struct {
         std::optional<AutomationMode> mode;
@@ -116,11 +129,14 @@ TEST(PlanLevels, GivesEveryModeItsPlaceInReaper) {
         rows[0].current_name = "Vox";
         std::vector<TrackDisplay> displays(1);
         displays[0].automation_mode = c.mode;
-        std::vector<TrackPlan> plans(1);
+        std::vector<TrackPlan> plans(2);
         plans[0].session_name = "Vox";
+        plans[1].receives.resize(c.automated ? 1 : 0);
+        for (auto& send : plans[1].receives) send.envelopes.resize(1);
         EnvelopePlanner envelopes = planner();
         LevelTallies tallies;
         plan_levels(plans, MixerLookup(strips, rows, displays), {}, envelopes, tallies);
+        for (const auto& send : plans[1].receives) EXPECT_EQ(send.envelopes[0].active, c.active);
         EXPECT_EQ(plans[0].mixer.automation_mode, c.written);
         EXPECT_NEAR(plans[0].mixer.gain, c.gain, 1e-9);
         ASSERT_EQ(plans[0].envelopes.size(), c.automated ? 2U : 0U);
@@ -128,6 +144,44 @@ TEST(PlanLevels, GivesEveryModeItsPlaceInReaper) {
             EXPECT_EQ(envelope.armed, c.armed && envelope.block == "VOLENV2");
             EXPECT_EQ(envelope.active, c.active);
         }
+    }
+}
+
+TEST(PlanLevels, GivesAPanOnlyToWhatHasOneAndStopsItWhereProToolsHasNone) {
+    const struct {
+        const char* what;
+        int channels;
+        double leg_pan;
+        bool one_sided, surround;
+        std::string envelopes;  ///< those of the pan, "!" where one is not active
+        double pan;
+    } cases[] = {{"stereo", 2, 0, false, false, "DUALPANENVL DUALPANENV ", 0},
+                 {"right leg", 2, 1, false, false, "PANENV2 ", 0},
+                 {"one side", 2, 0, true, false, "DUALPANENVL! DUALPANENV! ", 0},
+                 {"wide", 6, 0, false, false, "", 0},
+                 {"surround", 2, 0, false, true, "", 0}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        std::vector<Strip> strips(1);
+        strips[0].name = "Vox";
+        strips[0].present = strips[0].stereo = true;
+        strips[0].surround = c.surround;
+        strips[0].pan = -100;
+        strips[0].dual_pan_lane.points = strips[0].pan_right_lane.points = {{0, 50}};
+        std::vector<TrackPlan> plans(1);
+        plans[0].session_name = "Vox";
+        plans[0].channels = c.channels;
+        plans[0].leg_pan = c.leg_pan;
+        EnvelopePlanner envelopes = planner();
+        LevelTallies tallies;
+        const OutputSides sides = {{c.one_sided ? "Vox" : "Gtr", 1}};
+        plan_levels(plans, MixerLookup(strips, {}, {}), sides, envelopes, tallies);
+        std::string pans;
+        for (const auto& e : plans[0].envelopes) pans += e.block + (e.active ? " " : "! ");
+        EXPECT_EQ(pans, c.envelopes);
+        EXPECT_EQ(plans[0].mixer.pan, c.pan);
+        EXPECT_EQ(tallies.panners_left_still, c.envelopes.empty() ? 1 : 0);
+        EXPECT_EQ(tallies.wide_strips.size(), c.channels > 2 ? 1U : 0U);
     }
 }
 
@@ -163,23 +217,50 @@ TEST(SettleSolos, DropsTheSoloOfATrackThatArrivesMuted) {
     }
 }
 
+TEST(PlanMaster, TakesATrackOfItsOwnWhereTheOrderOfFaderAndPluginsIsHeard) {
+    const struct {
+        double fader_db;
+        bool moves;
+        int inserts;
+        bool plain, own_track, is_noted;
+        double gain;
+    } cases[] = {{-0.05, false, 1, false, true, false, 0.9942600739},
+                 {-0.04, false, 1, false, false, false, 0.9954054174},
+                 {-6, false, 0, false, false, false, 0.5011872336},
+                 {-6, false, 1, true, false, true, 0.5011872336},
+                 {-6, true, 0, false, false, false, 1},
+                 {0, true, 1, false, true, false, 1}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        MasterInput input{{}, c.inserts, c.plain};
+        input.masters.count = 1;
+        input.masters.first.fader_db = c.fader_db;
+        if (c.moves) input.masters.first.volume_lane.points = {{0, -60}};
+        EnvelopePlanner envelopes = planner();
+        EnvelopeTallies points;
+        MasterTallies tallies;
+        const MasterPlan plan = plan_master(input, envelopes, points, tallies);
+        EXPECT_EQ(plan.wants_own_track, c.own_track);
+        EXPECT_EQ(tallies.is_moved_before_plugins, c.is_noted);
+        EXPECT_NEAR(plan.gain, c.gain, 1e-9);
+    }
+}
+
 TEST(PlanStripTracks, TakesTheStripsThatNeitherARowNorATrackIsNamedLike) {
-    std::vector<Strip> strips(4);
-    const char* const names[] = {"Row", "Track", "Alone", "Unread"};
-    for (std::size_t i = 0; i < strips.size(); ++i) {
-        strips[i].name = names[i];
-        strips[i].fader_db = -20;
-        strips[i].present = i != 3;
+    std::vector<Strip> strips;
+    for (const char* name : {"Row", "Track", "Alone", "Unread"}) {
+        strips.emplace_back().name = name;
+        strips.back().fader_db = -20;
+        strips.back().present = strips.size() < 4;
     }
     std::vector<StripRow> rows(1);
     rows[0].original_name = "Row";
-    rows[0].current_name = "Renamed";
     std::vector<TrackPlan> plans(1);
     plans[0].session_name = "Track";
     EnvelopePlanner envelopes = planner();
     LevelTallies tallies;
-    const auto tracks =
-        plan_strip_tracks(plans, {}, MixerLookup(strips, rows, {}), envelopes, tallies);
+    const MixerLookup mixer(strips, rows, {});
+    const auto tracks = plan_strip_tracks(plans, {}, mixer, envelopes, tallies);
     ASSERT_EQ(tracks.size(), 1U);
     EXPECT_EQ(tracks[0].name, "Alone");
     EXPECT_DOUBLE_EQ(tracks[0].mixer.gain, 0.1);
