@@ -106,20 +106,6 @@ TEST(PlanVideo, MeasuresInFramesOnlyWhereThePictureFitsThem) {
     }
 }
 
-TEST(PlanVideo, LeavesOutAndCountsWhatLeadsNowhere) {
-    const std::vector<Region> regions = {region("Reel 2-01", -1), region("Logo", -1),
-                                         region("Reel", -1, 0)};
-    auto input = picture(regions, {{.region = 0}, {.region = 1}, {.region = 2}, {.region = 3}});
-    VideoTallies tallies;
-    auto tracks = plan_video(input, clock_at_60, tallies).tracks;
-    ASSERT_EQ(tracks.at(0).items.size(), 1U);
-    EXPECT_EQ(tracks[0].items[0].movie, "Reel 2.mov");
-    EXPECT_TRUE(tallies.clips_without_movie == 1 && tallies.clips_without_region == 2);
-    input.info.names.pop_back();
-    tracks = plan_video(input, clock_at_60, tallies).tracks;
-    EXPECT_EQ(tracks.at(0).items.size(), 2U) << "an only movie is every clip's";
-}
-
 TEST(PlanVideo, StandsFirstWhereOnlyTheMasterIsAboveIt) {
     using enum StripRowType;
     const struct {

@@ -99,19 +99,6 @@ TEST(LinkGroups, LeavesAVcaAtUnityWhereNoFaderIsStored) {
     }
 }
 
-TEST(LinkGroups, SharesThirtyTwoBitsBetweenMixGroupsAndVcas) {
-    Scene scene;
-    for (int i = 0; i < 35; ++i) {
-        scene.group(record(std::to_string(i), {0}, i == 30 ? 0 : 1, i % 8 == 7 ? 3 : -1));
-    }
-    // Bit 30 is group 31's, which is a VCA; Edit group 30 takes none.
-    EXPECT_EQ(scene.words("A").substr(0, 22), "3212803967 3212803967 ");
-    EXPECT_EQ(scene.groups.bits.at("A").volume, ~scene.groups.bits.at("A").vca_follow);
-    EXPECT_EQ(scene.groups.bits.at("V").vca_lead, 1u << 7 | 1u << 15 | 1u << 23 | 1u << 30);
-    EXPECT_EQ(scene.tallies.written, 28);
-    EXPECT_EQ(scene.tallies.past_last_bit, 2);
-}
-
 TEST(LinkGroups, CountsRecordsOnlyWhereThePlacesOfStripsCanBeTrusted) {
     Scene scene;
     scene.group(record("Live", {0}, 1));

@@ -27,19 +27,14 @@ TEST(NameLists, ShowExactlyTheirCapAndTheTrueRemainder) {
     EXPECT_EQ(meters_at_bars(meters, 1), " 4/4 at bar 3, ... and 1 more");
 }
 
-TEST(NameLists, JoinCountedNames) {
-    EXPECT_EQ(counted_names({{.name = "Kontakt", .count = 2}, {.name = "Serum", .count = 1}}),
-              "Kontakt x2, Serum x1");
-    EXPECT_EQ(control_lanes({{.plugin = "Pro-Q", .control = "Band 1 Gain", .lanes = 2},
-                             {.plugin = "Pro-C", .control = "Ratio", .lanes = 1}}),
-              "Pro-Q Band 1 Gain (2), Pro-C Ratio (1)");
-}
-
 TEST(NameLists, LetNoNameBreakALineOrReachTheTerminal) {
     const std::vector<std::string> hostile = {std::string("a\n\x1b[2J\0b\x7f", 9), "caf\xc3\xa9"};
     EXPECT_EQ(quoted_names(hostile, no_cap), " \"a  [2J b \", \"caf\xc3\xa9\"");
     EXPECT_EQ(one_name_a_line(hostile, no_cap), "      a  [2J b \n      caf\xc3\xa9\n");
-    EXPECT_EQ(counted_names({{.name = hostile[0], .count = 1}}), "a  [2J b  x1");
+    EXPECT_EQ(counted_names({{.name = hostile[0], .count = 1}, {.name = "b", .count = 2}}),
+              "a  [2J b  x1, b x2");
+    EXPECT_EQ(control_lanes({{"Pro-Q", "Band 1", 2}, {"\n", "Ratio", 1}}),
+              "Pro-Q Band 1 (2),   Ratio (1)");
 }
 
 }  // namespace
