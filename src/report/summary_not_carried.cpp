@@ -15,6 +15,9 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
     {&NotCarriedTallies::shaped_clips,
      "  WARNING: %d clip(s) have clip effects that this build does not carry\n"
      "      yet: they play their file as it is.\n"},
+    {&NotCarriedTallies::surround_panners,
+     "  WARNING: %d track(s) have a surround panner, which this build does not\n"
+     "      carry yet: they play into their bus unpanned.\n"},
     {&NotCarriedTallies::plugins,
      "  WARNING: %d plug-in(s) are NOT in the project: this build does not\n"
      "      carry plug-ins yet, so their tracks play dry.\n"},

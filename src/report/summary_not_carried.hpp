@@ -8,6 +8,7 @@ namespace tanrove {
 struct NotCarriedTallies {
     int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
     int shaped_clips = 0;      ///< clip names with clip effects
+    int surround_panners = 0;  ///< tracks with one
     int plugins = 0;
 };
 

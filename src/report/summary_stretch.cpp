@@ -62,14 +62,27 @@ void print_unlooped(TextBuffer& out, const UnloopedClip& unlooped) {
                   unlooped.stored_position);
         return;
     }
-    out.print("\n      %s \"%s\" at %.2f s", shown_name(unlooped.track).c_str(),
-              shown_name(unlooped.clip).c_str(), unlooped.start_seconds);
-    if (unlooped.refusal == LoopRefusal::other_length) {
-        out.print(": Pro Tools' loop is %.2f s long, written %.2f s", unlooped.loop_seconds,
-                  unlooped.written_seconds);
-    } else {
-        out.print(" (%s)", reason_of(unlooped.refusal));
+    out.print("\n      %s \"%s\" at %.2f s (%s)", shown_name(unlooped.track).c_str(),
+              shown_name(unlooped.clip).c_str(), unlooped.start_seconds,
+              reason_of(unlooped.refusal));
+}
+
+/// Under the clips that Loop Length ends; where it ends none, under a head of their own.
+void print_short_loops(TextBuffer& out, const LoopTallies& tallies) {
+    if (tallies.short_loops == 0) return;
+    if (tallies.ended_by_length == 0) {
+        print_count(out, tallies.short_loops,
+                    "  WARNING: %d looped clip(s) set by Loop Length are not as long as the\n"
+                    "      loop:\n");
     }
+    for (const ShortLoop& loop : tallies.listed_short_loops) {
+        out.print("      %s \"%s\" at %.2f s: Pro Tools' loop is %.2f s long, written %.2f s\n",
+                  shown_name(loop.track).c_str(), shown_name(loop.clip).c_str(),
+                  loop.start_seconds, loop.loop_seconds, loop.written_seconds);
+    }
+    const auto unlisted =
+        static_cast<std::size_t>(tallies.short_loops) - tallies.listed_short_loops.size();
+    if (unlisted > 0) out.print("      ... and %zu more\n", unlisted);
 }
 
 }  // namespace
@@ -101,6 +114,7 @@ void print_loops(TextBuffer& out, const LoopTallies& tallies) {
             tallies.looped, tallies.passes);
     }
     print_count(out, tallies.ended_by_length, ended_by_length);
+    print_short_loops(out, tallies);
     print_count(out, tallies.with_fades, loops_with_fades);
     if (tallies.unlooped == 0) return;
     out.print("  WARNING: %d looped clip(s) (Clip > Loop) NOT written as loops:", tallies.unlooped);

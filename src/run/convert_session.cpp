@@ -3,6 +3,7 @@
 // order and the words that end a run early.
 #include "run/convert_session.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -95,6 +96,8 @@ std::int32_t Conversion::run() {
                              .theme = colour_theme(options_, version),
                              .rate_hz = static_cast<double>(image.rate)},
                             tallies_);
+    tallies_.not_carried.surround_panners = static_cast<int>(
+        std::ranges::count_if(project_.mix.tracks, &TrackPlan::has_surround_panner));
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     plan_freezes(project_, index, clips, time_, options_.keep_frozen, media, tallies_.frozen);
     MovieSearch movies({folders_.media_parent, folder_of(options_.session_path), video.paths});

@@ -159,10 +159,10 @@ void ClipLooper::end_loops(TimelineTrack& track, LoopTallies& tallies) const {
             end_clip(clip, loop);
             ++tallies.ended_by_length;
         } else if (std::abs(loop - clip.length) > same_length_seconds) {
-            auto unlooped = unlooped_clip(track, clip, LoopRefusal::other_length);
-            unlooped.loop_seconds = loop;
-            unlooped.written_seconds = clip.length;
-            list(std::move(unlooped), tallies);
+            ++tallies.short_loops;
+            if (tallies.listed_short_loops.size() == max_listed) continue;
+            tallies.listed_short_loops.push_back(
+                {track.name, clip.name, clip.start, loop, clip.length});
         }
     }
 }

@@ -34,7 +34,6 @@ enum class LoopRefusal {
     unknown_mode,
     not_audio,
     too_many_passes,  ///< the run has written all that it may
-    other_length,     ///< Loop Length asks for a length that the clip does not have
     no_clip,          ///< a placement that is no clip of a track
 };
 
@@ -44,10 +43,17 @@ struct UnloopedClip {
     std::string track = {};
     std::string clip = {};
     double start_seconds = 0;
-    double loop_seconds = 0;            ///< of `other_length`: what Pro Tools plays
-    double written_seconds = 0;         ///< likewise: what is written
     std::uint32_t stored_position = 0;  ///< of `no_clip`
     std::uint16_t placement_type = 0;   ///< likewise: 0x1056 MIDI
+};
+
+/// A clip whose Loop Length is longer than what is written of it.
+struct ShortLoop {
+    std::string track;
+    std::string clip;
+    double start_seconds = 0;
+    double loop_seconds = 0;     ///< what Pro Tools plays
+    double written_seconds = 0;  ///< what is written
 };
 
 struct LoopTallies {
@@ -55,6 +61,8 @@ struct LoopTallies {
     int passes = 0;
     int with_fades = 0;       ///< of `looped`
     int ended_by_length = 0;  ///< set by Loop Length, shorter than the clip
+    int short_loops = 0;
+    std::vector<ShortLoop> listed_short_loops;  ///< the first of these
     int unlooped = 0;
     std::vector<UnloopedClip> listed;  ///< the first of the unlooped ones
 };

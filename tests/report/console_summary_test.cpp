@@ -76,13 +76,10 @@ RunTallies every_counter_at_one() {
                      .lines_past_limit = 1,
                      .count_disagreements = 1};
     timeline.stretch = {1, 1, 1, 1, 1, 1, 1, 1, 1, {{"Vox", 1.1}}};
-    timeline.loops = {1, 4, 1, 1, 4, {{LoopRefusal::unknown_mode, "Vox", "beat", 1.5}}};
-    timeline.loops.listed.push_back({.refusal = LoopRefusal::other_length,
-                                     .track = "Vox",
-                                     .clip = "beat",
-                                     .start_seconds = 2,
-                                     .loop_seconds = 4,
-                                     .written_seconds = 3});
+    timeline.loops = {1, 4,
+                      1, 1,
+                      2, {{"Vox", "beat", 2, 4, 3}},
+                      3, {{LoopRefusal::unknown_mode, "Vox", "beat", 1.5}}};
     timeline.loops.listed.push_back(
         {.refusal = LoopRefusal::no_clip, .stored_position = 96000, .placement_type = 0x1056});
     tallies.takes = {1, 1, 1, 1, 1, 1};
@@ -133,7 +130,7 @@ RunTallies every_counter_at_one() {
         tallies.frozen.refused.push_back({"Gtr", reason, "Gtr-FZ.wav"});
     }
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
-    tallies.not_carried = {1, 1, 1};
+    tallies.not_carried = {1, 1, 1, 1};
     tallies.media = {1, {{"Takes", 1}}, {"gone.wav"}};
     return tallies;
 }

@@ -120,7 +120,7 @@ TEST(LoopLength, EndsLongerClipsAndListsShorterOnes) {
         EXPECT_LE(clip.fade_in.length, c.length);
         EXPECT_EQ(clip.head_of_file, c.ended == 0);
         EXPECT_EQ(tallies.ended_by_length, c.ended);
-        EXPECT_EQ(tallies.unlooped, c.listed);
+        EXPECT_EQ(tallies.short_loops, c.listed);
     }
 }
 
