@@ -77,8 +77,8 @@ void print_short_loops(TextBuffer& out, const LoopTallies& tallies) {
     }
     for (const ShortLoop& loop : tallies.listed_short_loops) {
         out.print("      %s \"%s\" at %.2f s: Pro Tools' loop is %.2f s long, written %.2f s\n",
-                  shown_name(loop.track).c_str(), shown_name(loop.clip).c_str(),
-                  loop.start_seconds, loop.loop_seconds, loop.written_seconds);
+                  shown_name(loop.track).c_str(), shown_name(loop.clip).c_str(), loop.start_seconds,
+                  loop.loop_seconds, loop.written_seconds);
     }
     const auto unlisted =
         static_cast<std::size_t>(tallies.short_loops) - tallies.listed_short_loops.size();
