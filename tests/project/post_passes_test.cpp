@@ -4,6 +4,8 @@
 
 #include <cstdio>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "base/guid.hpp"
 #include "project/file_replacement.hpp"
@@ -122,45 +124,28 @@ TEST(PostPasses, KeepTheProjectWhereverTheDiskFails) {
     const std::string text = head + track(1, "a", to_master) + track(70000, "v", "") + ">\n";
     builder::TempFolder folder;
     const std::string path = folder / "song.rpp";
-    const struct {
-        const char* what;
-        void (*spoil)(DiskSteps& disk);
-    } faults[] = {
-        {"the project cannot be read",
-         [](DiskSteps& disk) {
-             disk.open = [](const char* at, const char* mode) {
-                 return std::string(mode) == "rb" ? nullptr : std::fopen(at, mode);
-             };
-         }},
-        {"no new file can be made",
-         [](DiskSteps& disk) {
-             disk.open = [](const char* at, const char* mode) {
-                 return std::string(mode) == "wb" ? nullptr : std::fopen(at, mode);
-             };
-         }},
-        {"the device is full",
-         [](DiskSteps& disk) {
-             disk.close = [](std::FILE* stream) {
-                 std::fclose(stream);
-                 return EOF;
-             };
-         }},
-        {"the old file cannot be set aside",
-         [](DiskSteps& disk) { disk.rename = [](const char*, const char*) { return -1; }; }},
-        {"the new file cannot take its place",
-         [](DiskSteps& disk) {
-             disk.rename = [](const char* from, const char* to) {
-                 const bool is_new = std::string(from).ends_with("tmp");
-                 return is_new ? -1 : std::rename(from, to);
-             };
-         }},
+    std::vector<std::pair<const char*, DiskSteps>> faults(5, {"", real_disk()});
+    const auto none_opened = [](std::string_view refused) {
+        return [refused](const char* at, const char* mode) {
+            return refused == mode ? nullptr : std::fopen(at, mode);
+        };
     };
-    for (const auto& fault : faults) {
-        SCOPED_TRACE(fault.what);
+    faults[0].first = "the project cannot be read";
+    faults[0].second.open = none_opened("rb");
+    faults[1].first = "no new file can be made";
+    faults[1].second.open = none_opened("wb");
+    // Closing fails for readers too, which must not matter: what was read is whole.
+    faults[2].first = "the device is full";
+    faults[2].second.close = [](std::FILE* stream) { return std::fclose(stream), EOF; };
+    faults[3].first = "the old file cannot be set aside";
+    faults[3].second.rename = [](const char*, const char*) { return -1; };
+    faults[4].first = "the new file cannot take its place";
+    faults[4].second.rename = [](const char* from, const char* to) {
+        return std::string_view(from).ends_with("tmp") ? -1 : std::rename(from, to);
+    };
+    for (const auto& [what, disk] : faults) {
+        SCOPED_TRACE(what);
         ASSERT_TRUE(builder::write_file_text(path, text));
-        DiskSteps disk = real_disk();
-        fault.spoil(disk);
-        // Closing fails for readers too, which must not matter: what was read is whole.
         EXPECT_FALSE(move_video_tracks_first(path, 1, disk));
         EXPECT_EQ(give_master_its_track(path, {.name = "M"}, disk), 0U);
         EXPECT_EQ(builder::file_text(path), text);

@@ -37,45 +37,58 @@ void expect_changes(const std::vector<OptionCase>& cases) {
 }
 
 TEST(CommandLine, EachSwitchSetsItsFieldAndNothingElse) {
+    using O = RunOptions;
+    const struct {
+        std::string option;
+        bool O::*field;
+        bool value = true;
+    } switches[] = {{"--drop-alt-takes", &O::keep_alt_takes, false},
+                    {"--no-alt-takes", &O::keep_alt_takes, false},
+                    {"--no-alt-takes --keep-alt-takes", &O::keep_alt_takes},
+                    {"--no-placeholders", &O::placeholders, false},
+                    {"--no-aax-slots", &O::aax_slots, false},
+                    {"--prefer-vst2", &O::prefer_vst3, false},
+                    {"--prefer-vst2 --prefer-vst3", &O::prefer_vst3},
+                    {"--no-kontakt-state", &O::kontakt_state, false},
+                    {"--no-kontakt-state --kontakt-state", &O::kontakt_state},
+                    {"--report --check", &O::check_only},
+                    {"--list", &O::list_only},
+                    {"--no-stretch", &O::no_stretch},
+                    {"--no-ara", &O::no_ara},
+                    {"--no-fades", &O::no_fades},
+                    {"--dump-cache", &O::dump_cache},
+                    {"--report", &O::write_report},
+                    {"--dump-cc", &O::dump_cc},
+                    {"--no-click", &O::no_click},
+                    {"--overwrite", &O::overwrite},
+                    {"--predict", &O::predict},
+                    {"--prefer-clap", &O::prefer_clap},
+                    {"--keep-fade-clips", &O::keep_fade_clips},
+                    {"--skip-missing-fx", &O::skip_missing_fx},
+                    {"--skip-hidden-tracks", &O::skip_hidden_tracks},
+                    {"--no-sidechain", &O::no_sidechain},
+                    {"--skip-inactive-tracks", &O::skip_inactive_tracks},
+                    {"--usage-shared", &O::usage_shared},
+                    {"--keep-frozen", &O::keep_frozen},
+                    {"--keep-inaudible-midi", &O::keep_inaudible_midi},
+                    {"--truncate-midi-to-clip", &O::truncate_midi_to_clip},
+                    {"--plain-fades", &O::plain_fades},
+                    {"--no-track-colors", &O::no_track_colors},
+                    {"--no-clip-colors", &O::no_clip_colors},
+                    {"--plain-master", &O::plain_master},
+                    {"--no-stand-ins", &O::no_stand_ins},
+                    {"--keep-plugin-midi", &O::keep_plugin_midi}};
+    for (const auto& c : switches) {
+        SCOPED_TRACE(c.option);
+        const std::string first = c.option.substr(0, c.option.find(' '));
+        const std::string second = c.option.substr(c.option.rfind(' ') + 1);
+        RunOptions expected;
+        expected.program_path = "/opt/tanrove";
+        expected.*c.field = c.value;
+        EXPECT_TRUE(read({first.c_str(), second.c_str()}).options == expected);
+    }
     expect_changes({
-        {{""}, [](RunOptions&) {}},
-        {{"--recover-deleted", "--ghost-clips"}, [](RunOptions&) {}},
-        {{"--drop-alt-takes"}, [](RunOptions& o) { o.keep_alt_takes = false; }},
-        {{"--no-alt-takes"}, [](RunOptions& o) { o.keep_alt_takes = false; }},
-        {{"--no-alt-takes", "--keep-alt-takes"}, [](RunOptions&) {}},
-        {{"--list"}, [](RunOptions& o) { o.list_only = true; }},
-        {{"--no-stretch"}, [](RunOptions& o) { o.no_stretch = true; }},
-        {{"--keep-fade-clips"}, [](RunOptions& o) { o.keep_fade_clips = true; }},
-        {{"--no-fades"}, [](RunOptions& o) { o.no_fades = true; }},
-        {{"--dump-cache"}, [](RunOptions& o) { o.dump_cache = true; }},
-        {{"--dump-cc"}, [](RunOptions& o) { o.dump_cc = true; }},
-        {{"--no-placeholders"}, [](RunOptions& o) { o.placeholders = false; }},
-        {{"--no-aax-slots"}, [](RunOptions& o) { o.aax_slots = false; }},
-        {{"--skip-missing-fx"}, [](RunOptions& o) { o.skip_missing_fx = true; }},
-        {{"--no-click"}, [](RunOptions& o) { o.no_click = true; }},
-        {{"--skip-hidden-tracks"}, [](RunOptions& o) { o.skip_hidden_tracks = true; }},
-        {{"--skip-inactive-tracks"}, [](RunOptions& o) { o.skip_inactive_tracks = true; }},
-        {{"--no-sidechain"}, [](RunOptions& o) { o.no_sidechain = true; }},
-        {{"--prefer-vst2"}, [](RunOptions& o) { o.prefer_vst3 = false; }},
-        {{"--prefer-vst2", "--prefer-vst3"}, [](RunOptions&) {}},
-        {{"--prefer-clap"}, [](RunOptions& o) { o.prefer_clap = true; }},
-        {{"--usage-shared"}, [](RunOptions& o) { o.usage_shared = true; }},
-        {{"--keep-frozen"}, [](RunOptions& o) { o.keep_frozen = true; }},
-        {{"--keep-inaudible-midi"}, [](RunOptions& o) { o.keep_inaudible_midi = true; }},
-        {{"--truncate-midi-to-clip"}, [](RunOptions& o) { o.truncate_midi_to_clip = true; }},
-        {{"--no-track-colors"}, [](RunOptions& o) { o.no_track_colors = true; }},
-        {{"--no-clip-colors"}, [](RunOptions& o) { o.no_clip_colors = true; }},
-        {{"--plain-fades"}, [](RunOptions& o) { o.plain_fades = true; }},
-        {{"--plain-master"}, [](RunOptions& o) { o.plain_master = true; }},
-        {{"--no-stand-ins"}, [](RunOptions& o) { o.no_stand_ins = true; }},
-        {{"--no-ara"}, [](RunOptions& o) { o.no_ara = true; }},
-        {{"--no-kontakt-state"}, [](RunOptions& o) { o.kontakt_state = false; }},
-        {{"--no-kontakt-state", "--kontakt-state"}, [](RunOptions&) {}},
-        {{"--predict"}, [](RunOptions& o) { o.predict = true; }},
-        {{"--keep-plugin-midi"}, [](RunOptions& o) { o.keep_plugin_midi = true; }},
-        {{"--report"}, [](RunOptions& o) { o.write_report = true; }},
-        {{"--overwrite"}, [](RunOptions& o) { o.overwrite = true; }},
-        {{"--report", "--check"}, [](RunOptions& o) { o.check_only = true; }},
+        {{"", "--recover-deleted", "--ghost-clips"}, [](RunOptions&) {}},
         {{"--check", "--report"}, [](RunOptions& o) { o.check_only = o.write_report = true; }},
     });
 }

@@ -269,24 +269,7 @@ TEST_F(Conversion, ATrackThatNoStripShowsIsAProblemToReport) {
     EXPECT_EQ(console_state().problem_detail, "1 track(s) matched no strip row");
 }
 
-TEST_F(Conversion, KeepsRenderedFadesOnDemandAndEveryClipBesideThem) {
-    const builder::ClipSpec clip{.region = "Whole", .length = 48000};
-    builder::TrackSpec track{.name = "Faded", .clips = {clip, clip}};
-    track.clips[0].is_fade = true;
-    ASSERT_TRUE(small_session().track(track).write("Song.ptx"));
-    for (const bool keeps : {false, true}) {
-        RunOptions options = song();
-        options.overwrite = true;
-        options.keep_fade_clips = keeps;
-        ASSERT_EQ(convert(options), 0);
-        const auto items = builder::read_project(file_text("Song.rpp")).track("Faded").items;
-        EXPECT_EQ(items.size(), keeps ? 2U : 1U) << result_.console_text;
-        EXPECT_EQ(items.back().name, "Whole");
-        EXPECT_EQ(said("fade references dropped"), !keeps);
-    }
-}
-
-TEST_F(Conversion, LeavesStretchAndFadesOutOnDemand) {
+TEST_F(Conversion, LeavesStretchAndFadesOutAndKeepsRenderedFadesOnDemand) {
     const builder::ClipSpec clip{.region = "Slow", .length = 48000};
     builder::TrackSpec track{.name = "Elastic", .clips = {clip, clip}};
     track.clips[0].warp = builder::WarpSpec{{{0, 0}, {192000, 96000.0}}, false, 0};
@@ -294,15 +277,18 @@ TEST_F(Conversion, LeavesStretchAndFadesOutOnDemand) {
     track.clips[1].is_fade = true;
     track.clips[1].fade = {.kind = 2, .pre = 4800, .length = 4800};
     ASSERT_TRUE(small_session().track(track).write("Song.ptx"));
-    for (int round = 0; round < 4; ++round) {
+    for (int round = 0; round < 8; ++round) {
         RunOptions options = song();
         options.overwrite = true;
         options.no_stretch = round % 2 == 1;
-        options.no_fades = round / 2 == 1;
+        options.no_fades = round / 2 % 2 == 1;
+        options.keep_fade_clips = round / 4 == 1;
         ASSERT_EQ(convert(options), 0);
         const auto items = builder::read_project(file_text("Song.rpp")).track("Elastic").items;
         EXPECT_EQ(items.at(0).length, options.no_stretch ? 1 : 2);
         EXPECT_EQ(said("1 fade-outs"), !options.no_fades) << result_.console_text;
+        EXPECT_EQ(items.size(), options.keep_fade_clips ? 2U : 1U);
+        EXPECT_EQ(said("fade references dropped"), !options.keep_fade_clips);
     }
 }
 

@@ -64,6 +64,16 @@ long long cd_samples(double seconds) {
     return std::abs(samples - std::round(samples)) < 1e-3 ? std::llround(samples) : -1;
 }
 
+/// Name, and position, length and source offset in samples, of each item.
+std::string items_of(const builder::ReadTrack& track) {
+    std::string text;
+    for (const ReadItem& item : track.items) {
+        text += formatted("%s %lld %lld %lld; ", item.name.c_str(), cd_samples(item.position),
+                          cd_samples(item.length), cd_samples(item.source_offset));
+    }
+    return text;
+}
+
 TEST(RealSessions, RegionTestHasItsSixClipsAndNoFadeFiles) {
     const auto converted = convert_real("RegionTest.ptx");
     if (!converted.found) GTEST_SKIP() << "the real sessions are not on this machine";
@@ -71,33 +81,19 @@ TEST(RealSessions, RegionTestHasItsSixClipsAndNoFadeFiles) {
     EXPECT_EQ(project.head_lines("SAMPLERATE"), std::vector<std::string>{"44100 0 0"});
     EXPECT_EQ(track_names(project),
               (std::vector<std::string>{"Track_Name", "Audio 1", "Audio 2", "Audio 3"}));
-    const struct {
-        const char* track;
-        std::size_t clips;
-        long long position;
-        int channels;
-    } facts[] = {{"Track_Name", 1, 0, 2},
-                 {"Audio 1", 1, 0, 2},
-                 {"Audio 2", 2, 0, 2},
-                 {"Audio 3", 2, 950000, 2}};
-    // The regions that the session names, by name: source offset and length.
-    const std::map<std::string, std::pair<long long, long long>> regions = {
-        {"region_name_region", {0, 5910132}},
-        {"region_name_region-01", {0, 2650000}},
-        {"region_name_region-03", {950000, 1290000}},
-    };
-    for (const auto& fact : facts) {
-        SCOPED_TRACE(fact.track);
-        const auto track = project.track(fact.track);
-        ASSERT_EQ(track.items.size(), fact.clips);
-        EXPECT_EQ(track.channels, fact.channels);
-        for (const ReadItem& item : track.items) {
-            EXPECT_EQ(cd_samples(item.position), fact.position);
-            ASSERT_TRUE(regions.count(item.name)) << item.name;
-            EXPECT_EQ(cd_samples(item.source_offset), regions.at(item.name).first);
-            EXPECT_EQ(cd_samples(item.length), regions.at(item.name).second);
+    const std::string first = "region_name_region-01 0 2650000 0; ";
+    const std::string third = "region_name_region-03 950000 1290000 950000; ";
+    const std::pair<const char*, std::string> facts[] = {{"Track_Name", first},
+                                                         {"Audio 1", first},
+                                                         {"Audio 2", first + first},
+                                                         {"Audio 3", third + third}};
+    for (const auto& [name, items] : facts) {
+        SCOPED_TRACE(name);
+        const auto track = project.track(name);
+        EXPECT_EQ(items_of(track), items);
+        EXPECT_EQ(track.channels, 2);
+        for (const ReadItem& item : track.items)
             EXPECT_NE(item.file.find("Audio Files/region_name_WAV.wav"), std::string::npos);
-        }
     }
     EXPECT_NE(converted.console.find("Pro Tools 2019.6.0, 44100 Hz"), std::string::npos);
     EXPECT_NE(converted.console.find("region_name_WAV.wav"), std::string::npos)
@@ -165,11 +161,9 @@ TEST(RealSessions, TempoTimeKeySigPutsItsClipsOnTheGrid) {
         const double seconds = std::strtod(line.c_str(), &rest);
         tempos.emplace_back(seconds, std::strtod(rest, nullptr));
     }
-    ASSERT_GE(tempos.size(), 4U);
-    EXPECT_DOUBLE_EQ(tempos[0].second, 50);
     std::vector<double> distinct;
-    for (const auto& tempo : tempos) {
-        if (distinct.empty() || distinct.back() != tempo.second) distinct.push_back(tempo.second);
+    for (const auto& [seconds, bpm] : tempos) {
+        if (distinct.empty() || distinct.back() != bpm) distinct.push_back(bpm);
     }
     ASSERT_GE(distinct.size(), 4U);
     distinct.resize(4);

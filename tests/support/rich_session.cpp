@@ -100,31 +100,14 @@ ClipSpec rich_clip(std::size_t track, std::size_t number, std::size_t region) {
     clip.length = clip_samples;
     clip.source_offset = static_cast<std::int64_t>(region) * clip_samples;
     clip.colour = static_cast<int>(number % 60);
-    switch (number % 8) {
-        case 1:
-            clip.gain = {{0, -3.0F}, {1000, 2.0F}};
-            break;
-        case 2:
-            clip.is_fade = true;
-            break;
-        case 3:
-            clip.warp = WarpSpec{.points = {{0, 0}, {9000, 10000}}};
-            break;
-        case 4:
-            clip.pitch = {.semitones = -2, .cents = 25};
-            break;
-        case 5:
-            clip.effects_identity = effects_identity;
-            break;
-        case 6:
-            clip.loop = LoopSpec{.count = 4, .length = 4 * clip_samples};
-            break;
-        case 7:
-            clip.sync_samples = 2400;
-            break;
-        default:
-            break;
-    }
+    const std::size_t kind = number % 8;
+    clip.is_fade = kind == 2;
+    if (kind == 1) clip.gain = {{0, -3.0F}, {1000, 2.0F}};
+    if (kind == 3) clip.warp = WarpSpec{.points = {{0, 0}, {9000, 10000}}};
+    if (kind == 4) clip.pitch = {.semitones = -2, .cents = 25};
+    if (kind == 5) clip.effects_identity = effects_identity;
+    if (kind == 6) clip.loop = LoopSpec{.count = 4, .length = 4 * clip_samples};
+    if (kind == 7) clip.sync_samples = 2400;
     if (clip.is_fade) clip.fade = {.kind = 3, .pre = 0, .length = 4800};
     return clip;
 }

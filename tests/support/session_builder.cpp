@@ -12,54 +12,9 @@ constexpr std::uint8_t key_step = 0x35;
 
 }  // namespace
 
-SessionBuilder& SessionBuilder::rate(std::uint32_t rate_hz) {
-    settings_.rate_hz = rate_hz;
-    return *this;
-}
-
-SessionBuilder& SessionBuilder::settings(const SettingsSpec& settings) {
-    settings_ = settings;
-    return *this;
-}
-
 SessionBuilder& SessionBuilder::product(const std::string& product, const std::string& version) {
     product_ = {product, version};
     has_product_ = true;
-    return *this;
-}
-
-SessionBuilder& SessionBuilder::without_product() {
-    has_product_ = false;
-    return *this;
-}
-
-SessionBuilder& SessionBuilder::container_version(int version) {
-    container_version_ = version;
-    return *this;
-}
-
-SessionBuilder& SessionBuilder::audio_file(const AudioFileSpec& file) {
-    files_.push_back(file);
-    return *this;
-}
-
-SessionBuilder& SessionBuilder::track(const TrackSpec& track) {
-    tracks_.push_back(track);
-    return *this;
-}
-
-SessionBuilder& SessionBuilder::midi_output(const MidiOutputSpec& output) {
-    midi_outputs_.push_back(output);
-    return *this;
-}
-
-SessionBuilder& SessionBuilder::clip_group(const ClipGroupSpec& group) {
-    clip_groups_.push_back(group);
-    return *this;
-}
-
-SessionBuilder& SessionBuilder::io_path(const IoPathSpec& path) {
-    paths_.push_back(path);
     return *this;
 }
 
@@ -70,11 +25,6 @@ SessionBuilder& SessionBuilder::bus(const std::string& name, std::uint16_t first
     io_path({.name = name + ".L", .type = 2, .channels = {first_channel}, .parent = parent});
     return io_path(
         {.name = name + ".R", .type = 2, .channels = {second_channel}, .parent = parent});
-}
-
-SessionBuilder& SessionBuilder::strip_table_form(StripTableForm form) {
-    strip_table_form_ = form;
-    return *this;
 }
 
 SessionBuilder& SessionBuilder::top_level(const Bytes& blocks) {
@@ -118,22 +68,12 @@ SessionBuilder& SessionBuilder::location(LocationSpec location) {
     return *this;
 }
 
-SessionBuilder& SessionBuilder::timecode(const TimecodeSpec& timecode) {
-    time_.timecode = timecode;
-    return *this;
-}
-
 SessionBuilder& SessionBuilder::frame_rate(std::uint8_t code, std::uint32_t start_frames) {
     return timecode({code, start_frames, true, code, start_frames});
 }
 
 SessionBuilder& SessionBuilder::grid_and_nudge(const BarsSpec& grid, const BarsSpec& nudge) {
     time_.nudge_and_grid = {nudge, grid};
-    return *this;
-}
-
-SessionBuilder& SessionBuilder::click(bool on) {
-    time_.click = on;
     return *this;
 }
 

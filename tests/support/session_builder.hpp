@@ -24,27 +24,27 @@ namespace tanrove::builder {
 
 class SessionBuilder {
 public:
-    SessionBuilder& rate(std::uint32_t rate_hz);
-    SessionBuilder& settings(const SettingsSpec& settings);
+    SessionBuilder& rate(std::uint32_t rate_hz) { return set(settings_.rate_hz, rate_hz); }
+    SessionBuilder& settings(const SettingsSpec& settings) { return set(settings_, settings); }
     SessionBuilder& product(const std::string& product, const std::string& version);
     /// Leaves the product and version text out, as the oldest sessions do.
-    SessionBuilder& without_product();
+    SessionBuilder& without_product() { return set(has_product_, false); }
     /// The version that the container states (10 in sessions of Pro Tools 12 and later, plus 2).
-    SessionBuilder& container_version(int version);
-    SessionBuilder& audio_file(const AudioFileSpec& file);
+    SessionBuilder& container_version(int v) { return set(container_version_, v); }
+    SessionBuilder& audio_file(const AudioFileSpec& file) { return keep(files_, file); }
     /// A track, behind those that are there; a strip row, table entry and display record come
     /// along, and a playlist a channel with its clips, their regions and fades; on a MIDI track a
     /// playlist with its clips, their regions and streams.
-    SessionBuilder& track(const TrackSpec& track);
+    SessionBuilder& track(const TrackSpec& track) { return keep(tracks_, track); }
     /// A clip group with its members; rows of tracks place it.
-    SessionBuilder& clip_group(const ClipGroupSpec& group);
+    SessionBuilder& clip_group(const ClipGroupSpec& g) { return keep(clip_groups_, g); }
     /// An input, output or bus, behind those that are there.
-    SessionBuilder& io_path(const IoPathSpec& path);
+    SessionBuilder& io_path(const IoPathSpec& path) { return keep(paths_, path); }
     /// A stereo bus on this channel and the next, with its two legs.
     SessionBuilder& bus(const std::string& name, std::uint16_t first_channel);
     /// A place where MIDI tracks can send to, behind those that are there.
-    SessionBuilder& midi_output(const MidiOutputSpec& output);
-    SessionBuilder& strip_table_form(StripTableForm form);
+    SessionBuilder& midi_output(const MidiOutputSpec& o) { return keep(midi_outputs_, o); }
+    SessionBuilder& strip_table_form(StripTableForm form) { return set(strip_table_form_, form); }
 
     /// A tempo event; `beat_ticks` is the length of the beat that it counts.
     SessionBuilder& tempo(std::int64_t tick, double bpm, std::uint32_t beat_ticks = 960000);
@@ -58,11 +58,11 @@ public:
                               std::int64_t end_tick);
     /// Any memory location. One without a number gets the next.
     SessionBuilder& location(LocationSpec location);
-    SessionBuilder& timecode(const TimecodeSpec& timecode);
+    SessionBuilder& timecode(const TimecodeSpec& timecode) { return set(time_.timecode, timecode); }
     /// Frame rate and session start of a rate that is no multiple of another.
     SessionBuilder& frame_rate(std::uint8_t code, std::uint32_t start_frames);
     SessionBuilder& grid_and_nudge(const BarsSpec& grid, const BarsSpec& nudge);
-    SessionBuilder& click(bool on);
+    SessionBuilder& click(bool on) { return set(time_.click, on); }
 
     /// A group; the one of all tracks comes along with the first.
     SessionBuilder& group(const GroupSpec& group) { return keep(tables_.groups, group); }
@@ -74,10 +74,7 @@ public:
     SessionBuilder& video_file(const std::string& name) { return keep(tables_.video_files, name); }
     /// What lies on a video track.
     SessionBuilder& video_clips(const VideoTrackSpec& v) { return keep(tables_.video_tracks, v); }
-    SessionBuilder& picture(const PictureSpec& picture) {
-        tables_.picture = picture;
-        return *this;
-    }
+    SessionBuilder& picture(const PictureSpec& picture) { return set(tables_.picture, picture); }
     /// A clip that no track plays.
     SessionBuilder& freeze_render(const RegionSpec& r) { return keep(tables_.freeze_renders, r); }
     SessionBuilder& colour_schemes(std::uint8_t track_scheme, std::uint8_t clip_scheme);
@@ -96,6 +93,11 @@ public:
     [[nodiscard]] bool write(const std::string& path) const;
 
 private:
+    template <typename Field, typename Value>
+    SessionBuilder& set(Field& field, const Value& value) {
+        field = value;
+        return *this;
+    }
     template <typename Spec>
     SessionBuilder& keep(std::vector<Spec>& list, const Spec& spec) {
         list.push_back(spec);

@@ -8,6 +8,7 @@
 #include <random>
 #include <sstream>
 
+#include "base/formatted_text.hpp"
 #include "timeline_scene.hpp"
 
 namespace tanrove {
@@ -208,54 +209,34 @@ TEST(PairTracks, GivesATrackTheNameThatItsRecordHolds) {
 }
 
 TEST(DecideTimebases, AsksTheRecordThenAllRecordsThenThePositions) {
-    const Row clip{.id = 0};
     struct {
         const char* what;
         std::vector<bool> records;         // tick-based; each of one clip
         std::vector<std::int64_t> stored;  // the one track's, so it pairs only with one clip
-        bool is_tick_based;
-        TimelineTallies tallies;
+        const char* tallies;  // ticks, samples; unpaired, to ticks; by positions alone, or between
     } const cases[] = {
-        {"paired", {false}, {origin}, false, {.sample_based_tracks = 1}},
-        {"all records are samples",
-         {false, false},
-         {origin, origin},
-         false,
-         {.sample_based_tracks = 1, .unpaired_tracks = 1}},
-        {"all records are ticks",
-         {true, true},
-         {0, 0},
-         true,
-         {.tick_based_tracks = 1, .unpaired_tracks = 1, .unpaired_are_tick_based = 1}},
+        {"paired", {false}, {origin}, "01 00 00"},
+        {"all records are samples", {false, false}, {origin, origin}, "01 10 00"},
+        {"all records are ticks", {true, true}, {0, 0}, "10 11 00"},
         {"records disagree, half of the positions are large",
          {true, false},
          {origin, 5},
-         true,
-         {.tick_based_tracks = 1, .judged_between_records = 1}},
-        {"no records, few are large",
-         {},
-         {1'000'000'001, 1'000'000'000, 7},
-         false,
-         {.sample_based_tracks = 1, .judged_without_records = 1}},
-        {"no records, no clips",
-         {},
-         {},
-         true,
-         {.tick_based_tracks = 1, .judged_without_records = 1}},
+         "10 00 01"},
+        {"no records, few are large", {}, {1'000'000'001, 1'000'000'000, 7}, "01 00 10"},
+        {"no records, no clips", {}, {}, "10 00 10"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         Scene scene;
         scene.track("A");
         for (const auto stored : c.stored) scene.place(0, stored);
-        for (const bool is_tick_based : c.records) scene.record("R", is_tick_based, {clip});
-        EXPECT_EQ(scene.placed().at(0).tick_based, c.is_tick_based);
-        EXPECT_EQ(scene.tallies.tick_based_tracks, c.tallies.tick_based_tracks);
-        EXPECT_EQ(scene.tallies.sample_based_tracks, c.tallies.sample_based_tracks);
-        EXPECT_EQ(scene.tallies.unpaired_tracks, c.tallies.unpaired_tracks);
-        EXPECT_EQ(scene.tallies.unpaired_are_tick_based, c.tallies.unpaired_are_tick_based);
-        EXPECT_EQ(scene.tallies.judged_without_records, c.tallies.judged_without_records);
-        EXPECT_EQ(scene.tallies.judged_between_records, c.tallies.judged_between_records);
+        for (const bool is_tick_based : c.records) scene.record("R", is_tick_based, {{.id = 0}});
+        EXPECT_EQ(scene.placed().at(0).tick_based, c.tallies[0] == '1');
+        const TimelineTallies& t = scene.tallies;
+        EXPECT_EQ(formatted("%d%d %d%d %d%d", t.tick_based_tracks, t.sample_based_tracks,
+                            t.unpaired_tracks, t.unpaired_are_tick_based, t.judged_without_records,
+                            t.judged_between_records),
+                  c.tallies);
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include <sstream>
 
+#include "base/formatted_text.hpp"
 #include "timeline/place_clips.hpp"
 #include "timeline_scene.hpp"
 
@@ -115,25 +116,16 @@ TEST(MatchRows, TellsHowEachClipIsDrawnLockedAndMuted) {
 
     const auto tracks = scene.placed();
     const auto& clips = tracks.at(0).clips;
-    ASSERT_EQ(region_numbers(clips), "3 2 3 ");
     EXPECT_TRUE(tracks[0].row_ordered);
-
-    EXPECT_EQ(clips[0].edit_row, 3);
-    EXPECT_TRUE(clips[0].drawn_over_previous);
-    EXPECT_FALSE(clips[0].tail_kept) << "the row behind it is a fade-in";
-    EXPECT_FALSE(clips[0].locked);
-    EXPECT_EQ(clips[0].color_index, -2);
-
-    EXPECT_EQ(clips[1].edit_row, 2);
-    EXPECT_TRUE(clips[1].drawn_over_next);
-    EXPECT_TRUE(clips[1].tail_kept);
-    EXPECT_TRUE(clips[1].muted);
-
-    EXPECT_EQ(clips[2].edit_row, 0);
-    EXPECT_TRUE(clips[2].tail_kept) << "a fade-out stands on its tail";
-    EXPECT_TRUE(clips[2].locked);
-    EXPECT_EQ(clips[2].color_index, 7);
-    EXPECT_FALSE(clips[2].muted);
+    std::string
+        drawn;  // region, row, colour; over the previous, the next, tail kept, locked, muted
+    for (const ClipItem& clip : clips) {
+        drawn += formatted("%u %d %d %d%d%d%d%d; ", clip.region, clip.edit_row, clip.color_index,
+                           clip.drawn_over_previous, clip.drawn_over_next, clip.tail_kept,
+                           clip.locked, clip.muted);
+    }
+    // The first has a fade-in's row behind it, and a fade-out stands on the last one's tail.
+    EXPECT_EQ(drawn, "3 3 -2 10000; 2 2 -2 01101; 3 0 7 00110; ");
 }
 
 TEST(MatchRows, ADisplacedClipTakesWhatItsNearRowSays) {
