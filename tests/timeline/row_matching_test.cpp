@@ -36,15 +36,15 @@ TEST(MatchRows, DropsRenderedFadesAndDeletedPlacements) {
         const char* clips;
         int fades_dropped, deleted;
     } const cases[] = {
-        {"each clip has its row", "0@0 1@5", "0@0 1@5", "0 1 ", 0, 0},
-        {"a fade of the clip's number, elsewhere", "0@0 0@700", "0@0 f0@700", "0 ", 1, 0},
-        {"fade and clip at one place, fade first", "1@5 1@5", "f1@5 1@5", "1 ", 1, 0},
-        {"a fade that is in no table is none, and plays nothing", "3@0 0@9", "f3@0 0@9", "0 ", 0,
-         1},
-        {"one row for two placements", "0@5 0@5", "0@5 1@0", "0 ", 0, 1},
-        {"64 away is near, on either side", "0@164 1@36", "0@100 1@100", "1 0 ", 0, 0},
-        {"65 away, but no other placement wants the row", "0@165", "0@100", "0 ", 0, 0},
-        {"the near one wins over the far one", "0@9000 0@110", "0@100 1@0", "0 ", 0, 1},
+        {"each clip has its row", "0@0 1@5", "0@0 1@5", "0@0 1@5 ", 0, 0},
+        {"a fade of the clip's number, elsewhere", "0@0 0@700", "0@0 f0@700", "0@0 ", 1, 0},
+        {"fade and clip at one place, fade first", "1@5 1@5", "f1@5 1@5", "1@5 ", 1, 0},
+        {"a fade in no table is none, and plays nothing", "3@0 0@9", "f3@0 0@9", "0@9 ", 0, 1},
+        {"one row for two placements", "0@5 0@5", "0@5 1@0", "0@5 ", 0, 1},
+        {"64 away is near", "0@100 0@9064", "0@9000 1@0", "0@9064 ", 0, 1},
+        {"on either side", "0@100 0@8936", "0@9000 1@0", "0@8936 ", 0, 1},
+        {"65 away is not: the first stays", "0@100 0@9065", "0@9000 1@0", "0@100 ", 0, 1},
+        {"65 away, but no other placement wants the row", "0@165", "0@100", "0@165 ", 0, 0},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
@@ -55,7 +55,11 @@ TEST(MatchRows, DropsRenderedFadesAndDeletedPlacements) {
         }
         const auto tracks = scene.record("A", false, rows_of(c.rows)).placed();
         ASSERT_EQ(tracks.at(0).record, 0u);
-        EXPECT_EQ(region_numbers(tracks[0].clips), c.clips);
+        std::string clips;
+        for (const ClipItem& clip : tracks[0].clips) {
+            clips += formatted("%u@%d ", clip.region, static_cast<int>(clip.stored_position));
+        }
+        EXPECT_EQ(clips, c.clips);
         EXPECT_EQ(scene.tallies.fade_references_dropped, c.fades_dropped);
         EXPECT_EQ(scene.tallies.deleted_placements, c.deleted);
     }
