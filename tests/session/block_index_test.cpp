@@ -3,32 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
+#include "reading.hpp"
 #include "session/block_tree.hpp"
+#include "slow_scan.hpp"
 #include "support/byte_writer.hpp"
 
 namespace tanrove {
 namespace {
 
-using builder::block;
-using builder::Bytes;
-using builder::ByteWriter;
-
-std::vector<std::size_t> scan_every_byte(ByteView image) {
-    std::vector<std::size_t> found;
-    for (std::size_t p = 0; p + 9 <= image.size(); ++p) {
-        if (isBlockAt(image, p, image.size())) found.push_back(p);
-    }
-    return found;
-}
-
-const Block* slow_first_inside(std::span<const Block> blocks, std::size_t from, std::size_t limit) {
-    for (const Block& b : blocks) {
-        if (b.at >= from && b.end() <= limit) return &b;
-    }
-    return nullptr;
-}
+using namespace builder;
 
 Bytes noisy_image(unsigned seed) {
     std::mt19937 random(seed);
@@ -44,41 +30,39 @@ TEST(BlockIndex, FindsWhatAScanOfEveryByteFinds) {
     for (unsigned seed = 0; seed < 20; ++seed) {
         const Bytes bytes = noisy_image(seed);
         const BlockIndex index{ByteView(bytes)};
-        std::vector<std::size_t> found;
-        std::size_t by_type = 0;
-        for (const Block& b : index.blocks().all()) {
-            found.push_back(b.at);
-            if (index.of_type(b.content_type).all().front().at == b.at) {
-                by_type += index.of_type(b.content_type).all().size();
-            }
+        const SlowScan scan{ByteView(bytes)};
+        const auto blocks = index.blocks().all();
+        std::size_t next = 0;
+        for (std::size_t p = 0; p + 9 <= bytes.size(); ++p) {
+            if (!isBlockAt(ByteView(bytes), p, bytes.size())) continue;
+            ASSERT_LT(next, blocks.size());
+            ASSERT_EQ(blocks[next].at, p);
+            const auto same = index.of_type(blocks[next++].content_type).all();
+            ASSERT_EQ(same.size(), scan.blocks(same.front().content_type).size());
         }
-        ASSERT_EQ(found, scan_every_byte(ByteView(bytes)));
-        ASSERT_GT(found.size(), 100U);
-        EXPECT_EQ(by_type, found.size());
+        ASSERT_EQ(next, blocks.size());
+        ASSERT_GT(next, 100U);
         std::mt19937 random(seed);
         for (int i = 0; i < 2000; ++i) {
             const std::size_t from = random() % bytes.size();
             const std::size_t limit = from + random() % 4000;
+            const auto first = std::ranges::find_if(
+                blocks, [&](const Block& b) { return b.at >= from && b.end() <= limit; });
             ASSERT_EQ(index.blocks().first_inside(from, limit),
-                      slow_first_inside(index.blocks().all(), from, limit));
+                      first == blocks.end() ? nullptr : &*first);
         }
     }
 }
 
 TEST(BlockIndex, AHeaderNeedsASizeThatFits) {
-    Bytes bytes = block(0x2028, Bytes(10));
-    const std::size_t size_at = 3;
-    const struct {
-        std::uint32_t size;
-        bool is_block;
-    } cases[] = {{0, false}, {1, true}, {12, true}, {13, false}, {0xffffffff, false}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.size);
+    for (const std::uint32_t size : {0U, 1U, 12U, 13U, 0xffffffffU}) {
+        Bytes bytes = block(0x2028, Bytes(10));
         for (std::size_t i = 0; i < 4; ++i) {
-            bytes[size_at + i] = static_cast<std::uint8_t>(c.size >> (8 * i));
+            bytes[3 + i] = static_cast<std::uint8_t>(size >> (8 * i));
         }
-        EXPECT_EQ(isBlockAt(ByteView(bytes), 0, bytes.size()), c.is_block);
-        EXPECT_EQ(BlockIndex(ByteView(bytes)).blocks().all().size(), c.is_block ? 1U : 0U);
+        const bool is_block = size == 1 || size == 12;
+        EXPECT_EQ(isBlockAt(ByteView(bytes), 0, bytes.size()), is_block) << size;
+        EXPECT_EQ(BlockIndex(ByteView(bytes)).blocks().all().size(), is_block ? 1U : 0U);
     }
 }
 
@@ -89,36 +73,21 @@ TEST(BlockIndex, KeepsNoMoreBlocksThanHaveRoom) {
     EXPECT_EQ(index.blocks().all().size(), bytes.size() / 9);
 }
 
-TEST(BlockTree, KeepsSmallLastChildrenAndNesting) {
-    const Bytes small = block(0x1111, {});
-    const Bytes inner = block(0x2222, small);
-    const Bytes image = ByteWriter()
-                            .zeros(20)
-                            .block(0x3333, ByteWriter().u32(7).raw(inner).raw(small).bytes())
-                            .block(0x4444, {})
-                            .bytes();
-    const auto tree = parseBlockTree(ByteView(image));
-    ASSERT_EQ(tree.size(), 2U);
-    ASSERT_EQ(tree[0].children.size(), 2U);
-    EXPECT_EQ(tree[0].children[0].contentType, 0x2222);
-    ASSERT_EQ(tree[0].children[0].children.size(), 1U);
-    EXPECT_EQ(tree[0].children[1].contentType, 0x1111);
-    EXPECT_EQ(tree[1].contentType, 0x4444);
+std::string types_of(const std::vector<BlockNode>& blocks) {
+    std::string text;
+    for (const auto& b : blocks) text += std::to_string(b.contentType) + types_of(b.children);
+    return "(" + text + ")";
 }
 
-TEST(BlockTree, AfterABreakTheWalkJumpsByTheLastBlocksLength) {
-    const Bytes long_block = block(0x1111, Bytes(91));  // 100 bytes in all
-    const Bytes image = ByteWriter()
-                            .zeros(20)
-                            .raw(long_block)
-                            .zeros(3)
-                            .raw(block(0x2222, Bytes(10)))
-                            .zeros(97 - 19)
-                            .raw(block(0x3333, Bytes(10)))
-                            .bytes();
-    const auto tree = parseBlockTree(ByteView(image));
-    ASSERT_EQ(tree.size(), 2U) << "the block in the shadow of the jump is not seen";
-    EXPECT_EQ(tree[1].contentType, 0x3333);
+TEST(BlockTree, KeepsSmallLastChildrenAndAfterABreakJumpsByTheLastBlocksLength) {
+    const Bytes small = block(1, {});
+    const Bytes outer = ByteWriter().u32(7).block(2, small).raw(small).bytes();
+    const Bytes nested = ByteWriter().zeros(20).block(3, outer).block(4, {}).bytes();
+    EXPECT_EQ(types_of(parseBlockTree(ByteView(nested))), "(3(2(1())1())4())");
+    // The first block has 100 bytes in all; the second one lies in the shadow of the jump.
+    ByteWriter broken;
+    broken.zeros(20).block(1, Bytes(91)).zeros(3).block(2, Bytes(10)).zeros(97 - 19).block(3, {});
+    EXPECT_EQ(types_of(parseBlockTree(ByteView(broken.bytes()))), "(1()3())");
 }
 
 TEST(BlockTree, NestsNoDeeperThanItsLimitAndDoesNotLoseTheRest) {
@@ -133,24 +102,14 @@ TEST(BlockTree, NestsNoDeeperThanItsLimitAndDoesNotLoseTheRest) {
 }
 
 TEST(ThreePoint, WidthsAreStoredAndEightByteNumbersLoseTheirMark) {
-    const Bytes bytes = ByteWriter()
-                            .u8(1)
-                            .u8(0x20)
-                            .u8(0x31)
-                            .u8(0x80)
-                            .u8(0)
-                            .number(0x1234, 2)
-                            .number(9, 1)
-                            .number(0x56789a, 3)
-                            .ticks(5)
-                            .bytes();
+    ByteWriter writer;
+    writer.u8(1).u8(0x20).u8(0x31).u8(0x80).u8(0);
+    writer.number(0x1234, 2).number(9, 1).number(0x56789a, 3).ticks(5);
+    const Bytes bytes = writer.bytes();
     const auto point = readThreePoint(ByteView(bytes), 0, bytes.size());
     ASSERT_TRUE(point.has_value());
-    EXPECT_EQ(point->flag, 1);
-    EXPECT_EQ(point->source_offset, 0x1234U);
-    EXPECT_EQ(point->gap, 9U);
-    EXPECT_EQ(point->length, 0x56789aU);
-    EXPECT_EQ(point->start, tick_origin + 5);
+    EXPECT_EQ(fields(point->flag, point->source_offset, point->gap, point->length, point->start),
+              fields(1, 0x1234, 9, 0x56789a, tick_origin + 5));
     EXPECT_EQ(point->end, bytes.size());
     EXPECT_EQ(readThreePoint(ByteView(bytes), 0, bytes.size() - 1)->start, 0U);
     EXPECT_FALSE(readThreePoint(ByteView(bytes), bytes.size() - 4, bytes.size()).has_value());

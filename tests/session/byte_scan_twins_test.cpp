@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <random>
 #include <set>
 #include <sstream>
 
@@ -20,9 +21,7 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
-using builder::SessionBuilder;
-using builder::TrackKind;
+using namespace builder;
 using Names = std::vector<std::string>;
 
 const Names render_tracks = {"Gtr", "Gtr-03", "Film", "monoTone", "region_name_region"};
@@ -243,14 +242,44 @@ TEST(ByteScanTwins, AgreeOnADamagedMixer) {
     const Bytes good = session.image();
     const std::string strips = strips_text(BlockIndex{ByteView(good)}, true);
     EXPECT_EQ(std::count(strips.begin(), strips.end(), '\n'), 2) << strips;
-    builder::for_each_damage(good, 400, expect_twins_agree);
+    for_each_damage(good, 400, expect_twins_agree);
+}
+
+TEST(ByteScanTwins, AgreeOnChannelRecordsAmongNamesAndBuses) {
+    const char* const texts[] = {
+        "Verb",   "Verb.L", "Verb.R",   "Big Verb", "Big Verb.L", "Big Verb.R", "Room.Left",
+        "a/b",    "a/b.L",  "a/b.R",    "ab",       "ab.L",       "ab.R",       "Room",
+        "Bus 1",  "Bus 2",  "Bus 1-2",  "Bus 9-1",  "Bus a-b",    "Bus a",      "Bus b",
+        "Room.L", "Room.R", "Verb 2.L", "Verb 2.R", "Verb 2",     "Bus a-b.L",  "Bus a-b.R"};
+    std::size_t sends = 0;
+    std::size_t buses = 0;
+    for (unsigned seed = 0; seed < 100; ++seed) {
+        std::mt19937 random(seed);
+        // Distances have a few values, so that they meet the limits, and each other, again and
+        // again.
+        const std::size_t gaps[] = {0, 1, 40, 400, 400, 1500 - 4, 2700 - 292, 2700 - 291};
+        ByteWriter image;
+        for (const auto* name : {"A", "B", "C"}) image.raw(strip_row({.name = name}, 0));
+        for (int i = 0; i < 25; ++i) {
+            const auto* text = texts[random() % std::size(texts)];
+            image.counted(text).counted(random() % 4 == 0 ? "B" : random() % 4 == 0 ? "C" : text);
+            image.zeros(gaps[random() % std::size(gaps)]);
+            if (random() % 3 == 0) image.raw(channel_record({.fader_tenths = -i}));
+        }
+        const Bytes bytes = image.zeros(40).bytes();
+        expect_twins_agree(bytes);
+        if (strips_text(BlockIndex{ByteView(bytes)}, false).find("send") < bytes.size()) ++sends;
+        buses += readBuses(BlockIndex{ByteView(bytes)}).size();
+    }
+    EXPECT_GT(sends, 20U);
+    EXPECT_GT(buses, 50U);
 }
 
 TEST(ByteScanTwins, AgreeOnDamagedNames) {
     auto session = SessionBuilder().video_file("Film.MOV").video_file("a.txt").video_file("b.mxf");
     session.freeze_render({.name = "Gtr-03"}).freeze_render({.name = "Gtr-a"});
     session.freeze_render({.name = "Gtr 2"}).freeze_render({.name = "Gtr"});
-    builder::for_each_damage(session.image(), 23, expect_twins_agree);
+    for_each_damage(session.image(), 23, expect_twins_agree);
 }
 
 TEST(ByteScanTwins, AgreeOnRealSessions) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "reading.hpp"
 #include "session/midi_playlists.hpp"
 #include "session/playlist_walk.hpp"
 #include "support/records/clip_table_records.hpp"
@@ -10,11 +11,7 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
-using builder::ByteWriter;
-using builder::GroupClipSpec;
-using builder::PlacementSpec;
-using builder::PlaylistSpec;
+using namespace builder;
 
 PlaylistSpec list(const std::vector<std::pair<std::uint32_t, std::int64_t>>& members) {
     PlaylistSpec playlist{.name = "list", .tick_based = true};
@@ -35,50 +32,42 @@ std::vector<Region> regions_of(const std::vector<std::int64_t>& lengths) {
 
 ClipGroups read_groups(const std::vector<GroupClipSpec>& clips,
                        const std::vector<PlaylistSpec>& lists, const std::vector<Region>& regions) {
-    const Bytes image = ByteWriter()
-                            .raw(builder::group_definitions_block(clips))
-                            .raw(builder::group_lists_block(lists))
-                            .bytes();
+    const Bytes image =
+        ByteWriter().raw(group_definitions_block(clips)).raw(group_lists_block(lists)).bytes();
     return readClipGroups(BlockIndex{ByteView(image)}, regions);
 }
 
-std::vector<std::int32_t> list_numbers(const ClipGroups& groups) {
+std::string list_numbers(const ClipGroups& groups) {
     std::vector<std::int32_t> numbers;
     for (const auto& clip : groups.clips) numbers.push_back(clip.table_index);
-    return numbers;
+    return shown(numbers);
 }
-
-using Numbers = std::vector<std::int32_t>;
 
 TEST(ReadClipGroups, GivesDefinitionsAndMembersBack) {
     PlaylistSpec members = list({{0, 0}, {7, 500}, {2, 480}});
     members.kind = 1;
-    members.placements[1].in_group = true;
-    members.placements[1].muted = true;
+    members.placements[1].in_group = members.placements[1].muted = true;
     members.placements[2].is_fade = true;
     const ClipGroups groups = read_groups(
         {{.name = "Chorus", .length = 9000},
          {.name = "cut", .is_piece = true, .start = 0, .length = 50, .compound = 2, .kind = 3},
          {.name = "broken", .broken = true}},
         {members}, regions_of({100}));
-    ASSERT_EQ(groups.clips.size(), 3U);
-    EXPECT_EQ(groups.clips[0].name, "Chorus");
-    EXPECT_EQ(groups.clips[0].length, 9000);
-    EXPECT_FALSE(groups.clips[0].has_start);
-    EXPECT_TRUE(groups.clips[1].has_start);
-    EXPECT_TRUE(groups.clips[1].flag);
-    EXPECT_EQ(groups.clips[1].is_compound, 2);
-    EXPECT_EQ(groups.clips[1].kind, 3);
-    EXPECT_FALSE(groups.clips[2].valid) << "it keeps its number only";
-    EXPECT_EQ(list_numbers(groups), (Numbers{0, -1, -1}));
+    std::string text;
+    for (const auto& c : groups.clips) {
+        text += c.valid
+                    ? fields(c.name, c.length, c.has_start, c.flag, c.is_compound, c.kind) + ", "
+                    : "none";
+    }
+    EXPECT_EQ(text, "Chorus 9000 0 0 0 1, cut 50 1 1 2 3, none");
+    EXPECT_EQ(list_numbers(groups), "0,-1,-1");
     ASSERT_EQ(groups.lists.size(), 1U);
     EXPECT_EQ(groups.lists[0].kind, 1);
-    const auto& read = groups.lists[0].members;
-    ASSERT_EQ(read.size(), 3U);
-    EXPECT_EQ(read[1].id, 7U);
-    EXPECT_EQ(read[1].position, tick_origin + 500);
-    EXPECT_TRUE(read[1].nested && read[1].muted && read[1].live);
-    EXPECT_TRUE(read[2].is_fade && !read[2].live && !read[2].nested);
+    text.clear();
+    for (const auto& m : groups.lists[0].members) {
+        text += fields(m.id, m.position - tick_origin, m.nested, m.muted, m.live, m.is_fade) + ", ";
+    }
+    EXPECT_EQ(text, "0 0 0 0 1 0, 7 500 1 1 1 0, 2 480 0 0 0 1, ");
 }
 
 TEST(ReadClipGroups, ListsGoByLengthWhereItTellsAndByOrderElse) {
@@ -89,25 +78,22 @@ TEST(ReadClipGroups, ListsGoByLengthWhereItTellsAndByOrderElse) {
     plain_150.tick_based = false;
     const GroupClipSpec of_150 = {.name = "a", .length = 150};
     const GroupClipSpec of_700 = {.name = "b", .length = 700};
+    const GroupClipSpec of_none = {.name = "c", .length = 9};
     const struct {
         const char* what;
         std::vector<GroupClipSpec> clips;
         std::vector<PlaylistSpec> lists;
-        Numbers numbers;
+        const char* numbers;
     } cases[] = {
-        {"lengths cross", {of_150, of_700}, {ends_at_700, ends_at_150}, {1, 0}},
-        {"plain positions", {of_700, of_150}, {plain_150, ends_at_700}, {1, 0}},
-        {"no length fits",
-         {{.name = "a"}, {.name = "b", .length = 9}},
-         {ends_at_700, ends_at_150},
-         {0, 1}},
-        {"two lists of one length", {of_700, of_150}, {ends_at_150, ends_at_150}, {0, 1}},
-        {"a list serves one", {of_150, of_150}, {ends_at_700, ends_at_150}, {1, 1}},
-        {"one list too few", {of_150, of_700}, {ends_at_150}, {-1, -1}},
+        {"lengths cross", {of_150, of_700}, {ends_at_700, ends_at_150}, "1,0"},
+        {"plain positions", {of_700, of_150}, {plain_150, ends_at_700}, "1,0"},
+        {"no length fits", {of_none, of_none}, {ends_at_700, ends_at_150}, "0,1"},
+        {"two lists of one length", {of_700, of_150}, {ends_at_150, ends_at_150}, "0,1"},
+        {"a list serves one", {of_150, of_150}, {ends_at_700, ends_at_150}, "1,1"},
+        {"one list too few", {of_150, of_700}, {ends_at_150}, "-1,-1"},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        EXPECT_EQ(list_numbers(read_groups(c.clips, c.lists, regions)), c.numbers);
+        EXPECT_EQ(list_numbers(read_groups(c.clips, c.lists, regions)), c.numbers) << c.what;
     }
 }
 
@@ -120,18 +106,7 @@ TEST(ReadClipGroups, APieceTakesTheListOfTheOneGroupItLiesIn) {
     const auto groups = read_groups({piece("g", 100, 600), piece("g", 101, 600),
                                      piece("g", 100, 200), piece("other", 0, 1), whole, namesake},
                                     {list({}), list({})}, {});
-    EXPECT_EQ(list_numbers(groups), (Numbers{0, -1, -1, -1, 0, 1}));
-}
-
-Bytes midi_playlist(bool tick_based, int properties, std::int64_t position) {
-    PlaylistSpec playlist{.name = "Keys", .tick_based = tick_based, .placements = {{}, {}}};
-    playlist.placements[0].id = 6;
-    playlist.placements[0].position = position;
-    playlist.placements[0].muted = true;
-    playlist.placements[0].colour = 30;
-    playlist.placements[1].in_group = true;
-    playlist.placements[1].locked = true;
-    return builder::midi_playlist_block(playlist, properties);
+    EXPECT_EQ(list_numbers(groups), "0,-1,-1,-1,0,1");
 }
 
 TEST(ReadMidiPlaylists, PositionsAreSamplesOrTheirDistanceFromTheTickOrigin) {
@@ -148,28 +123,27 @@ TEST(ReadMidiPlaylists, PositionsAreSamplesOrTheirDistanceFromTheTickOrigin) {
         {false, 2, 48000, 48000, 48000},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.position);
-        const Bytes image = midi_playlist(c.tick_based, c.properties, c.position);
-        const BlockIndex index{ByteView(image)};
-        const auto midi = readMidiPlaylists(index);
+        PlaylistSpec playlist{.name = "Keys", .tick_based = c.tick_based, .placements = {{}, {}}};
+        auto& first = playlist.placements[0];
+        auto& second = playlist.placements[1];
+        first.id = 6;
+        first.position = c.position;
+        first.colour = 30;
+        first.muted = second.in_group = second.locked = true;
+        const Bytes image = midi_playlist_block(playlist, c.properties);
+        const auto midi = over(image, readMidiPlaylists);
         ASSERT_EQ(midi.details.size(), 1U);
-        const auto& detail = midi.details[0];
-        EXPECT_EQ(detail.name, "Keys");
-        EXPECT_EQ(detail.is_second_kind, c.tick_based);
-        EXPECT_EQ(detail.positions.at(0), c.read);
-        EXPECT_EQ(detail.region_ids, (std::vector<std::uint32_t>{6, 0}));
-        EXPECT_EQ(detail.colours, (std::vector<std::int32_t>{30, -2}));
-        EXPECT_EQ(detail.muted, (std::vector<std::uint32_t>{1, 0}));
-        EXPECT_EQ(detail.locked, (std::vector<std::uint32_t>{0, 1}));
-        EXPECT_EQ(detail.in_group, (std::vector<std::uint32_t>{0, 1}));
-        EXPECT_EQ(detail.is_fade, (std::vector<std::uint32_t>{0, 0}));
-        EXPECT_EQ(midi.playlists.clip_counts, (std::vector<std::uint32_t>{2}));
-        const auto rows = readMidiPlaylistRows(index);
+        const auto& d = midi.details[0];
+        EXPECT_EQ(fields(d.name, d.is_second_kind, d.positions.at(0)),
+                  fields("Keys", c.tick_based, c.read));
+        EXPECT_EQ(fields(d.region_ids, d.colours, d.muted, d.locked, d.in_group, d.is_fade),
+                  "6,0 30,-2 1,0 0,1 0,1 0,0");
+        EXPECT_EQ(shown(midi.playlists.clip_counts), "2");
+        const auto rows = over(image, readMidiPlaylistRows);
         ASSERT_EQ(rows.size(), 2U);
-        EXPECT_EQ(rows[0].playlist, "Keys");
-        EXPECT_EQ(rows[0].region, 6U);
-        EXPECT_EQ(rows[0].position, c.stored);
-        EXPECT_EQ(readMidiClipCounts(index), (std::map<std::string, int>{{"Keys", 1}}));
+        EXPECT_EQ(fields(rows[0].playlist, rows[0].region, rows[0].position),
+                  fields("Keys", 6, c.stored));
+        EXPECT_EQ(over(image, readMidiClipCounts), (std::map<std::string, int>{{"Keys", 1}}));
     }
 }
 
@@ -181,23 +155,18 @@ TEST(PlacementRecords, TheMarkOfAClipGroupLiesInsideItsRecord) {
 }
 
 TEST(ReadMidiPlaylistRows, TakesPlaylistsOfAnyKindWithinItsLimits) {
-    const struct {
-        const char* what;
-        PlaylistSpec playlist;
-        std::size_t rows;
-    } cases[] = {
-        {"kind 7", {.name = "k", .placements = {{}}, .kind = 7}, 1},
-        {"longest name", {.name = std::string(200, 'n'), .placements = {{}}}, 1},
-        {"name too long", {.name = std::string(201, 'n'), .placements = {{}}}, 0},
-        {"no name", {.name = "", .placements = {{}}}, 0},
-        {"largest", {.name = "n", .placements = std::vector<PlacementSpec>(7272)}, 7272},
-        {"too large", {.name = "n", .placements = std::vector<PlacementSpec>(7273)}, 0},
+    const auto count = [](const PlaylistSpec& playlist) {
+        return over(midi_playlist_block(playlist, false), readMidiPlaylistRows).size();
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        const Bytes image = builder::midi_playlist_block(c.playlist, false);
-        EXPECT_EQ(readMidiPlaylistRows(BlockIndex{ByteView(image)}).size(), c.rows);
-    }
+    const auto named = [](std::size_t name_bytes, std::size_t placements = 1) {
+        return PlaylistSpec{.name = std::string(name_bytes, 'n'),
+                            .placements = std::vector<PlacementSpec>(placements)};
+    };
+    EXPECT_EQ(count({.name = "k", .placements = {{}}, .kind = 7}), 1U);
+    EXPECT_EQ(count(named(200)), 1U);
+    EXPECT_EQ(count(named(201)) + count(named(0)), 0U);
+    EXPECT_EQ(count(named(1, 7272)), 7272U);
+    EXPECT_EQ(count(named(1, 7273)), 0U);
 }
 
 }  // namespace

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <tuple>
 
+#include "reading.hpp"
 #include "session/clip_effects.hpp"
 #include "session/clip_gains.hpp"
 #include "session/loop_records.hpp"
@@ -14,11 +14,9 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
-using builder::ByteWriter;
-using builder::GainEntrySpec;
-using builder::GainPlace;
-using builder::RegionSpec;
+using namespace builder;
+
+constexpr float not_a_number = std::numeric_limits<float>::quiet_NaN();
 
 RegionSpec named(const std::string& name) {
     RegionSpec region;
@@ -27,59 +25,50 @@ RegionSpec named(const std::string& name) {
     return region;
 }
 
-Bytes joined(const std::vector<Bytes>& blocks) {
-    ByteWriter image;
-    for (const auto& b : blocks) image.raw(b);
-    return image.bytes();
-}
-
 TEST(ReadClipGains, ClipsFindTheirEntryInEveryForm) {
     std::vector<RegionSpec> regions;
-    for (const auto& [name, entry, place] :
-         {std::tuple("last", 0U, GainPlace::last),
-          std::tuple("marker", 1U, GainPlace::behind_marker),
-          std::tuple("old", 1U, GainPlace::old_marker), std::tuple("flat", 2U, GainPlace::last),
-          std::tuple("none", 3U, GainPlace::last), std::tuple("", 0U, GainPlace::last)}) {
-        RegionSpec region = named(name);
-        region.gain_entry = entry;
-        region.gain_place = place;
-        regions.push_back(region);
-    }
-    for (const auto place : {GainPlace::last, GainPlace::behind_marker}) {
-        RegionSpec warped = named(place == GainPlace::last ? "warped" : "warped, more behind");
-        warped.warp = builder::WarpSpec{.points = {{0, 0}, {9, 9}}};
-        warped.gain_entry = 1;
-        warped.gain_place = place;
-        regions.push_back(warped);
-    }
-    const Bytes image = joined({
-        builder::clip_gain_block({{{{0, -3.5F}}}, {{{480, 1}, {960, -6}, {990, 0}}}, {}}),
-        builder::region_list_block(regions),
-    });
-    const BlockIndex index{ByteView(image)};
-    EXPECT_EQ(readFirstClipGains(index),
+    const auto add = [&](const char* name, std::uint32_t entry, GainPlace place) {
+        regions.push_back(named(name));
+        regions.back().gain_entry = entry;
+        regions.back().gain_place = place;
+    };
+    add("last", 0, GainPlace::last);
+    add("marker", 1, GainPlace::behind_marker);
+    add("old", 1, GainPlace::old_marker);
+    add("flat", 2, GainPlace::last);
+    add("none", 3, GainPlace::last);
+    add("", 0, GainPlace::last);
+    add("warped", 1, GainPlace::last);
+    regions.back().warp = WarpSpec{.points = {{0, 0}, {9, 9}}};
+    add("warped, more behind", 1, GainPlace::behind_marker);
+    regions.back().warp = WarpSpec{.points = {{0, 0}, {9, 9}}};
+    const Bytes image =
+        ByteWriter()
+            .raw(clip_gain_block({{{{0, -3.5F}}}, {{{480, 1}, {960, -6}, {990, 0}}}, {}}))
+            .raw(region_list_block(regions))
+            .bytes();
+    EXPECT_EQ(over(image, readFirstClipGains),
               (std::map<std::string, double>{{"last", -3.5},
                                              {"marker", 1},
                                              {"old", 1},
                                              {"flat", 0},
                                              {"warped", 1},
                                              {"warped, more behind", 1}}));
-    const ClipGainLines lines = readClipGains(index);
+    const ClipGainLines lines = over(image, readClipGains);
     EXPECT_EQ(lines.entry_of_clip.size(), 4U) << "one point draws no line";
     EXPECT_EQ(lines.line("last"), nullptr);
     ASSERT_NE(lines.line("old"), nullptr);
-    EXPECT_EQ(lines.line("old")->at(1).position, 960);
-    EXPECT_EQ(lines.line("old")->at(1).gain_db, -6);
+    EXPECT_EQ(fields(lines.line("old")->at(1).position, lines.line("old")->at(1).gain_db),
+              "960 -6");
     EXPECT_EQ(lines.entries.at(2).size(), 1U) << "an entry without points reads as one at 0 dB";
     EXPECT_EQ(lines.count_disagreements, 0);
 }
 
 TEST(ReadClipGains, GainsBeyondTheFaderReadAsZeroAndTheLengthOverridesTheCount) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    GainEntrySpec odd{.points = {{1, -145.0F}, {2, -144.9F}, {3, 36.9F}, {4, 37.0F}, {5, nan}}};
+    GainEntrySpec odd{
+        .points = {{1, -145.0F}, {2, -144.9F}, {3, 36.9F}, {4, 37.0F}, {5, not_a_number}}};
     odd.counted = 2;
-    const Bytes image = builder::clip_gain_block({odd, {}});
-    const ClipGainLines lines = readClipGains(BlockIndex{ByteView(image)});
+    const ClipGainLines lines = over(clip_gain_block({odd, {}}), readClipGains);
     ASSERT_EQ(lines.entries.size(), 2U);
     std::vector<float> gains;
     for (const auto& point : lines.entries[0]) gains.push_back(static_cast<float>(point.gain_db));
@@ -90,46 +79,38 @@ TEST(ReadClipGains, GainsBeyondTheFaderReadAsZeroAndTheLengthOverridesTheCount) 
 TEST(ReadClipGains, TheTableEndsAtALengthThatIsNone) {
     constexpr std::size_t second_entry_at = 13 + 8 + 22;
     for (const unsigned length : {13U, 14U, 15U, 21U, 22U, 23U, 200U}) {
-        SCOPED_TRACE(length);
-        Bytes image = builder::clip_gain_block({{{{1, 1}}}, {{{2, 2}}}});
+        Bytes image = clip_gain_block({{{{1, 1}}}, {{{2, 2}}}});
         image[second_entry_at + 4] = static_cast<std::uint8_t>(length);
-        const auto lines = readClipGains(BlockIndex{ByteView(image)});
-        EXPECT_EQ(lines.entries.size(), length == 14 || length == 22 ? 2U : 1U);
+        EXPECT_EQ(over(image, readClipGains).entries.size(), length == 14 || length == 22 ? 2U : 1U)
+            << length;
     }
 }
 
-TEST(ReadWarpMaps, KeepsTickMapsAndSampleMapsApart) {
-    RegionSpec in_samples = named("samples");
-    in_samples.warp =
-        builder::WarpSpec{.points = {{0, 0}, {48000, 40000}, {96000, 96000.5}}, .anchor = 4800};
-    RegionSpec in_ticks = named("ticks");
-    in_ticks.warp = builder::WarpSpec{
-        .points = {{0, 0}, {7752720000, 300}}, .in_ticks = true, .anchor = 960000};
-    RegionSpec single = named("one point");
-    single.warp = builder::WarpSpec{.points = {{0, 0}}};
-    const Bytes image = builder::region_list_block({in_samples, named("plain"), in_ticks, single});
-    const WarpMaps maps = readWarpMaps(BlockIndex{ByteView(image)});
-    ASSERT_EQ(maps.in_samples.size(), 1U);
-    const WarpMap& samples = maps.in_samples.at("samples");
-    ASSERT_EQ(samples.size(), 3U);
-    EXPECT_EQ(samples[2].position, 96000);
-    EXPECT_EQ(samples[2].source_sample, 96000.5);
-    EXPECT_EQ(maps.anchors.at("samples").samples(120, 48000), 4800);
-    ASSERT_EQ(maps.in_ticks.size(), 1U);
-    EXPECT_EQ(maps.in_ticks.at("ticks")[1].position, 7752720000);
-    EXPECT_EQ(maps.anchors.at("ticks").samples(120, 48000), 24000) << "a quarter note at 120";
-}
-
-TEST(ReadWarpMaps, AnAnchorMayLieInFrontOfTheSessionsStartButNoPoint) {
+TEST(ReadWarpMaps, KeepsTickMapsAndSampleMapsApartAndOnlyAnchorsInFrontOfTheStart) {
     constexpr std::uint64_t quarter_early = 0 - std::uint64_t{960000};
-    RegionSpec early = named("early");
-    early.warp = builder::WarpSpec{
-        .points = {{quarter_early, 0}, {960000, 300}}, .in_ticks = true, .anchor = quarter_early};
-    const Bytes image = builder::region_list_block({early});
-    const WarpMaps maps = readWarpMaps(BlockIndex{ByteView(image)});
-    ASSERT_EQ(maps.in_ticks.size(), 1U);
-    EXPECT_EQ(maps.in_ticks.at("early")[0].position, 0);
-    EXPECT_EQ(maps.anchors.at("early").samples(120, 48000), -24000);
+    const WarpSpec warps[] = {
+        {.points = {{0, 0}, {48000, 40000}, {96000, 96000.5}}, .anchor = 4800},
+        {.points = {{0, 0}, {7752720000, 300}}, .in_ticks = true, .anchor = 960000},
+        {.points = {{quarter_early, 0}, {9, 3}}, .in_ticks = true, .anchor = quarter_early},
+        {.points = {{0, 0}}}};
+    std::vector<RegionSpec> regions = {named("plain")};
+    for (const char name : {'s', 't', 'e', '1'}) {
+        regions.push_back(named(std::string(1, name)));
+        regions.back().warp = warps[regions.size() - 2];
+    }
+    const WarpMaps maps = over(region_list_block(regions), readWarpMaps);
+    std::string text;
+    for (const auto* kind : {&maps.in_samples, &maps.in_ticks}) {
+        for (const auto& [name, map] : *kind) {
+            text += name + fields("", maps.anchors.at(name).samples(120, 48000)) + ":";
+            for (const auto& point : map) text += fields("", point.position, point.source_sample);
+            text += "; ";
+        }
+    }
+    EXPECT_EQ(text,
+              "s 4800: 0 0 48000 40000 96000 96000.5; e -24000: 0 0 9 3; "
+              "t 24000: 0 0 7752720000 300; ")
+        << "a quarter note at 120 is half a second";
 }
 
 TEST(ReadWarpMaps, ReadsTheNarrowFormWhereTheWideOneHasNoRoomOrRunsBack) {
@@ -142,67 +123,64 @@ TEST(ReadWarpMaps, ReadsTheNarrowFormWhereTheWideOneHasNoRoomOrRunsBack) {
         map.number(0x41086A00, 5).zeros(7);  // and of 200000.0
         if (is_whole) map.u32(0x41124F80);
         map.zeros(behind);
-        return joined(
-            {builder::block(0x2628, ByteWriter().counted("n").block(0x2636, map.bytes()).bytes())});
+        const Bytes region = ByteWriter().counted("n").block(0x2636, map.bytes()).bytes();
+        return over(block(0x2628, region), readWarpMaps).in_samples;
     };
-    const Bytes cut = narrow(0, false);
-    EXPECT_TRUE(readWarpMaps(BlockIndex{ByteView(cut)}).in_samples.empty());
+    EXPECT_TRUE(narrow(0, false).empty());
     for (const std::size_t behind : {0U, 40U}) {
-        SCOPED_TRACE(behind);
-        const Bytes image = narrow(behind);
-        const WarpMaps maps = readWarpMaps(BlockIndex{ByteView(image)});
-        ASSERT_EQ(maps.in_samples.count("n"), 1U);
-        const WarpMap& map = maps.in_samples.at("n");
+        ASSERT_EQ(narrow(behind).size(), 1U);
+        const WarpMap map = narrow(behind).at("n");
         EXPECT_EQ(map[1].position, 0x40F86A00);
-        EXPECT_EQ(map[0].source_sample, 100000);
-        EXPECT_EQ(map[1].source_sample, 200000);
-        EXPECT_EQ(map[2].source_sample, 300000);
+        EXPECT_EQ(fields(map[0].source_sample, map[1].source_sample, map[2].source_sample),
+                  "100000 200000 300000");
     }
 }
 
 TEST(ReadPitchShifts, BothFormsHaveTheirLimits) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
     const struct {
         bool short_form;
         std::int32_t semitones;
         float cents;
         double shift;  // 0: not there
     } cases[] = {
-        {false, 0, 0, 0},     {false, -7, 25, -6.75}, {false, 48, 0, 48}, {false, -48, 0, -48},
-        {false, 49, 0, 0},    {false, 3, 100, 0},     {false, 3, nan, 0}, {true, 5, -50, 4.5},
-        {true, 3, 100, 3},    {true, 48, 0, 48},      {true, 48, 1, 0},   {true, 0, 12.5, 0.125},
+        {false, 0, 0, 0},
+        {false, -7, 25, -6.75},
+        {false, 48, 0, 48},
+        {false, -48, 0, -48},
+        {false, 49, 0, 0},
+        {false, 3, 100, 0},
+        {false, 3, not_a_number, 0},
+        {true, 5, -50, 4.5},
+        {true, 3, 100, 3},
+        {true, 48, 0, 48},
+        {true, 48, 1, 0},
+        {true, 0, 12.5, 0.125},
         {true, -2, -100, -2},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.short_form << ' ' << c.semitones << ' ' << c.cents);
         RegionSpec region = named("p");
         region.pitch = {c.semitones, c.cents, c.short_form};
-        const Bytes image = builder::region_list_block({region});
-        const auto shifts = readPitchShifts(BlockIndex{ByteView(image)});
-        EXPECT_EQ(shifts, c.shift == 0 ? (std::map<std::string, double>{})
-                                       : (std::map<std::string, double>{{"p", c.shift}}));
+        auto shifts = over(region_list_block({region}), readPitchShifts);
+        EXPECT_EQ(shifts.count("p"), c.shift == 0 ? 0U : 1U);
+        EXPECT_EQ(shifts["p"], c.shift) << c.short_form << ' ' << c.semitones << ' ' << c.cents;
     }
 }
 
 TEST(ReadLoopRecords, AnotherSizeIsAnUnknownShape) {
     for (const std::uint32_t size : {58U, 59U, 60U}) {
-        SCOPED_TRACE(size);
-        builder::PlaylistSpec playlist{.name = "p", .placements = {{}, {}}};
+        PlaylistSpec playlist{.name = "p", .placements = {{}, {}}};
         playlist.placements[1].id = 4;
         playlist.placements[1].position = 0x123456789a;
         playlist.placements[1].inside =
-            builder::loop_block({.mode = 2, .count = 5, .length = 96000, .extra = 9, .size = size});
-        const Bytes image = builder::playlist_block(playlist);
-        const auto loops = readLoopRecords(BlockIndex{ByteView(image)});
+            loop_block({.mode = 2, .count = 5, .length = 96000, .extra = 9, .size = size});
+        const auto loops = over(playlist_block(playlist), readLoopRecords);
         ASSERT_EQ(loops.size(), 1U);
-        EXPECT_EQ(loops[0].key, 0x3456789a00000004U);
-        EXPECT_EQ(loops[0].key, loop_key(0x123456789a, 4));
-        EXPECT_EQ(loops[0].parent_type, 0x1050);
-        EXPECT_EQ(loops[0].known_shape, size == 59);
-        EXPECT_EQ(loops[0].mode, size == 59 ? 2U : 0U);
-        EXPECT_EQ(loops[0].count, size == 59 ? 5U : 0U);
-        EXPECT_EQ(loops[0].length, size == 59 ? 96000U : 0U);
-        EXPECT_EQ(loops[0].loop_extra, size == 59 ? 9U : 0U);
+        const auto& l = loops[0];
+        EXPECT_EQ(l.key, 0x3456789a00000004U);
+        EXPECT_EQ(l.key, loop_key(0x123456789a, 4));
+        EXPECT_EQ(l.parent_type, 0x1050);
+        EXPECT_EQ(fields(l.known_shape, l.mode, l.count, l.length, l.loop_extra),
+                  size == 59 ? "1 2 5 96000 9" : "0 0 0 0 0");
     }
 }
 
@@ -213,19 +191,15 @@ TEST(ReadClipEffects, ClipsReferToRecordsThatHaveParameters) {
         regions.back().effects_identity = identity;
     }
     const std::string longest(63, 'n');
-    const Bytes image = joined({
-        builder::effects_block({{0, {{"none", 1}}},
-                                {0x1122334455667788, {{"Gain", 5}, {longest, 0xfffffffe}}},
-                                {2, {{longest + "n", 1}, {"", 1}}}}),
-        builder::region_list_block(regions),
-    });
-    const ClipEffects effects = readClipEffects(BlockIndex{ByteView(image)});
+    const Bytes records = effects_block({{0, {{"none", 1}}},
+                                         {0x1122334455667788, {{"Gain", 5}, {longest, 0xfffffffe}}},
+                                         {2, {{longest + "n", 1}, {"", 1}}}});
+    const ClipEffects effects =
+        over(ByteWriter().raw(records).raw(region_list_block(regions)).bytes(), readClipEffects);
     EXPECT_EQ(effects.record_of_clip, (std::map<std::string, std::size_t>{{"clip 1", 1}}));
     const auto* record = effects.record("clip 1");
-    ASSERT_NE(record, nullptr);
-    ASSERT_EQ(record->parameters.size(), 2U);
-    EXPECT_EQ(record->parameters[0].name, "Gain");
-    EXPECT_EQ(record->parameters[0].value, 5U);
+    ASSERT_TRUE(record != nullptr && record->parameters.size() == 2);
+    EXPECT_EQ(fields(record->parameters[0].name, record->parameters[0].value), "Gain 5");
     EXPECT_EQ(record->parameters[1].value, 0xfffffffeU);
 }
 

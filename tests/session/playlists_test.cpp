@@ -11,14 +11,7 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
-using builder::ByteWriter;
-using builder::FadeSpec;
-using builder::PlacementSpec;
-using builder::PlaylistSpec;
-using builder::RegionSpec;
-using Flags = std::vector<std::uint32_t>;
-
+using namespace builder;
 PlaylistSpec playlist_of(std::size_t placements, const std::string& name = "p") {
     return {.name = name, .placements = std::vector<PlacementSpec>(placements)};
 }
@@ -30,30 +23,19 @@ TEST(ReadPlaylistDetails, EveryFieldOfARowHasItsPlace) {
     rows[0].id = 0x01020304;
     rows[0].position = 7752720000;
     rows[0].colour = 20;
-    rows[1].is_fade = true;
-    rows[2].in_group = true;
-    rows[3].locked = true;
-    rows[4].muted = true;
-    rows[5].muted_late = true;
+    rows[1].is_fade = rows[2].in_group = rows[3].locked = true;
+    rows[4].muted = rows[5].muted_late = rows[6].out_of_place = true;
     rows[5].overlap = 1;
-    rows[6].out_of_place = true;
-    const Bytes image = builder::playlists_block({playlist, playlist_of(0, "")});
-    const BlockIndex index{ByteView(image)};
-    const auto details = readPlaylistDetails(index);
+    const Bytes image = playlists_block({playlist, playlist_of(0, "")});
+    const auto details = over(image, readPlaylistDetails);
     ASSERT_EQ(details.size(), 2U);
     const auto& d = details[0];
-    EXPECT_EQ(d.name, "Vox");
-    EXPECT_TRUE(d.is_second_kind);
-    EXPECT_EQ(d.region_ids, (Flags{0x01020304, 0, 0, 0, 0, 0})) << "one row has no record";
-    EXPECT_EQ(d.positions.at(0), 1000000000000U + 7752720000U);
-    EXPECT_EQ(d.colours, (std::vector<std::int32_t>{20, -2, -2, -2, -2, -2}));
-    EXPECT_EQ(d.is_fade, (Flags{0, 1, 0, 0, 0, 0}));
-    EXPECT_EQ(d.live, (Flags{1, 0, 1, 1, 1, 1}));
-    EXPECT_EQ(d.in_group, (Flags{0, 0, 1, 0, 0, 0}));
-    EXPECT_EQ(d.locked, (Flags{0, 0, 0, 1, 0, 0}));
-    EXPECT_EQ(d.muted, (Flags{0, 0, 0, 0, 1, 1}));
-    EXPECT_EQ(d.overlap, (Flags{3, 3, 3, 3, 3, 1}));
-    EXPECT_EQ(readPlaylists(index).clip_counts, (Flags{7, 0}));
+    EXPECT_EQ(fields(d.name, d.is_second_kind, d.positions.at(0)), "Vox 1 1007752720000");
+    EXPECT_EQ(fields(d.region_ids, d.colours), "16909060,0,0,0,0,0 20,-2,-2,-2,-2,-2")
+        << "one row has no record";
+    EXPECT_EQ(fields(d.is_fade, d.live, d.in_group), "0,1,0,0,0,0 1,0,1,1,1,1 0,0,1,0,0,0");
+    EXPECT_EQ(fields(d.locked, d.muted, d.overlap), "0,0,0,1,0,0 0,0,0,0,1,1 3,3,3,3,3,1");
+    EXPECT_EQ(shown(over(image, readPlaylists).clip_counts), "7,0");
 }
 
 TEST(ReadPlaylists, LimitsAreInclusive) {
@@ -63,98 +45,75 @@ TEST(ReadPlaylists, LimitsAreInclusive) {
         playlist.counted = counted;
         return playlist;
     };
-    const struct {
-        const char* what;
-        PlaylistSpec playlist;
-        bool accepted;
-    } cases[] = {
-        {"no name", playlist_of(1, ""), true},
-        {"longest name", playlist_of(1, std::string(64, 'n')), true},
-        {"name too long", playlist_of(1, std::string(65, 'n')), false},
-        {"most placements", playlist_of(20000), true},
-        {"too many placements", playlist_of(20001), false},
-        {"more counted than there are", with({}, 3), false},
-        {"fewer counted than there are", with({}, 1), false},
-        {"kind 0", with(0, {}), false},
-        {"kind 3", with(3, {}), false},
+    const auto is_read = [](const PlaylistSpec& playlist) {
+        return !over(playlist_block(playlist), readPlaylists).records.empty();
     };
-    for (const auto& c : cases) {
-        const auto playlists = over(builder::playlist_block(c.playlist), readPlaylists);
-        EXPECT_EQ(playlists.records.size(), c.accepted ? 1U : 0U) << c.what;
-    }
+    EXPECT_TRUE(is_read(playlist_of(1, "")) && is_read(playlist_of(1, std::string(64, 'n'))));
+    EXPECT_FALSE(is_read(playlist_of(1, std::string(65, 'n'))));
+    EXPECT_TRUE(is_read(playlist_of(20000)) && !is_read(playlist_of(20001)));
+    EXPECT_FALSE(is_read(with({}, 3)) || is_read(with({}, 1))) << "another count than there are";
+    EXPECT_FALSE(is_read(with(0, {})) || is_read(with(3, {}))) << "another kind";
 }
 
 TEST(ReadPlaylists, ListsOfTheClipGroupTableLieOnNoTrack) {
-    const Bytes groups = builder::block(0x2428, builder::playlists_block({playlist_of(1, "g")}));
-    const Bytes image = ByteWriter()
-                            .raw(builder::playlist_block(playlist_of(1, "before")))
-                            .raw(groups)
-                            .raw(builder::playlist_block(playlist_of(2, "behind")))
-                            .bytes();
-    const auto playlists = readPlaylists(BlockIndex{ByteView(image)});
-    ASSERT_EQ(playlists.records.size(), 2U);
-    EXPECT_EQ(playlists.records[0].name, "before");
-    EXPECT_EQ(playlists.records[1].name, "behind");
+    const Bytes groups = block(0x2428, playlists_block({playlist_of(1, "g")}));
+    const Bytes before = playlist_block(playlist_of(1, "before"));
+    const Bytes behind = playlist_block(playlist_of(2, "behind"));
+    std::string names;
+    for (const auto& playlist :
+         over(ByteWriter().raw(before).raw(groups).raw(behind).bytes(), readPlaylists).records) {
+        names += playlist.name + ' ';
+    }
+    EXPECT_EQ(names, "before behind ");
 }
 
 TEST(ReadFades, EachKindHasItsShapesInItsOwnPlace) {
-    const FadeSpec crossfade = {1, 480, 960, 1, true, 2, -3, 1, 700};
-    const FadeSpec out = {2, 290000, 290000, 3, false, 0, 0, 2, -2};
-    const FadeSpec in = {3, 0, 490000, 2, false, 1, -8000, 0, 0};
     const std::pair<FadeSpec, FadeKind> cases[] = {
-        {crossfade, FadeKind::crossfade}, {out, FadeKind::fade_out}, {in, FadeKind::fade_in}};
+        {{1, 480, 960, 1, true, 2, -3, 1, 700}, FadeKind::crossfade},
+        {{2, 290000, 290000, 3, false, 0, 0, 2, -2}, FadeKind::fade_out},
+        {{3, 0, 490000, 2, false, 1, -8000, 0, 0}, FadeKind::fade_in}};
     for (const auto& [stored, kind] : cases) {
-        const auto fades = over(builder::fade_list_block({stored}), readFades);
-        ASSERT_EQ(fades.size(), 1U);
-        EXPECT_EQ(fades[0].kind, kind);
-        EXPECT_EQ(fades[0].pre, stored.pre);
-        EXPECT_EQ(fades[0].length, stored.length);
-        EXPECT_EQ(fades[0].linked, stored.linked);
-        EXPECT_EQ(fades[0].slope, stored.slope);
-        EXPECT_TRUE(fades[0].has_shapes && fades[0].has_handles);
+        const auto fade = over(fade_list_block({stored}), readFades).at(0);
+        EXPECT_EQ(
+            fields(fade.kind, fade.pre, fade.length, fade.linked, fade.slope, fade.has_shapes),
+            fields(kind, stored.pre, stored.length, stored.linked, stored.slope, true));
         if (kind != FadeKind::fade_out) {
-            EXPECT_EQ(fades[0].in_type, stored.in_type);
-            EXPECT_EQ(fades[0].in_setting, stored.in_setting);
+            EXPECT_EQ(fields(fade.in_type, fade.in_setting),
+                      fields(stored.in_type, stored.in_setting));
         }
         if (kind != FadeKind::fade_in) {
-            EXPECT_EQ(fades[0].out_type, stored.out_type);
-            EXPECT_EQ(fades[0].out_setting, stored.out_setting);
+            EXPECT_EQ(fields(fade.out_type, fade.out_setting),
+                      fields(stored.out_type, stored.out_setting));
         }
     }
 }
 
 TEST(ReadFades, BrokenRecordsKeepTheirNumberAndWideOnesAreNoFades) {
     const auto fade = [](std::uint8_t kind, std::uint32_t pre, std::uint32_t length) {
-        return builder::fade_block({.kind = kind, .pre = pre, .length = length});
+        return fade_block({.kind = kind, .pre = pre, .length = length});
     };
     const auto record = [](std::uint8_t widths, std::size_t behind_kind) {
         ByteWriter payload;
         payload.zeros(5).u8(widths).zeros(2).u8(9).u8(9).u8(2).zeros(behind_kind);
-        return builder::block(0x262f, payload.bytes(), 2);
+        return block(0x262f, payload.bytes(), 2);
     };
-    struct {
-        const char* what;
-        Bytes image;
-        std::vector<FadeKind> kinds;
-        bool has_shapes;
-    } const cases[] = {
-        {"kind 0", fade(0, 5, 10), {FadeKind::unusable}, false},
-        {"kind 4", fade(4, 5, 10), {FadeKind::unusable}, false},
-        {"centre at the end", fade(2, 10, 10), {FadeKind::fade_out}, true},
-        {"centre behind the end", fade(2, 11, 10), {FadeKind::unusable}, true},
-        {"the kind alone", record(0x11, 0), {FadeKind::fade_out}, false},
-        {"a byte short of a shape", record(0x11, 13), {FadeKind::fade_out}, false},
-        {"room for a shape", record(0x11, 14), {FadeKind::fade_out}, true},
-        {"first number too wide", record(0x15, 30), {}, false},
-        {"second number too wide", record(0x51, 30), {}, false},
+    const std::string unusable = shown(FadeKind::unusable);
+    const std::string out = shown(FadeKind::fade_out);
+    const Reads cases[] = {
+        {"kind 0", fade(0, 5, 10), unusable + " 0"},
+        {"kind 4", fade(4, 5, 10), unusable + " 0"},
+        {"centre at the end", fade(2, 10, 10), out + " 1"},
+        {"centre behind the end", fade(2, 11, 10), unusable + " 1"},
+        {"the kind alone", record(0x11, 0), out + " 0"},
+        {"a byte short of a shape", record(0x11, 13), out + " 0"},
+        {"room for a shape", record(0x11, 14), out + " 1"},
+        {"first number too wide", record(0x15, 30), ""},
+        {"second number too wide", record(0x51, 30), ""},
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        const auto fades = readFades(BlockIndex{ByteView(c.image)});
-        ASSERT_EQ(fades.size(), c.kinds.size());
-        if (fades.empty()) continue;
-        EXPECT_EQ(fades[0].kind, c.kinds[0]);
-        EXPECT_EQ(fades[0].has_shapes, c.has_shapes);
+        std::string text;
+        for (const auto& f : over(c.image, readFades)) text += fields(f.kind, f.has_shapes);
+        EXPECT_EQ(text, c.text) << c.what;
     }
 }
 
@@ -162,24 +121,18 @@ TEST(ReadRegionStarts, RunsInStepWithTheRegions) {
     std::vector<RegionSpec> regions(5);
     const std::uint64_t syncs[] = {0, 1, 0xffffffffff, 0x10000000000, 77};
     for (std::size_t i = 0; i < 5; ++i) {
-        regions[i].name = std::string(1, static_cast<char>('a' + i));
+        regions[i].name = std::string(i == 4 ? 256 : 1, static_cast<char>('a' + i));
         regions[i].sync_samples = syncs[i];
         regions[i].source_offset = 1000;
         regions[i].length = 5000;
     }
-    regions[4].name = std::string(256, 'x');
-    for (const Bytes& list :
-         {builder::region_list_block(regions), builder::older_region_list_block(regions)}) {
-        const Bytes image = ByteWriter().zeros(20).raw(list).bytes();
-        const auto starts = readRegionStarts(BlockIndex{ByteView(image)});
-        ASSERT_EQ(starts.size(), 5U);
-        EXPECT_EQ(starts[0].sync_samples, 0U);
-        EXPECT_EQ(starts[1].sync_samples, 1U);
-        EXPECT_EQ(starts[1].name, "b");
-        EXPECT_EQ(starts[2].sync_samples, 0xffffffffffU);
-        EXPECT_EQ(starts[3].sync_samples, 0U) << "six bytes are too wide";
-        EXPECT_EQ(starts[4].sync_samples, 0U) << "the name is too long";
-        EXPECT_EQ(starts[4].name, std::string(255, 'x')) << "as the region list cuts it";
+    for (const Bytes& list : {region_list_block(regions), older_region_list_block(regions)}) {
+        std::string text;
+        for (const auto& s : over(ByteWriter().zeros(20).raw(list).bytes(), readRegionStarts)) {
+            text += fields(s.name, s.sync_samples) + ", ";
+        }
+        EXPECT_EQ(text, "a 0, b 1, c 1099511627775, d 0, " + std::string(255, 'e') + " 0, ")
+            << "six bytes are too wide, and a name is too long";
     }
 }
 

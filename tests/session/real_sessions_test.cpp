@@ -23,59 +23,33 @@ using builder::Bytes;
 using Texts = std::vector<std::string>;
 
 TEST(RealSessions, EveryReaderFindsItsRecords) {
-    const struct {
-        const char* file;
-        std::map<std::string_view, std::size_t> records;
-    } sessions[] = {
+    const std::pair<const char*, const char*> sessions[] = {
         {"RegionTest.ptx",
-         {{"readStripRows", 4},
-          {"readStripTable", 4},
-          {"readTrackNames", 4},
-          {"readTrackTable", 4},
-          {"readTrackColours", 0},
-          {"readBuses", 16},
-          {"readIoPaths", 48},
-          {"readRouting", 4},
-          {"readChannelRecords", 4},
-          {"readFades", 6},
-          {"readRegionStarts", 3},
-          {"readPlaylists", 6},
-          {"readSessionLists tracks", 9},
-          {"readMidiOutputs", 0},
-          {"readGroups", 2},
-          {"readVideoClips", 0},
-          {"readVideoQuality", 1}}},
+         "readStripRows 4, readStripTable 4, readTrackNames 4, readTrackTable 4, "
+         "readTrackColours 0, readBuses 16, readIoPaths 48, readRouting 4, readChannelRecords 4, "
+         "readFades 6, readRegionStarts 3, readPlaylists 6, readSessionLists tracks 9, "
+         "readMidiOutputs 0, readGroups 2, readVideoClips 0, readVideoQuality 1"},
         {"TestPTX.ptx",
-         {{"readStripRows", 5},
-          {"readTrackNames", 2},
-          {"readStrips", 5},
-          {"readIoPaths", 214},
-          {"readRouting", 2},
-          {"readLane", 12},
-          {"readRegionStarts", 4},
-          {"readMidiChunks", 3},
-          {"readMidiPlaylists", 3},
-          {"readMidiPlaylistRows", 3},
-          {"readMidiClipCounts", 0},
-          {"readFreezeRenders", 4},
-          {"readInstrumentLinks", 0},
-          {"readAltPlaylists", 0}}},
+         "readStripRows 5, readTrackNames 2, readStrips 5, readIoPaths 214, readRouting 2, "
+         "readLane 12, readRegionStarts 4, readMidiChunks 3, readMidiPlaylists 3, "
+         "readMidiPlaylistRows 3, readMidiClipCounts 0, readFreezeRenders 4, "
+         "readInstrumentLinks 0, readAltPlaylists 0"},
         {"TempoTimeKeySig.ptx",
-         {{"readTrackNames", 2}, {"readPlaylists", 2}, {"readRegionStarts", 7}, {"readLane", 8}}},
-        {"Untitled32.ptx", {{"readStripRows", 0}, {"readMidiOutputs", 1}, {"readIoPaths", 39}}},
+         "readTrackNames 2, readPlaylists 2, readRegionStarts 7, readLane 8"},
+        {"Untitled32.ptx", "readStripRows 0, readMidiOutputs 1, readIoPaths 39"},
     };
     for (const auto& [file, expected] : sessions) {
         SCOPED_TRACE(file);
         TANROVE_REAL_SESSION(image, file);
         const BlockIndex index{ByteView(image)};
-        std::size_t seen = 0;
-        for (const Reading& reading : read_everything(index)) {
-            const auto records = expected.find(reading.reader);
-            if (records == expected.end()) continue;
-            EXPECT_EQ(reading.records, records->second) << reading.reader;
-            ++seen;
+        std::string found = ", ";
+        for (const auto& reading : read_everything(index)) {
+            found += fields(reading.reader, reading.records) + ", ";
         }
-        EXPECT_EQ(seen, expected.size());
+        std::istringstream facts(expected);
+        for (std::string fact; std::getline(facts >> std::ws, fact, ',');) {
+            EXPECT_NE(found.find(", " + fact + ", "), std::string::npos) << fact;
+        }
         std::size_t block_count = 0;
         for (std::size_t p = 0; p + 9 <= image.size(); ++p) {
             if (isBlockAt(index.image(), p, image.size())) ++block_count;
@@ -96,14 +70,13 @@ Texts strips_text(const Bytes& image) {
     readStripLanes(index, strips);
     Texts texts;
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        std::ostringstream text;
-        text << rows[i].original_name << ", " << names[i] << ": " << strips[i].fader_db << ' '
-             << strips[i].pan << ' ' << strips[i].pan_right_lane.initial
-             << (strips[i].muted ? " muted" : "") << (strips[i].stereo ? " stereo" : "")
-             << (strips[i].volume_lane.in_ticks ? " ticks" : "") << ", " << displays[i].height
-             << " row " << displays[i].display_row << ", MIDI " << midi[i].volume << ' '
-             << midi[i].pan << ' ' << midi[i].patch;
-        texts.push_back(text.str());
+        const Strip& strip = strips[i];
+        texts.push_back(rows[i].original_name + ", " + names[i] + ": " +
+                        fields(strip.fader_db, strip.pan, strip.pan_right_lane.initial) +
+                        (strip.muted ? " muted" : "") + (strip.stereo ? " stereo" : "") +
+                        (strip.volume_lane.in_ticks ? " ticks" : "") + ", " +
+                        fields(displays[i].height, "row", displays[i].display_row) + ", MIDI " +
+                        fields(midi[i].volume, midi[i].pan, midi[i].patch));
     }
     return texts;
 }
@@ -128,26 +101,24 @@ TEST(RealSessions, StripsHaveTheNumbersThatProToolsShows) {
                      "Audio 3, Audio 3: 0 -100 100 stereo, 36 row 4, MIDI -1 -1 -1"}));
 }
 
-struct Clips {
+SessionLists lists_of(const Bytes& image) {
     SessionLists lists;
     std::vector<TrackTableRow> tracks;
-};
-
-Clips clips_of(const Bytes& image) {
-    Clips clips;
-    readSessionLists(BlockIndex{ByteView(image)}, {}, clips.lists, clips.tracks);
-    return clips;
+    readSessionLists(BlockIndex{ByteView(image)}, {}, lists, tracks);
+    return lists;
 }
 
-Texts placements_text(const Clips& clips) {
+Texts placements_text(const Bytes& image) {
+    SessionLists lists;
+    std::vector<TrackTableRow> tracks;
+    readSessionLists(BlockIndex{ByteView(image)}, {}, lists, tracks);
     std::map<std::size_t, std::string> names;
-    for (const auto& track : clips.tracks) names.emplace(track.id, track.name);
+    for (const auto& track : tracks) names.emplace(track.id, track.name);
     Texts text;
-    for (const auto& row : clips.lists.tracks) {
-        const Region& region = clips.lists.regions.at(row.region_index);
-        text.push_back(std::to_string(row.index) + ' ' + names.at(row.index) + ' ' + region.name +
-                       ' ' + std::to_string(region.source_offset) + '+' +
-                       std::to_string(region.length) + " @" + std::to_string(row.start));
+    for (const auto& row : lists.tracks) {
+        const Region& r = lists.regions.at(row.region_index);
+        text.push_back(fields(row.index, names.at(row.index), r.name, r.source_offset) + '+' +
+                       fields(r.length, "") + "@" + shown(row.start));
     }
     return text;
 }
@@ -155,7 +126,7 @@ Texts placements_text(const Clips& clips) {
 TEST(RealSessions, ClipsLieWhereProToolsShowsThem) {
     TANROVE_REAL_SESSION(regions, "RegionTest.ptx");
     // Two rows are fades whose numbers are regions' too; the edit lists tell them apart.
-    EXPECT_EQ(placements_text(clips_of(regions)),
+    EXPECT_EQ(placements_text(regions),
               (Texts{"0 Track_Name region_name_region-01 0+2650000 @0",
                      "1 Audio 1 region_name_region-01 0+2650000 @0",
                      "1 Audio 1 region_name_region-03 950000+1290000 @2650000",
@@ -180,7 +151,7 @@ TEST(RealSessions, ClipsLieWhereProToolsShowsThem) {
 
     TANROVE_REAL_SESSION(times, "TempoTimeKeySig.ptx");
     std::vector<std::int64_t> starts;
-    for (const auto& row : clips_of(times).lists.tracks) {
+    for (const auto& row : lists_of(times).tracks) {
         const bool in_ticks = row.index != 0;
         starts.push_back(row.start - (in_ticks ? static_cast<std::int64_t>(tick_origin) : 0));
     }
@@ -191,27 +162,26 @@ TEST(RealSessions, ClipsLieWhereProToolsShowsThem) {
 
 TEST(RealSessions, MidiClipsPlayTheNotesOfTheirStreams) {
     TANROVE_REAL_SESSION(image, "TestPTX.ptx");
-    const auto lists = clips_of(image).lists;
+    const auto lists = lists_of(image);
     Texts clips;
     for (const ClipTrack& clip : lists.midi_tracks) {
         const Region& region = lists.midi_regions.at(clip.region_index);
-        const MidiStream& stream =
-            lists.midi_streams.at(static_cast<std::size_t>(region.midi_stream));
-        std::ostringstream text;
-        text << lists.midi_track_rows.at(clip.index).name << ' ' << region.name << " @"
-             << clip.start << ' ' << region.source_offset << '+' << region.length << " stream "
-             << region.midi_stream << ':';
-        for (const MidiEvent& note : stream.events) {
-            text << ' ' << int{note.note} << '@' << note.position / 240000;
+        std::string text =
+            fields(lists.midi_track_rows.at(clip.index).name, region.name, clip.start,
+                   region.source_offset, region.length, "stream", region.midi_stream) +
+            ":";
+        const auto stream = static_cast<std::size_t>(region.midi_stream);
+        for (const MidiEvent& note : lists.midi_streams.at(stream).events) {
+            text += fields("", note.note) + '@' + shown(note.position / 240000);
             EXPECT_EQ(note.velocity, 80);
         }
-        clips.push_back(text.str());
+        clips.push_back(text);
     }
-    EXPECT_EQ(clips, (Texts{"MIDI 1 MIDI 1-01 @0 0+3840000 stream 1: 64@0 64@1 64@2 59@4 59@5 59@6 "
+    EXPECT_EQ(clips, (Texts{"MIDI 1 MIDI 1-01 0 0 3840000 stream 1: 64@0 64@1 64@2 59@4 59@5 59@6 "
                             "64@8 64@9 64@10",
-                            "MIDI 2 MIDI 2-01 @0 0+3840000 stream 0: 48@0 48@1 48@2 48@3 48@4 48@5 "
+                            "MIDI 2 MIDI 2-01 0 0 3840000 stream 0: 48@0 48@1 48@2 48@3 48@4 48@5 "
                             "52@6 52@7 52@8 52@9 52@10 53@11 53@12 53@13 53@14 53@15",
-                            "MIDI 3 MIDI 3-01 @0 0+11520000 stream 2: 67@0 73@10 64@23 68@37"}));
+                            "MIDI 3 MIDI 3-01 0 0 11520000 stream 2: 67@0 73@10 64@23 68@37"}));
 }
 
 }  // namespace

@@ -16,14 +16,12 @@
 namespace tanrove {
 namespace {
 
-using builder::block;
-using builder::Bytes;
-using builder::ByteWriter;
+using namespace builder;
 using Names = std::vector<std::string>;
 using Paths = std::map<std::string, std::string>;
 
-Bytes whole_session() {
-    builder::SessionBuilder session;
+TEST(Tables, WhatTheBuilderWritesIsRead) {
+    SessionBuilder session;
     session.video_file("Film.MOV").video_file("notes.txt").video_file("Cut.mxf");
     session.video_clips(
         {"Film", {{.id = 1, .position = 90, .locked = true, .colour = 30}, {.muted = true}}});
@@ -32,50 +30,40 @@ Bytes whole_session() {
     session.freeze_render({.name = "Gtr-a", .length = 1}).freeze_render({.name = "Gtr 2"});
     session.freeze_render({.name = "Gtr", .length = 1ULL << 40, .start = 1});
     session.freeze_render({.name = "Gtr", .length = 7, .start = 960000, .start_in_ticks = true});
-    session.picture({29.97, 3});
-    return session.image();
-}
+    const Bytes image = session.picture({29.97, 3}).image();
 
-TEST(Tables, WhatTheBuilderWritesIsRead) {
-    const Bytes image = whole_session();
-    const auto renders = readFreezeRenders(BlockIndex(ByteView(image)), Names{"Gtr", "Gtr-03", ""});
-    ASSERT_EQ(renders.size(), 2U);
-    EXPECT_EQ(renders.at("Gtr-03").at(0).source_offset, 5);
-    ASSERT_EQ(renders.at("Gtr").size(), 3U);
-    EXPECT_EQ(renders.at("Gtr")[0].length, 70000);
-    EXPECT_EQ(renders.at("Gtr")[0].start, 9);
-    EXPECT_EQ(renders.at("Gtr")[1].start, 0) << "its length takes six bytes";
-    EXPECT_EQ(renders.at("Gtr")[2].length, 7);
-    EXPECT_EQ(renders.at("Gtr")[2].start, 1000000960000.0) << "its start takes eight bytes";
-
-    EXPECT_EQ(over(image, readVideoFiles), (Names{"Film.MOV", "Cut.mxf"}));
+    std::string text;
+    const BlockIndex index{ByteView(image)};
+    for (const auto& [track, renders] : readFreezeRenders(index, Names{"Gtr", "Gtr-03", ""})) {
+        for (const auto& r : renders)
+            text += fields(track, r.source_offset, r.length, r.start) + ", ";
+    }
+    EXPECT_EQ(text, "Gtr 5 70000 9, Gtr 0 0 0, Gtr 0 7 1000000960000, Gtr-03 5 70000 9, ")
+        << "a length of six bytes, and a start of eight";
     const std::string folder = "Disk/Sessions/Built/Video Files/";
+    EXPECT_EQ(over(image, readVideoFiles), (Names{"Film.MOV", "Cut.mxf"}));
     EXPECT_EQ(over(image, readVideoPaths),
               (Paths{{"Film.MOV", folder + "Film.MOV"}, {"Cut.mxf", folder + "Cut.mxf"}}));
-    EXPECT_EQ(over(image, readVideoRate), 29.97);
-    EXPECT_EQ(over(image, readVideoQuality), 3);
+    EXPECT_EQ(fields(over(image, readVideoRate), over(image, readVideoQuality)), "29.97 3");
     const auto video = over(image, readVideoClips);
-    EXPECT_EQ(video.track_names, (Names{"Film", "Second"}));
-    ASSERT_EQ(video.clips.size(), 3U);
-    EXPECT_EQ(video.clips[0].region + video.clips[2].track_index, 2U);
-    EXPECT_EQ(video.clips[0].position, 90);
-    EXPECT_EQ(video.clips[0].colour, 30);
-    EXPECT_TRUE(video.clips[0].locked && !video.clips[1].locked);
-    EXPECT_EQ(video.clips[2].position, 35184372088832.0);
-    EXPECT_TRUE(!video.clips[0].muted && video.clips[1].muted && video.clips[2].muted);
+    text = shown(video.track_names);
+    for (const auto& c : video.clips) {
+        text += ", " + fields(c.track_index, c.region, c.position, c.colour, c.locked, c.muted);
+    }
+    EXPECT_EQ(text, "Film,Second, 0 1 90 30 1 0, 0 0 0 -2 0 1, 1 0 35184372088832 -2 0 1");
 }
 
 TEST(ReadGroups, ARecordOutsideItsLimitsIsAChanceMatch) {
     const auto of = [](std::size_t name_bytes, std::size_t members, char letter = 'x') {
-        return over(builder::group_block({.name = std::string(name_bytes, letter),
-                                          .members = std::vector<std::uint16_t>(members, 1)}),
+        return over(group_block({.name = std::string(name_bytes, letter),
+                                 .members = std::vector<std::uint16_t>(members, 1)}),
                     readGroups)
             .size();
     };
     EXPECT_EQ(of(128, 256), 1U);
     EXPECT_EQ(of(129, 1) + of(0, 1) + of(4, 257) + of(2, 1, '\x1f'), 0U);
-    EXPECT_EQ(over(builder::group_block({.name = "Ch\xc3\xb6re"}), readGroups).size(), 1U);
-    Bytes broken = builder::group_block({.name = "a", .members = {1}});
+    EXPECT_EQ(over(group_block({.name = "Ch\xc3\xb6re"}), readGroups).size(), 1U);
+    Bytes broken = group_block({.name = "a", .members = {1}});
     broken[14 + 11 + 2] = 0;  // the terminator
     EXPECT_TRUE(over(broken, readGroups).empty());
 }
@@ -83,9 +71,9 @@ TEST(ReadGroups, ARecordOutsideItsLimitsIsAChanceMatch) {
 TEST(ReadFolderTable, ReadsWholeOrFailsWhole) {
     const auto reads = [](std::size_t count, std::size_t folders, std::size_t members,
                           std::size_t rest, std::size_t marker_at = 0) {
-        std::vector<builder::FolderSpec> specs(folders);
+        std::vector<FolderSpec> specs(folders);
         if (folders > 0) specs.back().members.resize(members);
-        Bytes table = builder::folder_table_block(specs);
+        Bytes table = folder_table_block(specs);
         if (marker_at > 0) table[marker_at] = '+';
         const Bytes body(table.begin() + 13, table.end());
         return over(block(0x210c, ByteWriter().u32(count).raw(body).zeros(rest).bytes()),
@@ -100,10 +88,10 @@ TEST(ReadFolderTable, ReadsWholeOrFailsWhole) {
 
 TEST(ReadAltPlaylists, EntriesFollowEachOtherWithAndWithoutACount) {
     for (const bool counted : {true, false}) {
-        Bytes image = builder::alternates_block({{"A", 1}, {"", 2}, {"C", 3}}, counted);
-        const auto entries = over(image, readAltPlaylists);
-        ASSERT_EQ(entries.size(), 3U);
-        EXPECT_EQ(entries[0].name + entries[1].name + entries[2].name, "AC");
+        Bytes image = alternates_block({{"A", 1}, {"", 2}, {"C", 3}}, counted);
+        std::string names;
+        for (const auto& entry : over(image, readAltPlaylists)) names += entry.name + '.';
+        EXPECT_EQ(names, "A..C.");
         image[(counted ? 13 : 9) + 18 + 3] = 0x7f;  // a name far longer than its entry
         EXPECT_TRUE(over(image, readAltPlaylists).empty());
     }
@@ -111,35 +99,30 @@ TEST(ReadAltPlaylists, EntriesFollowEachOtherWithAndWithoutACount) {
 
 TEST(ReadColourSchemes, StandBehindTheirChildOrAtTheirFixedPlaces) {
     const Bytes full = block(0x2011, ByteWriter().zeros(18).u8(3).zeros(1).u8(7).bytes());
-    const struct {
-        Bytes image;
-        std::optional<std::int32_t> track, clip;
-    } cases[] = {{builder::colour_settings_block({3, 7}), 3, 7},
-                 {builder::colour_settings_block({3, 7}, false), 3, 7},
-                 {block(0x20a2, full), 3, 7},  // nothing stands behind the child
-                 {block(0x20a2, ByteWriter().raw(full).u8(9).bytes()), 3, 7},  // one byte does
-                 {block(0x20a2, ByteWriter().zeros(27).u8(2).bytes()), 2, std::nullopt},
-                 {block(0x20a2, Bytes(27)), std::nullopt, std::nullopt}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(over(c.image, readColourSchemes).track, c.track);
-        EXPECT_EQ(over(c.image, readColourSchemes).clip, c.clip);
+    const std::pair<Bytes, const char*> cases[] = {
+        {colour_settings_block({3, 7}), "3 7"},
+        {colour_settings_block({3, 7}, false), "3 7"},
+        {block(0x20a2, full), "3 7"},  // nothing stands behind the child
+        {block(0x20a2, ByteWriter().raw(full).u8(9).bytes()), "3 7"},  // one byte does
+        {block(0x20a2, ByteWriter().zeros(27).u8(2).bytes()), "2 -"},
+        {block(0x20a2, Bytes(27)), "- -"}};
+    for (const auto& [image, text] : cases) {
+        const auto schemes = over(image, readColourSchemes);
+        EXPECT_EQ(fields(schemes.track, schemes.clip), text);
     }
 }
 
 TEST(ReadVideoPaths, FoldersWithoutATreeAreSortedByTheirNumbers) {
     constexpr std::uint32_t root = 0xffffffff;
-    const struct {
-        std::vector<builder::FileListEntry> entries;
-        Paths paths;
-    } cases[] = {
+    const std::pair<std::vector<FileListEntry>, Paths> cases[] = {
         {{{0, root, "C:\\V"}, {1, 9, "B"}, {1, 2, "A"}, {2, 5, "a.mp4"}, {2, 5, "b.mp4"}},
          {{"a.mp4", "C:/V/A/B/a.mp4"}}},
         {{{1, 2, "b"}, {0, root, "V"}, {1, 0, "a"}, {2, 0, "a.mp4"}}, {{"a.mp4", "V/a/b/a.mp4"}}},
         {{{0, root, "V"}, {0, root, "W"}, {1, 1, "x"}, {2, 2, "a.mp4"}, {2, 0, "a.avi"}},
          {{"a.avi", "V/a.avi"}, {"a.mp4", "W/x/a.mp4"}}},
         {{{0, 3, "V"}, {2, 0, "a.mp4"}}, {}}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(over(builder::file_entries_block(c.entries), readVideoPaths), c.paths);
+    for (const auto& [entries, paths] : cases) {
+        EXPECT_EQ(over(file_entries_block(entries), readVideoPaths), paths);
     }
 }
 

@@ -9,33 +9,21 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
-using builder::ByteWriter;
-using builder::SessionBuilder;
-using builder::TrackKind;
-using builder::TrackSpec;
-
+using namespace builder;
 std::vector<TrackDisplay> displays_of(const Bytes& image) {
     return over_rows(image, readTrackDisplays);
 }
 
 TEST(ReadTrackDisplays, ASwitchIsOnOrOffAndAModeOneOfSix) {
-    for (const unsigned value : {0U, 1U, 2U, 5U, 6U}) {
-        SCOPED_TRACE(value);
-        const Bytes name = builder::block(0x2619, {});
+    const std::pair<unsigned, const char*> cases[] = {
+        {0, "0 0 0 1"}, {1, "1 1 1 1"}, {2, "- - - 1"}, {5, "- - - 1"}, {6, "- - - 0"}};
+    for (const auto& [value, text] : cases) {
+        const Bytes name = block(0x2619, {});
         const Bytes switches = ByteWriter().raw(name).u8(value).u8(value).u8(value).bytes();
-        const Bytes record = builder::block(0x2015, {});
-        const Bytes image = ByteWriter()
-                                .block(0x261b, builder::block(0x102d, switches))
-                                .raw(record)
-                                .u8(value)
-                                .bytes();
-        const TrackDisplay display = displays_of(image).at(0);
-        const auto expected = value > 1 ? std::nullopt : std::optional(value == 1);
-        EXPECT_EQ(display.soloed, expected);
-        EXPECT_EQ(display.trim_mode, expected);
-        EXPECT_EQ(display.solo_safe, expected);
-        EXPECT_EQ(display.automation_mode.has_value(), value < 6);
+        ByteWriter image;
+        image.block(0x261b, block(0x102d, switches)).block(0x2015, {}).u8(value);
+        const TrackDisplay d = displays_of(image.bytes()).at(0);
+        EXPECT_EQ(fields(d.soloed, d.trim_mode, d.solo_safe, d.automation_mode.has_value()), text);
     }
 }
 
@@ -62,47 +50,40 @@ TEST(ReadTrackDisplays, WithoutARecordForEachRowTheStripTableTellsWhoseTheyAre) 
                             .track({.name = "Set", .kind = TrackKind::basic_folder})
                             .track({.name = "Low", .height = 10})
                             .track({.name = "High", .height = 20})
-                            .top_level(builder::display_record({.name = "", .height = 30}, 3))
+                            .top_level(display_record({.name = "", .height = 30}, 3))
                             .image();
-    const auto displays = displays_of(image);
-    ASSERT_EQ(displays.size(), 2U);
-    EXPECT_EQ(displays[0].height, 20) << "the second entry of the table, the second record";
-    EXPECT_EQ(displays[1].height, 30);
-    EXPECT_EQ(displays[0].soloed, false) << "switches stand in the row itself";
+    std::string text;
+    for (const auto& d : displays_of(image)) text += fields(d.height, d.soloed) + ", ";
+    EXPECT_EQ(text, "20 0, 30 0, ")
+        << "the second entry of the table, the second record; switches stand in the row itself";
+}
+
+std::string colours_of(const Bytes& image) {
+    std::string text;
+    for (const auto& c : over_rows(image, readTrackColours)) text += fields(c.name, c.index) + ",";
+    return text;
 }
 
 TEST(ReadTrackColours, TheColourMovesWithTheCommentAndNoColourHasNoEntry) {
     for (const auto kind : {TrackKind::audio, TrackKind::midi}) {
-        for (const auto* comment :
-             {"", "a", "a comment that is a good deal longer than the mark"}) {
-            SCOPED_TRACE(comment);
-            const Bytes image =
-                SessionBuilder()
-                    .track({.name = "None", .kind = kind, .comment = comment})
-                    .track({.name = "Red", .kind = kind, .comment = comment, .colour = 87})
-                    .image();
-            const auto colours = over_rows(image, readTrackColours);
-            ASSERT_EQ(colours.size(), 1U);
-            EXPECT_EQ(colours[0].name, "Red");
-            EXPECT_EQ(colours[0].index, 87);
+        for (const auto* comment : {"", "a", "a comment a good deal longer than the mark"}) {
+            SessionBuilder session;
+            session.track({.name = "None", .kind = kind, .comment = comment});
+            session.track({.name = "Red", .kind = kind, .comment = comment, .colour = 87});
+            EXPECT_EQ(colours_of(session.image()), "Red 87,") << comment;
         }
     }
     for (int index = 20; index < 100; ++index) {
         const bool is_drawn = index >= 25 && index <= 95 && index != 48 && index != 72;
         EXPECT_EQ(is_track_palette_index(static_cast<std::int16_t>(index)), is_drawn) << index;
     }
-}
-
-TEST(ReadTrackColours, AMarkThatEndsTooEarlyDoesNotMoveTheColour) {
     constexpr std::size_t child_end = 27;  // behind the row, and the head and child of the record
-    for (const std::size_t mark_bytes : {1U, 2U}) {  // the mark ends at 23 and at 24
+    for (const std::size_t mark_bytes : {1U, 2U}) {  // only the second ends late enough, at 24
         ByteWriter record;
         record.block(0x2037, {}).zeros(13).block(0x2104, Bytes(mark_bytes)).pad_to(60);
         Bytes image = ByteWriter().block(0x261b, {}).block(0x2015, record.bytes()).bytes();
         image[child_end + (mark_bytes == 1 ? 23 : 25)] = 30;
-        const auto colours = over_rows(image, readTrackColours);
-        ASSERT_EQ(colours.size(), 1U);
-        EXPECT_EQ(colours[0].index, 30) << mark_bytes;
+        EXPECT_EQ(colours_of(image), " 30,") << mark_bytes;
     }
 }
 
