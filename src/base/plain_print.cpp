@@ -154,13 +154,12 @@ bool append_plain(std::string& target, const char* format, std::va_list values) 
         format = conversion + 1;
         const bool has_precision = *format == '.';
         const int precision = read_precision(format);
-        if (precision < 0) return refuse();
+        const bool is_real = *format == 'f' || *format == 'g';
+        if (precision < 0 || (has_precision && !is_real)) return refuse();
         if (*format == 'f') {
             append_fixed(target, va_arg(values, double), precision);
         } else if (*format == 'g') {
             append_general(target, va_arg(values, double), precision);
-        } else if (has_precision) {
-            return refuse();
         } else if (*format == 's') {
             const char* const text = va_arg(values, const char*);
             if (text == nullptr) return refuse();

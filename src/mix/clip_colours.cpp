@@ -142,7 +142,7 @@ void ClipColouring::colour_lanes(TrackPlan& plan, const TrackShade& coded) {
 void ClipColouring::colour_midi(TrackPlan& plan, const TrackShade& coded) {
     const auto scheme = tallies_.schemes.clip;
     // These codings colour the notes, which REAPER does by its own rules.
-    const bool draws_notes = scheme == by_midi_channel || scheme == by_midi_device;
+    const bool draws_notes = scheme && *scheme >= by_midi_channel && *scheme <= by_midi_device;
     for (MidiItem& item : plan.midi_items) {
         if (item.color_index != no_place) {
             item.colour = own_colour(item.color_index);

@@ -53,8 +53,9 @@ void plan_key_inputs(std::vector<TrackPlan>& plans, const RoutingView& routing,
         const int unresolved = wire_keys(plan, i, routing.routes[*strip], routing.strips, tallies);
         tallies.unresolved_keys += unresolved;
         if (plan.key_receives.empty()) continue;
-        tallies.misled_keys.insert(tallies.misled_keys.end(), static_cast<std::size_t>(unresolved),
-                                   plan.name);
+        if (unresolved == 0) continue;
+        tallies.misled_keys += unresolved;
+        tallies.tracks_of_misled_keys.push_back(plan.name);
     }
 }
 

@@ -35,6 +35,7 @@ struct MasterTallies {
     int insert_count = 0;  ///< plug-ins on the first one
     bool is_automated = false;
     bool is_moved_before_plugins = false;  ///< it stays on the master although plug-ins follow it
+    bool track_failed = false;  ///< it had to stay on the master although plug-ins follow it
     std::string name;
     int tracks_through_master = 0;  ///< above 0: the fader became a track
 };

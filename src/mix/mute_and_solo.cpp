@@ -31,7 +31,8 @@ bool settle_solos(std::vector<TrackPlan>& plans, const MixerLookup& mixer, SoloT
     for (TrackPlan& plan : plans) {
         const TrackDisplay* display = mixer.display_of(plan);
         if (display == nullptr) continue;
-        if (display->soloed == true) settle_solo(plan, tallies);
+        // The track of a VCA master plays nothing: soloed, it would silence all others.
+        if (display->soloed == true && !plan.is_vca) settle_solo(plan, tallies);
         plan.mixer.solo_safe = display->solo_safe == true;
         if (plan.mixer.solo_safe) tallies.solo_safe.push_back(plan.name);
     }

@@ -26,7 +26,8 @@ struct RoutingTallies {
     int keys_on_further_pairs = 0;
     int tracks_passing_first_pair = 0;  ///< keyed tracks that send 1/2 alone to their parent
     int unresolved_keys = 0;
-    std::vector<std::string> misled_keys;  ///< tracks, one for each plug-in that hears another key
+    int misled_keys = 0;  ///< plug-ins that hear another key
+    std::vector<std::string> tracks_of_misled_keys;
 
     std::vector<std::string> unmuted_sources;  ///< muted tracks whose pre-fader sends play on
     std::vector<std::string> silent_sources;   ///< those that stay muted, their sends with them

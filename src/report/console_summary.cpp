@@ -28,9 +28,9 @@
 
 namespace tanrove {
 
-std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies) {
-    TextBuffer out;
+namespace {
 
+void print_head_and_mixer(TextBuffer& out, const SummaryFacts& facts, const RunTallies& tallies) {
     // Head
     print_session_read(out, facts);
     print_project_written(out, facts);
@@ -59,7 +59,9 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_midi_edges(out, tallies.mix.midi);
     print_dual_pan_points(out, tallies.mix.levels);
     print_modes_and_parked_faders(out, tallies.mix.levels);
+}
 
+void print_time_and_colours(TextBuffer& out, const SummaryFacts& facts, const RunTallies& tallies) {
     // Tempo, stretch, fades, clip gain, loops
     print_tempo_lines(out, tallies.head.tempo, facts.sample_rate_hz);
     print_stretch(out, tallies.timeline.stretch);
@@ -79,7 +81,9 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_pan_law(out, tallies.head.pan_law);
     print_clip_colours(out, tallies.mix.colours);
     print_clip_gain_envelopes(out, tallies.timeline.gain, tallies.takes);
+}
 
+void print_groups_and_tracks(TextBuffer& out, const RunTallies& tallies) {
     // Groups
     print_groups(out, tallies.mix.groups);
     print_further_masters(out, tallies.mix.master);
@@ -109,7 +113,9 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     print_sample_based_midi(out, tallies.mix.midi);
     print_video(out, tallies.mix.video, tallies.mix.colours);
     print_groups_left_alone(out, tallies.mix.groups);
+}
 
+void print_edits_and_gaps(TextBuffer& out, const RunTallies& tallies) {
     // Hardware inserts, timebase, clip groups, lanes
     print_hardware_inserts(out, tallies.mix.routing);
     print_timebases(out, tallies.timeline);
@@ -139,7 +145,16 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
 
     // What this build does not carry yet
     print_not_carried(out, tallies.not_carried);
+}
 
+}  // namespace
+
+std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies) {
+    TextBuffer out;
+    print_head_and_mixer(out, facts, tallies);
+    print_time_and_colours(out, facts, tallies);
+    print_groups_and_tracks(out, tallies);
+    print_edits_and_gaps(out, tallies);
     return out.text();
 }
 

@@ -15,6 +15,12 @@ void print_master_order(TextBuffer& out, const MasterTallies& tallies) {
             "      REAPER runs the master's before; this keeps Pro Tools' order.\n",
             shown_name(tallies.name).c_str(), tallies.tracks_through_master);
     }
+    if (tallies.track_failed) {
+        print_count(out, tallies.insert_count,
+                    "  NOTE: the master fader could not be given a track of its own, so\n"
+                    "      REAPER runs the master's %d plug-in(s) before the fader: one that\n"
+                    "      reacts to level is fed a different level than in Pro Tools.\n");
+    }
     if (tallies.is_moved_before_plugins) {
         out.print(
             "  NOTE: the master fader %s, and Pro Tools runs its\n"

@@ -112,13 +112,13 @@ void print_key_inputs(TextBuffer& out, const RoutingTallies& tallies) {
 void print_keys_left_out(TextBuffer& out, const RoutingTallies& tallies) {
     if (tallies.keys_left_out) out.print("  --no-sidechain: key inputs left unwired\n");
     print_count(out, tallies.unresolved_keys, "  %d sidechain key inputs could not be resolved\n");
-    if (tallies.misled_keys.empty()) return;
+    if (tallies.misled_keys == 0) return;
     out.print(
         "  %d sidechained plug-in(s) key off a different source than the key\n"
         "      wired on their track, one that could not be wired itself (or the\n"
         "      second leg of a multi-mono pair), so they hear that key (3/4)\n"
         "      instead of their own:%s\n",
-        count_of(tallies.misled_keys), listed(tallies.misled_keys).c_str());
+        tallies.misled_keys, listed(tallies.tracks_of_misled_keys).c_str());
 }
 
 void print_tracks_of_instruments(TextBuffer& out, const RoutingTallies& tallies) {

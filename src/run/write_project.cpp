@@ -83,7 +83,12 @@ bool write_project(const ProjectPlan& project, const RunOptions& options, const 
 void run_post_passes(const ProjectPlan& project, const std::string& path, RunTallies& tallies) {
     // A device or a pipe holds nothing that could be read again.
     std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) return;
+    const bool is_file = std::filesystem::is_regular_file(path, error);
+    if (!is_file) {
+        tallies.mix.video.at_top = false;
+        tallies.mix.master.track_failed = project.mix.master.wants_own_track;
+        return;
+    }
     const bool video_behind_others =
         !project.mix.video.tracks.empty() && !project.mix.tracks.empty();
     if (project.mix.video.stands_first && video_behind_others) {
@@ -98,6 +103,7 @@ void run_post_passes(const ProjectPlan& project, const std::string& path, RunTal
     track.in_front_of = project.mix.master.track_in_front_of;
     tallies.mix.master.tracks_through_master =
         static_cast<int>(give_master_its_track(path, track, real_disk()));
+    tallies.mix.master.track_failed = tallies.mix.master.tracks_through_master == 0;
 }
 
 void foresee_post_passes(const ProjectPlan& project, RunTallies& tallies) {

@@ -34,6 +34,7 @@
 #include "session/block_tree.hpp"
 #include "session/midi_regions.hpp"
 #include "session/midi_tracks.hpp"
+#include "session/playlist_walk.hpp"
 
 namespace tanrove {
 
@@ -53,7 +54,6 @@ constexpr std::size_t track_name_count_at = 2;
 constexpr std::size_t track_width_bytes = 1;
 constexpr std::size_t placed_region_at = 4;
 constexpr std::size_t placed_position_at = 9;
-constexpr std::size_t placed_group_at = 20;
 constexpr std::size_t least_placement = placed_position_at + position_width;
 constexpr std::size_t kept_byte_at = 11;
 constexpr std::size_t hidden_mark_behind = 2;  // behind the node's offset plus its size
@@ -179,7 +179,7 @@ void read_placements(ByteView image, const BlockNode& playlist, std::size_t trac
                 .track = track,
                 .position = read_position(image, node.offset + placed_position_at),
                 .region = image.u32(node.offset + placed_region_at),
-                .is_clip_group = image.u8(node.offset + placed_group_at) != 0,
+                .is_clip_group = holds_clip_group(image, node.offset - block_content_at),
                 .kept_byte = image.u8(row.offset + kept_byte_at) == 1,
             });
         }

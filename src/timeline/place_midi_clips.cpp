@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <set>
 #include <string_view>
 #include <tuple>
 #include <utility>
@@ -109,11 +110,15 @@ public:
     }
 
 private:
-    /// A playlist belongs to the track of its name; under another name, to the one of its number.
+    /// A playlist belongs to the track of its name; under another name, to the one of its number,
+    /// if that has no playlist of its own name: it may be the other playlist of a track.
     void gather_edit_rows() {
+        std::set<std::string_view> names;
+        for (const MidiPlaylistDetail& playlist : input_.playlists) names.insert(playlist.name);
         for (std::size_t p = 0; p < input_.playlists.size(); ++p) {
             const MidiPlaylistDetail& playlist = input_.playlists[p];
-            if (p < tracks_.size()) track_of_playlist_.emplace(playlist.name, p);
+            const bool is_next = p < tracks_.size() && !names.contains(input_.tracks[p].name);
+            if (is_next) track_of_playlist_.emplace(playlist.name, p);
             const auto found = track_of_playlist_.find(playlist.name);
             if (found == track_of_playlist_.end()) continue;
             TrackRows& track = tracks_[found->second];

@@ -43,7 +43,7 @@ TEST(FormattedText, KeepsLongTextsWhole) {
 }
 
 TEST(TextSink, PrintsNumbersToTheByteAsPrintfDoes) {
-    static constexpr char format[] = "%.10f %.9f %.6f %.0f %f %g %.10g %s%% %d %u %lu %02x";
+    static constexpr char format[] = "%.10f %.9f %.6f %.0f %f %g %.10g %s%% %d %u %lu";
     std::mt19937_64 random(7);
     for (int i = 0; i < 12000; ++i) {
         const auto bits = random();
@@ -53,9 +53,12 @@ TEST(TextSink, PrintsNumbersToTheByteAsPrintfDoes) {
                          : i % 4 == 2 ? few / 2048  // half of the last digit among them
                                       : std::ldexp(few, -i % 160);
         std::string text;
-        TextSink(text).line(1, format, x, x, x, x, x, x, x, "a", i, 8U, 9UL, 10);
-        ASSERT_EQ(text, "  " + formatted(format, x, x, x, x, x, x, x, "a", i, 8U, 9UL, 10) + "\n");
+        TextSink(text).line(1, format, x, x, x, x, x, x, x, "a", i, 8U, 9UL);
+        ASSERT_EQ(text, "  " + formatted(format, x, x, x, x, x, x, x, "a", i, 8U, 9UL) + "\n");
     }
+    std::string text;
+    TextSink(text).line(0, "%02x %s %.3s", 10, "of", "printf's own");
+    EXPECT_EQ(text, "0a of pri\n");
 }
 
 TEST(CLocale, NumbersHavePointsWhateverTheHostUses) {

@@ -1,7 +1,7 @@
 // Reads every project in the folders it is given with an independent parser of the format, and
 // checks what any reader relies on: one project block, tracks that close, items with a source.
 // Lines that this version of the parser cannot take are left out of the copy it is given: muted MIDI
-// events, and SysEx text that ends in "=".
+// events, and SysEx text with "/" or "=" in it. An item of notes alone has no source.
 const fs = require("fs");
 const path = require("path");
 const { parse, ReaperBase } = require("rppp");
@@ -17,7 +17,7 @@ function projects(folder) {
 function withoutUnreadableLines(text) {
     return text
         .replace(/^ *Em .*\n/gm, "")
-        .replace(/^ *<X [^\n]*\n[^\n]*=\n *>\n/gm, "");
+        .replace(/^ *<X [^\n]*\n[^\n]*[=/][^\n]*\n *>\n/gm, "");
 }
 
 function blocks(base, token) {
@@ -33,7 +33,8 @@ for (const folder of process.argv.slice(2)) {
             if (project.token !== "REAPER_PROJECT") throw new Error("no project block");
             for (const track of blocks(project, "TRACK")) {
                 for (const item of blocks(track, "ITEM")) {
-                    if (blocks(item, "SOURCE").length !== 1) throw new Error("an item without source");
+                    const sources = blocks(item, "SOURCE").length + blocks(item, "NOTES").length;
+                    if (sources !== 1) throw new Error("an item without source");
                 }
             }
             read += 1;

@@ -247,7 +247,7 @@ TEST(PlanKeyInputs, SourcesTakePairsInTheOrderOfThePlugins) {
     EXPECT_TRUE(bass.parent_gets_first_pair);
     EXPECT_EQ(mixer.tallies.keys_on_first_pair, 2);
     EXPECT_EQ(mixer.tallies.unresolved_keys, 3);
-    EXPECT_EQ(mixer.tallies.misled_keys.size(), 3U);
+    EXPECT_EQ(mixer.tallies.misled_keys, 3);
     unwired.records.carries_keys = false;
     unwired.route();
     EXPECT_TRUE(unwired.plans[0].key_receives.empty());
