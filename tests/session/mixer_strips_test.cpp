@@ -65,6 +65,68 @@ TEST(ChannelRecords, LimitsAreInclusive) {
     }
 }
 
+std::vector<Strip> strips_by_name(const Bytes& image, const std::vector<std::string>& names,
+                                  const std::vector<std::string>& buses = {}) {
+    return readStrips(BlockIndex(ByteView(image)), {}, names, buses);
+}
+
+TEST(ReadStrips, WithoutRowsARunTakesTheNextFreeStripBehindItsName) {
+    const struct {
+        std::vector<std::size_t> gaps;   ///< from one record to the next
+        std::vector<std::size_t> sends;  ///< of each strip that is present
+    } cases[] = {{{}, {0}},
+                 {{2700}, {1}},
+                 {{2701}, {0, 0}},
+                 {{300, 300, 2701, 300}, {2, 1}},
+                 {{2701, 2701, 2701, 2701}, {0, 0}}};  // "B" stands last, "C" follows, no more
+    for (const auto& c : cases) {
+        ByteWriter image;
+        image.raw(channel_record({}));  // in front of every name: no strip's
+        image.counted("A").counted("C").counted("B");
+        std::size_t at = image.size();
+        for (std::size_t i = 0; i <= c.gaps.size(); ++i) {
+            image.raw(channel_record({})).raw("Cue");
+            at += i < c.gaps.size() ? c.gaps[i] : 0;
+            image.pad_to(at);
+        }
+        std::vector<std::size_t> sends;
+        const auto strips = strips_by_name(image.bytes(), {"A", "B", "C"}, {"Cue"});
+        for (const Strip& strip : strips) {
+            if (strip.present) sends.push_back(strip.sends.size());
+        }
+        EXPECT_FALSE(strips[0].present);
+        EXPECT_EQ(sends, c.sends);
+    }
+}
+
+TEST(ReadStrips, ASendLeadsToTheNearestBus) {
+    const struct {
+        std::string in_front;
+        std::size_t distance_in_front;
+        std::string behind;
+        std::size_t distance_behind;
+        std::string target;
+    } cases[] = {
+        {"Cue", 400, "Verb", 401, "Cue -6"},       {"Cue", 401, "Verb", 400, "Verb -6"},
+        {"Cue", 400, "Verb", 400, "Verb -6"},      {"Verb", 400, "Cue", 400, "Verb -6"},
+        {"Verb 2", 1500, "x", 400, "Verb 2 -6"},   {"Cue", 1501, "x", 400, ""},
+        {"x", 400, "Cue", 1500, "Cue -6"},         {"x", 400, "Cue", 1501, ""},
+        {"Verb 2", 700, "Verb", 800, "Verb 2 -6"}, {"Verb 3", 400, "x", 400, "Verb -6"},
+    };
+    constexpr std::size_t fader_at = 2000;
+    for (const auto& c : cases) {
+        ByteWriter image;
+        image.counted("A").raw(channel_record({}));
+        image.pad_to(fader_at - c.distance_in_front).raw(c.in_front);
+        image.pad_to(fader_at - 10).raw(channel_record({.fader_tenths = -60}));
+        image.pad_to(fader_at + c.distance_behind).raw(c.behind).zeros(20);
+        std::string target;
+        const auto strips = strips_by_name(image.bytes(), {"A"}, {"Cue", "Verb", "Verb 2"});
+        for (const auto& send : strips.at(0).sends) target += fields(send.target, send.level_db);
+        EXPECT_EQ(target, c.target) << c.in_front << ' ' << c.behind;
+    }
+}
+
 TEST(ReadStrips, ALongLaneDoesNotMakeASendTheStripAndAnEmptySlotIsNoSend) {
     LaneSpec volume;
     for (int i = 0; i < 1000; ++i) volume.points.push_back({i, -50});
