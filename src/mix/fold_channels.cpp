@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <map>
 #include <span>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -28,19 +30,43 @@ struct Channel {
     bool is_unnamed_row() const { return is_alternate && track.name == unnamed_row; }
 };
 
-/// A playlist whose name no track bears is an alternate. Without a track list nothing can be told.
-bool is_alternate_playlist(const TimelineTrack& track, const FoldOptions& options) {
+/// True if no track bears the playlist's name. Without a track list nothing can be told.
+bool bears_no_tracks_name(const TimelineTrack& track, const FoldOptions& options) {
     return track.record && !track.name.empty() && !options.current_names.empty() &&
            !options.current_names.contains(track.name);
 }
 
-std::vector<Channel> classified(std::vector<TimelineTrack> tracks, const FoldOptions& options) {
+/// Of the entries that the track list has under one name, the one whose playlist is the track's:
+/// that with a playlist named as tracks are, else the first.
+std::map<std::string, std::size_t> main_entries(const std::vector<TimelineTrack>& tracks,
+                                                const FoldOptions& options) {
+    std::map<std::string, std::size_t> entries;
+    for (const bool bears_none : {false, true}) {
+        for (const TimelineTrack& track : tracks) {
+            if (bears_no_tracks_name(track, options) == bears_none) {
+                entries.try_emplace(track.listed_name, track.list_entry);
+            }
+        }
+    }
+    return entries;
+}
+
+/// A playlist whose name no track bears is an alternate, unless it is the one that its track has.
+std::vector<Channel> classified(std::vector<TimelineTrack> tracks, const StripNames& strips,
+                                const FoldOptions& options) {
+    const auto main_entry = main_entries(tracks, options);
     std::vector<Channel> channels;
     channels.reserve(tracks.size());
     std::string latest_named;
     for (auto& track : tracks) {
         Channel channel;
-        channel.is_alternate = is_alternate_playlist(track, options);
+        channel.is_alternate = bears_no_tracks_name(track, options);
+        const auto own_strip = strips.strip_called(track.listed_name);
+        if (channel.is_alternate && own_strip &&
+            main_entry.at(track.listed_name) == track.list_entry) {
+            channel.is_alternate = false;
+            track.name = *own_strip;
+        }
         channel.track = std::move(track);
         if (channel.is_unnamed_row()) {
             channel.lane_child_parent = latest_named;
@@ -190,7 +216,7 @@ private:
 
 std::vector<TrackPlan> fold_channels(std::vector<TimelineTrack> channels, const StripNames& strips,
                                      const FoldOptions& options, TrackTallies& tallies) {
-    std::vector<Channel> legs = classified(std::move(channels), options);
+    std::vector<Channel> legs = classified(std::move(channels), strips, options);
     Folding folding(strips, options, tallies);
     for (std::size_t first = 0; first < legs.size();) {
         std::size_t end = first + 1;

@@ -26,9 +26,10 @@ public:
     /// True if some strip shows this name.
     bool is_shown(std::string_view name) const { return shown_.contains(name); }
 
-private:
+    /// The shown name of the strip that is, or was when it was made, called so.
     std::optional<std::string> strip_called(std::string_view name) const;
 
+private:
     std::set<std::string, std::less<>> shown_;
     std::map<std::string, std::string, std::less<>> shown_of_original_;
 };

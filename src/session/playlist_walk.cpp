@@ -1,7 +1,7 @@
 // Walks the playlist blocks, and reads a placement row of theirs.
 //
 // Playlist (0x1052 audio, 0x1057 MIDI), offsets from its 'Z':
-//   9       u32 count n, 0 to 64, text of the name (an empty name is real)
+//   9       u32 count n, 0 to 255, text of the name (an empty name is real)
 //   13 + n  u32 number of placements, then one block each, without a gap
 //   behind  in MIDI playlists of real sessions a block with the real-time properties
 //   behind  u8 kind: 1 samples, 2 ticks
@@ -24,7 +24,7 @@ namespace tanrove {
 namespace {
 
 constexpr std::size_t name_at = 9;
-constexpr std::size_t max_name = 64;
+constexpr std::size_t max_name = 255;
 constexpr std::size_t count_width = 4;
 constexpr std::size_t max_placements = 20000;
 constexpr std::uint8_t kind_samples = 1;
@@ -78,7 +78,11 @@ std::optional<PlaylistWalk> PlaylistWalker::walk(const Block& playlist) {
         at += block_size_base + image_.u32(at + block_size_at);
         return true;
     };
-    PlaylistWalk walk{.name = *name, .placed = static_cast<std::uint32_t>(count), .row_at = {}};
+    PlaylistWalk walk{.at = playlist.at,
+                      .name = *name,
+                      .kind = 0,
+                      .placed = static_cast<std::uint32_t>(count),
+                      .row_at = {}};
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t row = at;
         if (!step()) return std::nullopt;

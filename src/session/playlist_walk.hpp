@@ -33,6 +33,7 @@ struct PlacementRow {
 
 /// One playlist block that keeps its limits. Views lie in the image.
 struct PlaylistWalk {
+    std::size_t at = 0;  ///< of the playlist's block
     std::string_view name;
     std::uint8_t kind = 0;            ///< 1 samples, 2 ticks
     std::uint32_t placed = 0;         ///< placements as counted, those without a row included

@@ -2,6 +2,12 @@
 // with the walk of playlists.
 #include "session/playlists.hpp"
 
+#include <array>
+#include <limits>
+#include <map>
+#include <utility>
+
+#include "session/block_tree.hpp"
 #include "session/playlist_walk.hpp"
 
 namespace tanrove {
@@ -9,6 +15,7 @@ namespace tanrove {
 namespace {
 
 constexpr std::uint16_t playlist_type = 0x1052;
+constexpr std::uint16_t playlist_list_type = 0x1054;
 constexpr std::uint16_t clip_group_table_type = 0x2428;
 constexpr std::uint8_t kind_ticks = 2;
 
@@ -28,6 +35,22 @@ std::vector<PlaylistWalk> track_playlists(const BlockIndex& index) {
         if (auto playlist = walker.walk(block)) playlists.push_back(std::move(*playlist));
     }
     return playlists;
+}
+
+/// The running number of each playlist in its list, by where it begins.
+std::map<std::size_t, std::uint16_t> playlist_numbers(ByteView image) {
+    constexpr std::array list_types = {playlist_list_type};
+    std::map<std::size_t, std::uint16_t> numbers;
+    for (const BlockNode& list : parse_block_tree_below(image, list_types, 1)) {
+        std::size_t number = 0;
+        for (const BlockNode& node : list.children) {
+            if (node.contentType != playlist_type) continue;
+            if (number > std::numeric_limits<std::uint16_t>::max()) break;
+            numbers.try_emplace(node.offset - block_content_at,
+                                static_cast<std::uint16_t>(number++));
+        }
+    }
+    return numbers;
 }
 
 PlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
@@ -53,9 +76,13 @@ PlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
 }  // namespace
 
 Playlists readPlaylists(const BlockIndex& index) {
+    const auto numbers = playlist_numbers(index.image());
     Playlists playlists;
     for (const PlaylistWalk& playlist : track_playlists(index)) {
-        playlists.records.push_back({std::string(playlist.name), playlist.kind == kind_ticks});
+        PlaylistRecord record = {std::string(playlist.name), playlist.kind == kind_ticks};
+        const auto number = numbers.find(playlist.at);
+        if (number != numbers.end()) record.number = number->second;
+        playlists.records.push_back(std::move(record));
         playlists.clip_counts.push_back(playlist.placed);
     }
     return playlists;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,9 +14,13 @@ namespace tanrove {
 struct PlaylistRecord {
     std::string name;
     bool is_second_kind = false;  ///< true: positions are ticks; false: samples
+    /// Running number among all playlists of its list (0x1054), those that cannot be read included:
+    /// the channel that it is of. Nothing for a playlist outside such a list.
+    std::optional<std::uint16_t> number = {};
 };
 
-/// Records and, in the same order, how many placements each has: tracks are paired by that count.
+/// Records and, in the same order, how many placements each has: by that count tracks are paired
+/// where no numbers do it.
 struct Playlists {
     std::vector<PlaylistRecord> records;
     std::vector<std::uint32_t> clip_counts;

@@ -13,7 +13,8 @@
 // Track 0x1014:
 //   9       u32 count n, text of the name
 //   13 + n  u8 width code: 0 mono, 1 stereo
-//   14 + n  u32 number of channels, then a u16 channel number each
+//   14 + n  u32 number of channels, then a u16 channel number each: the place of the channel's
+//           playlist among those of its list
 //
 // Playlists 0x1054: a 0x1052 a channel, numbered as the channels are; in it a 0x1050 a placement,
 // and in that the 0x104f that says what is placed where:
@@ -137,6 +138,7 @@ std::vector<Region> read_regions(ByteView image, const std::vector<BlockNode>& t
 std::vector<TrackTableRow> read_channels(ByteView image, const std::vector<BlockNode>& tree) {
     std::vector<TrackTableRow> channels;
     std::vector<bool> known(0x10000, false);
+    std::size_t entry = 0;
     for (const BlockNode& list : tree) {
         if (list.contentType != 0x1015) continue;
         for (const BlockNode& node : list.children) {
@@ -152,8 +154,10 @@ std::vector<TrackTableRow> read_channels(ByteView image, const std::vector<Block
                 at += channel_width;
                 if (known[number]) continue;
                 known[number] = true;
-                channels.push_back({number, std::string(name->substr(0, max_track_name))});
+                channels.push_back(
+                    {number, std::string(name->substr(0, max_track_name)), number, entry});
             }
+            ++entry;
         }
     }
     return channels;

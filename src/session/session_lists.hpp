@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -58,6 +59,10 @@ struct ClipTrack {
 struct TrackTableRow {
     std::uint16_t id = 0;
     std::string name;
+    /// The running number of the channel's playlist among those of its list; nothing where the
+    /// tracks come from no track list.
+    std::optional<std::uint16_t> playlist = {};
+    std::size_t entry = 0;  ///< place of its track in the list: legs of one track share it
 };
 
 struct SessionLists {

@@ -12,17 +12,23 @@ namespace {
 class TrackCollector {
 public:
     explicit TrackCollector(std::span<const TrackTableRow> rows) {
-        for (const auto& row : rows) track_at(row.id, row.name);
+        for (const auto& row : rows) {
+            if (place_of_id_.contains(row.id)) continue;
+            TimelineTrack& track = collected_.tracks[track_at(row.id)];
+            track.name = row.name;
+            track.listed_name = row.name;
+            track.list_entry = row.entry;
+            track.playlist = row.playlist;
+        }
     }
 
     /// The place of the track with this id; one that the table does not know joins its end. Table
     /// and placements come from the same entries, so that such a one has no name to bring.
-    std::size_t track_at(std::uint16_t id, const std::string& name = {}) {
+    std::size_t track_at(std::uint16_t id) {
         const auto [found, is_new] = place_of_id_.try_emplace(id, collected_.tracks.size());
         if (is_new) {
             auto& track = collected_.tracks.emplace_back();
             track.id = id;
-            track.name = name;
             collected_.placement_counts.push_back(0);
         }
         return found->second;

@@ -20,7 +20,8 @@ void pair_tracks(CollectedTracks& collected, const TimelineInput& input) {
     std::vector<PairingTrack> tracks;
     tracks.reserve(collected.tracks.size());
     for (std::size_t i = 0; i < collected.tracks.size(); ++i) {
-        tracks.push_back({collected.tracks[i].name, collected.placement_counts[i]});
+        const TimelineTrack& track = collected.tracks[i];
+        tracks.push_back({track.name, collected.placement_counts[i], track.playlist});
     }
     const auto records = pair_with_records(tracks, input);
     for (std::size_t i = 0; i < collected.tracks.size(); ++i) {

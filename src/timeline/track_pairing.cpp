@@ -46,6 +46,7 @@ RowCounts count_rows(const PlaylistDetail& list, std::size_t region_count) {
     return counts;
 }
 
+/// Pairs by what both lists hold and in which order: for sessions whose lists number nothing.
 class Pairing {
 public:
     explicit Pairing(const TimelineInput& input) : input_(input) {
@@ -94,6 +95,19 @@ private:
     RecordsBy<std::size_t> by_clip_count_;
 };
 
+/// The first record of each number, where tracks and records have numbers at all.
+std::map<std::uint16_t, std::size_t> numbered_records(const std::vector<PairingTrack>& tracks,
+                                                      const TimelineInput& input) {
+    std::map<std::uint16_t, std::size_t> records;
+    const bool tracks_are_numbered = std::ranges::any_of(
+        tracks, [](const PairingTrack& track) { return track.playlist.has_value(); });
+    if (!tracks_are_numbered) return records;
+    for (std::size_t i = 0; i < input.records.size(); ++i) {
+        if (input.records[i].number) records.try_emplace(*input.records[i].number, i);
+    }
+    return records;
+}
+
 }  // namespace
 
 bool edit_lists_match_records(const TimelineInput& input) {
@@ -102,9 +116,17 @@ bool edit_lists_match_records(const TimelineInput& input) {
 
 std::vector<std::optional<std::size_t>> pair_with_records(const std::vector<PairingTrack>& tracks,
                                                           const TimelineInput& input) {
-    Pairing pairing(input);
     std::vector<std::optional<std::size_t>> records;
     records.reserve(tracks.size());
+    if (const auto numbered = numbered_records(tracks, input); !numbered.empty()) {
+        for (const auto& track : tracks) {
+            const auto found = track.playlist ? numbered.find(*track.playlist) : numbered.end();
+            records.push_back(found == numbered.end() ? std::nullopt
+                                                      : std::optional(found->second));
+        }
+        return records;
+    }
+    Pairing pairing(input);
     for (const auto& track : tracks) records.push_back(pairing.next(track));
     return records;
 }

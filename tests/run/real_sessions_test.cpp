@@ -11,7 +11,9 @@
 
 #include "base/formatted_text.hpp"
 #include "run/convert_session.hpp"
+#include "session/block_index.hpp"
 #include "support/project_reader.hpp"
+#include "support/session_cipher.hpp"
 #include "support/temp_folder.hpp"
 
 namespace tanrove {
@@ -98,6 +100,30 @@ TEST(RealSessions, RegionTestHasItsSixClipsAndNoFadeFiles) {
     EXPECT_NE(converted.console.find("Pro Tools 2019.6.0, 44100 Hz"), std::string::npos);
     EXPECT_NE(converted.console.find("region_name_WAV.wav"), std::string::npos)
         << "the missing file is named";
+}
+
+TEST(RealSessions, APlaylistsNameDecidesNothing) {
+    auto image = builder::real_session_image("RegionTest.ptx");
+    if (!image) GTEST_SKIP() << "the real sessions are not on this machine";
+    TempFolder folder;
+    folder.enter();
+    const std::size_t playlist = BlockIndex{ByteView(*image)}.of_type(0x1052).all().front().at;
+    NullSink silent;
+    console_state().console_sink = &silent;
+    std::string texts[2];
+    for (std::string& text : texts) {
+        const auto file = builder::encrypted(*image, builder::Cipher::ptx, 1);
+        ASSERT_TRUE(builder::write_file_text("s.ptx", {file.begin(), file.end()}));
+        RunOptions options;
+        options.session_path = "s.ptx";
+        options.overwrite = true;
+        convert_session(options, nullptr, nullptr);
+        text = file_text("s.rpp");
+        image->at(playlist + 13) = 'S';  // the name's first letter, of "Track_Name"
+    }
+    console_state().console_sink = nullptr;
+    EXPECT_NE(texts[0], "");
+    EXPECT_EQ(texts[0], texts[1]);
 }
 
 /// Tick, length in ticks, key.

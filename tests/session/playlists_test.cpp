@@ -48,11 +48,26 @@ TEST(ReadPlaylists, LimitsAreInclusive) {
     const auto is_read = [](const PlaylistSpec& playlist) {
         return !over(playlist_block(playlist), readPlaylists).records.empty();
     };
-    EXPECT_TRUE(is_read(playlist_of(1, "")) && is_read(playlist_of(1, std::string(64, 'n'))));
-    EXPECT_FALSE(is_read(playlist_of(1, std::string(65, 'n'))));
+    EXPECT_TRUE(is_read(playlist_of(1, "")) && is_read(playlist_of(1, std::string(255, 'n'))));
+    EXPECT_FALSE(is_read(playlist_of(1, std::string(256, 'n'))));
     EXPECT_TRUE(is_read(playlist_of(20000)) && !is_read(playlist_of(20001)));
     EXPECT_FALSE(is_read(with({}, 3)) || is_read(with({}, 1))) << "another count than there are";
     EXPECT_FALSE(is_read(with(0, {})) || is_read(with(3, {}))) << "another kind";
+}
+
+TEST(ReadPlaylists, AreNumberedAmongAllOfTheirListWhetherReadOrNot) {
+    PlaylistSpec unreadable = playlist_of(1, "b");
+    unreadable.kind = 3;
+    const Bytes image = ByteWriter()
+                            .zeros(20)
+                            .raw(playlists_block({playlist_of(1, "a"), unreadable, playlist_of(0)}))
+                            .raw(playlist_block(playlist_of(1, "in no list")))
+                            .bytes();
+    std::string numbers;
+    for (const auto& playlist : over(image, readPlaylists).records) {
+        numbers += playlist.number ? std::to_string(*playlist.number) : "-";
+    }
+    EXPECT_EQ(numbers, "02-");
 }
 
 TEST(ReadPlaylists, ListsOfTheClipGroupTableLieOnNoTrack) {

@@ -190,6 +190,22 @@ TEST(PairTracks, FollowsTheRecordsInTheirOrder) {
     }
 }
 
+TEST(PairTracks, GoesByNumbersWhereTheListsHaveThem) {
+    Scene scene;
+    for (const std::uint16_t playlist : std::initializer_list<std::uint16_t>{2, 0, 1}) {
+        scene.track("Vox").place(0, 9);
+        scene.track_rows.back().playlist = playlist;
+    }
+    scene.record("Vox", false, {{}}).record("other", true, {{}, {}});
+    scene.records[0].number = 0;
+    scene.records[1].number = 2;  // the playlist in between could not be read
+    const auto tracks = scene.placed();
+    EXPECT_EQ(tracks.at(0).record, 1u);
+    EXPECT_EQ(tracks.at(1).record, 0u);
+    EXPECT_FALSE(tracks.at(2).record) << "its clips stay where they are";
+    EXPECT_EQ(tracks[2].clips.size(), 1u);
+}
+
 TEST(PairTracks, CountsClipGroupsAmongThePlacements) {
     Scene scene;
     scene.track("A").place(0, 0).place(1, 9);
