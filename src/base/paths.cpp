@@ -36,8 +36,8 @@ std::string without_extension(const std::string& path) {
 
 bool can_be_read(const std::string& path) {
     std::error_code error;
-    if (std::filesystem::is_directory(path, error)) return false;
-    return std::ifstream(path, std::ios::binary).is_open();
+    return std::filesystem::is_regular_file(path, error) &&
+           std::ifstream(path, std::ios::binary).is_open();
 }
 
 std::string lower_cased(std::string text) {

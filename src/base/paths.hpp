@@ -18,7 +18,8 @@ std::string::size_type extension_at(const std::string& path);
 /// The path up to its extension, whole if it has none.
 std::string without_extension(const std::string& path);
 
-/// True if the file can be opened for reading; a folder counts as no file.
+/// True if the file can be opened for reading. A folder, a pipe or a device counts as no file: some
+/// of them would be waited for.
 bool can_be_read(const std::string& path);
 
 /// ASCII letters in lower case, other bytes as they stand.

@@ -34,8 +34,12 @@ std::optional<std::string> read_back(std::FILE* stream) {
 
 }  // namespace
 
-FreezeWriter::FreezeWriter(std::string path, bool is_device, DiskSteps disk, FrozenTallies& tallies)
-    : path_(std::move(path)), is_device_(is_device), disk_(std::move(disk)), tallies_(tallies) {}
+FreezeWriter::FreezeWriter(std::string project_path, bool is_kept, DiskSteps disk,
+                           FrozenTallies& tallies)
+    : project_path_(std::move(project_path)),
+      is_kept_(is_kept),
+      disk_(std::move(disk)),
+      tallies_(tallies) {}
 
 bool FreezeWriter::write_block(TextSink& out, const std::string& track, const Contents& contents) {
     const auto bytes = through_file(contents);
@@ -51,19 +55,24 @@ bool FreezeWriter::write_block(TextSink& out, const std::string& track, const Co
 }
 
 std::optional<std::string> FreezeWriter::through_file(const Contents& contents) const {
-    std::FILE* stream = disk_.open(path_.c_str(), "w+b");
-    if (stream == nullptr) return std::nullopt;
+    if (!is_kept_) {
+        std::string counted_only;
+        TextSink inside(counted_only);
+        contents(inside);
+        return std::string();
+    }
+    TemporaryFile file(project_path_, ".freeze.tmp", disk_);
+    if (file.stream() == nullptr) return std::nullopt;
     bool failed = false;
     {
-        TextSink inside(stream);
+        TextSink inside(file.stream());
         contents(inside);
         inside.flush();
         failed = inside.failed();
     }
     std::optional<std::string> bytes;
-    if (!failed) bytes = is_device_ ? std::string() : read_back(stream);
-    if (disk_.close(stream) != 0) bytes.reset();
-    if (!is_device_) disk_.remove(path_.c_str());
+    if (!failed) bytes = read_back(file.stream());
+    if (!file.close()) bytes.reset();
     return bytes;
 }
 

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "base/text_sink.hpp"
+#include "base/whole_file.hpp"
 #include "mix/frozen_plan.hpp"
-#include "project/file_replacement.hpp"
 #include "project/media_search.hpp"
 
 namespace tanrove {
@@ -20,8 +20,9 @@ class FreezeWriter {
 public:
     using Contents = std::function<void(TextSink&)>;
 
-    /// `path` is the temporary file's, or a device: that is never removed and gives nothing back.
-    FreezeWriter(std::string path, bool is_device, DiskSteps disk, FrozenTallies& tallies);
+    /// The temporary file lies beside the project. Where that is not kept none is made: what goes
+    /// into a block is counted and its bytes are left out.
+    FreezeWriter(std::string project_path, bool is_kept, DiskSteps disk, FrozenTallies& tallies);
 
     /// Writes a block with what `contents` writes. False, the project as it was and no file left,
     /// if the disk fails.
@@ -30,8 +31,8 @@ public:
 private:
     std::optional<std::string> through_file(const Contents& contents) const;
 
-    std::string path_;
-    bool is_device_;
+    std::string project_path_;
+    bool is_kept_;
     DiskSteps disk_;
     FrozenTallies& tallies_;
 };

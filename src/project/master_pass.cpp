@@ -18,7 +18,7 @@ namespace tanrove {
 
 namespace {
 
-constexpr ReplacementSuffixes suffixes = {.temporary = ".mtmp", .old = ".mold"};
+constexpr const char* pass_suffix = ".mtmp";
 constexpr std::uint32_t master_track_seed = 72000;
 constexpr std::uint32_t master_track_id_seed = 72001;
 
@@ -260,7 +260,7 @@ std::size_t give_master_its_track(const std::string& path, const MasterTrackPlan
     const auto text = read_whole_file(path, disk);
     if (!text) return 0;
     const auto changed = with_master_track(*text, plan);
-    if (!changed || !replace_file(path, changed->text, suffixes, disk)) return 0;
+    if (!changed || !write_whole_file(path, changed->text, disk, pass_suffix)) return 0;
     return changed->rerouted;
 }
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "project/file_replacement.hpp"
+#include "base/whole_file.hpp"
 
 namespace tanrove {
 

@@ -12,7 +12,7 @@ namespace tanrove {
 
 namespace {
 
-constexpr ReplacementSuffixes suffixes = {.temporary = ".vtmp", .old = ".vold"};
+constexpr const char* pass_suffix = ".vtmp";
 constexpr std::string_view track_opening = "\n  <TRACK ";
 constexpr std::string_view track_end = "\n  >\n";
 constexpr std::size_t nowhere = std::string_view::npos;
@@ -106,7 +106,7 @@ bool move_video_tracks_first(const std::string& path, std::size_t count, const D
     const auto text = read_whole_file(path, disk);
     if (!text) return false;
     const auto moved = with_video_tracks_first(*text, count);
-    return moved && replace_file(path, *moved, suffixes, disk);
+    return moved && write_whole_file(path, *moved, disk, pass_suffix);
 }
 
 }  // namespace tanrove

@@ -21,9 +21,6 @@ namespace {
 using tanrove::ByteView;
 using namespace tanrove::ptformat;
 
-/// No session comes near this; a larger file is not worth its memory.
-constexpr std::uintmax_t max_file_bytes = std::uintmax_t{1} << 31;
-
 constexpr std::uint16_t version_type = 0x2067;
 constexpr std::size_t version_at = 27;
 constexpr std::uint32_t version_base = 2;
@@ -36,9 +33,6 @@ constexpr std::size_t rate_at = 11;
 constexpr std::int64_t lowest_rate_hz = 44100;
 constexpr std::int64_t highest_rate_hz = 192000;
 
-/// Positions have 56 bits; with rates up to here their product stays inside 63.
-constexpr std::int64_t highest_target_rate_hz = 768000;
-
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
@@ -49,7 +43,7 @@ std::optional<std::vector<std::uint8_t>> read_file(const std::string& path) {
     std::error_code error;
     if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
     const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error || size < header_bytes || size > max_file_bytes) return std::nullopt;
+    if (error || size < header_bytes || size > PTFFormat::max_file_bytes) return std::nullopt;
     const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
     if (!file) return std::nullopt;
     std::array<std::uint8_t, header_bytes> header{};
@@ -83,7 +77,7 @@ class PositionScale {
 public:
     PositionScale(std::int64_t session_rate, std::int64_t target_rate)
         : from_(session_rate), to_(target_rate) {
-        if (to_ <= 0 || to_ > highest_target_rate_hz) to_ = from_;
+        if (to_ <= 0 || to_ > PTFFormat::highest_target_rate_hz) to_ = from_;
     }
 
     void apply(std::int64_t& position) const {

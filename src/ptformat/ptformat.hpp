@@ -13,14 +13,18 @@
 // The library itself is built with PTFORMAT_BUILDING.
 #if defined(_WIN32) && defined(PTFORMAT_BUILDING)
 #define PTFORMAT_API __declspec(dllexport)
+#define PTFORMAT_PRIVATE
 #elif defined(_WIN32)
 #define PTFORMAT_API __declspec(dllimport)
+#define PTFORMAT_PRIVATE
 #else
 #define PTFORMAT_API __attribute__((visibility("default")))
+#define PTFORMAT_PRIVATE __attribute__((visibility("hidden")))
 #endif
 
 /// One opened session file. Every member is safe on a file of any content: what cannot be read is
-/// a negative code or an empty list. Memory stays within a small multiple of the file's size.
+/// a negative code or an empty list. Memory stays within a small multiple of the file's size. All
+/// objects share `allow_unknown_version`, so a process loads one session at a time.
 class PTFORMAT_API PTFFormat {
 public:
     /// An audio file that the session lists, numbered from 0 in the order of the file list.
@@ -58,13 +62,21 @@ public:
     static constexpr int load_unknown_version = -3;
     static constexpr int load_not_parsed = -4;
 
+    /// No session comes near this; a larger file is not worth its memory and cannot be loaded.
+    static constexpr std::uint64_t max_file_bytes = std::uint64_t{1} << 31;
+
+    /// Positions have 56 bits; with rates up to here their product stays inside 63.
+    static constexpr std::int64_t highest_target_rate_hz = 768000;
+
     PTFFormat();
     ~PTFFormat();
     PTFFormat(const PTFFormat&) = delete;
     PTFFormat& operator=(const PTFFormat&) = delete;
 
-    /// Decrypts and parses the file, positions scaled to `target_rate` (Hz). 0 or one of the
-    /// negative codes above; the rate and the version byte stay readable as far as they were found.
+    /// Decrypts and parses the file, positions scaled to `target_rate` (Hz); 0, less, or more than
+    /// `highest_target_rate_hz` stands for the session's own rate and scales nothing. 0 or one of
+    /// the negative codes above; the rate and the version byte stay readable as far as they were
+    /// found.
     int load(const std::string& path, std::int64_t target_rate);
 
     /// The same for a file that is in memory already, still encrypted.
@@ -93,6 +105,6 @@ public:
     const std::vector<Track>& midi_tracks() const;
 
 private:
-    struct State;
+    struct PTFORMAT_PRIVATE State;
     std::unique_ptr<State> state_;
 };

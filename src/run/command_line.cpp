@@ -70,11 +70,11 @@ void take_text(CommandLine& line, ArgumentReader& values) {
 
 void accept_only(CommandLine& /*line*/, ArgumentReader& /*values*/) {}
 
-/// Reads as much of the text as is a number. A tempo that is none, or has no end, is not given.
+/// Reads as much of the text as is a number.
 void take_tempo(CommandLine& line, ArgumentReader& values) {
     const CLocaleScope plain_numbers;
     const double tempo = std::strtod(values.take(), nullptr);
-    line.options.tempo_override = std::isfinite(tempo) ? tempo : 0;
+    line.options.tempo_override = std::isfinite(tempo) && tempo != 0 ? tempo : no_tempo;
 }
 
 void take_audio_dir(CommandLine& line, ArgumentReader& values) {

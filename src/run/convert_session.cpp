@@ -37,6 +37,21 @@ namespace {
 constexpr std::int32_t converted = 0;
 constexpr std::int32_t not_converted = 1;
 
+// Pro Tools keeps tempos between these two.
+constexpr double tempo_above_bpm = 5;
+constexpr double tempo_below_bpm = 500;
+
+/// The tempo that was asked for, 0 for the session's own.
+double usable_tempo(double asked_bpm) {
+    if (asked_bpm == 0 || (asked_bpm > tempo_above_bpm && asked_bpm < tempo_below_bpm)) {
+        return asked_bpm;
+    }
+    console_print(
+        "  NOTE: --tempo takes a number above 5 and below 500. The one given is not,\n"
+        "      so it counts as not given: the session's own tempo is used.\n");
+    return 0;
+}
+
 /// Everything between the opened session and the end of the account.
 class Conversion {
 public:
@@ -70,7 +85,7 @@ std::int32_t Conversion::run() {
     const ClipRecords clips = read_clips(*opened->file, index);
     const SessionVersion version = scanSessionVersion(index);
     tell_damage(scanDamage(index), options_.check_only);
-    time_ = read_time(index, options_.tempo_override);
+    time_ = read_time(index, usable_tempo(options_.tempo_override));
     if (options_.dump_cc) console_write(midi_chunk_dump(readMidiChunks(index)));
     const StripRecords strips = read_strips(index, clips);
     if (options_.list_only) {
@@ -104,11 +119,6 @@ std::int32_t Conversion::run() {
     project_path_ = choose_output_path(options_);
     if (!write_project(project_, options_, project_path_, media, movies, tallies_)) {
         return not_converted;
-    }
-    if (options_.check_only) {
-        foresee_post_passes(project_, tallies_);
-    } else {
-        run_post_passes(project_, project_path_, tallies_);
     }
     give_account(*opened->file, version, image, media, clips);
     return converted;

@@ -17,9 +17,10 @@ struct ConversionResult {
     std::string report_path;   ///< where the report was written; empty without a file
 };
 
-/// Converts one session. 0, or 1 if nothing was converted; the console tells why. `result` and
-/// `progress` may be null. Without `progress` or `result`, and without a report asked for, no
-/// report is made.
+/// Converts one session. One conversion runs at a time in a process: what it says goes through the
+/// one console of the process, and its numbers through the one locale. 0, or 1 if nothing was
+/// converted; the console tells why. `result` and `progress` may be null. Without `progress` or
+/// `result`, and without a report asked for, no report is made.
 std::int32_t convert_session(const RunOptions& options, ConversionResult* result,
                              tanrovegui::Progress* progress);
 

@@ -1,8 +1,10 @@
 // The program: a command line in, an exit code out.
 #include "run/convert_session.hpp"
+#include "run/process_guard.hpp"
 #include "run/run_driver.hpp"
 
 int main(int argument_count, char** arguments) {
+    tanrove::guard_process();
     tanrove::RunSteps steps;
     steps.convert = tanrove::convert_session;
     return tanrove::run_tanrove(argument_count, arguments, steps);

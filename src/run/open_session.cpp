@@ -139,6 +139,24 @@ void tell_empty_file(const std::string& path) {
         "convert.\n");
 }
 
+bool is_too_large(const std::string& path) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(path, error);
+    return !error && size > PTFFormat::max_file_bytes;
+}
+
+void tell_too_large(const std::string& path) {
+    console_print(
+        "\n  Could not read: %s\n"
+        "  Reason: the file is TOO LARGE to be a session: over 2 GiB. A session\n"
+        "          holds no audio and stays far below that. If this one really\n"
+        "          is that large, save a copy of it in Pro Tools (File > Save\n"
+        "          Copy In) with fewer tracks and convert the copy.\n",
+        path.c_str());
+    if (!has_listener()) return;
+    console_print("\n  Not converted: the session file is too large (over 2 GiB) to be read.\n");
+}
+
 const char* reason_of(int result) {
     switch (result) {
         case PTFFormat::load_not_decrypted:
@@ -202,6 +220,8 @@ void tell_why_not_loaded(const PTFFormat& file, const std::string& path, int res
         tell_rate(path, rate);
     } else if (is_empty_file(path)) {
         tell_empty_file(path);
+    } else if (is_too_large(path)) {
+        tell_too_large(path);
     } else {
         tell_unreadable(path, result);
     }

@@ -40,6 +40,10 @@ std::string free_project_path(const std::string& wanted) {
 std::string choose_output_path(const RunOptions& options) {
     std::string wanted = project_path(options);
     if (options.overwrite || options.check_only) return wanted;
+    // A folder that was named as the project is refused when it is opened, not evaded.
+    std::error_code error;
+    const bool is_named = !options.output_path.empty();
+    if (is_named && std::filesystem::is_directory(wanted, error)) return wanted;
     std::string path = free_project_path(wanted);
     if (path != wanted) {
         console_print(

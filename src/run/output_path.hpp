@@ -20,7 +20,8 @@ std::string project_path(const RunOptions& options);
 std::string free_project_path(const std::string& wanted);
 
 /// The path that this run writes: the one asked for, or under a free name where that file exists,
-/// of which the console is told. With `overwrite` or `check_only` nothing is searched.
+/// of which the console is told. With `overwrite` or `check_only`, and for a folder that the user
+/// names, nothing is searched.
 std::string choose_output_path(const RunOptions& options);
 
 /// The second project of `--convert-twice`, beside the first: "song.rpp" gives "song-2nd.rpp".

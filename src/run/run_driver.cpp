@@ -6,8 +6,10 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <utility>
 
 #include "base/version.hpp"
+#include "report/name_lists.hpp"
 #include "run/command_line.hpp"
 #include "run/console.hpp"
 #include "run/media_folders.hpp"
@@ -18,6 +20,8 @@
 namespace tanrove {
 
 namespace {
+
+constexpr std::size_t max_named_words = 8;
 
 constexpr const char* self_test_variable = "TANROVE_API_SELFTEST";
 
@@ -40,15 +44,20 @@ void pause_if_wanted(const CommandLine& line) {
     std::getchar();
 }
 
+/// The code of a run whose words are all that it makes: a failure where they did not get out.
+std::int32_t code_of_words(std::int32_t code) {
+    const bool failed = std::fflush(stdout) != 0 || std::ferror(stdout) != 0;
+    return failed ? exit_failure : code;
+}
+
 std::int32_t show_version() {
     std::printf("tanrove %s (build %s)\n", version_text, build_text);
-    std::fflush(stdout);
-    return exit_success;
+    return code_of_words(exit_success);
 }
 
 std::int32_t show_help() {
     console_write(usage_text());
-    return exit_success;
+    return code_of_words(exit_success);
 }
 
 std::int32_t refuse(const std::string& unknown_option) {
@@ -129,13 +138,20 @@ std::int32_t convert(const CommandLine& line, const RunSteps& steps) {
                                              : steps.convert(options, nullptr, nullptr);
     write_usage_summary(options, code, steps);
     if (code == exit_success && line.convert_twice) code = convert_again(options, steps);
-    return code;
+    return options.list_only ? code_of_words(code) : code;
 }
 
 /// Finds the session and its audio folder. False if the command line names no session.
 bool settle_paths(CommandLine& line) {
     RunOptions& options = line.options;
-    options.session_path = find_session_path(line.path_pieces);
+    SessionWords words = find_session_path(line.path_pieces);
+    options.session_path = std::move(words.path);
+    if (!words.others.empty()) {
+        console_print(
+            "  NOTE: these words are neither an option nor part of the session's path, and\n"
+            "      nothing was done with them:%s\n",
+            quoted_names(words.others, max_named_words).c_str());
+    }
     if (options.session_path.empty()) return false;
     if (!options.audio_dir_given) options.audio_dir = audio_folder_beside(options.session_path);
     return true;

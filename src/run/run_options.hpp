@@ -23,6 +23,9 @@ constexpr std::int32_t theme_of_session = 0;
 constexpr std::int32_t theme_classic = 1;
 constexpr std::int32_t theme_dark = 2;
 
+/// `RunOptions::tempo_override` where the text that was given is no tempo at all.
+constexpr double no_tempo = -1;
+
 /// One conversion's options, in the order in which callers know them.
 struct RunOptions {
     std::string session_path;
@@ -33,7 +36,9 @@ struct RunOptions {
     std::string vstini_path;
     std::vector<std::string> params_paths;
     std::string want_params_path;
-    double tempo_override = 0;  ///< quarter notes a minute; 0 or less: the session's own
+    /// Quarter notes a minute; 0: the session's own, and so is, with a word about it, what lies at
+    /// or outside the bounds of a session's tempo.
+    double tempo_override = 0;
     bool keep_alt_takes = true;
     bool list_only = false;
     bool no_stretch = false;

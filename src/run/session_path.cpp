@@ -2,6 +2,7 @@
 #include "run/session_path.hpp"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/paths.hpp"
 
@@ -39,9 +40,16 @@ std::string readable_run(const JoinedPieces& all, std::size_t first, std::size_t
     return can_be_read(path) ? path : std::string();
 }
 
+std::vector<std::string> without_run(std::vector<std::string> pieces, std::size_t first,
+                                     std::size_t length) {
+    const auto begin = pieces.begin() + static_cast<std::ptrdiff_t>(first);
+    pieces.erase(begin, begin + static_cast<std::ptrdiff_t>(length));
+    return pieces;
+}
+
 }  // namespace
 
-std::string find_session_path(const std::vector<std::string>& pieces) {
+SessionWords find_session_path(const std::vector<std::string>& pieces) {
     const JoinedPieces all = joined(pieces);
     std::size_t runs_left = max_piece_runs;
     std::size_t length = pieces.size();
@@ -53,12 +61,12 @@ std::string find_session_path(const std::vector<std::string>& pieces) {
         }
         for (std::size_t first = 0; first < run_count; ++first) {
             std::string path = readable_run(all, first, length);
-            if (!path.empty()) return path;
+            if (!path.empty()) return {std::move(path), without_run(pieces, first, length)};
         }
         runs_left -= std::min(runs_left, run_count);
         --length;
     }
-    return all.text;
+    return {all.text, {}};
 }
 
 }  // namespace tanrove

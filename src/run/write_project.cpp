@@ -1,9 +1,10 @@
-// The one forward pass over the plan, and the passes over its text.
+// The one forward pass over the plan, and the passes over its text, under a temporary name.
 #include "run/write_project.hpp"
 
 #include <cstdio>
 #include <filesystem>
 
+#include "base/whole_file.hpp"
 #include "project/extra_tracks.hpp"
 #include "project/frozen_track.hpp"
 #include "project/master_pass.hpp"
@@ -28,18 +29,11 @@ bool is_session_itself(const std::string& path, const std::string& session_path)
     return std::filesystem::equivalent(path, session_path, error) && !error;
 }
 
-/// Takes back what was written of a project that did not come out whole. A device stays.
-void remove_unfinished(const std::string& path) {
-    std::error_code error;
-    if (std::filesystem::is_regular_file(path, error)) std::filesystem::remove(path, error);
-}
-
 void write_all_tracks(TextSink& out, const ProjectPlan& project, const RunOptions& options,
                       const std::string& path, MediaSearch& media, MovieSearch& movies,
                       RunTallies& tallies) {
     TakePlanner takes(static_cast<double>(project.head.sample_rate), tallies.takes);
-    const std::string frozen = options.check_only ? null_device : path + ".freeze.tmp";
-    FreezeWriter freezer(frozen, options.check_only, real_disk(), tallies.frozen);
+    FreezeWriter freezer(path, !options.check_only, real_disk(), tallies.frozen);
     const auto progress = [](std::size_t track, std::size_t count) {
         report_track_stage(track, count);
     };
@@ -49,42 +43,25 @@ void write_all_tracks(TextSink& out, const ProjectPlan& project, const RunOption
     if (project.mix.has_solo_track) write_solo_track(out);
 }
 
-}  // namespace
-
-bool write_project(const ProjectPlan& project, const RunOptions& options, const std::string& path,
-                   MediaSearch& media, MovieSearch& movies, RunTallies& tallies) {
-    report_stage(stage_writing, "writing");
-    const std::string target = options.check_only ? null_device : path;
-    std::FILE* stream = nullptr;
-    if (!is_session_itself(target, options.session_path)) stream = std::fopen(target.c_str(), "wb");
-    if (stream == nullptr) {
-        console_print("\nCould not write %s\n", path.c_str());
-        return false;
-    }
-    bool failed = false;
-    {
-        TextSink out(stream);
-        const int master_points = write_project_head(out, project.head);
-        tallies.written.automation_points += master_points;
-        tallies.written.automated_tracks += master_points > 0 ? 1 : 0;
-        write_all_tracks(out, project, options, path, media, movies, tallies);
-        write_project_end(out);
-        out.flush();
-        failed = out.failed();
-    }
-    if (std::fclose(stream) != 0) failed = true;
-    if (failed) {
-        remove_unfinished(target);
-        console_print("\nCould not write %s\n", path.c_str());
-    }
-    return !failed;
+/// The one forward pass. False if it did not all go through.
+bool write_text(std::FILE* stream, const ProjectPlan& project, const RunOptions& options,
+                const std::string& path, MediaSearch& media, MovieSearch& movies,
+                RunTallies& tallies) {
+    TextSink out(stream);
+    const int master_points = write_project_head(out, project.head);
+    tallies.written.automation_points += master_points;
+    tallies.written.automated_tracks += master_points > 0 ? 1 : 0;
+    write_all_tracks(out, project, options, path, media, movies, tallies);
+    write_project_end(out);
+    out.flush();
+    return !out.failed();
 }
 
-void run_post_passes(const ProjectPlan& project, const std::string& path, RunTallies& tallies) {
+/// What can only be decided on the whole text. A pass that fails leaves the text as it is.
+void run_post_passes(const ProjectPlan& project, const WholeFile& file, RunTallies& tallies) {
     // A device or a pipe holds nothing that could be read again.
-    std::error_code error;
-    const bool is_file = std::filesystem::is_regular_file(path, error);
-    if (!is_file) {
+    const std::string* path = file.temporary_path();
+    if (path == nullptr) {
         tallies.mix.video.at_top = false;
         tallies.mix.master.track_failed = project.mix.master.wants_own_track;
         return;
@@ -93,7 +70,7 @@ void run_post_passes(const ProjectPlan& project, const std::string& path, RunTal
         !project.mix.video.tracks.empty() && !project.mix.tracks.empty();
     if (project.mix.video.stands_first && video_behind_others) {
         tallies.mix.video.at_top =
-            move_video_tracks_first(path, project.mix.video.tracks.size(), real_disk());
+            move_video_tracks_first(*path, project.mix.video.tracks.size(), real_disk());
     }
     if (!project.mix.master.wants_own_track) return;
     MasterTrackPlan track;
@@ -102,10 +79,11 @@ void run_post_passes(const ProjectPlan& project, const std::string& path, RunTal
     track.colour = project.mix.master.colour;
     track.in_front_of = project.mix.master.track_in_front_of;
     tallies.mix.master.tracks_through_master =
-        static_cast<int>(give_master_its_track(path, track, real_disk()));
+        static_cast<int>(give_master_its_track(*path, track, real_disk()));
     tallies.mix.master.track_failed = tallies.mix.master.tracks_through_master == 0;
 }
 
+/// Counts what the passes would do, where no project is kept.
 void foresee_post_passes(const ProjectPlan& project, RunTallies& tallies) {
     if (!project.mix.master.wants_own_track) return;
     int depth = 0;
@@ -117,6 +95,33 @@ void foresee_post_passes(const ProjectPlan& project, RunTallies& tallies) {
         }
     }
     tallies.mix.master.tracks_through_master = senders;
+}
+
+/// Writes the file under its temporary name, changes its text, and gives it its own name.
+bool write_file(const ProjectPlan& project, const RunOptions& options, const std::string& path,
+                MediaSearch& media, MovieSearch& movies, RunTallies& tallies) {
+    const std::string target = options.check_only ? null_device : path;
+    if (is_session_itself(target, options.session_path)) return false;
+    WholeFile file(target);
+    if (file.stream() == nullptr) return false;
+    if (!write_text(file.stream(), project, options, path, media, movies, tallies)) return false;
+    if (!file.close()) return false;
+    if (options.check_only) {
+        foresee_post_passes(project, tallies);
+    } else {
+        run_post_passes(project, file, tallies);
+    }
+    return file.put_in_place();
+}
+
+}  // namespace
+
+bool write_project(const ProjectPlan& project, const RunOptions& options, const std::string& path,
+                   MediaSearch& media, MovieSearch& movies, RunTallies& tallies) {
+    report_stage(stage_writing, "writing");
+    const bool written = write_file(project, options, path, media, movies, tallies);
+    if (!written) console_print("\nCould not write %s\n", path.c_str());
+    return written;
 }
 
 }  // namespace tanrove

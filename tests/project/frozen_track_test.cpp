@@ -12,7 +12,7 @@ namespace {
 class FrozenTrack : public testing::Test {
 protected:
     /// The track as it is written, frozen where the disk lets it.
-    std::string write(const DiskSteps& disk, const std::string& path, bool is_device = false) {
+    std::string write(const DiskSteps& disk, bool is_kept = true) {
         std::string text;
         TextSink out(text);
         MediaSearch media("/song", "/", {}, [](const std::string&) { return true; });
@@ -20,7 +20,7 @@ protected:
         TakePlanner takes(48000, take_tallies);
         tallies_ = {};
         written_ = {};
-        FreezeWriter freezer(path, is_device, disk, tallies_);
+        FreezeWriter freezer(path_, is_kept, disk, tallies_);
         TrackPlan plan;
         plan.session_name = plan.name = "Gtr";
         plan.clips.resize(3);
@@ -30,13 +30,13 @@ protected:
     }
 
     builder::TempFolder folder_;
-    const std::string path_ = folder_ / "song.rpp.freeze.tmp";
+    const std::string path_ = folder_ / "song.rpp";
     FrozenTallies tallies_;
     WrittenTallies written_;
 };
 
 TEST_F(FrozenTrack, ConvertsUnfrozenWhereverTheDiskFails) {
-    const std::string frozen = write(real_disk(), path_);
+    const std::string frozen = write(real_disk());
     EXPECT_NE(frozen.find("    <FREEZE 0\n    <ITEM\n      POSITION 0.0"), std::string::npos);
     EXPECT_NE(frozen.find("    >\n    >\n    <ITEM\n      POSITION 1.0"), std::string::npos);
     EXPECT_TRUE(tallies_.delivered == 1 && folder_.file_count() == 0 && written_.clips == 3);
@@ -49,7 +49,7 @@ TEST_F(FrozenTrack, ConvertsUnfrozenWhereverTheDiskFails) {
     DiskSteps unclosed = real_disk();
     unclosed.close = [](std::FILE* stream) { return std::fclose(stream), EOF; };
     for (const DiskSteps* disk : {&no_file, &full, &unclosed}) {
-        const std::string text = write(*disk, path_);
+        const std::string text = write(*disk);
         EXPECT_EQ(text.find("FREEZE"), std::string::npos);
         EXPECT_NE(text.find("<ITEM"), std::string::npos);
         ASSERT_EQ(tallies_.refused.size(), 1U);
@@ -59,13 +59,8 @@ TEST_F(FrozenTrack, ConvertsUnfrozenWhereverTheDiskFails) {
     }
 }
 
-TEST_F(FrozenTrack, ADeviceIsNeverRemoved) {
-    DiskSteps disk = real_disk();
-    disk.remove = [](const char* path) {
-        ADD_FAILURE() << path;
-        return -1;
-    };
-    EXPECT_NE(write(disk, "/dev/null", true).find("<FREEZE 0\n    >\n"), std::string::npos);
+TEST_F(FrozenTrack, TouchesNoDiskWhereTheProjectIsNotKept) {
+    EXPECT_NE(write({}, false).find("<FREEZE 0\n    >\n"), std::string::npos);
     EXPECT_TRUE(tallies_.delivered == 1 && written_.clips == 3);
 }
 

@@ -3,14 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "base/guid.hpp"
-#include "project/file_replacement.hpp"
+#include "base/whole_file.hpp"
 #include "project/master_pass.hpp"
 #include "project/video_pass.hpp"
+#include "support/child_process.hpp"
 #include "support/temp_folder.hpp"
 
 namespace tanrove {
@@ -120,11 +122,15 @@ TEST(MasterPass, LeavesWhatItDoesNotExpect) {
     }
 }
 
-TEST(PostPasses, KeepTheProjectWhereverTheDiskFails) {
-    const std::string text = head + track(1, "a", to_master) + track(70000, "v", "") + ">\n";
-    builder::TempFolder folder;
-    const std::string path = folder / "song.rpp";
-    std::vector<std::pair<const char*, DiskSteps>> faults(5, {"", real_disk()});
+class PostPasses : public testing::Test {
+protected:
+    const std::string text_ = head + track(1, "a", to_master) + track(70000, "v", "") + ">\n";
+    builder::TempFolder folder_;
+    const std::string path_ = folder_ / "song.rpp";
+};
+
+TEST_F(PostPasses, KeepTheProjectWhereverTheDiskFails) {
+    std::vector<std::pair<const char*, DiskSteps>> faults(4, {"", real_disk()});
     const auto none_opened = [](std::string_view refused) {
         return [refused](const char* at, const char* mode) {
             return refused == mode ? nullptr : std::fopen(at, mode);
@@ -133,27 +139,65 @@ TEST(PostPasses, KeepTheProjectWhereverTheDiskFails) {
     faults[0].first = "the project cannot be read";
     faults[0].second.open = none_opened("rb");
     faults[1].first = "no new file can be made";
-    faults[1].second.open = none_opened("wb");
+    faults[1].second.open = none_opened("w+bx");
     // Closing fails for readers too, which must not matter: what was read is whole.
     faults[2].first = "the device is full";
     faults[2].second.close = [](std::FILE* stream) { return std::fclose(stream), EOF; };
-    faults[3].first = "the old file cannot be set aside";
+    faults[3].first = "the new file cannot take its place";
     faults[3].second.rename = [](const char*, const char*) { return -1; };
-    faults[4].first = "the new file cannot take its place";
-    faults[4].second.rename = [](const char* from, const char* to) {
-        return std::string_view(from).ends_with("tmp") ? -1 : std::rename(from, to);
-    };
     for (const auto& [what, disk] : faults) {
         SCOPED_TRACE(what);
-        ASSERT_TRUE(builder::write_file_text(path, text));
-        EXPECT_FALSE(move_video_tracks_first(path, 1, disk));
-        EXPECT_EQ(give_master_its_track(path, {.name = "M"}, disk), 0U);
-        EXPECT_EQ(builder::file_text(path), text);
-        EXPECT_EQ(folder.file_count(), 1U);
+        ASSERT_TRUE(builder::write_file_text(path_, text_));
+        EXPECT_FALSE(move_video_tracks_first(path_, 1, disk));
+        EXPECT_EQ(give_master_its_track(path_, {.name = "M"}, disk), 0U);
+        EXPECT_EQ(builder::file_text(path_), text_);
+        EXPECT_EQ(folder_.file_count(), 1U);
     }
-    EXPECT_TRUE(move_video_tracks_first(path, 1, real_disk()));
-    EXPECT_EQ(give_master_its_track(path, {.name = "M"}, real_disk()), 1U);
-    EXPECT_NE(builder::file_text(path).find(guid(72000)), std::string::npos);
+    EXPECT_TRUE(move_video_tracks_first(path_, 1, real_disk()));
+    EXPECT_EQ(give_master_its_track(path_, {.name = "M"}, real_disk()), 1U);
+    EXPECT_NE(builder::file_text(path_).find(guid(72000)), std::string::npos);
+}
+
+/// A disk that a signal hits before its step of this number.
+DiskSteps disk_hit_at(int& steps_left) {
+    const auto step = [&steps_left] {
+        if (steps_left-- != 0) return;
+        remove_temporary_files();
+        std::_Exit(1);
+    };
+    DiskSteps disk = real_disk();
+    disk.open = [=, real = disk.open](auto... a) { return step(), real(a...); };
+    disk.close = [=, real = disk.close](auto... a) { return step(), real(a...); };
+    disk.rename = [=, real = disk.rename](auto... a) { return step(), real(a...); };
+    disk.remove = [=, real = disk.remove](auto... a) { return step(), real(a...); };
+    return disk;
+}
+
+TEST_F(PostPasses, ASignalAtAnyStepLeavesTheFormerProjectOrTheWholeNewOne) {
+    const auto convert = [&](const DiskSteps& disk) {
+        WholeFile file(path_, disk);
+        std::fputs(text_.c_str(), file.stream());
+        if (!file.close()) return false;
+        const std::string* temporary = file.temporary_path();
+        return move_video_tracks_first(*temporary, 1, disk) &&
+               give_master_its_track(*temporary, {.name = "M"}, disk) == 1 && file.put_in_place();
+    };
+    ASSERT_TRUE(convert(real_disk()));
+    const std::string whole = builder::file_text(path_);
+    int kept = 0;
+    for (int step = 0, ended = 1; ended != 0; ++step) {
+        SCOPED_TRACE(step);
+        ASSERT_TRUE(builder::write_file_text(path_, "former"));
+        ended = builder::in_child([&] {
+            int steps_left = step;
+            return convert(disk_hit_at(steps_left)) ? 0 : 2;
+        });
+        const std::string text = builder::file_text(path_);
+        EXPECT_EQ(folder_.file_count(), 1U);
+        EXPECT_TRUE(text == (ended == 0 ? whole : "former")) << text;
+        kept += text == "former" ? 1 : 0;
+    }
+    EXPECT_EQ(kept, 19) << "each step of the disk was hit once";
 }
 
 }  // namespace

@@ -133,8 +133,9 @@ TEST(CommandLine, ATempoIsAsMuchOfTheTextAsIsANumber) {
     const struct {
         const char* text;
         double tempo;
-    } cases[] = {{"97.5", 97.5}, {" 120bpm", 120}, {"1e2", 100}, {"-3", -3}, {"fast", 0},
-                 {"", 0},        {"12,5", 12},     {"inf", 0},   {"nan", 0}, {"1e999", 0}};
+    } cases[] = {{"97.5", 97.5},     {" 120bpm", 120},   {"1e2", 100}, {"-3", -3},
+                 {"fast", no_tempo}, {"", no_tempo},     {"12,5", 12}, {"inf", no_tempo},
+                 {"0", no_tempo},    {"1e999", no_tempo}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.text);
         EXPECT_EQ(read({"--tempo", c.text}).options.tempo_override, c.tempo);

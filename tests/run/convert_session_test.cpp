@@ -212,6 +212,10 @@ TEST_F(Conversion, TempoEventsAndTheOptionMakeTheProjectsTempo) {
     } cases[] = {
         {{{0, 450}}, 0, {"450 3 4"}, "Hz, 450 BPM\n"},
         {{{0, 450}}, 90, {"90 3 4"}, "Hz, 90 BPM\n"},
+        {{{0, 450}}, 5.01, {"5.01 3 4"}, "Hz, 5.01 BPM\n"},
+        {{{0, 450}}, 5, {"450 3 4"}, "it counts as not given"},
+        {{{0, 450}}, 500, {"450 3 4"}, "it counts as not given"},
+        {{{0, 450}}, no_tempo, {"450 3 4"}, "it counts as not given"},
         {{{0, 60}, {beat, 90}}, 70, {"70 3 4", at_60, "1.0000000000 90.000000 1"}, "1 changes\n"},
         // The first event's tempo holds from the origin on.
         {{{beat, 60}, {2 * beat, 90}},

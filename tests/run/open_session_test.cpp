@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <functional>
 #include <set>
 
@@ -121,8 +123,14 @@ TEST_F(OpenSession, RefusesEachKindOfFileInItsOwnWords) {
         told += "-- problem: " + console_state().problem_detail + "\n";
         EXPECT_EQ(listener.stages, "0/6 reading;");
     }
-    for (const char* path : {"gone.ptx", "gone.ptf", "."}) {
-        told += std::string("---- no file: ") + path;
+    std::ofstream("song.ptx").put('\x03');
+    for (const std::uintmax_t bytes : {PTFFormat::max_file_bytes, PTFFormat::max_file_bytes + 1}) {
+        std::filesystem::resize_file("song.ptx", bytes);
+        EXPECT_FALSE(open("song.ptx", nullptr).has_value());
+        EXPECT_EQ(says("TOO LARGE"), bytes > PTFFormat::max_file_bytes);
+    }
+    for (const char* path : {"song.ptx", "gone.ptx", "gone.ptf", "."}) {
+        told += std::string("---- no session: ") + path;
         Listener listener;
         for (Listener* progress : {static_cast<Listener*>(nullptr), &listener}) {
             EXPECT_FALSE(open(path, progress).has_value());

@@ -104,9 +104,14 @@ TEST_F(RunDriver, TheConversionGetsTheSessionAndItsAudioFolder) {
     EXPECT_EQ(run({"My", "--list", "Song.ptx"}), 0);
     EXPECT_EQ(run({"/s/x.ptx", "--audio-dir", "/a"}), 0);
     ASSERT_EQ(seen.size(), 2U);
+    EXPECT_EQ(out, "");
     EXPECT_EQ(seen[0].session_path, "My Song.ptx");
     EXPECT_EQ(seen[0].audio_dir, "./Audio Files");
     EXPECT_TRUE(seen[0].list_only);
+    EXPECT_EQ(run({"My", "mix", "of", "My", "Song.ptx", "x"}), 0);
+    EXPECT_EQ(out,
+              "  NOTE: these words are neither an option nor part of the session's path, and\n"
+              "      nothing was done with them: \"My\", \"mix\", \"of\", \"x\"\n");
     EXPECT_EQ(seen[1].session_path, "/s/x.ptx");
     EXPECT_EQ(seen[1].audio_dir, "/a");
 }

@@ -28,19 +28,22 @@ TEST(FindSessionPath, TheLongestRunWinsAndOfEquallyLongOnesTheLeftOne) {
     const struct {
         std::vector<std::string> pieces;
         const char* path;
+        std::vector<std::string> others;
     } cases[] = {
-        {{"My", "Song.ptx"}, "My Song.ptx"},
-        {{"a", "b"}, "a b"},
-        {{"a", "b", "c", "d"}, "a b"},
-        {{"z", "c", "d", "a", "b"}, "c d"},
-        {{"z", "e", "a"}, "e"},
-        {{"folder", "one", "e"}, "e"},
-        {{"no", "such", "file"}, "no such file"},
-        {{}, ""},
+        {{"My", "Song.ptx"}, "My Song.ptx", {}},
+        {{"a", "b"}, "a b", {}},
+        {{"a", "b", "c", "d"}, "a b", {"c", "d"}},
+        {{"z", "c", "d", "a", "b"}, "c d", {"z", "a", "b"}},
+        {{"z", "e", "a"}, "e", {"z", "a"}},
+        {{"folder", "one", "e"}, "e", {"folder", "one"}},
+        {{"no", "such", "file"}, "no such file", {}},
+        {{}, "", {}},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.path);
-        EXPECT_EQ(find_session_path(c.pieces), c.path);
+        const SessionWords words = find_session_path(c.pieces);
+        EXPECT_EQ(words.path, c.path);
+        EXPECT_EQ(words.others, c.others);
     }
 }
 
@@ -50,12 +53,12 @@ TEST(FindSessionPath, AHugeCommandLineStillFindsANameOfManyWords) {
     ASSERT_TRUE(write_file_text("one", "x"));
     std::vector<std::string> pieces(1000, "y");
     pieces[100] = "one";
-    EXPECT_EQ(find_session_path(pieces), "one");
+    EXPECT_EQ(find_session_path(pieces).path, "one");
     std::string name = "y";
     for (std::size_t word = 1; word < max_short_run; ++word) name += " y";
     name.replace(0, 1, "one");
     ASSERT_TRUE(write_file_text(name, "x"));
-    EXPECT_EQ(find_session_path(pieces), name);
+    EXPECT_EQ(find_session_path(pieces).path, name);
 }
 
 TEST(MediaFolders, FollowTheOptionOrElseTheSession) {
@@ -116,9 +119,14 @@ TEST(OutputPath, FindsAFreeNameAndSaysSoUnlessItMayReplace) {
     options.output_path = "bare";
     EXPECT_EQ(choose_output_path(options), "bare (1)");
     std::filesystem::create_directory("folder.rpp");
-    options.output_path = "folder.rpp";
+    options.session_path = "folder.ptx";
+    options.output_path.clear();
     EXPECT_EQ(choose_output_path(options), "folder (1).rpp");
     said.clear();
+    options.output_path = "folder.rpp";
+    EXPECT_EQ(choose_output_path(options), "folder.rpp") << "named, so refused when it is opened";
+    options.output_path = "/dev/null";
+    EXPECT_EQ(choose_output_path(options), "/dev/null");
     options.output_path = "free.rpp";
     EXPECT_EQ(choose_output_path(options), "free.rpp");
     options.output_path = "x.rpp";

@@ -1,0 +1,207 @@
+// The program as a process: whatever ends a run, or is missing around it, the project under its
+// name is the former one or the whole new one, and nothing lies beside it.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <functional>
+#include <new>
+
+#include "run/process_guard.hpp"
+#include "run/run_driver.hpp"
+#include "support/child_process.hpp"
+#include "support/session_builder.hpp"
+#include "support/temp_folder.hpp"
+
+namespace tanrove {
+namespace {
+
+namespace fs = std::filesystem;
+using builder::file_text;
+using builder::write_file_text;
+
+constexpr const char* out_path = "words/out";
+constexpr const char* err_path = "words/err";
+
+void put_descriptor(int number, const char* path) {
+    const int file = open(path, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    dup2(file, number);
+    close(file);
+}
+
+class Process : public testing::Test {
+protected:
+    Process() {
+        folder_.enter();
+        fs::create_directory("words");
+        const builder::ClipSpec clip{.region = "Voice", .length = 48000};
+        builder::SessionBuilder session;
+        session.audio_file({"Voice.wav", 48000, 0}).track({.name = "Voice", .clips = {clip}});
+        EXPECT_TRUE(session.write("Song.ptx"));
+        EXPECT_EQ(run({"Song.ptx"}), 0);
+        whole_ = file_text("Song.rpp");
+        fs::remove("Song.rpp");
+    }
+
+    /// Runs the program in this folder behind `prepare`; its words are in `out_path` and
+    /// `err_path`.
+    static int run(std::vector<const char*> arguments, const std::function<void()>& prepare = {}) {
+        arguments.insert(arguments.begin(), "tanrove");
+        arguments.push_back(nullptr);
+        return builder::in_child([&] {
+            put_descriptor(STDOUT_FILENO, out_path);
+            put_descriptor(STDERR_FILENO, err_path);
+            if (prepare) prepare();
+            return execv(TANROVE_PROGRAM, const_cast<char* const*>(arguments.data()));
+        });
+    }
+
+    /// What is under the project's name: "former", "new", "none" or "torn".
+    std::string project() const {
+        if (!fs::exists("Song.rpp")) return "none";
+        const std::string text = file_text("Song.rpp");
+        return text == whole_ ? "new" : text == "former" ? text : "torn";
+    }
+
+    builder::TempFolder folder_;
+    std::string whole_;
+};
+
+/// Does its worst when the stage of this number, from 0, is told.
+class FatalStage : public tanrovegui::Progress {
+public:
+    FatalStage(int fatal, std::function<void()> worst) : left_(fatal), worst_(std::move(worst)) {}
+    bool stage(int /*index*/, int /*total*/, const char* /*text*/) override {
+        if (left_-- == 0) worst_();
+        return true;
+    }
+
+private:
+    int left_;
+    std::function<void()> worst_;
+};
+
+TEST_F(Process, ASignalAtAnyStageLeavesTheFormerProjectOrTheWholeNewOne) {
+    const auto run_until = [](int stage, const std::function<void()>& worst) {
+        guard_process();
+        RunSteps steps;
+        steps.convert = [&](const RunOptions& options, ConversionResult*, tanrovegui::Progress*) {
+            FatalStage progress(stage, worst);
+            return convert_session(options, nullptr, &progress);
+        };
+        put_descriptor(STDOUT_FILENO, out_path);
+        put_descriptor(STDERR_FILENO, err_path);
+        const char* arguments[] = {"tanrove", "Song.ptx", "--overwrite"};
+        return static_cast<int>(run_tanrove(3, arguments, steps));
+    };
+    // reading, clips, tracks, writing, its one track; then the project is there: media, report.
+    constexpr int stage_count = 7;
+    constexpr int project_stands = 5;
+    const struct {
+        const char* what;
+        std::function<void()> worst;
+        int code;
+    } ends[] = {
+        {"interrupt", [] { raise(SIGINT); }, 128 + SIGINT},
+        {"terminate", [] { raise(SIGTERM); }, 128 + SIGTERM},
+        {"hang up", [] { raise(SIGHUP); }, 128 + SIGHUP},
+        {"no memory left", [] { throw std::bad_alloc(); }, 128 + SIGABRT},
+    };
+    for (const auto& end : ends) {
+        for (int stage = 0; stage < stage_count; ++stage) {
+            for (const bool is_there : {false, true}) {
+                SCOPED_TRACE(testing::Message() << end.what << " at " << stage << is_there);
+                fs::remove("Song.rpp");
+                if (is_there) {
+                    ASSERT_TRUE(write_file_text("Song.rpp", "former"));
+                }
+                EXPECT_EQ(builder::in_child([&] { return run_until(stage, end.worst); }), end.code);
+                const char* before = is_there ? "former" : "none";
+                EXPECT_EQ(project(), stage < project_stands ? before : "new");
+                EXPECT_EQ(folder_.file_count(), project() == "none" ? 3U : 4U);
+                EXPECT_EQ(file_text(out_path).find("Could not"), std::string::npos);
+            }
+        }
+    }
+    const auto ignored = [] { std::signal(SIGHUP, SIG_IGN); };
+    EXPECT_EQ(builder::in_child([&] { return ignored(), run_until(4, [] { raise(SIGHUP); }); }), 0);
+    EXPECT_EQ(project(), "new") << "whoever started us wanted it to go on";
+}
+
+TEST_F(Process, WhatIsMissingAroundARunTearsNoProject) {
+    const auto closed = [](std::vector<int> descriptors) {
+        return [descriptors] {
+            for (const int descriptor : descriptors) close(descriptor);
+        };
+    };
+    const auto reader_gone = [](int descriptor) {
+        return [descriptor] {
+            int ends[2];
+            if (pipe(ends) != 0) return;
+            dup2(ends[1], descriptor);
+            close(ends[0]);
+        };
+    };
+    const auto full_stdout = [] { put_descriptor(STDOUT_FILENO, "/dev/full"); };
+    const auto small_disk = [] {
+        const rlimit limit = {.rlim_cur = 300, .rlim_max = 300};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    };
+    const struct {
+        const char* what;
+        std::function<void()> prepare;
+        std::vector<const char*> options;
+        int code;
+        const char* project;
+        const char* words = "";  ///< all that is said, where it is little
+    } cases[] = {
+        {"no stdin to pause on", closed({0}), {"--pause"}, 0, "new"},
+        {"no stdout", closed({1}), {}, 0, "new"},
+        {"no stderr", closed({2}), {"--progress"}, 0, "new"},
+        {"nothing open", closed({0, 1, 2}), {"--progress", "--pause"}, 0, "new"},
+        {"stdout full", full_stdout, {}, 0, "new"},
+        {"nobody reads the account", reader_gone(1), {}, 0, "new"},
+        {"nobody reads the stages", reader_gone(2), {"--progress"}, 0, "new"},
+        {"no stdout for a list", closed({1}), {"--list"}, 1, "former"},
+        {"stdout full for a list", full_stdout, {"--list"}, 1, "former"},
+        {"nobody reads the help", reader_gone(1), {"--help"}, 1, "former"},
+        {"stdout full for the help", full_stdout, {"--help"}, 1, "former"},
+        {"stdout full for the version", full_stdout, {"--version"}, 1, "former"},
+        {"disk full", small_disk, {}, 1, "former", "\nCould not write Song.rpp\n"},
+    };
+    for (const auto& c : cases) {
+        for (const bool is_there : {true, false}) {
+            SCOPED_TRACE(testing::Message() << c.what << is_there);
+            fs::remove("Song.rpp");
+            fs::remove(out_path);
+            if (is_there) {
+                ASSERT_TRUE(write_file_text("Song.rpp", "former"));
+            }
+            std::vector<const char*> arguments = {"Song.ptx", "--overwrite"};
+            arguments.insert(arguments.end(), c.options.begin(), c.options.end());
+            EXPECT_EQ(run(arguments, c.prepare), c.code);
+            const bool is_kept = !is_there && std::string("former") == c.project;
+            EXPECT_EQ(project(), is_kept ? "none" : c.project);
+            EXPECT_EQ(folder_.file_count(), project() == "none" ? 3U : 4U);
+            if (*c.words != 0) {
+                EXPECT_EQ(file_text(out_path), c.words);
+            }
+        }
+    }
+}
+
+TEST_F(Process, NoPipeAndNoDeviceIsWaitedFor) {
+    ASSERT_EQ(mkfifo("pipe", 0600), 0);
+    for (const char* path : {"pipe", "/dev/zero", "/dev/tty"}) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(run({path}), 1);
+        EXPECT_TRUE(file_text(out_path).starts_with(std::string("\n  No such file:\n    ") + path));
+    }
+}
+
+}  // namespace
+}  // namespace tanrove
