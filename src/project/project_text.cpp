@@ -15,11 +15,16 @@ bool ends_a_line(char c) {
     return c == '\t' || c == '\n' || c == '\r' || c == '\0';
 }
 
+/// The first quote character that the text does not hold; the end if it holds all.
+const char* unused_quote(std::string_view text) {
+    return std::find_if(quote_characters.begin(), quote_characters.end(),
+                        [&](char c) { return text.find(c) == text.npos; });
+}
+
 }  // namespace
 
 std::string quoted(std::string_view text) {
-    const auto unused = std::find_if(quote_characters.begin(), quote_characters.end(),
-                                     [&](char c) { return text.find(c) == text.npos; });
+    const char* unused = unused_quote(text);
     const bool none_unused = unused == quote_characters.end();
     const char quote = none_unused ? quote_characters.front() : *unused;
 
@@ -33,6 +38,10 @@ std::string quoted(std::string_view text) {
     }
     line += quote;
     return line;
+}
+
+bool is_kept_by_quotes(std::string_view text) {
+    return unused_quote(text) != quote_characters.end() && std::ranges::none_of(text, ends_a_line);
 }
 
 double printable(double number) {

@@ -12,6 +12,9 @@ namespace tanrove {
 /// line ends and zero bytes become blanks, so that a name can never leave its line.
 std::string quoted(std::string_view text);
 
+/// True if `quoted` keeps the text to the byte. A path that it changes leads to no file.
+bool is_kept_by_quotes(std::string_view text);
+
 /// The number as it can be printed: 0 for what is not finite, and no negative zero.
 double printable(double number);
 

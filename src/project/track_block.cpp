@@ -93,6 +93,7 @@ void write_playlist(TextSink& out, const std::vector<ClipItem>& clips,
         if (!file.in_media_folder) ++tallies.clips_in_siblings;
         if (clip.locked) ++tallies.locked_clips;
         ++tallies.clips;
+        count_untold_path(file.path, tallies);
         write_audio_item(out, clip, takes.plan(clip), file.path, place);
     }
 }
@@ -141,6 +142,10 @@ bool freeze(TextSink& out, const TrackPlan& plan, MediaSearch& media, TakePlanne
 
 }  // namespace
 
+void count_untold_path(const std::string& path, WrittenTallies& tallies) {
+    if (!is_kept_by_quotes(path)) tallies.untold_paths.insert(path);
+}
+
 void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies& tallies) {
     int points = 0;
     for (const EnvelopePlan& envelope : plan.envelopes) {
@@ -166,6 +171,7 @@ void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaS
     write_lanes(out, plan);
     write_track_envelopes(out, plan, tallies);
     if (frozen) {
+        count_untold_path(plan.frozen->path, tallies);
         write_frozen_render(out, *plan.frozen, number);
     } else {
         write_contents(out, plan, media, takes, tallies);

@@ -3,6 +3,8 @@
 
 #include <cstddef>
 #include <functional>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "base/text_sink.hpp"
@@ -26,7 +28,11 @@ struct WrittenTallies {
     int automation_points = 0;  ///< of tracks and the master, those that follow the fader included
     int automated_tracks = 0;   ///< tracks with such points; the master counts
     int send_points = 0;        ///< of the envelopes of sends
+    std::set<std::string> untold_paths = {};  ///< of items: paths that no project line can hold
 };
+
+/// Counts the path of an item's file, if a project line cannot hold it.
+void count_untold_path(const std::string& path, WrittenTallies& tallies);
 
 /// Told before each track is written: its index from 0 and the number of tracks.
 using TrackProgress = std::function<void(std::size_t index, std::size_t count)>;

@@ -72,6 +72,7 @@ void write_video_tracks(TextSink& out, const std::vector<VideoTrackPlan>& tracks
             if (!movie.found) tallies.missing_movies.push_back(item.movie);
             if (item.locked) ++written.locked_clips;
             ++tallies.items;
+            count_untold_path(movie.path, written);
             write_item(out, item, movie.path);
         }
         out.line(1, ">");

@@ -162,6 +162,7 @@ std::string media_summary(const RunTallies& tallies) {
     TextBuffer out;
     print_sibling_files(out, tallies.media, tallies.written);
     print_missing_files(out, tallies.media);
+    print_untold_paths(out, tallies.written);
     return out.text();
 }
 

@@ -51,9 +51,29 @@ void print_missing_files(TextBuffer& out, const MediaTallies& media) {
         "      with --audio-dir \"<the folder they are in>\".\n");
 }
 
+void print_untold_paths(TextBuffer& out, const WrittenTallies& written) {
+    if (written.untold_paths.empty()) return;
+    out.print(
+        "  WARNING: REAPER cannot be told of %d file(s) that items play: their path\n"
+        "      holds a line end or a tab, or all three of \" ' and `, which no line\n"
+        "      of a project can hold. Rename them, or the folder they are in, and\n"
+        "      choose them again in REAPER:\n",
+        static_cast<int>(written.untold_paths.size()));
+    out.append(one_name_a_line({written.untold_paths.begin(), written.untold_paths.end()},
+                               max_missing_names));
+}
+
 void print_long_media(TextBuffer& out, const LongMedia& found) {
     if (found.longest_clip_seconds <= long_media_seconds &&
         found.longest_source_seconds <= long_media_seconds) {
+        return;
+    }
+    if (found.clips == 0) {
+        out.print(
+            "  note: a source file is over 10 minutes (%.1f min). REAPER builds peaks\n"
+            "        for the whole file on first open --\n"
+            "        it can sit on \"loading file\" for a while. That is not a hang.\n",
+            found.longest_source_seconds / seconds_a_minute);
         return;
     }
     out.print(

@@ -14,6 +14,9 @@ void print_sibling_files(TextBuffer& out, const MediaTallies& media, const Writt
 /// Files that lie nowhere, by name.
 void print_missing_files(TextBuffer& out, const MediaTallies& media);
 
+/// Files that REAPER cannot be told of, by path.
+void print_untold_paths(TextBuffer& out, const WrittenTallies& written);
+
 /// That long files take REAPER a while when it first opens them.
 void print_long_media(TextBuffer& out, const LongMedia& found);
 

@@ -243,7 +243,9 @@ void print_grid(TextBuffer& out, const EditGrid& grid) {
 }
 
 void print_session_depth_note(TextBuffer& out, const RecordFormat& recording) {
-    if (recording.bits == 0 || recording.written) return;
+    const bool is_told = recording.written || recording.is_aiff;
+    const bool is_default = recording.bits == 24 && !recording.is_float;
+    if (recording.bits == 0 || is_told || is_default) return;
     out.print(
         "  The session records at %d-bit%s. Existing audio is unaffected\n"
         "      (each file states its own depth), but REAPER's own recording\n"

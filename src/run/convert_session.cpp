@@ -115,7 +115,7 @@ std::int32_t Conversion::run() {
         std::ranges::count_if(project_.mix.tracks, &TrackPlan::has_surround_panner));
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     plan_freezes(project_, index, clips, time_, options_.keep_frozen, media, tallies_.frozen);
-    MovieSearch movies({folders_.media_parent, folder_of(options_.session_path), video.paths});
+    MovieSearch movies({folders_.media_parent, folders_.session_folder, video.paths});
     project_path_ = choose_output_path(options_);
     if (!write_project(project_, options_, project_path_, media, movies, tallies_)) {
         return not_converted;

@@ -128,8 +128,9 @@ constexpr const char* summaries_to_learning =
                          either, its settings go in.
   --keep-plugin-midi     leave the MIDI trigger of FabFilter Pro-C 2 and
                          Saturn 2 as the session saved it. Without it
-                         one that was off is switched on where the
-                         track carries MIDI.
+                         one that is on is switched off where the track
+                         carries MIDI: Pro Tools routes no MIDI to it,
+                         REAPER would.
   --no-sidechain         leave out key inputs: no side-chain routing is
                          written.
   --no-stretch           ignore elastic audio: clips play unstretched.

@@ -29,6 +29,8 @@ TEST(Quoting, UsesTheFirstQuoteThatTheNameDoesNotHold) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(tanrove::quoted(c.name), c.line);
+        const std::string inside = c.line.substr(1, c.line.size() - 2);
+        EXPECT_EQ(is_kept_by_quotes(c.name), c.name == inside);
     }
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/paths.hpp"
 #include "run/console.hpp"
 #include "run/media_folders.hpp"
 #include "run/output_path.hpp"
@@ -61,21 +62,32 @@ TEST(FindSessionPath, AHugeCommandLineStillFindsANameOfManyWords) {
     EXPECT_EQ(find_session_path(pieces).path, name);
 }
 
-TEST(MediaFolders, FollowTheOptionOrElseTheSession) {
+TEST(MediaFolders, FollowTheOptionOrElseTheSessionAndStayReadableForTheProject) {
+    TempFolder folder;
+    folder.enter();
+    const std::string here = std::filesystem::current_path().string();
     const struct {
         bool given;
-        const char* audio_dir;
-        const char* session;
-        const char* media_dir;
-        const char* media_parent;
+        std::string audio_dir;
+        std::string session;
+        std::string media_dir;
+        std::string media_parent;
+        std::string session_folder;
+        std::string output = {};
     } cases[] = {
-        {false, "Audio Files", "/s/My Song.ptx", "/s/Audio Files", "/s"},
-        {false, "Audio Files", "My Song.ptx", "./Audio Files", "."},
-        {false, "left over", "D:\\s\\x.ptx", "D:\\s/Audio Files", "D:\\s"},
-        {true, "/a/b//\\", "/s/x.ptx", "/a/b", "/a"},
-        {true, "takes/", "/s/x.ptx", "takes", "."},
-        {true, "///", "/s/x.ptx", "/", ""},
-        {true, "", "/s/x.ptx", "", "."},
+        {false, "Audio Files", "/s/My Song.ptx", "/s/Audio Files", "/s", "/s"},
+        {false, "Audio Files", "My Song.ptx", "./Audio Files", ".", "."},
+        {false, "", "x.ptx", "./Audio Files", ".", ".", here + "/y.rpp"},
+        {false, "", "x.ptx", "./Audio Files", ".", ".", "sub/../y.rpp"},
+        {false, "", "x.ptx", here + "/Audio Files", here, here, "sub/y.rpp"},
+        {false, "", "./x.ptx", here + "/Audio Files", here, here},
+        {false, "", "sub/../a/x.ptx", here + "/a/Audio Files", here + "/a", here + "/a"},
+        {false, "left over", "D:\\s\\x.ptx", "D:\\s/Audio Files", "D:\\s", "D:\\s"},
+        {true, "/a/b//\\", "/s/x.ptx", "/a/b", "/a", "/s"},
+        {true, "takes/", "/s/x.ptx", here + "/takes", here, "/s"},
+        {true, "takes", "x.ptx", here + "/takes", here, "."},
+        {true, "///", "/s/x.ptx", "/", "", "/s"},
+        {true, "", "/s/x.ptx", here, folder_of(here), "/s"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.audio_dir << ' ' << c.session);
@@ -83,6 +95,8 @@ TEST(MediaFolders, FollowTheOptionOrElseTheSession) {
         options.audio_dir = c.audio_dir;
         options.audio_dir_given = c.given;
         options.session_path = c.session;
+        options.output_path = c.output;
+        EXPECT_EQ(media_folders(options).session_folder, c.session_folder);
         EXPECT_EQ(media_folders(options).media_dir, c.media_dir);
         EXPECT_EQ(media_folders(options).media_parent, c.media_parent);
     }
