@@ -38,8 +38,9 @@ std::optional<std::string> read_whole_file(const std::string& path, const DiskSt
 /// A file that nobody had, removed with the object unless it was given a name to stay.
 class TemporaryFile {
 public:
-    /// Makes the file whose name has `suffix` behind that of `target`; where that is taken a 2, 3...
-    /// stands behind it. A name that gets too long loses the end of the target's.
+    /// Makes the file whose name has `suffix` behind that of `target`; where that is taken,
+    /// with the first free number from 2 on. A name that gets too long loses the end of the
+    /// target's.
     TemporaryFile(const std::string& target, const char* suffix, DiskSteps disk);
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile&) = delete;
