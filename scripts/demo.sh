@@ -4,7 +4,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-scripts/install_tools.sh
+TANROVE_INSTALL_PARSER=0 scripts/install_tools.sh
 cmake --preset release >/dev/null
 cmake --build --preset release --target tanrove make_demo
 

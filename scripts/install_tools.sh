@@ -5,6 +5,11 @@ set -euo pipefail
 
 packages=(g++ clang cmake ninja-build ccache libgtest-dev libbenchmark-dev locales)
 [ "${TANROVE_INSTALL_CHECKERS:-0}" = 1 ] && packages+=(clang-format clang-tidy libclang-rt-dev)
+# An independent parser from the npm registry reads the projects that the tests write. Some machines
+# have npm from elsewhere.
+if [ "${TANROVE_INSTALL_PARSER:-1}" = 1 ] && ! command -v npm >/dev/null 2>&1; then
+    packages+=(npm)
+fi
 
 as_root=()
 [ "$(id -u)" -eq 0 ] || as_root=(sudo)
