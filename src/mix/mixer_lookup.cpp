@@ -32,8 +32,11 @@ const Strip* MixerLookup::strip_of(const TrackPlan& plan) const {
 }
 
 const TrackDisplay* MixerLookup::display_of(const TrackPlan& plan) const {
-    if (plan.is_alternate) return nullptr;
-    const auto row = row_of_name_.find(plan.session_name);
+    return plan.is_alternate ? nullptr : display_named(plan.session_name);
+}
+
+const TrackDisplay* MixerLookup::display_named(std::string_view name) const {
+    const auto row = row_of_name_.find(name);
     if (row == row_of_name_.end() || row->second >= displays_.size()) return nullptr;
     return &displays_[row->second];
 }

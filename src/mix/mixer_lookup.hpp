@@ -28,6 +28,9 @@ public:
     /// How the edit window shows the plan's track; nullptr if no row is named like it.
     const TrackDisplay* display_of(const TrackPlan& plan) const;
 
+    /// How it shows the strip of this name, be it a track or not.
+    const TrackDisplay* display_named(std::string_view name) const;
+
     /// The rows that no track of the list is made for, master faders and video tracks, with how the
     /// edit window shows them.
     std::vector<std::pair<const StripRow*, const TrackDisplay*>> rows_without_track() const;

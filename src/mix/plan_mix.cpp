@@ -104,11 +104,11 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     sides.merge(sides_in_buses(routes));
     plan_levels(mix.tracks, mixer, sides, envelopes, tallies.levels);
     count_midi_tracks(mix.tracks, mixer, tallies.midi);
+    mix.has_solo_track = settle_solos(mix.tracks, mixer, groups, tallies.solos);
     keep_pre_fader_sends(mix.tracks, tallies.routing);
-    mix.master = plan_master(input.master, envelopes, tallies.levels.envelopes, tallies.master);
+    mix.master = plan_master(input.master, envelopes, tallies.levels, tallies.master);
     place_master_track(mix.master, input.master.masters.row, rows, mix.tracks);
     mix.strip_tracks = plan_strip_tracks(mix.tracks, left_out, mixer, envelopes, tallies.levels);
-    mix.has_solo_track = settle_solos(mix.tracks, mixer, tallies.solos);
     tallies.levels.mixer_strips = mixer.strip_count();
     mix.video =
         plan_video(input.video, TempoClock(input.tempo_map, input.tempo_bpm), tallies.video);

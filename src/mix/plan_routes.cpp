@@ -124,7 +124,9 @@ private:
     std::set<std::size_t> with_moved_knobs_;
 };
 
+/// Automation that is switched off moves nothing.
 bool has_level_automation(const TrackPlan& plan) {
+    if (plan.mixer.automation_off) return false;
     return std::ranges::any_of(plan.envelopes, [](const EnvelopePlan& envelope) {
         return !envelope.points.empty() &&
                (envelope.block == "VOLENV2" || envelope.block == "MUTEENV");

@@ -185,6 +185,7 @@ private:
             tallies_.vca_without_master.push_back(group.name);
             return;
         }
+        note_members(group, shown_name(*master));
         const auto bit = take_bit();
         if (!bit) return;
         const auto members = linkable_members(group);
@@ -194,6 +195,15 @@ private:
         groups_.bits[name].vca_lead |= *bit;
         groups_.vca_fader_db[name] = fader_db(static_cast<std::size_t>(group.vca_master));
         tallies_.vca_written.push_back({name, groups_.vca_fader_db[name]});
+    }
+
+    void note_members(const GroupRecord& group, const std::string& master) {
+        auto& members = groups_.members_of_vca[master];
+        for (const auto position : group.members) {
+            const StripRow* row = row_at(position);
+            const bool is_track = row != nullptr && row->type != StripRowType::master;
+            if (is_track && position != group.vca_master) members.push_back(shown_name(*row));
+        }
     }
 
     double fader_db(std::size_t row) const {

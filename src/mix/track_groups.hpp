@@ -65,6 +65,8 @@ struct GroupBits {
 struct TrackGroups {
     std::map<std::string, GroupBits> bits;       ///< by the name that Pro Tools shows
     std::map<std::string, double> vca_fader_db;  ///< the VCA masters that lead a group
+    /// The members of each VCA master that the session has, whether it leads a group or not.
+    std::map<std::string, std::vector<std::string>, std::less<>> members_of_vca;
     /// Number of the first group that each member is in, of those that have one.
     std::map<std::string, std::uint32_t, std::less<>> slot_of_member;
     int without_slot = 0;  ///< groups that have no number
