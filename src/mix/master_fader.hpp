@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "mix/level_tallies.hpp"
 #include "mix/track_envelopes.hpp"
 #include "mix/track_plan.hpp"
 #include "session/master_strip.hpp"
@@ -17,7 +18,8 @@ namespace tanrove {
 
 /// The project's master as it is written, and the track that takes its fader where it must.
 struct MasterPlan {
-    bool has_fader = false;  ///< the session has a master fader
+    bool has_fader = false;       ///< the session has a master fader
+    bool automation_off = false;  ///< Pro Tools plays none of its envelopes
     bool muted = false;
     double gain = 1;
     double pan = 0;
@@ -42,13 +44,14 @@ struct MasterTallies {
 
 struct MasterInput {
     MasterStrips masters;
-    int insert_count = 0;       ///< plug-ins on the first master fader
-    bool plain_master = false;  ///< the user wants the fader on REAPER's master
+    int insert_count = 0;         ///< plug-ins on the first master fader
+    bool plain_master = false;    ///< the user wants the fader on REAPER's master
+    bool automation_off = false;  ///< of the first master fader
 };
 
 /// Gain, mute, envelopes and the decision where the fader goes.
 MasterPlan plan_master(const MasterInput& input, EnvelopePlanner& planner,
-                       EnvelopeTallies& envelope_tallies, MasterTallies& tallies);
+                       LevelTallies& level_tallies, MasterTallies& tallies);
 
 /// Names the written track in front of which the master fader stood: that of the first row below
 /// the master's that has one.

@@ -186,16 +186,19 @@ private:
         if (pan_moves) plan.mixer.pan = 0;
     }
 
+    /// Where the lanes of the two knobs say where these stand, their word counts: Pro Tools plays a
+    /// lane from its start on.
     static void set_knobs(TrackPlan& plan, const Strip& strip) {
-        const double left = strip.pan / hundredths;
-        const double right = strip.pan_right / hundredths;
-        plan.mixer.pan = std::clamp(strip.stereo ? (left + right) * 0.5 : left, -1.0, 1.0);
-        if (strip.stereo) {
-            plan.mixer.dual_pan_left = std::clamp(left, -1.0, 1.0);
-            plan.mixer.dual_pan_right = std::clamp(right, -1.0, 1.0);
-            plan.pan_mode = dual_pan;
-        }
+        const double left = strip.pan;
+        const double right = strip.pan_right;
+        plan.mixer.pan = as_pan(strip.stereo ? (left + right) * 0.5 : left);
+        if (!strip.stereo) return;
+        plan.mixer.dual_pan_left = as_pan(strip.pan_left_lane_value.value_or(left));
+        plan.mixer.dual_pan_right = as_pan(strip.pan_right_lane_value.value_or(right));
+        plan.pan_mode = dual_pan;
     }
+
+    static double as_pan(double stored) { return std::clamp(stored / hundredths, -1.0, 1.0); }
 
     static bool moves(const TrackPlan& plan, std::string_view block) {
         return std::any_of(plan.envelopes.begin(), plan.envelopes.end(),

@@ -181,8 +181,8 @@ std::string master_track(const std::vector<std::string_view>& lines, const Proje
     constexpr double db_per_decade = 20;
     std::string text;
     TextSink out(text);
-    const double gain =
-        walk.has_envelope() ? 1 : printable(std::pow(10, plan.fader_db / db_per_decade));
+    const bool is_parked = walk.has_envelope() && !plan.automation_off;
+    const double gain = is_parked ? 1 : printable(std::pow(10, plan.fader_db / db_per_decade));
     out.line(1, "<TRACK %s", guid(master_track_seed).c_str());
     out.line(2, "NAME %s", quoted(plan.name).c_str());
     out.line(2, "PEAKCOL %lu", static_cast<unsigned long>(plan.colour));

@@ -17,7 +17,8 @@ namespace tanrove {
 struct MasterTrackPlan {
     std::string name;
     double fader_db = 0;
-    std::uint32_t colour = 0;  ///< of the `PEAKCOL` line
+    bool automation_off = false;  ///< an envelope carries no level, so the fader does
+    std::uint32_t colour = 0;     ///< of the `PEAKCOL` line
     std::optional<std::string> in_front_of =
         std::nullopt;  ///< name of a track; nullopt: it stands last
 };

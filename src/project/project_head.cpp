@@ -68,7 +68,7 @@ void write_pan_law(TextSink& out, const PanLaw& law) {
 int write_master(TextSink& out, const MasterPlan& master) {
     out.line(1, "MASTER_VOLUME %.9f %.6f -1 -1.000000 1.000000", master.gain, master.pan);
     out.line(1, "MASTER_PANMODE 3");
-    if (master.has_fader) out.line(1, "MASTERAUTOMODE 1");
+    if (master.has_fader) out.line(1, "MASTERAUTOMODE %d", master.automation_off ? 0 : 1);
     int points = 0;
     for (const EnvelopePlan& envelope : master.envelopes) {
         points += write_envelope(out, 1, envelope);

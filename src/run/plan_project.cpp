@@ -101,6 +101,17 @@ AssemblyInput assembly_input(const RunOptions& options, const PlanningRecords& r
     return assembly;
 }
 
+MasterInput master_input(const RunOptions& options, const StripRecords& strips) {
+    MasterInput input;
+    input.masters = strips.masters;
+    input.insert_count = insert_count(strips, strips.masters.row);
+    input.plain_master = options.plain_master;
+    const std::size_t row = strips.masters.row;
+    input.automation_off =
+        row < strips.displays.size() && strips.displays[row].automation_mode == AutomationMode::off;
+    return input;
+}
+
 MixInput mix_input(const RunOptions& options, PlanningRecords& records,
                    std::vector<TimelineTrack> channels, const HeadPlan& head,
                    MidiTallies& tallies) {
@@ -114,9 +125,7 @@ MixInput mix_input(const RunOptions& options, PlanningRecords& records,
     input.displays = strips.displays;
     input.routing = std::move(records.routing);
     input.routing.carries_keys = !options.no_sidechain;
-    input.master = {.masters = strips.masters,
-                    .insert_count = insert_count(strips, strips.masters.row),
-                    .plain_master = options.plain_master};
+    input.master = master_input(options, strips);
     input.click = {strips.strip_inserts, strips.click_is_on, options.no_click};
     input.leave_out = leave_out_options(options);
     input.comment_place = comment_place(options);

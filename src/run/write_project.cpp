@@ -29,6 +29,13 @@ bool is_session_itself(const std::string& path, const std::string& session_path)
     return std::filesystem::equivalent(path, session_path, error) && !error;
 }
 
+bool is_device(const std::string& path) {
+    std::error_code error;
+    const auto kind = std::filesystem::status(path, error).type();
+    return kind != std::filesystem::file_type::regular &&
+           kind != std::filesystem::file_type::not_found;
+}
+
 void write_all_tracks(TextSink& out, const ProjectPlan& project, const RunOptions& options,
                       const std::string& path, MediaSearch& media, MovieSearch& movies,
                       RunTallies& tallies) {
@@ -57,15 +64,16 @@ bool write_text(std::FILE* stream, const ProjectPlan& project, const RunOptions&
     return !out.failed();
 }
 
+/// A device or a pipe holds nothing that could be read again.
+void note_no_passes(const ProjectPlan& project, RunTallies& tallies) {
+    tallies.mix.video.at_top = false;
+    tallies.mix.master.track_failed = project.mix.master.wants_own_track;
+}
+
 /// What can only be decided on the whole text. A pass that fails leaves the text as it is.
 void run_post_passes(const ProjectPlan& project, const WholeFile& file, RunTallies& tallies) {
-    // A device or a pipe holds nothing that could be read again.
     const std::string* path = file.temporary_path();
-    if (path == nullptr) {
-        tallies.mix.video.at_top = false;
-        tallies.mix.master.track_failed = project.mix.master.wants_own_track;
-        return;
-    }
+    if (path == nullptr) return note_no_passes(project, tallies);
     const bool video_behind_others =
         !project.mix.video.tracks.empty() && !project.mix.tracks.empty();
     if (project.mix.video.stands_first && video_behind_others) {
@@ -76,6 +84,7 @@ void run_post_passes(const ProjectPlan& project, const WholeFile& file, RunTalli
     MasterTrackPlan track;
     track.name = project.mix.master.name + " (Pro Tools master fader)";
     track.fader_db = project.mix.master.fader_db;
+    track.automation_off = project.mix.master.automation_off;
     track.colour = project.mix.master.colour;
     track.in_front_of = project.mix.master.track_in_front_of;
     tallies.mix.master.tracks_through_master =
@@ -84,7 +93,10 @@ void run_post_passes(const ProjectPlan& project, const WholeFile& file, RunTalli
 }
 
 /// Counts what the passes would do, where no project is kept.
-void foresee_post_passes(const ProjectPlan& project, RunTallies& tallies) {
+void foresee_post_passes(const ProjectPlan& project, const RunOptions& options,
+                         const std::string& path, RunTallies& tallies) {
+    // Without leave to write over what is there, a run passes by a device and makes a file.
+    if (options.overwrite && is_device(path)) return note_no_passes(project, tallies);
     if (!project.mix.master.wants_own_track) return;
     int depth = 0;
     int senders = project.mix.has_solo_track ? 1 : 0;
@@ -95,6 +107,7 @@ void foresee_post_passes(const ProjectPlan& project, RunTallies& tallies) {
         }
     }
     tallies.mix.master.tracks_through_master = senders;
+    tallies.mix.master.track_failed = senders == 0;
 }
 
 /// Writes the file under its temporary name, changes its text, and gives it its own name.
@@ -107,7 +120,7 @@ bool write_file(const ProjectPlan& project, const RunOptions& options, const std
     if (!write_text(file.stream(), project, options, path, media, movies, tallies)) return false;
     if (!file.close()) return false;
     if (options.check_only) {
-        foresee_post_passes(project, tallies);
+        foresee_post_passes(project, options, path, tallies);
     } else {
         run_post_passes(project, file, tallies);
     }

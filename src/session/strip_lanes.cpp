@@ -68,6 +68,16 @@ private:
         }
     }
 
+    void read_left_pan(std::size_t position) {
+        const bool was_read = reader_.read(position, owner_, strip_.pan_lane);
+        if (was_read) strip_.pan_left_lane_value = strip_.pan_lane.initial;
+    }
+
+    void read_right_pan(std::size_t position) {
+        const bool was_read = reader_.read(position, owner_, strip_.pan_right_lane);
+        if (was_read) strip_.pan_right_lane_value = strip_.pan_right_lane.initial;
+    }
+
     void assign_surround(const LaneGroups& lanes) {
         strip_.surround = true;
         if (lanes.flat.size() > 2) {
@@ -91,8 +101,8 @@ private:
         int taken = 0;
         for (const auto& group : lanes.groups) {
             if (group.empty() || taken == knobs) continue;
-            Lane& lane = taken == 0 ? strip_.pan_lane : strip_.pan_right_lane;
-            reader_.read(group.front(), owner_, lane);
+            if (taken == 0) read_left_pan(group.front());
+            if (taken == 1) read_right_pan(group.front());
             ++taken;
         }
         strip_.stereo = taken == 2;
@@ -107,8 +117,8 @@ private:
         strip_.stereo = count == stereo_flat_lanes;
         if (count > 0) read_volume(flat[0]);
         if (count > 1) reader_.read(flat[1], owner_, strip_.mute_lane);
-        if (count > 2) reader_.read(flat[2], owner_, strip_.pan_lane);
-        if (strip_.stereo) reader_.read(flat[3], owner_, strip_.pan_right_lane);
+        if (count > 2) read_left_pan(flat[2]);
+        if (strip_.stereo) read_right_pan(flat[3]);
         const bool has_trim = count == stereo_flat_lanes - 1 || strip_.stereo;
         if (has_trim) reader_.read(flat.back(), owner_, strip_.fifth_lane);
         strip_.lane_count = static_cast<std::int32_t>(count);

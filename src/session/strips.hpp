@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -46,6 +47,9 @@ struct Strip {
     Lane pan_right_lane;
     Lane fifth_lane;  ///< trim
     bool stereo = false;
+    /// What the pan lanes say before their first points; nullopt where there is no such lane.
+    std::optional<double> pan_left_lane_value;
+    std::optional<double> pan_right_lane_value;
     std::int32_t lane_count = 0;       ///< lanes that have a place on the strip
     std::int32_t pan_point_total = 0;  ///< points of both pan lanes of a stereo strip that moves
     Lane dual_pan_lane;                ///< the left one of them: `pan_lane` has no points then

@@ -210,36 +210,77 @@ TEST(SettleSolos, DropsTheSoloOfATrackThatArrivesMuted) {
         plans[0].muted = c.muted;
         plans[0].envelopes = c.envelopes;
         SoloTallies tallies;
-        EXPECT_EQ(settle_solos(plans, MixerLookup({}, rows, displays), tallies),
+        EXPECT_EQ(settle_solos(plans, MixerLookup({}, rows, displays), {}, tallies),
                   c.needs_solo_track);
         EXPECT_EQ(plans[0].mixer.soloed, c.keeps_solo);
         EXPECT_TRUE(plans[0].muted == c.muted) << "a mute stays";
     }
 }
 
+TEST(SettleSolos, HandsTheSoloOfAVcaToItsMembers) {
+    const struct {
+        const char* what;
+        std::string soloed, muted, arrive, listed;
+        bool needs_solo_track;
+    } cases[] = {{"a member", "V", "", "A B ", "A B V ", false},
+                 {"one is muted", "V", "B", "A ", "A V ", false},
+                 {"all are muted", "V", "AB", "", "V ", true},
+                 {"a member has its own", "AV", "B", "A ", "A V ", false},
+                 {"a VCA of VCAs", "W", "", "A B C ", "A B C W ", false},
+                 {"a VCA without members", "E", "", "", "", false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        std::vector<StripRow> rows;
+        std::vector<TrackDisplay> displays;
+        std::vector<TrackPlan> plans;
+        for (const std::string name : {"A", "B", "C", "V", "W", "E"}) {
+            rows.emplace_back().current_name = name;
+            displays.emplace_back().soloed = c.soloed.find(name) != std::string::npos;
+            TrackPlan& plan = plans.emplace_back();
+            plan.name = plan.session_name = name;
+            plan.is_vca = plans.size() > 3;
+            plan.muted = c.muted.find(name) != std::string::npos;
+        }
+        TrackGroups groups;
+        groups.members_of_vca = {{"V", {"A", "B", "Gone"}}, {"W", {"V", "C"}}, {"E", {}}};
+        SoloTallies tallies;
+        EXPECT_EQ(settle_solos(plans, MixerLookup({}, rows, displays), groups, tallies),
+                  c.needs_solo_track);
+        std::string arrive, listed;
+        for (const TrackPlan& plan : plans) arrive += plan.mixer.soloed ? plan.name + " " : "";
+        for (const std::string& name : tallies.soloed) listed += name + " ";
+        EXPECT_EQ(arrive, c.arrive);
+        EXPECT_EQ(listed, c.listed);
+    }
+}
+
 TEST(PlanMaster, TakesATrackOfItsOwnWhereTheOrderOfFaderAndPluginsIsHeard) {
     const struct {
         double fader_db;
-        bool moves;
+        bool moves, off;
         int inserts;
         bool plain, own_track, is_noted;
         double gain;
-    } cases[] = {{-0.05, false, 1, false, true, false, 0.9942600739},
-                 {-0.04, false, 1, false, false, false, 0.9954054174},
-                 {-6, false, 0, false, false, false, 0.5011872336},
-                 {-6, false, 1, true, false, true, 0.5011872336},
-                 {-6, true, 0, false, false, false, 1},
-                 {0, true, 1, false, true, false, 1}};
+    } cases[] = {{-0.05, false, false, 1, false, true, false, 0.9942600739},
+                 {-0.04, false, false, 1, false, false, false, 0.9954054174},
+                 {-6, false, false, 0, false, false, false, 0.5011872336},
+                 {-6, false, false, 1, true, false, true, 0.5011872336},
+                 {-6, true, false, 0, false, false, false, 1},
+                 {0, true, false, 1, false, true, false, 1},
+                 {0, true, true, 1, false, false, false, 1},
+                 {-6, true, true, 1, false, true, false, 0.5011872336}};
     for (const auto& c : cases) {
         SCOPED_TRACE(&c - cases);
-        MasterInput input{{}, c.inserts, c.plain};
+        MasterInput input{{}, c.inserts, c.plain, c.off};
         input.masters.count = 1;
         input.masters.first.fader_db = c.fader_db;
         if (c.moves) input.masters.first.volume_lane.points = {{0, -60}};
         EnvelopePlanner envelopes = planner();
-        EnvelopeTallies points;
+        LevelTallies levels;
         MasterTallies tallies;
-        const MasterPlan plan = plan_master(input, envelopes, points, tallies);
+        const MasterPlan plan = plan_master(input, envelopes, levels, tallies);
+        EXPECT_EQ(plan.envelopes[0].active, !c.off);
+        EXPECT_EQ(levels.automation_off.size(), c.off ? 1U : 0U);
         EXPECT_EQ(plan.wants_own_track, c.own_track);
         EXPECT_EQ(tallies.is_moved_before_plugins, c.is_noted);
         EXPECT_NEAR(plan.gain, c.gain, 1e-9);

@@ -91,14 +91,17 @@ TEST(MasterPass, RoutesTopLevelTracksThroughTheFader) {
 }
 
 TEST(MasterPass, TakesTheEnvelopeAlong) {
-    const auto changed = with_master_track(head + envelope + track(1, "a", to_master) + ">\n",
-                                           {.name = "M", .fader_db = -6});
+    const std::string project = head + envelope + track(1, "a", to_master) + ">\n";
+    const auto changed = with_master_track(project, {.name = "M", .fader_db = -6});
     ASSERT_TRUE(changed);
     EXPECT_EQ(changed->text.find("MASTERVOLENV2"), std::string::npos);
     const std::string moved =
         "    <VOLENV2\n      ACT 1 -1\n      ARM 1\n      PT 0 0.5 0\n    >\n  >\n>\n";
     EXPECT_TRUE(changed->text.ends_with(moved)) << changed->text;
     EXPECT_NE(changed->text.find("    AUTOMODE 1\n    VOLPAN 1.000000000 0"), std::string::npos);
+    const auto off =
+        with_master_track(project, {.name = "M", .fader_db = -6, .automation_off = true});
+    EXPECT_NE(off->text.find("VOLPAN 0.501187234 0"), std::string::npos) << "it carries no level";
 }
 
 TEST(MasterPass, LeavesWhatItDoesNotExpect) {
