@@ -12,16 +12,15 @@ namespace {
 /// Numbers of plans, ascending, by the name of the track they hang on.
 using PlansByParent = std::map<std::string, std::vector<std::size_t>>;
 
-void add_lane(TrackPlan& parent, TrackPlan& alternate, TrackTallies& tallies) {
+void add_lane(TrackPlan& parent, TrackPlan& alternate) {
     parent.lanes.push_back(
         {.name = std::move(alternate.original_name), .clips = std::move(alternate.clips)});
-    ++tallies.alternates_kept_as_lanes;
 }
 
 class Attaching {
 public:
-    Attaching(std::vector<TrackPlan> plans, TrackTallies& tallies)
-        : plans_(std::move(plans)), is_used_(plans_.size()), tallies_(tallies) {
+    explicit Attaching(std::vector<TrackPlan> plans)
+        : plans_(std::move(plans)), is_used_(plans_.size()) {
         for (std::size_t i = 0; i < plans_.size(); ++i) {
             const TrackPlan& plan = plans_[i];
             if (!plan.lane_parent.empty()) lanes_of_[plan.lane_parent].push_back(i);
@@ -58,8 +57,7 @@ private:
         if (lanes == lanes_of_.end()) return;
         for (const auto alternate : lanes->second) {
             is_used_[alternate] = true;
-            add_lane(parent, plans_[alternate], tallies_);
-            ++tallies_.alternates_matched;
+            add_lane(parent, plans_[alternate]);
         }
         lanes_of_.erase(lanes);
     }
@@ -75,7 +73,6 @@ private:
 
     std::vector<TrackPlan> plans_;
     std::vector<bool> is_used_;
-    TrackTallies& tallies_;
     PlansByParent lanes_of_;
     PlansByParent children_of_;
     std::vector<TrackPlan> result_;
@@ -83,12 +80,11 @@ private:
 
 }  // namespace
 
-std::vector<TrackPlan> attach_alternates(std::vector<TrackPlan> plans, TrackTallies& tallies) {
-    return Attaching(std::move(plans), tallies).attached();
+std::vector<TrackPlan> attach_alternates(std::vector<TrackPlan> plans) {
+    return Attaching(std::move(plans)).attached();
 }
 
-void fold_into_empty_parents(std::vector<TrackPlan>& placed, std::vector<TrackPlan>& unplaced,
-                             TrackTallies& tallies) {
+void fold_into_empty_parents(std::vector<TrackPlan>& placed, std::vector<TrackPlan>& unplaced) {
     std::map<std::string, std::size_t> first_of_name;
     for (std::size_t i = 0; i < placed.size(); ++i) {
         if (!placed[i].session_name.empty()) first_of_name.try_emplace(placed[i].session_name, i);
@@ -102,8 +98,7 @@ void fold_into_empty_parents(std::vector<TrackPlan>& placed, std::vector<TrackPl
             left.push_back(std::move(alternate));
             continue;
         }
-        add_lane(placed[parent->second], alternate, tallies);
-        ++tallies.alternates_folded_into_empty_parent;
+        add_lane(placed[parent->second], alternate);
     }
     unplaced = std::move(left);
 }

@@ -61,6 +61,11 @@ void settle_silence(std::vector<TrackPlan>& plans, const AssemblyInput& input) {
     }
 }
 
+bool is_merged_pair(const TrackPlan& plan) {
+    constexpr int pair = 2;
+    return plan.channels == pair && !plan.is_alternate && !plan.is_bare_strip && plan.leg_pan == 0;
+}
+
 void settle_mono_strips(std::vector<TrackPlan>& plans, const AssemblyInput& input,
                         const StripWidths& widths) {
     const TrackNameSet midi_strips = midi_strip_names(input.strips);
@@ -84,10 +89,10 @@ std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallie
         std::move(input.channels), names,
         {.current_names = current_names(input.track_rows), .keep_alt_takes = input.keep_alt_takes},
         tallies);
-    plans = attach_alternates(std::move(plans), tallies);
+    plans = attach_alternates(std::move(plans));
     OrderedPlans ordered =
         order_by_strips(std::move(plans), input.strips, names, widths, input.vca_fader_db);
-    fold_into_empty_parents(ordered.placed, ordered.unplaced, tallies);
+    fold_into_empty_parents(ordered.placed, ordered.unplaced);
 
     plans = with_folder_plans(std::move(ordered.placed), input.strip_table);
     append_unplaced(plans, std::move(ordered.unplaced), tallies);
@@ -98,6 +103,12 @@ std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallie
 
 void count_tracks(const std::vector<TrackPlan>& plans, TrackTallies& tallies) {
     for (const TrackPlan& plan : plans) {
+        const int lanes = static_cast<int>(plan.lanes.size());
+        (plan.is_bare_strip ? tallies.alternates_folded_into_empty_parent
+                            : tallies.alternates_matched) += lanes;
+        tallies.alternates_kept_as_lanes += lanes;
+        tallies.stereo_merges += is_merged_pair(plan) ? 1 : 0;
+        tallies.surround_folds += plan.folded_width > 0 ? 1 : 0;
         const bool is_strip_without_clips = plan.is_bare_strip && plan.strip_row && !plan.is_vca;
         tallies.tracks_written_empty += is_strip_without_clips && !plan.is_midi ? 1 : 0;
         tallies.alternates_unmatched += plan.unmatched_alternate ? 1 : 0;

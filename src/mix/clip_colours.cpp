@@ -18,8 +18,8 @@ namespace {
 
 constexpr std::int32_t no_place = -2;
 
-/// The body of MIDI clips where the clip list's colours count: light blue, in the Classic theme.
-constexpr std::uint32_t midi_clip_colour = colour_is_set | 0xd7c090;
+/// MIDI clips are light blue where the clip list's colours count: the tint of this place.
+constexpr std::int32_t midi_clip_place = 93;
 
 /// A marker that a clip starts on counts, though one was placed in ticks and one in samples.
 constexpr double marker_slack_seconds = 1e-6;
@@ -99,7 +99,9 @@ std::optional<std::uint32_t> ClipColouring::coded_colour(const TrackShade& track
         return std::nullopt;
     }
     ++tallies_.clips_by_scheme;
-    if (shade.quality != ColourQuality::measured) ++tallies_.scheme_not_measured;
+    // The Dark theme's shades are counted as they are made.
+    const bool is_unmeasured = shade.quality != ColourQuality::measured;
+    if (is_unmeasured && !tallies_.theme.dark) ++tallies_.scheme_not_measured;
     return in_theme(shade.colour);
 }
 
@@ -148,7 +150,7 @@ void ClipColouring::colour_midi(TrackPlan& plan, const TrackShade& coded) {
             item.colour = own_colour(item.color_index);
             ++coloured_placements_;
         } else if (scheme == by_clip_list) {
-            item.colour = in_theme(midi_clip_colour);
+            item.colour = in_theme(clip_tint(midi_clip_place).colour);
             ++tallies_.midi_clips_as_listed;
         } else {
             item.colour = coded_colour(draws_notes ? TrackShade() : coded, item.start);
@@ -159,7 +161,10 @@ void ClipColouring::colour_midi(TrackPlan& plan, const TrackShade& coded) {
 TrackShade ClipColouring::shade_by_coding(const TrackShade& track, const CodedTrack& coded) const {
     TrackShade shade;
     if (tallies_.schemes.clip == by_track_colour) shade = track;
-    if (coded.place) shade.colour = trackColour(*coded.place, shade.quality);
+    if (coded.place) {
+        const ClipTint tint = clip_tint(*coded.place);
+        shade = {tint.colour, tint.measured ? ColourQuality::measured : ColourQuality::tinted};
+    }
     return shade;
 }
 

@@ -38,6 +38,17 @@ constexpr std::array<ThemePair, 10> dark_pairs = {{{0x90c0d7, 0x243a44},
                                                    {0xa7cb90, 0x2e4123},
                                                    {0xd8a5a2, 0x482623}}};
 
+constexpr std::array<MeasuredTint, 10> clip_tints = {{{93, 0x90c0d7},
+                                                      {87, 0xa7cb90},
+                                                      {75, 0xb08bd4},
+                                                      {57, 0xd8a5a2},
+                                                      {90, 0x93caae},
+                                                      {84, 0xd3c990},
+                                                      {73, 0x9b8bd4},
+                                                      {81, 0xc99191},
+                                                      {65, 0xa6dab4},
+                                                      {69, 0xa5cce9}}};
+
 constexpr std::array<std::int32_t, 16> row_cycle = {93, 87, 75, 57, 90, 84, 73, 78,
                                                     94, 81, 51, 65, 54, 69, 60, 66};
 

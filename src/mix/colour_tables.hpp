@@ -37,6 +37,15 @@ struct ThemePair {
 
 extern const std::array<ThemePair, 10> dark_pairs;
 
+/// The tint that the Classic theme draws a clip in for a place on the track palette, 0xRRGGBB:
+/// those of ten rows of the cycle, told apart by their hue.
+struct MeasuredTint {
+    std::int32_t place;
+    std::uint32_t rgb;
+};
+
+extern const std::array<MeasuredTint, 10> clip_tints;
+
 /// Places on the track palette of tracks that nobody coloured, by the row in the edit window.
 extern const std::array<std::int32_t, 16> row_cycle;
 

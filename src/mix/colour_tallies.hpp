@@ -42,7 +42,7 @@ struct ColourTallies {
 
     int lane_clips = 0;            ///< clips of alternate playlists with the colour of other clips
     int clips_by_scheme = 0;       ///< without a colour of their own
-    int scheme_not_measured = 0;   ///< of those: the shade is no measured one
+    int scheme_not_measured = 0;   ///< of those: in a Classic shade that is no measured one
     int clips_left = 0;            ///< without any colour
     int midi_clips_as_listed = 0;  ///< MIDI clips in the colour of the clip list
 

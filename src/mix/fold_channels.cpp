@@ -164,10 +164,8 @@ public:
         const bool has_alternate = std::ranges::any_of(legs, &Channel::is_alternate);
         if (!has_alternate && legs.size() == stereo_legs) {
             plans_.push_back(merged_pair(legs));
-            ++tallies_.stereo_merges;
         } else if (!has_alternate && can_fold(legs)) {
             plans_.push_back(folded_run(legs));
-            ++tallies_.surround_folds;
         } else if (has_alternate && !options_.keep_alt_takes) {
             set_aside(legs);
         } else if (is_pair_of_known_strip(legs)) {

@@ -41,11 +41,28 @@ std::uint32_t lighter(std::uint32_t colour) {
     return each_channel(colour, [](std::uint32_t c) { return c + (full - c) * 2 / 5; });
 }
 
+std::uint32_t nearest_level(double value) {
+    return static_cast<std::uint32_t>(
+        std::clamp(std::round(value), 0.0, static_cast<double>(full)));
+}
+
 /// Each channel times `factor` plus `offset`, to the nearest that there is.
 std::uint32_t scaled(std::uint32_t colour, double factor, double offset) {
     return each_channel(colour, [=](std::uint32_t c) {
-        const double value = std::round(static_cast<double>(c) * factor + offset);
-        return static_cast<std::uint32_t>(std::clamp(value, 0.0, static_cast<double>(full)));
+        return nearest_level(static_cast<double>(c) * factor + offset);
+    });
+}
+
+std::uint32_t strongest_channel(std::uint32_t colour) {
+    return std::max({colour >> 2 * channel_bits & channel_mask,
+                     colour >> channel_bits & channel_mask, colour & channel_mask, 1U});
+}
+
+/// The hue of the colour, pale: fitted to the tints that were measured.
+std::uint32_t tinted(std::uint32_t colour) {
+    const auto strongest = static_cast<double>(strongest_channel(colour));
+    return each_channel(colour, [=](std::uint32_t c) {
+        return nearest_level(110 + 71 * static_cast<double>(c) / strongest + 0.31 * strongest);
     });
 }
 
@@ -93,6 +110,13 @@ std::optional<std::uint32_t> clipColour(std::int32_t index, ColourQuality& quali
     if (body == 0 && index >= palette_row_places) return trackColour(index, quality);
     quality = body != 0 ? ColourQuality::measured : ColourQuality::not_measured;
     return body != 0 ? std::optional(colour_is_set | body) : std::nullopt;
+}
+
+ClipTint clip_tint(std::int32_t place) {
+    const auto known = std::ranges::find(clip_tints, place, &MeasuredTint::place);
+    if (known != clip_tints.end()) return {colour_is_set | exchanged(known->rgb), true};
+    ColourQuality quality = ColourQuality::measured;
+    return {colour_is_set | tinted(trackColour(place, quality) & all_channels), false};
 }
 
 DarkColour darkClipColour(std::uint32_t colour) {

@@ -25,6 +25,15 @@ std::uint32_t trackColour(std::int32_t index, ColourQuality& quality);
 /// never measured, and the clip keeps its track's colour.
 std::optional<std::uint32_t> clipColour(std::int32_t index, ColourQuality& quality);
 
+/// A clip's body in the Classic theme where a coding draws it, by the place that the coding gives.
+struct ClipTint {
+    std::uint32_t colour = 0;  ///< 0x1BBGGRR
+    bool measured = false;     ///< else made by a rule that comes close to the measured ones
+};
+
+/// The tint for a place on the track palette; one that is on no palette is tinted as its colour is.
+ClipTint clip_tint(std::int32_t place);
+
 /// A clip's body in the Dark theme.
 struct DarkColour {
     std::uint32_t colour = 0;  ///< 0x1BBGGRR

@@ -18,6 +18,36 @@ void leave_clips_uncoloured(TrackPlan& plan) {
     for (MidiItem& item : plan.midi_items) item.colour.reset();
 }
 
+/// Colours the video tracks, and the master where it becomes a track. Both have sentences of their
+/// own in the account: its counts of tracks and clips leave them out.
+void colour_others(const ColouredPlans& plans, const ColourInput& input, const ColourCoding& coding,
+                   const ChosenColours& chosen, std::size_t list_place, ColourTallies& tallies) {
+    ColourTallies apart = {.schemes = tallies.schemes, .theme = tallies.theme};
+    ClipColouring clips(input.markers, apart);
+    const auto shade_named = [&](const std::string& name, TrackPlan& plan) {
+        plan.session_name = name;
+        return chosen.shade_of(plan, ++list_place, coding, apart);
+    };
+    for (VideoTrackPlan& video : plans.video.tracks) {
+        TrackPlan plan;
+        const TrackShade shade = shade_named(video.name, plan);
+        CodedTrack coded;
+        const auto scheme = input.schemes.clip;
+        if (colours_tracks(scheme)) coded = coding.of(*scheme, plan, list_place);
+        clips.colour_video(video.items, shade, coded);
+        if (shade.colour != 0 && !input.no_track_colours) video.colour = shade.colour;
+        if (!input.no_clip_colours) continue;
+        for (VideoItem& item : video.items) item.colour.reset();
+    }
+    if (plans.master.wants_own_track) {
+        TrackPlan plan;
+        const TrackShade shade = shade_named(plans.master.name, plan);
+        if (shade.colour != 0 && !input.no_track_colours) plans.master.colour = shade.colour;
+    }
+    tallies.video_clips_own = apart.video_clips_own;
+    tallies.video_clips_coded = apart.video_clips_coded;
+}
+
 }  // namespace
 
 void plan_colours(const ColouredPlans& plans, const ColourInput& input, const ColourCoding& coding,
@@ -43,23 +73,7 @@ void plan_colours(const ColouredPlans& plans, const ColourInput& input, const Co
             if (input.no_clip_colours) leave_clips_uncoloured(plan);
         }
     }
-    for (VideoTrackPlan& video : plans.video.tracks) {
-        TrackPlan plan;
-        plan.session_name = video.name;
-        const TrackShade shade = chosen.shade_of(plan, ++list_place, coding, tallies);
-        CodedTrack coded;
-        if (colours_tracks(scheme.clip)) coded = coding.of(*scheme.clip, plan, list_place);
-        clips.colour_video(video.items, shade, coded);
-        if (shade.colour != 0 && !input.no_track_colours) video.colour = shade.colour;
-        if (!input.no_clip_colours) continue;
-        for (VideoItem& item : video.items) item.colour.reset();
-    }
-    if (plans.master.wants_own_track) {
-        TrackPlan master;
-        master.session_name = plans.master.name;
-        const TrackShade shade = chosen.shade_of(master, list_place + 1, coding, tallies);
-        if (shade.colour != 0 && !input.no_track_colours) plans.master.colour = shade.colour;
-    }
+    colour_others(plans, input, coding, chosen, list_place, tallies);
     tallies.coloured_rows_left =
         std::max(0, input.coloured_placements - clips.coloured_placements());
 }

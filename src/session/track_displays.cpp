@@ -3,7 +3,7 @@
 //   E + 1   u8 shown
 //   E + 6   u16 height in pixels
 //   E + 8   u32 count of 0 to 4095 and the track's comment
-//   ..      on audio tracks a 0x2104; i16 track colour at its end + 1
+//   ..      on audio tracks a 0x2104, on video tracks a 0x2105; i16 track colour at its end + 1
 //   E + 23  i16 track colour on strips without such a child, moved by the comment's length
 //   ..      0x2434, behind it u32 row in the edit window; without that child, the last 4 bytes
 //
@@ -22,7 +22,8 @@ namespace {
 
 constexpr std::uint16_t display_type = 0x2015;
 constexpr std::uint16_t row_anchor_type = 0x2434;
-constexpr std::uint16_t colour_mark_type = 0x2104;
+constexpr std::uint16_t audio_colour_mark_type = 0x2104;
+constexpr std::uint16_t video_colour_mark_type = 0x2105;
 constexpr std::uint16_t attributes_type = 0x102d;
 constexpr std::uint16_t strip_name_type = 0x2619;
 
@@ -126,7 +127,8 @@ std::optional<std::int16_t> read_colour(const BlockIndex& index, const Block& re
     const Block* child = index.first_child(record);
     if (child == nullptr) return std::nullopt;
     std::size_t at = child->end() + colour_at;
-    const Block* mark = index.first_child(record, colour_mark_type);
+    const Block* mark = index.first_child(record, audio_colour_mark_type);
+    if (mark == nullptr) mark = index.first_child(record, video_colour_mark_type);
     if (mark != nullptr && mark->end() > at) {
         at = mark->end() + 1;
     } else {

@@ -255,7 +255,12 @@ GoldenCase nested_folders() {
 GoldenCase groups_and_vcas() {
     SessionBuilder session;
     for (const char* name : {"Kick", "Snare", "Bass"}) session.track(track(name, {}));
-    session.vca("Rhythm VCA", -65).track(routed("Mix", "", TrackKind::master));
+    session
+        .track({.name = "Rhythm VCA",
+                .kind = TrackKind::vca,
+                .soloed = true,
+                .mixer = builder::vca_record(-65)})
+        .track(routed("Mix", "", TrackKind::master));
     session.group({.name = "Rhythm", .members = {0, 1, 2, 4}, .vca_master = 3});
     session.group({.name = "Cuts", .members = {0, 1}, .kind = 0});
     session.group({.name = "Old", .members = {0}, .in_both_lists = false});

@@ -54,6 +54,16 @@ TEST(PaletteColours, TheDarkThemeTakesMeasuredShadesAndDerivesTheOthers) {
         EXPECT_EQ(darkClipColour(c.classic).colour, c.dark);
         EXPECT_EQ(darkClipColour(c.classic).measured, c.measured);
     }
+    const struct {
+        std::int32_t place;
+        std::uint32_t tint;
+        bool measured;
+    } tints[] = {{93, 0x1d7c090, true}, {94, 0x1d2b39a, false}, {44, 0x1fff3c7, false}};
+    for (const auto& c : tints) {
+        EXPECT_EQ(clip_tint(c.place).colour, c.tint) << c.place;
+        EXPECT_EQ(clip_tint(c.place).measured, c.measured) << c.place;
+        EXPECT_EQ(darkClipColour(clip_tint(c.place).colour).measured, c.measured) << c.place;
+    }
     EXPECT_TRUE(darkIndexColour(11)->measured);
     EXPECT_FALSE(darkIndexColour(47)->measured);
     EXPECT_FALSE(darkIndexColour(24) || darkIndexColour(0) || darkIndexColour(-5));
@@ -73,17 +83,17 @@ TEST(PaletteColours, WhateverIsStoredGivesAColourAndTheTablesAreAsMeasured) {
     for (std::int32_t place = 1; place <= 96; ++place) {
         add(trackColour(place, quality));
         add(clipColour(place, quality).value_or(none));
+        add(clip_tint(place).colour);
         add(darkIndexColour(place).value_or(DarkColour{}).colour);
         add(darkClipColour(clipColour(place, quality).value_or(none)).colour);
     }
     for (std::int64_t row = 1; row <= 17; ++row) add(static_cast<std::uint32_t>(rowIndex(row)));
-    for (const std::uint32_t pair : {0x90c0d7U, 0xa7cb90U, 0xb08bd4U, 0xd8a5a2U, 0x93caaeU,
-                                     0xd3c990U, 0x9b8bd4U, 0xc99191U, 0xa5cce9U, 0xa6dab4U}) {
-        const std::uint32_t bgr = (pair & 255) << 16 | (pair & 0xff00) | pair >> 16;
-        EXPECT_TRUE(darkClipColour(bgr).measured) << pair;
-        add(darkClipColour(bgr).colour);
+    for (const std::int32_t place : {93, 87, 75, 57, 90, 84, 73, 81, 65, 69}) {
+        EXPECT_TRUE(clip_tint(place).measured) << place;
+        EXPECT_TRUE(darkClipColour(clip_tint(place).colour).measured) << place;
+        add(darkClipColour(clip_tint(place).colour).colour);
     }
-    EXPECT_EQ(sum, 2534591620U);
+    EXPECT_EQ(sum, 802228291U);
 }
 
 }  // namespace

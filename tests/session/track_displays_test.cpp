@@ -65,7 +65,7 @@ std::string colours_of(const Bytes& image) {
 }
 
 TEST(ReadTrackColours, TheColourMovesWithTheCommentAndNoColourHasNoEntry) {
-    for (const auto kind : {TrackKind::audio, TrackKind::midi}) {
+    for (const auto kind : {TrackKind::audio, TrackKind::midi, TrackKind::video}) {
         for (const auto* comment : {"", "a", "a comment a good deal longer than the mark"}) {
             SessionBuilder session;
             session.track({.name = "None", .kind = kind, .comment = comment});

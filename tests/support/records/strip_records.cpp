@@ -199,7 +199,8 @@ Bytes display_record(const TrackSpec& track, int display_row) {
         record.u8(0).u8(2);
     } else {
         const Bytes mark = ByteWriter().block(0x2103, {}).u32(0x3fdfffef).zeros(8).bytes();
-        record.u8(1).block(0x2104, mark).u8(1);
+        const std::uint16_t mark_type = track.kind == TrackKind::video ? 0x2105 : 0x2104;
+        record.u8(1).block(mark_type, mark).u8(1);
     }
     record.i16(track.colour.value_or(-2)).u8(1).zeros(1).u32(3).u8(1).u8(61).zeros(4).u32(50000);
     record.raw(display_setting(track.kind)).zeros(3).u8(7).zeros(7).u8(1);
