@@ -23,6 +23,16 @@ MediaSearch::MediaSearch(std::string media_dir, std::string media_parent, AudioF
       can_open_(std::move(can_open)) {}
 
 const MediaPath& MediaSearch::find(const std::string& file) {
+    return answer(file);
+}
+
+const MediaPath& MediaSearch::use(const std::string& file) {
+    MediaPath& used = answer(file);
+    used.is_used = true;
+    return used;
+}
+
+MediaPath& MediaSearch::answer(const std::string& file) {
     const auto known = answers_.find(file);
     if (known != answers_.end()) return known->second;
     return answers_.emplace(file, look_for(file)).first->second;
@@ -58,8 +68,10 @@ MediaTallies count_listed_files(MediaSearch& search, const std::vector<AudioFile
         const std::string name = file_name_of(entry.name);
         if (!counted.insert(name).second) continue;
         const MediaPath& answer = search.find(name);
-        if (!answer.found) {
+        if (!answer.found && answer.is_used) {
             tallies.missing_files.push_back(name);
+        } else if (!answer.found) {
+            ++tallies.missing_unused;
         } else if (!answer.sibling_folder.empty()) {
             ++tallies.files_in_siblings;
             ++tallies.files_by_folder[answer.sibling_folder];

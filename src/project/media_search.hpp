@@ -20,6 +20,7 @@ struct MediaPath {
     std::string sibling_folder;  ///< folder beside the media folder that holds it; else empty
     bool found = false;
     bool in_media_folder = true;  ///< the path leads into the media folder
+    bool is_used = false;         ///< an item of the project plays it
 };
 
 class MediaSearch {
@@ -35,7 +36,11 @@ public:
     /// folder. The disk is asked once for each name; the reference stays valid.
     const MediaPath& find(const std::string& file);
 
+    /// The same for an item that is written now.
+    const MediaPath& use(const std::string& file);
+
 private:
+    MediaPath& answer(const std::string& file);
     MediaPath look_for(const std::string& file) const;
 
     std::string media_dir_;
@@ -49,10 +54,11 @@ private:
 struct MediaTallies {
     int files_in_siblings = 0;                   ///< found beside the media folder
     std::map<std::string, int> files_by_folder;  ///< of those: how many in which folder
-    std::vector<std::string> missing_files;      ///< found nowhere, in the session's order
+    std::vector<std::string> missing_files;      ///< of items, found nowhere; in the session's order
+    int missing_unused = 0;                      ///< found nowhere, and no item plays them
 };
 
-/// Searches every file of the session's list.
+/// Searches every file of the session's list. To be called when all items are written.
 MediaTallies count_listed_files(MediaSearch& search, const std::vector<AudioFileEntry>& files);
 
 }  // namespace tanrove

@@ -89,7 +89,7 @@ void write_playlist(TextSink& out, const std::vector<ClipItem>& clips,
                     const std::optional<LanePlace>& place, MediaSearch& media, TakePlanner& takes,
                     WrittenTallies& tallies) {
     for (const ClipItem& clip : clips) {
-        const MediaPath& file = media.find(clip.file);
+        const MediaPath& file = media.use(clip.file);
         if (!file.in_media_folder) ++tallies.clips_in_siblings;
         if (clip.locked) ++tallies.locked_clips;
         ++tallies.clips;

@@ -1,6 +1,7 @@
 // Media and closing lines, sentence by sentence.
 #include "report/summary_media.hpp"
 
+#include "report/count_rows.hpp"
 #include "report/name_lists.hpp"
 
 namespace tanrove {
@@ -49,6 +50,9 @@ void print_missing_files(TextBuffer& out, const MediaTallies& media) {
         "      REAPER will search for these on load and may look frozen\n"
         "      while it does. Copy them into the media folder, or re-run\n"
         "      with --audio-dir \"<the folder they are in>\".\n");
+    print_count(out, media.missing_unused,
+                "      %d more that no clip uses are missing as well; the project does not need "
+                "them.\n");
 }
 
 void print_untold_paths(TextBuffer& out, const WrittenTallies& written) {

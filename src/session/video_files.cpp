@@ -1,4 +1,5 @@
-// Movies stand in file lists 0x103a, like the audio files. Offsets from the list's 'Z': u32 number
+// Movies stand in file lists 0x103a, like the audio files; those of the session's movies, 0x1006 and
+// 0x2096, can be of any length. Offsets from the list's 'Z': u32 number
 // of entries at 9, the entries from 13. An entry: u8 kind, u32 word, u32 count, text, 4 bytes.
 //
 //   kind 0   a volume; the word is 0xffffffff
@@ -19,8 +20,9 @@ namespace tanrove {
 namespace {
 
 constexpr std::uint16_t file_list_type = 0x103a;
+constexpr std::array<std::uint16_t, 2> movie_list_types = {0x1006, 0x2096};
 constexpr std::uint32_t least_list = 8;
-constexpr std::uint32_t largest_list = 4000;
+constexpr std::uint32_t largest_list = 4000;  ///< of files that are no movies'
 
 constexpr std::size_t least_name = 5;
 constexpr std::size_t largest_name = 200;
@@ -51,9 +53,16 @@ bool is_video_name(std::string_view name) {
 }
 
 std::vector<Block> file_lists(const BlockIndex& index) {
+    std::set<std::size_t> of_movies;
+    for (const Block& movies : index.of_types(movie_list_types)) {
+        const Block* list = index.first_child(movies, file_list_type);
+        if (list != nullptr) of_movies.insert(list->at);
+    }
     std::vector<Block> lists;
     for (const Block& list : index.of_type(file_list_type).all()) {
-        if (list.size >= least_list && list.size <= largest_list) lists.push_back(list);
+        const bool may_be_long = of_movies.contains(list.at);
+        const bool fits = list.size <= largest_list || may_be_long;
+        if (list.size >= least_list && fits) lists.push_back(list);
     }
     return lists;
 }

@@ -75,7 +75,7 @@ TEST(CountListedFiles, CountsEachNameOnceAndKeepsTheOrderOfTheSession) {
                         "/song/Rendered Files/r1.wav", "/song/Rendered Files/r2.wav"},
               .asked = {}};
     MediaSearch search = disk.search({{"t.wav", "Takes"}});
-    search.find("gone1.wav");  // as the writing of an item asks, ahead of the list
+    for (const char* file : {"gone1.wav", "z gone.wav", "t.wav"}) search.use(file);
     const MediaTallies tallies = count_listed_files(search, {{.name = "z gone.wav", .index = 0},
                                                              {.name = "here.wav", .index = 1},
                                                              {.name = "t.wav", .index = 2},
@@ -83,11 +83,13 @@ TEST(CountListedFiles, CountsEachNameOnceAndKeepsTheOrderOfTheSession) {
                                                              {.name = "r2.wav", .index = 4},
                                                              {.name = "r2.wav", .index = 5},
                                                              {.name = "gone1.wav", .index = 6},
+                                                             {.name = "unused.wav", .index = 8},
                                                              {.name = "z gone.wav", .index = 7}});
     EXPECT_EQ(tallies.files_in_siblings, 3);
     EXPECT_EQ(tallies.files_by_folder,
               (std::map<std::string, int>{{"Rendered Files", 2}, {"Takes", 1}}));
     EXPECT_EQ(tallies.missing_files, (std::vector<std::string>{"z gone.wav", "gone1.wav"}));
+    EXPECT_EQ(tallies.missing_unused, 1);
 }
 
 }  // namespace

@@ -9,14 +9,17 @@ namespace tanrove {
 namespace {
 
 TEST(MediaLines, NameTheFoldersBesideTheMediaFolderAndSixMissingFiles) {
-    const MediaTallies media{3, {{"Takes", 2}, {"Bounced Files", 1}}, {}};
+    const MediaTallies media{3, {{"Takes", 2}, {"Bounced Files", 1}}, {}, 2};
     TextBuffer unused;
     print_sibling_files(unused, media, {});
     EXPECT_NE(unused.text().find("\"Bounced Files\" x1, \"Takes\" x2\n      No clip uses them"),
               std::string::npos);
+    TextBuffer not_needed;
+    print_missing_files(not_needed, media);
+    EXPECT_EQ(not_needed.text(), "") << "files that no clip uses are no warning";
     for (const std::size_t count : {6U, 7U}) {
         TextBuffer out;
-        print_missing_files(out, {0, {}, std::vector<std::string>(count, "f.wav")});
+        print_missing_files(out, {0, {}, std::vector<std::string>(count, "f.wav"), 0});
         const char* end = count == 6 ? "f.wav\n      REAPER will"
                                      : "f.wav\n      ... and 1 more\n      REAPER will";
         EXPECT_NE(out.text().find(end), std::string::npos) << out.text();

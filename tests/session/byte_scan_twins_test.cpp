@@ -2,6 +2,7 @@
 // byte: on built sessions, on those damaged in many ways, and on real ones.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <random>
 #include <set>
@@ -181,9 +182,19 @@ std::string walked_names(const BlockIndex& index) {
 
 std::string scanned_names(const SlowScan& scan) {
     std::set<std::string> files;
-    for (const Block& list : scan.blocks(0x103a)) {
-        for (std::size_t q = list.at + 9; list.size >= 8 && list.size <= 4000 && q < list.end();
-             ++q) {
+    const auto lists = scan.blocks(0x103a);
+    std::set<std::size_t> of_movies;
+    for (const int type : {0x1006, 0x2096}) {
+        for (const Block& movies : scan.blocks(static_cast<std::uint16_t>(type))) {
+            const auto list = std::ranges::find_if(lists, [&](const Block& b) {
+                return b.at >= movies.at + 9 && b.end() <= movies.end();
+            });
+            if (list != lists.end()) of_movies.insert(list->at);
+        }
+    }
+    for (const Block& list : lists) {
+        const bool fits = list.size >= 8 && (list.size <= 4000 || of_movies.contains(list.at));
+        for (std::size_t q = list.at + 9; fits && q < list.end(); ++q) {
             const auto name = readCountedText(scan.image, q, 200, list.end());
             if (!name || name->size() < 5 || !is_session_text(*name)) continue;
             if (name->ends_with(".MOV") || name->ends_with(".mxf")) files.emplace(*name);

@@ -53,6 +53,23 @@ TEST(Tables, WhatTheBuilderWritesIsRead) {
     EXPECT_EQ(text, "Film,Second, 0 1 90 30 1 0, 0 0 0 -2 0 1, 1 0 35184372088832 -2 0 1");
 }
 
+TEST(ReadVideoFiles, TheListsOfMoviesAreReadAtAnySizeAndOthersUpToTheirLimit) {
+    const struct {
+        std::uint16_t parent;
+        std::uint32_t movies;
+        bool is_read;
+    } cases[] = {{0x1004, 39, true}, {0x1004, 40, false}, {0x1006, 4000, true}, {0x2096, 40, true}};
+    for (const auto& c : cases) {
+        std::vector<FileListEntry> entries(c.movies, {2, 0, std::string(83, 'm') + ".mov"});
+        for (auto& entry : entries) entry.parent = c.movies;
+        entries.push_back({0, 0xffffffff, "Disk"});
+        const Bytes list = ByteWriter().u32(1).raw(file_entries_block(entries)).bytes();
+        const Bytes image = block(c.parent, list);
+        EXPECT_EQ(over(image, readVideoFiles).size(), c.is_read ? 1U : 0U) << c.movies;
+        EXPECT_EQ(over(image, readVideoPaths).size(), c.is_read ? 1U : 0U) << c.movies;
+    }
+}
+
 TEST(ReadGroups, ARecordOutsideItsLimitsIsAChanceMatch) {
     const auto of = [](std::size_t name_bytes, std::size_t members, char letter = 'x') {
         return over(group_block({.name = std::string(name_bytes, letter),
