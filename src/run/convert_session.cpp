@@ -3,7 +3,6 @@
 // order and the words that end a run early.
 #include "run/convert_session.hpp"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -97,7 +96,6 @@ std::int32_t Conversion::run() {
         std::fputs(strip_lanes_text(read_mixer(index, strips)).c_str(), stderr);
     }
     tallies_.track_table = strips.track_table;
-    tallies_.not_carried = count_not_carried(index, clips, strips);
     note_unroutable(index, strips.strips.rows, tallies_.mix.routing);
     const VideoRecords video = read_video(index);
     project_ = plan_project(options_,
@@ -111,8 +109,7 @@ std::int32_t Conversion::run() {
                              .theme = colour_theme(options_, version),
                              .rate_hz = static_cast<double>(image.rate)},
                             tallies_);
-    tallies_.not_carried.surround_panners = static_cast<int>(
-        std::ranges::count_if(project_.mix.tracks, &TrackPlan::has_surround_panner));
+    tallies_.not_carried = count_not_carried(index, clips, strips, project_.mix.tracks);
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     plan_freezes(project_, index, clips, time_, options_.keep_frozen, media, tallies_.frozen);
     MovieSearch movies({folders_.media_parent, folders_.session_folder, video.paths});
