@@ -54,8 +54,8 @@ private:
 struct MediaTallies {
     int files_in_siblings = 0;                   ///< found beside the media folder
     std::map<std::string, int> files_by_folder;  ///< of those: how many in which folder
-    std::vector<std::string> missing_files;      ///< of items, found nowhere; in the session's order
-    int missing_unused = 0;                      ///< found nowhere, and no item plays them
+    std::vector<std::string> missing_files;  ///< of items, found nowhere; in the session's order
+    int missing_unused = 0;                  ///< found nowhere, and no item plays them
 };
 
 /// Searches every file of the session's list. To be called when all items are written.

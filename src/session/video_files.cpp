@@ -1,6 +1,6 @@
-// Movies stand in file lists 0x103a, like the audio files; those of the session's movies, 0x1006 and
-// 0x2096, can be of any length. Offsets from the list's 'Z': u32 number
-// of entries at 9, the entries from 13. An entry: u8 kind, u32 word, u32 count, text, 4 bytes.
+// Movies stand in file lists 0x103a, like the audio files. Those of 0x1006 and 0x2096 hold movies
+// alone and can be of any length. Offsets from the list's 'Z': u32 number of entries at 9, the
+// entries from 13. An entry: u8 kind, u32 word, u32 count, text, 4 bytes.
 //
 //   kind 0   a volume; the word is 0xffffffff
 //   kind 1   a folder
