@@ -98,7 +98,7 @@ GoldenCase clips() {
                                                clip("Voice-03", 5 * quarter, second, 2 * second)});
     on_ticks.tick_based = true;
     SessionBuilder session = with_files();
-    session.tempo(0, 60).tempo(4 * quarter, 120);
+    session.tempo(0, 60).tempo(4 * quarter, 120).audio_file({"Outtake.wav", second, 0});
     session.track(voice).track(on_ticks);
     session.track(stereo_track(
         "Tone", {clip("Tone", second, second), clip("Tone-01", 4 * second, second, 100)}));
