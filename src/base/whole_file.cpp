@@ -172,14 +172,16 @@ bool TemporaryFile::rename_to(const std::string& target) {
 }
 
 WholeFile::WholeFile(const std::string& target, DiskSteps disk, const char* suffix)
-    : disk_(std::move(disk)), target_(end_of_links(target).string()) {
+    : disk_(std::move(disk)) {
     std::error_code error;
-    const fs::file_status former = fs::status(target_, error);
+    const fs::file_status former = fs::status(target, error);
     if (former.type() == fs::file_type::none) return;
     if (fs::exists(former) && !fs::is_regular_file(former)) {
-        straight_ = disk_.open(target_.c_str(), "wb");
+        // Links to an open pipe (/dev/stdout) have no path to follow.
+        straight_ = disk_.open(target.c_str(), "wb");
         return;
     }
+    target_ = end_of_links(target).string();
     if (fs::exists(former) && !may_be_written(target_, disk_)) return;
     temporary_.emplace(target_, suffix, disk_);
     if (fs::exists(former)) fs::permissions(temporary_->path(), former.permissions(), error);

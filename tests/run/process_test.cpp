@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <climits>
 #include <csignal>
 #include <filesystem>
 #include <functional>
@@ -192,6 +193,18 @@ TEST_F(Process, WhatIsMissingAroundARunTearsNoProject) {
             }
         }
     }
+}
+
+TEST_F(Process, AProjectGoesIntoAPipeAheadOfItsAccount) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    EXPECT_EQ(run({"Song.ptx", "-o", "/dev/stdout"}, [&] { dup2(ends[1], STDOUT_FILENO); }), 0);
+    std::string piped(PIPE_BUF, '\0');
+    EXPECT_GT(read(ends[0], piped.data(), piped.size()), 0);
+    EXPECT_TRUE(piped.starts_with("<REAPER_PROJECT"));
+    EXPECT_NE(piped.find("\n>\n\n  Read:"), std::string::npos) << piped;
+    close(ends[0]);
+    close(ends[1]);
 }
 
 TEST_F(Process, NoPipeAndNoDeviceIsWaitedFor) {
