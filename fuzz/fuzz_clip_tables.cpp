@@ -12,9 +12,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const BlockIndex index(input_view(data, size));
     promise_family(index, ReaderFamily::clip_tables);
 
-    const ClipGainLines gains = readClipGains(index);
-    for (const auto& [clip, entry] : gains.entry_of_clip) {
-        promise(gains.entries.at(entry).size() >= 2, "a clip's line is a line");
+    const ClipGains gains = readClipGains(index);
+    for (const auto* clips : {&gains.audio, &gains.groups}) {
+        for (const auto& [clip, entry] : clips->line_of_clip) {
+            promise(gains.entries.at(entry).size() >= 2, "a clip's line is a line");
+        }
     }
     const ClipEffects effects = readClipEffects(index);
     for (const auto& [clip, record] : effects.record_of_clip) {

@@ -39,10 +39,15 @@ struct PluginLane {
     std::string name;          ///< the control's name, 1 to 128 bytes
     std::uint32_t index = 0;   ///< the control's number as Pro Tools counts
     std::string id;            ///< the plug-in's own id of the control; empty where it gives none
+    bool is_bypass = false;    ///< the control is the plug-in's bypass
+    std::uint8_t steps = 0;    ///< of the control; 0 where it moves freely
     double default_value = 0;  ///< as the points' values
     bool in_ticks = false;     ///< the times are ticks: a lane of a tick-based track
     std::vector<PluginLanePoint> points;
 };
+
+/// The slot's end of an insert that stands in no slot of its own.
+constexpr std::uint64_t no_slot_end = ~std::uint64_t{0};
 
 /// One inserted plug-in. Positions are offsets into the image.
 struct PluginInsert {
@@ -57,12 +62,13 @@ struct PluginInsert {
     std::int32_t channels = 1;
     std::uint64_t hostStart = 0;  ///< the strip row that holds the insert; both 0: none does
     std::uint64_t hostEnd = 0;
+    std::uint64_t slotEnd = no_slot_end;  ///< what belongs to the insert stands in front of it
     ContainerKind containerKind = ContainerKind::none;
     std::uint64_t chunkOffset = 0;  ///< first byte of the state
     std::uint32_t chunkSize = 0;
     std::array<std::uint32_t, 4> zlibWords = {};  ///< the words in front of a zlib stream
-    std::uint32_t slotWord = 0;
-    std::int32_t keyInput = -1;  ///< not negative: the key input is in use
+    std::uint32_t slotWord = 0;                   ///< number of its automated controls
+    std::int32_t keyInput = -1;                   ///< not negative: the key input is in use
     bool bypassed = false;
     bool inactive = false;
     std::string_view how;              ///< what told a scored state; a literal

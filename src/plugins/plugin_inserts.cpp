@@ -6,11 +6,17 @@
 //   25   8 bytes, the plug-in's code
 //   33   text
 //
-// It stands in a strip row 0x261b, or 0x2621 on an instrument track. The byte behind it is 0 on an
-// inactive insert. Behind it follow 0x260e, whose u16 at offset 9 is the key input (0xffff none),
-// and the slot record 0x2614: u32 at offset 9; the byte in front of it is 1 on a bypassed insert.
+// It stands in a strip row 0x261b, or 0x2621 on an instrument track, whose 0x2627 has eleven places
+// 0x2626 for inserts. A place holds a hardware insert 0x2612 or the slot 0x2616 of a plug-in, and
+// that 0x2615 > 0x2613 > 0x1038; a slot 0x2618 is made alike. The byte behind the settings is 0 on
+// an inactive insert. Behind them follow in the slot, of some inserts, a 0x260e, whose u16 at
+// offset 9 is the key input (0xffff none), and the record 0x2614: u32 number of automated controls
+// at 9, their lanes, and in front of it a byte that is 1 on a bypassed insert. What stands behind
+// the slot is another insert's.
 #include "plugins/plugin_inserts.hpp"
 
+#include <algorithm>
+#include <array>
 #include <functional>
 #include <queue>
 
@@ -29,7 +35,8 @@ constexpr std::uint16_t settings_type = 0x1038;
 constexpr std::uint16_t row_type = 0x261b;
 constexpr std::uint16_t instrument_row_type = 0x2621;
 constexpr std::uint16_t key_input_type = 0x260e;
-constexpr std::uint16_t slot_type = 0x2614;
+constexpr std::uint16_t slot_record_type = 0x2614;
+constexpr std::array<std::uint16_t, 2> slot_types = {0x2616, 0x2618};
 
 constexpr std::size_t channels_at = 9;
 constexpr std::size_t state_bytes_at = 13;
@@ -133,31 +140,34 @@ void find_state(const StateSpan& span, PluginInsert& insert) {
     }
 }
 
-/// The first block of the type at or behind `from`.
-const Block* first_behind(const BlockIndex& index, std::uint16_t type, std::size_t from) {
-    return index.of_type(type).first_inside(from, index.image().size());
+/// The first block of the type behind the state, in the insert's slot.
+const Block* first_behind(const BlockIndex& index, std::uint16_t type, const PluginInsert& insert) {
+    const std::uint64_t end = std::min<std::uint64_t>(insert.slotEnd, index.image().size());
+    return index.of_type(type).first_inside(insert.chunkLimit, end);
 }
 
-/// What stands around the settings block: key input, slot and the two switches.
+/// What stands around the settings block: key input, slot record and the two switches.
 void read_slot(const BlockIndex& index, const StateSpan& span, PluginInsert& insert) {
     const ByteView image = index.image();
-    if (const Block* key = first_behind(index, key_input_type, span.limit)) {
+    if (const Block* key = first_behind(index, key_input_type, insert)) {
         const std::uint16_t input = image.u16(key->payload());
         if (input < no_key_input && image.holds(key->payload(), 2)) insert.keyInput = input;
     }
-    if (const Block* slot = first_behind(index, slot_type, span.limit)) {
-        insert.slotWord = image.u32(slot->payload());
-        insert.bypassed = image.u8(slot->at - 1) == 1;
+    if (const Block* record = first_behind(index, slot_record_type, insert)) {
+        insert.slotWord = image.u32(record->payload());
+        insert.bypassed = image.u8(record->at - 1) == 1;
     }
     insert.inactive = image.holds(span.block_end, 1) && image.u8(span.block_end) == 0;
 }
 
-PluginInsert read_insert(const BlockIndex& index, const Block& block) {
+/// `slot` may be nullptr.
+PluginInsert read_insert(const BlockIndex& index, const Block& block, const Block* slot) {
     const ByteView image = index.image();
     const StateSpan span{image, block.at, chunk_limit(image, block), block.end()};
     PluginInsert insert;
     insert.blockStart = span.start;
     insert.chunkLimit = span.limit;
+    if (slot != nullptr) insert.slotEnd = slot->end();
     insert.channels = image.u8(block.at + channels_at);
     insert.code = code_at(image, block.at + settings_code_at);
     insert.productText = printable_text(image, block.at + settings_text_at, max_product_text);
@@ -186,9 +196,16 @@ void find_hosts(const BlockIndex& index, std::vector<PluginInsert>& inserts) {
 }  // namespace
 
 std::vector<PluginInsert> read_plugin_inserts(const BlockIndex& index) {
+    const auto blocks = settings_blocks(index);
+    std::vector<std::size_t> starts;
+    starts.reserve(blocks.size());
+    for (const Block& block : blocks) starts.push_back(block.at);
+    const auto slots = index.of_types(slot_types);
+    const auto slot_of = smallest_enclosing(slots, starts);
+
     std::vector<PluginInsert> inserts;
-    for (const Block& block : settings_blocks(index)) {
-        inserts.push_back(read_insert(index, block));
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        inserts.push_back(read_insert(index, blocks[i], slot_of[i]));
     }
     find_hosts(index, inserts);
     read_plugin_lanes(index, inserts);

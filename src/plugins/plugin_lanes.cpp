@@ -1,4 +1,6 @@
-// A slot part 0x260f holds the lane 0x260b of one control:
+// A slot part 0x260f holds the lane 0x260b of one control: at 9 a record of events whose values are
+// i32, the first of them the default. A record that does not close is read by the fields of its
+// first run alone:
 //
 //   25   u16 count of points
 //   27   5 bytes, not 0 on a lane of a tick-based track
@@ -6,18 +8,19 @@
 //   39   the points, 8 bytes each: u32 position, i32 value
 //
 // Values count in 2^-31, with 0 in the middle of the control's range: -2^30 is its lower end, 2^30
-// its upper one. Behind the lane's end, or behind the slot part's:
+// its upper one. Right behind the lane stand, in the slot part:
 //
-//   7    u32 count of 1 to 128, the control's name
-//   +4   (from the name's end) u32 index
-//   +16  u32 count of 1 to 127, the plug-in's id of the control
+//   0    u32 count of 1 to 128, the control's name
+//   -    u32 index
+//   -    8 bytes: the first is 1 on a bypass, the fourth the number of steps, 0 for no steps
+//   -    u32 count of 1 to 127, the plug-in's id of the control; older parts end here
 #include "plugins/plugin_lanes.hpp"
 
 #include <algorithm>
 #include <cmath>
 #include <optional>
 
-#include "session/automation_lanes.hpp"
+#include "session/automation_events.hpp"
 
 namespace tanrove {
 
@@ -27,6 +30,8 @@ constexpr std::uint16_t slot_part_type = 0x260f;
 constexpr std::uint16_t control_lane_type = 0x260b;
 
 constexpr std::size_t min_lane_bytes = 39;
+constexpr std::size_t record_at = 9;
+constexpr std::size_t value_width = 4;
 constexpr std::size_t count_at = 25;
 constexpr std::size_t ticks_mark_at = 27;
 constexpr std::size_t ticks_mark_width = 5;
@@ -36,16 +41,15 @@ constexpr std::size_t point_bytes = 8;
 constexpr std::size_t value_in_point = 4;
 constexpr std::size_t bytes_behind_points = 2;
 
-constexpr std::size_t name_at = 7;  // behind the lane's end
 constexpr std::size_t count_bytes = 4;
 constexpr std::size_t max_name_bytes = 128;
-constexpr std::size_t index_behind_name = 4;
-constexpr std::size_t id_behind_name = 16;
+constexpr std::size_t bypass_behind_name = 4;
+constexpr std::size_t steps_behind_name = 7;
+constexpr std::size_t id_behind_name = 12;
 constexpr std::size_t max_id_bytes = 127;
 
 // The least that a lane and its label take of the image.
-constexpr std::size_t min_labelled_lane =
-    min_lane_bytes + bytes_behind_points + name_at + count_bytes + 1;
+constexpr std::size_t min_labelled_lane = min_lane_bytes + bytes_behind_points + count_bytes + 1;
 
 /// A stored value as a share of the range, not cut to 0 and 1.
 double share(std::int32_t stored) {
@@ -53,29 +57,44 @@ double share(std::int32_t stored) {
     return static_cast<double>(stored) / whole_range + 0.5;
 }
 
-std::optional<std::string_view> label_text(ByteView image, std::size_t at, std::size_t most) {
-    const auto text = readCountedText(image, at, most, image.size());
+std::optional<std::string_view> label_text(ByteView part, std::size_t at, std::size_t most) {
+    const auto text = readCountedText(part, at, most, part.size());
     if (!text || text->empty() || !is_ascii_text(*text)) return std::nullopt;
     return text;
 }
 
-/// Reads name, index and id behind `end`; false where no name stands there.
-bool read_label(ByteView image, std::size_t end, PluginLane& lane) {
-    const auto name = label_text(image, end + name_at, max_name_bytes);
+/// Reads name, index and id at `at`; false where no name stands there. `part` ends with the slot
+/// part.
+bool read_label(ByteView part, std::size_t at, PluginLane& lane) {
+    const auto name = label_text(part, at, max_name_bytes);
     if (!name) return false;
-    const std::size_t behind_name = end + name_at + count_bytes + name->size();
+    const std::size_t behind_name = at + count_bytes + name->size();
     lane.name = *name;
-    lane.index = image.u32(behind_name + index_behind_name);
-    lane.id = label_text(image, behind_name + id_behind_name, max_id_bytes).value_or("");
+    lane.index = part.u32(behind_name);
+    lane.is_bypass = part.u8(behind_name + bypass_behind_name) == 1;
+    lane.steps = part.u8(behind_name + steps_behind_name);
+    lane.id = label_text(part, behind_name + id_behind_name, max_id_bytes).value_or("");
     return true;
 }
 
-void read_points(ByteView image, const Block& block, std::size_t count, PluginLane& lane) {
+void add_points(ByteView image, const EventRecord& record, PluginLane& lane) {
+    lane.in_ticks = record.in_ticks;
+    lane.points.reserve(record.event_count - 1);
+    bool is_default = true;
+    for_each_event(image, record, [&](double position, std::size_t value_at) {
+        if (!is_default) lane.points.push_back({position, share(image.i32(value_at))});
+        is_default = false;
+    });
+}
+
+void add_points_of_first_run(ByteView image, const Block& block, std::size_t count,
+                             PluginLane& lane) {
+    lane.in_ticks = image.number(block.at + ticks_mark_at, ticks_mark_width) != 0;
     lane.points.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t at = block.at + points_at + i * point_bytes;
-        lane.points.push_back({lane_point_position(image.u32(at), lane.in_ticks),
-                               share(image.i32(at + value_in_point))});
+        lane.points.push_back(
+            {event_position(image.u32(at), lane.in_ticks), share(image.i32(at + value_in_point))});
     }
 }
 
@@ -86,19 +105,22 @@ std::optional<PluginLane> read_lane(const BlockIndex& index, const Block& part,
     const Block* block = index.first_child(part, control_lane_type);
     if (block == nullptr) return std::nullopt;
     const std::size_t bytes = block->end() - block->at;
-    const std::size_t count = image.u16(block->at + count_at);
-    if (bytes < min_lane_bytes || bytes < points_at + count * point_bytes + bytes_behind_points) {
-        return std::nullopt;
-    }
+    if (bytes < min_lane_bytes) return std::nullopt;
     PluginLane lane;
-    if (!read_label(image, block->end(), lane) && !read_label(image, part.end(), lane)) {
-        return std::nullopt;
-    }
-    if (count > points_left) return std::nullopt;
-    points_left -= count;
-    lane.in_ticks = image.number(block->at + ticks_mark_at, ticks_mark_width) != 0;
+    if (!read_label(image.window(0, part.end()), block->end(), lane)) return std::nullopt;
     lane.default_value = share(image.i32(block->at + default_at));
-    read_points(image, *block, count, lane);
+
+    const auto record = read_event_record(image, block->at + record_at, block->end(), value_width);
+    const bool is_whole = record && record->event_count > 0;
+    const std::size_t count = is_whole ? record->event_count - 1 : image.u16(block->at + count_at);
+    if (count > points_left) return std::nullopt;
+    if (is_whole) {
+        add_points(image, *record, lane);
+    } else {
+        if (bytes < points_at + count * point_bytes + bytes_behind_points) return std::nullopt;
+        add_points_of_first_run(image, *block, count, lane);
+    }
+    points_left -= count;
     return lane;
 }
 
@@ -112,7 +134,7 @@ void read_plugin_lanes(const BlockIndex& index, std::span<PluginInsert> inserts)
         const auto behind = std::lower_bound(
             inserts.begin(), inserts.end(), part.at,
             [](const PluginInsert& insert, std::size_t at) { return insert.blockStart < at; });
-        if (behind == inserts.begin()) continue;
+        if (behind == inserts.begin() || part.at >= std::prev(behind)->slotEnd) continue;
         auto lane = read_lane(index, part, points_left);
         if (!lane) continue;
         std::prev(behind)->lanes.push_back(std::move(*lane));

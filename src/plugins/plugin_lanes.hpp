@@ -8,7 +8,8 @@
 
 namespace tanrove {
 
-/// Gives each lane to the last of the inserts, which ascend, that begins in front of it. There are
+/// Gives each lane to the last of the inserts, which ascend, that begins in front of it, unless the
+/// lane stands behind that insert's slot: then it moves something else. There are
 /// no more lanes, and all together no more points, than the image has room for side by side.
 void read_plugin_lanes(const BlockIndex& index, std::span<PluginInsert> inserts);
 

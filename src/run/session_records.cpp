@@ -87,7 +87,7 @@ ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index) {
     clips.details = readPlaylistDetails(index);
     clips.fades = readFades(index);
     clips.region_starts = readRegionStarts(index);
-    clips.gains = {readFirstClipGains(index), readClipGains(index)};
+    clips.gains = readClipGains(index);
     clips.clip_groups = readClipGroups(index, clips.lists.regions);
     clips.warp_maps = readWarpMaps(index);
     clips.pitch_shifts = readPitchShifts(index);

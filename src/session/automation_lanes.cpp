@@ -1,22 +1,21 @@
-// A lane 0x260a, of a block size of 32 at least:
+// A lane 0x260a, of a block size of 32 at least, holds a record of events at 9 whose values are
+// i16. Its first event is the initial value. A record that does not close is read by the fields of
+// its first run alone:
 //
-//   9    u8 1, u8 'F', u16 1
-//   13   u32 bytes that follow offset 17, less two
-//   17   u8 1 on a lane of a tick-based track
 //   25   u16 count of points
 //   27   5 bytes, the tick origin on a lane of a tick-based track
 //   35   i16 initial value
 //   37   the points, 6 bytes each: u32 position, i16 value
 //
-// The positions of a lane in samples count from the session's start. Those of a lane in ticks count
-// from the tick origin, but for the few points in front of it and on it: there the 32 bits are the
-// low ones of 10^12 plus the tick.
+// The positions of a lane in samples count from the session's start, those in ticks from the
+// session's origin.
 //
 // A lane group 0x260c holds lanes; an empty one holds none.
 #include "session/automation_lanes.hpp"
 
 #include <algorithm>
 
+#include "session/automation_events.hpp"
 #include "session/first_enclosing.hpp"
 
 namespace tanrove {
@@ -29,17 +28,15 @@ constexpr double hard_left = -100;
 constexpr double hard_right = 100;
 
 constexpr std::uint32_t min_lane_size = 32;
+constexpr std::size_t record_at = 9;
+constexpr std::size_t value_width = 2;
 constexpr std::size_t count_at = 25;
 constexpr std::size_t ticks_mark_at = 27;
 constexpr std::size_t ticks_mark_width = 5;
 constexpr std::size_t initial_at = 35;
 constexpr std::size_t points_at = 37;
-constexpr std::size_t point_bytes = 6;
 constexpr std::size_t value_in_point = 4;
 constexpr std::size_t bytes_behind_points = 2;
-
-constexpr std::int64_t tick_origin_low_bits = tick_origin & 0xffffffff;
-constexpr std::int64_t ticks_in_front_of_origin = 128;
 
 /// True if a lane stands at `position`.
 bool is_lane_at(ByteView image, std::size_t position) {
@@ -66,27 +63,43 @@ std::vector<Block> first_blocks(const BlockList& list, std::size_t from, std::si
     return blocks;
 }
 
-}  // namespace
-
-double lane_point_position(std::uint32_t stored, bool in_ticks) {
-    const auto position = static_cast<std::int64_t>(stored);
-    const bool counts_with_origin =
-        in_ticks && position >= tick_origin_low_bits - ticks_in_front_of_origin;
-    return static_cast<double>(counts_with_origin ? position - tick_origin_low_bits : position);
+/// Adds the events behind the first, which is the initial value.
+void add_points(ByteView image, const EventRecord& record, Lane& lane) {
+    lane.in_ticks = record.in_ticks;
+    lane.points.reserve(lane.points.size() + record.event_count - 1);
+    bool is_initial = true;
+    for_each_event(image, record, [&](double position, std::size_t value_at) {
+        if (!is_initial)
+            lane.points.push_back({position, static_cast<double>(image.i16(value_at))});
+        is_initial = false;
+    });
 }
 
-bool readLane(ByteView image, std::size_t position, Lane& lane) {
-    if (!is_lane_at(image, position)) return false;
-    const std::size_t bytes = image.u32(position + block_size_at) + block_size_base;
-    const std::size_t count = image.u16(position + count_at);
-    lane.in_ticks = image.number(position + ticks_mark_at, ticks_mark_width) == tick_origin;
-    lane.initial = image.i16(position + initial_at);
-    if (bytes < points_at + count * point_bytes + bytes_behind_points) return true;
+void add_points_of_first_run(ByteView image, std::size_t at, std::size_t end,
+                             std::size_t max_points, Lane& lane) {
+    lane.in_ticks = image.number(at + ticks_mark_at, ticks_mark_width) == tick_origin;
+    const std::size_t count = image.u16(at + count_at);
+    const std::size_t bytes = points_at + count * lane_point_bytes + bytes_behind_points;
+    if (end - at < bytes || count > max_points) return;
     lane.points.reserve(lane.points.size() + count);
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t point = position + points_at + i * point_bytes;
-        lane.points.push_back({lane_point_position(image.u32(point), lane.in_ticks),
+        const std::size_t point = at + points_at + i * lane_point_bytes;
+        lane.points.push_back({event_position(image.u32(point), lane.in_ticks),
                                static_cast<double>(image.i16(point + value_in_point))});
+    }
+}
+
+}  // namespace
+
+bool readLane(ByteView image, std::size_t position, Lane& lane, std::size_t max_points) {
+    if (!is_lane_at(image, position)) return false;
+    const std::size_t end = position + block_size_base + image.u32(position + block_size_at);
+    lane.initial = image.i16(position + initial_at);
+    const auto record = read_event_record(image, position + record_at, end, value_width);
+    if (!record || record->event_count == 0) {
+        add_points_of_first_run(image, position, end, max_points, lane);
+    } else if (record->event_count - 1 <= max_points) {
+        add_points(image, *record, lane);
     }
     return true;
 }
@@ -128,8 +141,11 @@ bool LaneReader::is_open_to(std::size_t position, std::size_t owner) const {
 }
 
 bool LaneReader::read(std::size_t position, std::size_t owner, Lane& lane) {
-    const bool is_owner = owners_.try_emplace(position, owner).first->second == owner;
-    return is_owner && readLane(image_, position, lane);
+    if (owners_.try_emplace(position, owner).first->second != owner) return false;
+    const std::size_t before = lane.points.size();
+    if (!readLane(image_, position, lane, points_left_)) return false;
+    points_left_ -= lane.points.size() - before;
+    return true;
 }
 
 LaneShape lane_shape(const BlockIndex& index, const Block& holder, const LaneGroups& lanes) {

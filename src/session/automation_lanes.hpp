@@ -13,6 +13,7 @@
 namespace tanrove {
 
 constexpr std::uint16_t lane_type = 0x260a;
+constexpr std::size_t lane_point_bytes = 6;
 
 struct LanePoint {
     double position = 0;  ///< samples, or ticks from the session's origin (`Lane::in_ticks`)
@@ -25,13 +26,14 @@ struct Lane {
     bool in_ticks = false;  ///< the times are ticks: a lane of a tick-based track
 };
 
-/// The position of a point as it is stored: samples, or ticks from the session's origin.
-double lane_point_position(std::uint32_t stored, bool in_ticks);
+/// Stands for "however many points there are".
+constexpr std::size_t any_points = static_cast<std::size_t>(-1);
 
 /// Reads the lane at `position` into `lane`: a lane read twice adds to its points. Does nothing and
-/// gives false if no lane stands there; one whose points do not fit its block gives its initial
-/// value alone.
-bool readLane(ByteView image, std::size_t position, Lane& lane);
+/// gives false if no lane stands there; one whose points do not fit its block, or are more than
+/// `max_points`, gives its initial value alone.
+bool readLane(ByteView image, std::size_t position, Lane& lane,
+              std::size_t max_points = any_points);
 
 /// True if the lanes of two pan knobs, which are hard left and hard right, never leave them.
 bool stay_hard_panned(const Lane& left, const Lane& right);
@@ -56,10 +58,12 @@ constexpr std::size_t max_groups_in_span = 64;
 LaneGroups sortLanes(const BlockIndex& index, std::size_t start, std::size_t end);
 
 /// Reads lanes for many owners. Each lane goes to the first owner that asks for it, so that the
-/// points of a damaged session, whose spans overlap, are not handed out over and over.
+/// points of a damaged session, whose spans overlap, are not handed out over and over; and all of
+/// them together have no more points than the image has room for.
 class LaneReader {
 public:
-    explicit LaneReader(ByteView image) : image_(image) {}
+    explicit LaneReader(ByteView image)
+        : image_(image), points_left_(image.size() / lane_point_bytes) {}
 
     /// True if no other owner has the lane.
     bool is_open_to(std::size_t position, std::size_t owner) const;
@@ -69,6 +73,7 @@ public:
 
 private:
     ByteView image_;
+    std::size_t points_left_;
     std::unordered_map<std::size_t, std::size_t> owners_;
 };
 

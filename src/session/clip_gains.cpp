@@ -1,19 +1,22 @@
-// Clip gain table 0x2637, offsets from its 'Z': u32 number of entries at 9, the entries from 13.
-// Entry, offsets from its first byte:
+// Clip gain table 0x2637, offsets from its 'Z': u32 number of entries at 9, the entries from 13. An
+// entry is a record of events whose values are f32, gains in dB; its points are all of its events.
+// One that does not close is read by its length alone, offsets from its first byte:
 //   4       u32 length L, 14 and a multiple of 8; the entry ends at 8 + L
 //   10      u32 number of points, which L must agree with
 //   22      points: u32 position, f32 gain in dB
 //
-// A clip's 0x2628 block holds the u32 number of its entry. In the plain form those are the block's
-// last four bytes. Else they are found by the marker at c: u32 0x0004ffff, with a u32 4 at c + 4
-// (in some at c + 8). They stand at c + 27 if the block goes on behind them; and where a block
-// stands at c + 10 (a warp map), 17 bytes behind its end.
+// A clip's 0x2628 block holds the u32 number of its entry behind the marker at c, u32 0x0004ffff:
+//   c + 4   u16 4, u32 N, N blocks, 17 bytes, the number, which is mostly the block's end
+// In another form a u32 4 stands at c + 8; there the number is at c + 27 if the block goes on
+// behind it, or 17 bytes behind a block at c + 10. Without a marker the block's last four bytes are
+// it.
 #include "session/clip_gains.hpp"
 
 #include <algorithm>
 #include <optional>
 #include <string_view>
 
+#include "session/automation_events.hpp"
 #include "session/clip_names.hpp"
 
 namespace tanrove {
@@ -33,6 +36,7 @@ constexpr std::size_t points_at = 22;
 constexpr std::size_t length_without_points = 14;
 constexpr std::size_t point_width = 8;
 constexpr std::size_t point_gain_at = 4;
+constexpr std::size_t gain_width = 4;
 
 // A gain at or beyond these is no gain.
 constexpr double gain_floor_db = -145.0;
@@ -43,26 +47,57 @@ constexpr std::uint32_t least_clip_size = 8;
 constexpr std::uint32_t largest_plain_size = 39;
 constexpr std::size_t number_width = 4;
 constexpr std::string_view marker("\xff\xff\x04\x00", 4);
-constexpr std::uint32_t marker_number = 4;
 constexpr std::size_t first_marker_at = 13;
-constexpr std::size_t number_behind_marker = 27;
-constexpr std::size_t child_behind_marker = 10;
-constexpr std::size_t number_behind_child = 17;
+constexpr std::uint32_t marker_number = 4;
+constexpr std::size_t marker_number_at = 4;
+constexpr std::size_t block_count_at = 6;
+constexpr std::size_t blocks_behind_marker = 10;
+constexpr std::uint32_t max_blocks = 4096;
+constexpr std::size_t number_behind_blocks = 17;
+constexpr std::size_t other_marker_number_at = 8;
+constexpr std::size_t other_number_behind_marker = 27;
 
-ClipGainEntry read_entry(ByteView image, std::size_t at, std::size_t count) {
+/// A gain out of the fader's reach reads as none.
+double gain_db(ByteView image, std::size_t at) {
+    const auto gain = static_cast<double>(image.f32(at));
+    return gain > gain_floor_db && gain < gain_ceiling_db ? gain : 0;
+}
+
+ClipGainEntry entry_of_events(ByteView image, const EventRecord& record) {
     ClipGainEntry entry;
-    entry.reserve(std::max<std::size_t>(count, 1));
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t point = at + points_at + i * point_width;
-        const double gain = static_cast<double>(image.f32(point + point_gain_at));
-        const bool is_gain = gain > gain_floor_db && gain < gain_ceiling_db;
-        entry.push_back({static_cast<double>(image.u32(point)), is_gain ? gain : 0});
-    }
-    if (entry.empty()) entry.push_back({});
+    entry.reserve(record.event_count);
+    for_each_event(image, record, [&](double position, std::size_t value_at) {
+        entry.push_back({position, gain_db(image, value_at)});
+    });
     return entry;
 }
 
-void read_table(const BlockIndex& index, ClipGainLines& gains) {
+ClipGainEntry entry_of_points(ByteView image, std::size_t at, std::size_t count) {
+    ClipGainEntry entry;
+    entry.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t point = at + points_at + i * point_width;
+        entry.push_back(
+            {static_cast<double>(image.u32(point)), gain_db(image, point + point_gain_at)});
+    }
+    return entry;
+}
+
+/// The entry at `at`, of this length; nullopt where the table breaks off.
+std::optional<ClipGainEntry> read_entry(ByteView image, std::size_t at, std::size_t length,
+                                        int& count_disagreements) {
+    const std::size_t end = at + entry_head + length;
+    const auto record = read_event_record(image, at, end, gain_width);
+    if (record) return entry_of_events(image, *record);
+    const bool is_entry = length >= length_without_points &&
+                          length % point_width == length_without_points % point_width;
+    if (!is_entry) return std::nullopt;
+    const std::size_t points = (length - length_without_points) / point_width;
+    if (image.u32(at + point_count_at) != points) ++count_disagreements;
+    return entry_of_points(image, at, points);
+}
+
+void read_table(const BlockIndex& index, ClipGains& gains) {
     const auto tables = index.of_type(gain_table_type).all();
     if (tables.empty()) return;
     const ByteView image = index.image();
@@ -72,33 +107,55 @@ void read_table(const BlockIndex& index, ClipGainLines& gains) {
     std::size_t at = table.at + first_entry_at;
     for (std::uint32_t i = 0; i < count && at + entry_head <= table.end(); ++i) {
         const std::size_t length = image.u32(at + entry_length_at);
-        const bool is_entry = length >= length_without_points &&
-                              length % point_width == length_without_points % point_width;
-        if (!is_entry || length > table.end() - at - entry_head) return;
-        const std::size_t points = (length - length_without_points) / point_width;
-        if (image.u32(at + point_count_at) != points) ++gains.count_disagreements;
-        gains.entries.push_back(read_entry(image, at, points));
+        if (length > table.end() - at - entry_head) return;
+        auto entry = read_entry(image, at, length, gains.count_disagreements);
+        if (!entry) return;
+        if (entry->empty()) entry->push_back({});
+        gains.entries.push_back(std::move(*entry));
         at += entry_head + length;
     }
+}
+
+bool has_number(ByteView image, std::size_t c) {
+    return image.u16(c + marker_number_at) == marker_number;
+}
+
+bool has_number_in_other_form(ByteView image, std::size_t c) {
+    return image.u32(c + other_marker_number_at) == marker_number;
 }
 
 /// Every place of the marker, in order: found once, since clips can hold clips.
 std::vector<std::size_t> find_markers(ByteView image, const BlockList& clips) {
     auto markers = find_in(image, clips.reach(), marker);
     std::erase_if(markers, [&](std::size_t c) {
-        return image.u32(c + 4) != marker_number && image.u32(c + 8) != marker_number;
+        return !has_number(image, c) && !has_number_in_other_form(image, c);
     });
     return markers;
 }
 
-std::size_t number_place_by_marker(ByteView image, std::size_t c, std::size_t end,
-                                   std::size_t plain_place) {
+/// The number's place behind the blocks that the marker counts; nullopt if they do not fit.
+std::optional<std::size_t> place_behind_blocks(ByteView image, std::size_t c, std::size_t end) {
+    const std::uint32_t blocks = image.u32(c + block_count_at);
+    if (blocks > max_blocks) return std::nullopt;
+    std::size_t at = c + blocks_behind_marker;
+    for (std::uint32_t i = 0; i < blocks; ++i) {
+        if (!isBlockAt(image, at, end)) return std::nullopt;
+        at += block_size_base + image.u32(at + block_size_at);
+    }
+    if (at + number_behind_blocks + number_width > end) return std::nullopt;
+    return at + number_behind_blocks;
+}
+
+std::size_t place_in_other_form(ByteView image, std::size_t c, std::size_t end,
+                                std::size_t plain_place) {
     std::size_t place = plain_place;
-    if (c + number_behind_marker + number_width < end) place = c + number_behind_marker;
-    const std::size_t child = c + child_behind_marker;
+    if (c + other_number_behind_marker + number_width < end) {
+        place = c + other_number_behind_marker;
+    }
+    const std::size_t child = c + blocks_behind_marker;
     if (isBlockAt(image, child, end)) {
         const std::size_t child_end = child + block_size_base + image.u32(child + block_size_at);
-        const std::size_t behind = child_end + number_behind_child;
+        const std::size_t behind = child_end + number_behind_blocks;
         if (behind + number_width <= end) place = behind;
     }
     return place;
@@ -112,43 +169,39 @@ std::optional<std::size_t> number_place(ByteView image, const Block& clip,
     if (clip.size <= largest_plain_size) return plain_place;
     const auto behind = std::upper_bound(markers.begin(), markers.end(), plain_place);
     if (behind == markers.begin() || *(behind - 1) < clip.at + first_marker_at) return plain_place;
-    return number_place_by_marker(image, *(behind - 1), clip.end(), plain_place);
+    const std::size_t c = *(behind - 1);
+    if (has_number_in_other_form(image, c)) {
+        return place_in_other_form(image, c, clip.end(), plain_place);
+    }
+    return place_behind_blocks(image, c, clip.end()).value_or(plain_place);
 }
 
-/// Calls `use(name, entry number)` for every clip with an entry, in image order.
-template <typename Use>
-void for_each_clip(const BlockIndex& index, std::size_t entry_count, Use use) {
-    if (entry_count == 0) return;
+/// Gives the clips their entries, in image order: of those that share a name the last one counts.
+void read_clips(const BlockIndex& index, ClipGains& gains) {
+    if (gains.entries.empty()) return;
     const ByteView image = index.image();
     const BlockList& clips = index.of_type(clip_name_type);
     const auto markers = find_markers(image, clips);
     for (const Block& clip : clips.all()) {
+        const ClipKind kind = clip_kind(index, clip);
         const auto place = number_place(image, clip, markers);
-        if (!place) continue;
+        if (kind == ClipKind::other || !place) continue;
         const std::size_t number = image.u32(*place);
-        if (number >= entry_count) continue;
-        if (const auto name = read_clip_name(image, clip)) use(std::string(*name), number);
+        const auto name = read_clip_name(image, clip);
+        if (number >= gains.entries.size() || !name) continue;
+        NamedClipGains& named = kind == ClipKind::audio ? gains.audio : gains.groups;
+        const ClipGainEntry& entry = gains.entries[number];
+        named.fixed_db[std::string(*name)] = entry.front().gain_db;
+        if (entry.size() >= 2) named.line_of_clip[std::string(*name)] = number;
     }
 }
 
 }  // namespace
 
-ClipGainLines readClipGains(const BlockIndex& index) {
-    ClipGainLines gains;
+ClipGains readClipGains(const BlockIndex& index) {
+    ClipGains gains;
     read_table(index, gains);
-    for_each_clip(index, gains.entries.size(), [&](const std::string& clip, std::size_t number) {
-        if (gains.entries[number].size() >= 2) gains.entry_of_clip[clip] = number;
-    });
-    return gains;
-}
-
-std::map<std::string, double> readFirstClipGains(const BlockIndex& index) {
-    ClipGainLines table;
-    read_table(index, table);
-    std::map<std::string, double> gains;
-    for_each_clip(index, table.entries.size(), [&](const std::string& clip, std::size_t number) {
-        gains[clip] = table.entries[number].front().gain_db;
-    });
+    read_clips(index, gains);
     return gains;
 }
 

@@ -18,29 +18,28 @@ struct ClipGainPoint {
 /// One entry of the table: at least one point.
 using ClipGainEntry = std::vector<ClipGainPoint>;
 
-/// The drawn lines: entries of two points or more, and which clip uses which of them.
-struct ClipGainLines {
+/// What the clips of one kind have, by their names.
+struct NamedClipGains {
+    std::map<std::string, double> fixed_db;           ///< of every clip that has an entry
+    std::map<std::string, std::size_t> line_of_clip;  ///< entries of two points or more
+};
+
+/// All that the session knows of clip gain.
+struct ClipGains {
     std::vector<ClipGainEntry> entries;  ///< the whole table, in its order
-    std::map<std::string, std::size_t> entry_of_clip;
+    NamedClipGains audio;
+    NamedClipGains groups;
     int count_disagreements = 0;  ///< entries whose stated count differs from their length's
 
-    /// The line of the clip of that name; nullptr if it has none.
-    const ClipGainEntry* line(const std::string& clip) const {
-        const auto found = entry_of_clip.find(clip);
-        return found == entry_of_clip.end() ? nullptr : &entries[found->second];
+    /// The drawn line of the clip of that name; nullptr if it has none.
+    const ClipGainEntry* line(const NamedClipGains& clips, const std::string& clip) const {
+        const auto found = clips.line_of_clip.find(clip);
+        return found == clips.line_of_clip.end() ? nullptr : &entries[found->second];
     }
 };
 
-/// All that the session knows of clip gain, by clip name; a clip group's stands under its name.
-struct ClipGains {
-    std::map<std::string, double> fixed_db;
-    ClipGainLines lines;
-};
-
-/// Empty for a session without a gain table, or with one that breaks its limits.
-ClipGainLines readClipGains(const BlockIndex& index);
-
-/// The fixed gain, in dB, of every clip that has an entry: its first point's.
-std::map<std::string, double> readFirstClipGains(const BlockIndex& index);
+/// Empty for a session without a gain table, or with one that breaks its limits. MIDI clips have no
+/// gain.
+ClipGains readClipGains(const BlockIndex& index);
 
 }  // namespace tanrove

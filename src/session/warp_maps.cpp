@@ -1,5 +1,5 @@
-// A warp map 0x2636 stands behind a clip's name, in front of the next clip's block. Offsets from
-// its content type:
+// A warp map 0x2636 stands behind an audio clip's name, in front of the next clip's block. Offsets
+// from its content type:
 //   28      u16 number of points, 2 to 4000
 //   36      8 bytes: the anchor, samples or ticks
 //   44      points: position, and an f64 source sample 8 bytes behind its start
@@ -92,7 +92,7 @@ WarpMaps readWarpMaps(const BlockIndex& index) {
     const auto clips = index.of_type(clip_name_type).all();
     for (std::size_t i = 0; i < clips.size(); ++i) {
         const auto name = read_clip_name(image, clips[i]);
-        if (!name) continue;
+        if (!name || clip_kind(index, clips[i]) != ClipKind::audio) continue;
         const std::size_t next_clip = i + 1 < clips.size() ? clips[i + 1].at : image.size();
         const std::size_t behind_name = clips[i].payload() + 4 + name->size();
         const auto found = index.of_type(warp_map_type).between(behind_name, next_clip);

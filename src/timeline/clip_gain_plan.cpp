@@ -25,12 +25,14 @@ public:
 private:
     // The session stores a fixed gain with every line: a line without one is not in use.
     void give_own_gain(ClipItem& clip) {
-        const auto fixed = gains_.fixed_db.find(clip.name);
-        if (fixed == gains_.fixed_db.end()) return;
+        const auto fixed = gains_.audio.fixed_db.find(clip.name);
+        if (fixed == gains_.audio.fixed_db.end()) return;
         clip.clip_gain_db = fixed->second;
         clip.has_clip_gain = true;
         ++tallies_.clips;
-        if (const ClipGainEntry* line = gains_.lines.line(clip.name)) give_line(clip, *line);
+        if (const ClipGainEntry* line = gains_.line(gains_.audio, clip.name)) {
+            give_line(clip, *line);
+        }
     }
 
     void give_line(ClipItem& clip, const ClipGainEntry& line) {
@@ -47,8 +49,8 @@ private:
     }
 
     void add_group_gain(ClipItem& clip) {
-        const auto fixed = gains_.fixed_db.find(clip.group_name);
-        if (fixed != gains_.fixed_db.end() && fixed->second != 0) {
+        const auto fixed = gains_.groups.fixed_db.find(clip.group_name);
+        if (fixed != gains_.groups.fixed_db.end() && fixed->second != 0) {
             if (!clip.has_clip_gain) {
                 clip.has_clip_gain = true;
                 clip.clip_gain_db = 0;
@@ -57,7 +59,7 @@ private:
             clip.clip_gain_db += fixed->second;
             ++tallies_.in_groups_with_gain;
         }
-        if (gains_.lines.line(clip.group_name) == nullptr) return;
+        if (gains_.line(gains_.groups, clip.group_name) == nullptr) return;
         ++tallies_.in_groups_with_line;
         if (groups_met_.insert(clip.group_name).second)
             tallies_.groups_with_line.push_back(clip.group_name);
@@ -73,8 +75,8 @@ private:
 
 void give_clip_gain(std::vector<TimelineTrack>& tracks, const ClipGains& gains,
                     ClipGainTallies& tallies) {
-    tallies.count_disagreements = gains.lines.count_disagreements;
-    if (gains.fixed_db.empty() && gains.lines.entry_of_clip.empty()) return;
+    tallies.count_disagreements = gains.count_disagreements;
+    if (gains.entries.empty()) return;
     GainGiver giver(gains, tallies);
     for (TimelineTrack& track : tracks) {
         for (ClipItem& clip : track.clips) giver.give(clip);

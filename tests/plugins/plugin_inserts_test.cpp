@@ -23,7 +23,7 @@ std::vector<PluginInsert> inserts_of(const Bytes& image) {
 Bytes session_with_inserts() {
     SessionBuilder session;
     session.track({.name = "Vox",
-                   .inserts = {{.code = "Digi47e3", .channels = 1, .slot_word = 77},
+                   .inserts = {{.code = "Digi47e3", .channels = 1},
                                {.code = "Wav\x01Shel",
                                 .bypassed = true,
                                 .key_input = 5,
@@ -42,8 +42,7 @@ TEST(ReadPluginInserts, CarryStripSwitchesAndLanes) {
     ASSERT_EQ(rows.size(), 3U);
     EXPECT_EQ(inserts[0].code, "Digi47e3");
     EXPECT_EQ(inserts[0].channels, 1);
-    EXPECT_EQ(inserts[0].slotWord, 77U);
-    EXPECT_EQ(inserts[0].keyInput, -1);
+    EXPECT_EQ(inserts[0].keyInput, -1) << "the next slot's key is not its own";
     EXPECT_EQ(inserts[1].code, "Wav.Shel");
     EXPECT_EQ(inserts[1].keyInput, 5);
     EXPECT_EQ(inserts[1].productText,
@@ -54,6 +53,7 @@ TEST(ReadPluginInserts, CarryStripSwitchesAndLanes) {
         EXPECT_EQ(inserts[i].bypassed, i == 1);
         EXPECT_EQ(inserts[i].inactive, i == 2);
         EXPECT_EQ(inserts[i].lanes.size(), i == 1 ? 1U : 0U);
+        EXPECT_EQ(inserts[i].slotWord, inserts[i].lanes.size());
         const StripRow& row = rows[i < 2 ? 0 : i - 1];
         for (const StripRow& any : rows) EXPECT_EQ(holds(any, inserts[i]), &any == &row);
         EXPECT_EQ(inserts[i].hostStart == row.start, i < 3) << "a master's inner row is the host";

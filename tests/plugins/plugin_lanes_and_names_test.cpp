@@ -27,29 +27,35 @@ TEST(PluginLanes, ValuesRunFromZeroToOneAndTicksFromTheOrigin) {
                         .index = 7,
                         .id = "thr",
                         .default_value = 0,
-                        .points = {{0, -half}, {4800, half}, {9600, -2 * half}}};
-    for (const bool behind_part : {false, true}) {
-        for (const bool in_ticks : {false, true}) {
-            SCOPED_TRACE(testing::Message() << behind_part << in_ticks);
-            spec.label_behind_part = behind_part;
-            spec.in_ticks = in_ticks;
-            if (in_ticks) spec.points[0].position = 1000000000000LL + 10;
-            const auto lanes = lanes_of(builder::control_lane(spec));
-            ASSERT_EQ(lanes.size(), 1U);
-            EXPECT_EQ(lanes[0].name, "Thresh");
-            EXPECT_EQ(lanes[0].index, 7U);
-            EXPECT_EQ(lanes[0].id, "thr");
-            EXPECT_EQ(lanes[0].in_ticks, in_ticks);
-            EXPECT_EQ(lanes[0].default_value, 0.5);
-            ASSERT_EQ(lanes[0].points.size(), 3U);
-            EXPECT_EQ(lanes[0].points[0].position, in_ticks ? 10 : 0);
-            EXPECT_EQ(lanes[0].points[0].value, 0);
-            EXPECT_EQ(lanes[0].points[1].position, 4800);
-            EXPECT_EQ(lanes[0].points[1].value, 1);
-            EXPECT_EQ(lanes[0].points[2].value, -0.5) << "not cut here";
-        }
-        spec.points[0].position = 0;
+                        .points = {{0, -half}, {4800, half}, {9600, -2 * half}},
+                        .is_bypass = true,
+                        .steps = 5};
+    for (const bool in_ticks : {false, true}) {
+        SCOPED_TRACE(in_ticks);
+        spec.in_ticks = in_ticks;
+        if (in_ticks) spec.points[0].position = 3567587328 + 10;  // the origin's low bits
+        const auto lanes = lanes_of(builder::control_lane(spec));
+        ASSERT_EQ(lanes.size(), 1U);
+        EXPECT_EQ(lanes[0].name, "Thresh");
+        EXPECT_EQ(lanes[0].index, 7U);
+        EXPECT_EQ(lanes[0].id, "thr");
+        EXPECT_TRUE(lanes[0].is_bypass);
+        EXPECT_EQ(lanes[0].steps, 5);
+        EXPECT_EQ(lanes[0].in_ticks, in_ticks);
+        EXPECT_EQ(lanes[0].default_value, 0.5);
+        ASSERT_EQ(lanes[0].points.size(), 3U);
+        EXPECT_EQ(lanes[0].points[0].position, in_ticks ? 10 : 0);
+        EXPECT_EQ(lanes[0].points[0].value, 0);
+        EXPECT_EQ(lanes[0].points[1].position, 4800);
+        EXPECT_EQ(lanes[0].points[1].value, 1);
+        EXPECT_EQ(lanes[0].points[2].value, -0.5) << "not cut here";
     }
+    PluginLaneSpec ride;
+    for (int i = 0; i < 70000; ++i) ride.points.push_back({i * 10LL, i});
+    const auto rides = lanes_of(builder::control_lane(ride));
+    ASSERT_EQ(rides.size(), 1U);
+    ASSERT_EQ(rides[0].points.size(), 70000U);
+    EXPECT_EQ(rides[0].points.back().position, 699990);
 }
 
 TEST(PluginLanes, LimitsAreInclusive) {
@@ -78,9 +84,12 @@ TEST(PluginLanes, BelongToTheLastInsertInFrontOfThem) {
     ByteWriter image;
     image.raw(builder::control_lane({.name = "nobody's"})).raw(builder::plugin_settings_block({}));
     image.raw(builder::plugin_settings_block({}))
-        .raw(builder::control_lane({.name = "the second's"}));
+        .raw(builder::control_lane({.name = "the second's"}))
+        .raw(builder::insert_slot({}))
+        .raw(builder::control_lane({.name = "behind the third's slot"}));
     const auto inserts = read_plugin_inserts(BlockIndex(ByteView(image.bytes())));
-    ASSERT_EQ(inserts.size(), 2U);
+    ASSERT_EQ(inserts.size(), 3U);
+    EXPECT_TRUE(inserts[2].lanes.empty());
     EXPECT_TRUE(inserts[0].lanes.empty());
     ASSERT_EQ(inserts[1].lanes.size(), 1U);
     EXPECT_EQ(inserts[1].lanes[0].name, "the second's");

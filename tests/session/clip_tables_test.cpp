@@ -42,33 +42,39 @@ TEST(ReadClipGains, ClipsFindTheirEntryInEveryForm) {
     regions.back().warp = WarpSpec{.points = {{0, 0}, {9, 9}}};
     add("warped, more behind", 1, GainPlace::behind_marker);
     regions.back().warp = WarpSpec{.points = {{0, 0}, {9, 9}}};
+    RegionSpec midi = named("last");
+    midi.gain_entry = 1;
     const Bytes image =
         ByteWriter()
             .raw(clip_gain_block({{{{0, -3.5F}}}, {{{480, 1}, {960, -6}, {990, 0}}}, {}}))
             .raw(region_list_block(regions))
+            .raw(group_definitions_block({{.name = "last", .gain_entry = 1}}))
+            .raw(block(0x2634, block(0x2633, clip_name_block(midi, 0x2628))))
             .bytes();
-    EXPECT_EQ(over(image, readFirstClipGains),
-              (std::map<std::string, double>{{"last", -3.5},
-                                             {"marker", 1},
-                                             {"old", 1},
-                                             {"flat", 0},
-                                             {"warped", 1},
-                                             {"warped, more behind", 1}}));
-    const ClipGainLines lines = over(image, readClipGains);
-    EXPECT_EQ(lines.entry_of_clip.size(), 4U) << "one point draws no line";
-    EXPECT_EQ(lines.line("last"), nullptr);
-    ASSERT_NE(lines.line("old"), nullptr);
-    EXPECT_EQ(fields(lines.line("old")->at(1).position, lines.line("old")->at(1).gain_db),
-              "960 -6");
-    EXPECT_EQ(lines.entries.at(2).size(), 1U) << "an entry without points reads as one at 0 dB";
-    EXPECT_EQ(lines.count_disagreements, 0);
+    const ClipGains gains = over(image, readClipGains);
+    EXPECT_EQ(gains.audio.fixed_db, (std::map<std::string, double>{{"last", -3.5},
+                                                                   {"marker", 1},
+                                                                   {"old", 1},
+                                                                   {"flat", 0},
+                                                                   {"warped", 1},
+                                                                   {"warped, more behind", 1}}));
+    EXPECT_EQ(gains.audio.line_of_clip.size(), 4U) << "one point draws no line";
+    EXPECT_EQ(gains.line(gains.audio, "last"), nullptr);
+    const auto* line = gains.line(gains.audio, "old");
+    ASSERT_NE(line, nullptr);
+    EXPECT_EQ(fields(line->at(0).position, line->at(1).position, line->at(1).gain_db),
+              "480 960 -6");
+    EXPECT_EQ(gains.groups.fixed_db, (std::map<std::string, double>{{"last", 1}}));
+    EXPECT_EQ(gains.line(gains.groups, "last"), line);
+    EXPECT_EQ(gains.entries.at(2).size(), 1U) << "an entry without points reads as one at 0 dB";
+    EXPECT_EQ(gains.count_disagreements, 0);
 }
 
 TEST(ReadClipGains, GainsBeyondTheFaderReadAsZeroAndTheLengthOverridesTheCount) {
     GainEntrySpec odd{
         .points = {{1, -145.0F}, {2, -144.9F}, {3, 36.9F}, {4, 37.0F}, {5, not_a_number}}};
     odd.counted = 2;
-    const ClipGainLines lines = over(clip_gain_block({odd, {}}), readClipGains);
+    const ClipGains lines = over(clip_gain_block({odd, {}}), readClipGains);
     ASSERT_EQ(lines.entries.size(), 2U);
     std::vector<float> gains;
     for (const auto& point : lines.entries[0]) gains.push_back(static_cast<float>(point.gain_db));
@@ -123,8 +129,8 @@ TEST(ReadWarpMaps, ReadsTheNarrowFormWhereTheWideOneHasNoRoomOrRunsBack) {
         map.number(0x41086A00, 5).zeros(7);  // and of 200000.0
         if (is_whole) map.u32(0x41124F80);
         map.zeros(behind);
-        const Bytes region = ByteWriter().counted("n").block(0x2636, map.bytes()).bytes();
-        return over(block(0x2628, region), readWarpMaps).in_samples;
+        const Bytes clip = ByteWriter().counted("n").block(0x2636, map.bytes()).bytes();
+        return over(block(0x2629, block(0x2628, clip)), readWarpMaps).in_samples;
     };
     EXPECT_TRUE(narrow(0, false).empty());
     for (const std::size_t behind : {0U, 40U}) {

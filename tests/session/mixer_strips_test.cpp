@@ -163,22 +163,32 @@ TEST(ReadLane, PointsFitTheBlockAndTicksCountFromTheOriginWithOrWithoutItsLowBit
     // Three points need 50 bytes behind offset 6.
     const Bytes three = lane_record({.initial = -7, .points = {{5, 1}, {6, 2}, {7, 3}}});
     EXPECT_EQ(lane_of(three), "-7, 5 1, 6 2, 7 3");
-    EXPECT_EQ(lane_of(resized(three, -1)), "-7");
+    EXPECT_EQ(lane_of(resized(three, -1)), "-7, 5 1, 6 2, 7 3") << "the record closes";
+    EXPECT_EQ(lane_of(resized(three, -3)), "-7");
     Bytes small = lane(1);
     small[3] = 31;
     EXPECT_EQ(lane_of(small), "none");
-    const std::pair<std::int64_t, const char*> cases[] = {
-        {960000, "0, 960000 4 ticks"},
-        {3567587328, "0, 0 4 ticks"},
-        {3567587328 - 128, "0, -128 4 ticks"},
-        {3567587328 - 129, "0, 3567587199 4 ticks"},
-        {3567587328 + 960, "0, 960 4 ticks"}};
+    const std::pair<std::vector<std::int64_t>, const char*> cases[] = {
+        {{960000}, "0, 960000 4 ticks"},
+        {{3567587328}, "0, 0 4 ticks"},
+        {{3567587328 - 128}, "0, -128 4 ticks"},
+        {{3567587328 - 129}, "0, 3567587199 4 ticks"},
+        {{3567587328 + 960}, "0, 3567588288 4 ticks"},
+        {{3567587328 + 960, 1000}, "0, 960 4, 1000 4 ticks"},
+        {{1000, 3567587328 + 960}, "0, 1000 4, 3567588288 4 ticks"}};
     for (const auto& [stored, text] : cases) {
-        EXPECT_EQ(lane_of(lane_record({.points = {{stored, 4}}}, true)), text);
+        LaneSpec spec;
+        for (const std::int64_t position : stored) spec.points.push_back({position, 4});
+        EXPECT_EQ(lane_of(lane_record(spec, true)), text);
     }
+    // A record that does not close is read by its first run.
     Bytes bytes = lane_record({.points = {{3567587328, 4}}}, false);
     bytes[27] = 1;  // no other number is the mark of a tick lane
+    bytes[19] = 1;
     EXPECT_EQ(lane_of(bytes), "0, 3567587328 4");
+    Bytes ticks = lane_record({.points = {{3567587328 + 960, 4}}}, true);
+    ticks[19] = 1;
+    EXPECT_EQ(lane_of(ticks), "0, 960 4 ticks");
 }
 
 TEST(ReadStripLanes, PlacesFollowTheGroups) {

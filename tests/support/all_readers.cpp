@@ -222,9 +222,8 @@ void read_clips(Session& session, Readings& out) {
 
 void read_clip_tables(Session& session, Readings& out) {
     const BlockIndex& index = session.index;
-    const ClipGainLines gains = readClipGains(index);
+    const ClipGains gains = readClipGains(index);
     out.keep("readClipGains", gains.entries.size(), gains);
-    out.list("readFirstClipGains", readFirstClipGains(index));
     const WarpMaps warps = readWarpMaps(index);
     out.keep("readWarpMaps", warps.in_samples.size() + warps.in_ticks.size(), warps);
     out.list("readPitchShifts", readPitchShifts(index));

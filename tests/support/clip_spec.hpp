@@ -38,7 +38,7 @@ struct PitchSpec {
 /// One entry of the gain table.
 struct GainEntrySpec {
     std::vector<std::pair<std::uint32_t, float>> points = {};  ///< samples and dB
-    std::optional<std::uint32_t> counted = {};                 ///< instead of the true count
+    std::optional<std::uint8_t> counted = {};                  ///< instead of the true count
 };
 
 /// A looped placement.

@@ -19,11 +19,12 @@ struct PluginLaneSpec {
 
     std::string name = "Gain";
     std::uint32_t index = 1;
-    std::string id = "0";
+    std::string id = "0";  ///< empty: an older part, which has none
     std::int32_t default_value = 0;
     std::vector<Point> points = {};
     bool in_ticks = false;
-    bool label_behind_part = false;  ///< name and id stand behind the slot part, not in it
+    bool is_bypass = false;
+    std::uint8_t steps = 0;  ///< none for a control that moves freely
 };
 
 /// One plug-in.
@@ -34,8 +35,7 @@ struct InsertSpec {
     std::size_t padding = 0;  ///< zeros in the block behind the state
     bool active = true;
     bool bypassed = false;
-    std::optional<std::uint16_t> key_input = {};
-    std::uint32_t slot_word = 0;
+    std::optional<std::uint16_t> key_input = {};  ///< none: the slot has no record of it
     std::vector<PluginLaneSpec> lanes = {};
 };
 

@@ -115,9 +115,10 @@ TEST(TakePlan, GivesBackTheNearestShapeToAFadeThatAnEditChanged) {
 
 TEST(ClipGain, AddsTheGroupsGainToTheClipsOwn) {
     ClipGains gains;
-    gains.fixed_db = {{"own", 1}, {"group", -3}, {"flat group", 0}};
-    gains.lines.entries = {{{0, -3}, {10, 0}}};
-    gains.lines.entry_of_clip = {{"own", 0}, {"no fixed gain", 0}, {"group", 0}};
+    gains.entries = {{{0, -3}, {10, 0}}};
+    gains.audio = {.fixed_db = {{"own", 1}}, .line_of_clip = {{"own", 0}, {"no fixed gain", 0}}};
+    gains.groups = {.fixed_db = {{"own", 9}, {"group", -3}, {"flat group", 0}},
+                    .line_of_clip = {{"group", 0}}};
     struct {
         const char *name, *group;
         bool has_gain;

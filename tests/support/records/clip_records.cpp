@@ -75,9 +75,9 @@ Bytes clip_name_block(const RegionSpec& region, std::uint16_t type) {
     if (region.gain_place == GainPlace::old_marker) {
         clip.u32(0).u32(4).zeros(15);
     } else {
-        clip.u32(4).zeros(2);
-        if (region.warp) clip.raw(warp_block(*region.warp)).zeros(17);
-        if (!region.warp) clip.zeros(17);
+        clip.u16(4).u32(region.warp ? 1 : 0);
+        if (region.warp) clip.raw(warp_block(*region.warp));
+        clip.zeros(17);
     }
     clip.u32(region.gain_entry);
     if (region.gain_place != GainPlace::last) clip.zeros(6);

@@ -1,15 +1,24 @@
 // The tables beside the clips, field by field.
 #include "support/records/clip_table_records.hpp"
 
+#include <bit>
+
+#include "support/records/event_records.hpp"
+
 namespace tanrove::builder {
 
 Bytes clip_gain_block(const std::vector<GainEntrySpec>& entries) {
     ByteWriter table;
     table.u32(entries.size());
     for (const auto& entry : entries) {
-        const auto count = static_cast<std::uint32_t>(entry.points.size());
-        table.u32(1).u32(14 + 8 * count).u16(0).u32(entry.counted.value_or(count)).zeros(8);
-        for (const auto& [position, gain] : entry.points) table.u32(position).f32(gain);
+        std::vector<EventSpec> events;
+        for (const auto& [position, gain] : entry.points) {
+            events.push_back({position, std::bit_cast<std::uint32_t>(gain)});
+        }
+        Bytes record = event_record(events, 4, false);
+        constexpr std::size_t event_count_at = 10;
+        if (entry.counted) record[event_count_at] = *entry.counted;
+        table.raw(record);
     }
     return block(0x2637, table.bytes());
 }
@@ -28,6 +37,7 @@ Bytes group_definitions_block(const std::vector<GroupClipSpec>& clips) {
         RegionSpec region;
         region.name = clip.name;
         region.length = clip.length;
+        region.gain_entry = clip.gain_entry;
         if (clip.is_piece) region.source_offset = 1000000000000 + clip.start;
         const Bytes name = clip_name_block(region, clip.broken ? 0x2629 : 0x2628);
         ByteWriter record;

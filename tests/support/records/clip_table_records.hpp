@@ -26,6 +26,7 @@ struct GroupClipSpec {
     std::uint8_t compound = 0;
     std::uint8_t kind = 1;
     bool broken = false;  ///< holds no clip
+    std::uint32_t gain_entry = 0xffffffff;
 };
 
 /// 0x262c: the definitions of clip groups.

@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "support/records/event_records.hpp"
 #include "support/records/midi_records.hpp"
 
 namespace tanrove::builder {
@@ -142,15 +143,11 @@ Bytes output_name_record(const std::string& name, std::uint16_t id) {
 }
 
 Bytes lane_record(const LaneSpec& lane, bool in_ticks) {
-    constexpr std::uint64_t origin = 1000000000000ULL;
-    ByteWriter record;
-    record.u8(1).raw("F").u16(1).u32(20 + 6 * lane.points.size()).u8(in_ticks ? 1 : 0).u8(0);
-    record.u16(1).u16(0).u16(2).u16(lane.points.size()).number(in_ticks ? origin : 0, 5).zeros(3);
-    record.i16(lane.initial.value_or(0));
-    for (const auto& point : lane.points) {
-        record.u32(static_cast<std::uint32_t>(point.position)).i16(point.value);
-    }
-    return block(0x260a, record.zeros(2).bytes());
+    const auto word = [](auto value) { return static_cast<std::uint32_t>(value); };
+    std::vector<EventSpec> events = {{0, word(lane.initial.value_or(0))}};
+    events.reserve(lane.points.size() + 1);
+    for (const auto& point : lane.points) events.push_back({point.position, word(point.value)});
+    return block(0x260a, ByteWriter().raw(event_record(events, 2, in_ticks)).zeros(2).bytes());
 }
 
 Bytes lane_group(const std::vector<Bytes>& lanes) {

@@ -1,6 +1,7 @@
 // The plug-ins' records, field by field.
 #include "support/records/plugin_records.hpp"
 
+#include "support/records/event_records.hpp"
 #include "support/records/mixer_records.hpp"
 
 namespace tanrove::builder {
@@ -16,16 +17,13 @@ Bytes control(const std::string& prefix, const std::string& name, const Bytes& v
     return ByteWriter().raw(prefix).raw(name).pad_to(spacing).raw(value).bytes();
 }
 
-/// Name, index and id of a control.
+/// Name, index, switches and id of a control.
 Bytes lane_label(const PluginLaneSpec& lane) {
-    return ByteWriter()
-        .zeros(7)
-        .counted(lane.name)
-        .zeros(4)
-        .u32(lane.index)
-        .zeros(8)
-        .counted(lane.id)
-        .bytes();
+    ByteWriter label;
+    label.counted(lane.name).u32(lane.index);
+    label.u8(lane.is_bypass ? 1 : 0).zeros(2).u8(lane.steps).zeros(4);
+    if (!lane.id.empty()) label.counted(lane.id);
+    return label.bytes();
 }
 
 }  // namespace
@@ -110,27 +108,27 @@ Bytes plugin_settings_block(const InsertSpec& insert) {
 }
 
 Bytes control_lane(const PluginLaneSpec& lane) {
-    constexpr std::uint64_t origin = 1000000000000ULL;
     const auto word = [](auto value) { return static_cast<std::uint32_t>(value); };
-    ByteWriter record;
-    record.u8(1).raw("F").u16(1).u32(22 + 8 * lane.points.size()).u8(lane.in_ticks ? 1 : 0).u8(0);
-    record.u16(1).u16(0).u16(2).u16(lane.points.size());
-    record.number(lane.in_ticks ? origin : 0, 5).zeros(3).u32(word(lane.default_value));
-    for (const auto& point : lane.points) record.u32(word(point.position)).u32(word(point.value));
+    std::vector<EventSpec> events = {{0, word(lane.default_value)}};
+    for (const auto& point : lane.points) events.push_back({point.position, word(point.value)});
+    const Bytes record = event_record(events, 4, lane.in_ticks);
     ByteWriter part;
-    part.u8(1).block(0x260b, record.zeros(2).bytes());
-    if (lane.label_behind_part)
-        return ByteWriter().block(0x260f, part.bytes()).raw(lane_label(lane)).bytes();
-    return block(0x260f, part.raw(lane_label(lane)).bytes());
+    part.u8(1).block(0x260b, ByteWriter().raw(record).zeros(2).bytes()).raw(lane_label(lane));
+    return block(0x260f, part.bytes(), lane.id.empty() ? 1 : 2);
 }
 
 Bytes insert_slot(const InsertSpec& insert) {
+    ByteWriter settings;
+    settings.raw(plugin_settings_block(insert)).u8(insert.active ? 1 : 0);
+    ByteWriter plugin;
+    plugin.block(0x2613, settings.bytes());
+    if (insert.key_input) plugin.raw(output_name_record("", *insert.key_input));
+    ByteWriter controls;
+    controls.u32(insert.lanes.size());
+    for (const auto& lane : insert.lanes) controls.raw(control_lane(lane));
     ByteWriter slot;
-    slot.raw(plugin_settings_block(insert)).u8(insert.active ? 1 : 0);
-    slot.raw(output_name_record("", insert.key_input.value_or(0xffff)));
-    for (const auto& lane : insert.lanes) slot.raw(control_lane(lane));
-    slot.u8(insert.bypassed ? 1 : 0);
-    return slot.block(0x2614, ByteWriter().u32(insert.slot_word).zeros(8).bytes()).bytes();
+    slot.block(0x2615, plugin.bytes()).u8(insert.bypassed ? 1 : 0);
+    return block(0x2616, slot.block(0x2614, controls.zeros(8).bytes()).bytes());
 }
 
 Bytes plugin_name_record(const PluginNameSpec& name) {

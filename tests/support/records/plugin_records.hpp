@@ -43,7 +43,7 @@ Bytes plugin_settings_block(const InsertSpec& insert);
 /// 0x260f with its 0x260b.
 Bytes control_lane(const PluginLaneSpec& lane);
 
-/// A settings block and what stands behind it, to the slot record 0x2614.
+/// 0x2616: the settings, the key input where there is one, and the record 0x2614 with the lanes.
 Bytes insert_slot(const InsertSpec& insert);
 
 /// 0x1017: maker, product and build behind the name.
