@@ -71,6 +71,11 @@ std::optional<std::string_view> readCountedText(ByteView image, std::size_t pos,
     return image.text(text_at, count);
 }
 
+std::optional<std::string_view> read_name(ByteView image, std::size_t pos, std::size_t limit) {
+    const auto name = readCountedText(image, pos, max_name_bytes, limit);
+    return name && is_session_text(*name) ? name : std::nullopt;
+}
+
 bool is_session_text(std::string_view text) {
     return std::all_of(text.begin(), text.end(), is_text_byte);
 }

@@ -77,6 +77,13 @@ std::optional<ThreePoint> readThreePoint(ByteView image, std::size_t pos, std::s
 std::optional<std::string_view> readCountedText(ByteView image, std::size_t pos, std::size_t bound,
                                                 std::size_t limit);
 
+/// Most bytes of a name that stands in a block of its own kind.
+constexpr std::size_t max_name_bytes = 255;
+
+/// The name of at most `max_name_bytes` whose count stands at `pos`; nullopt where it is no text or
+/// passes `limit`. It can be empty.
+std::optional<std::string_view> read_name(ByteView image, std::size_t pos, std::size_t limit);
+
 /// True if every byte is printable ASCII or part of a UTF-8 sequence.
 bool is_session_text(std::string_view text);
 

@@ -13,7 +13,7 @@ namespace tanrove {
 namespace {
 
 constexpr std::size_t min_name_bytes = 3;
-constexpr std::size_t max_name_bytes = 40;
+constexpr std::size_t max_scanned_name_bytes = 40;
 constexpr std::string_view first_name_prefix = "Bus ";
 
 using NameSet = std::unordered_set<std::string_view>;
@@ -23,8 +23,8 @@ NameSet find_names(ByteView image) {
     NameSet names;
     for (std::size_t at = 0; at < image.size(); ++at) {
         const std::size_t count = image.u8(at);
-        if (count < min_name_bytes || count > max_name_bytes) continue;
-        const auto text = readCountedText(image, at, max_name_bytes, image.size());
+        if (count < min_name_bytes || count > max_scanned_name_bytes) continue;
+        const auto text = readCountedText(image, at, max_scanned_name_bytes, image.size());
         if (!text || !is_session_text(*text) || !is_track_name(*text)) continue;
         if (text->find('.') == std::string_view::npos) names.insert(*text);
     }

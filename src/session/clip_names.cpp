@@ -15,10 +15,8 @@ ClipKind clip_kind(const BlockIndex& index, const Block& clip) {
 }
 
 std::optional<std::string_view> read_clip_name(ByteView image, const Block& clip) {
-    constexpr std::size_t max_name = 128;
-    const auto name = readCountedText(image, clip.payload(), max_name, clip.end());
-    if (!name || name->empty() || !is_session_text(*name)) return std::nullopt;
-    return name;
+    const auto name = read_name(image, clip.payload(), clip.end());
+    return name && !name->empty() ? name : std::nullopt;
 }
 
 }  // namespace tanrove

@@ -14,7 +14,7 @@ constexpr std::uint32_t largest_size = 4000;
 
 constexpr std::size_t name_count_at = 9;
 constexpr std::size_t name_at = 13;
-constexpr std::size_t max_name_bytes = 200;
+constexpr std::size_t max_render_name_bytes = 200;
 constexpr std::size_t widest_number = 5;
 constexpr std::size_t widest_start = 8;  // the top byte marks ticks and is no part of the number
 constexpr std::uint64_t start_bits = (std::uint64_t{1} << 8 * position_width) - 1;
@@ -49,7 +49,7 @@ FreezeRenders readFreezeRenders(const BlockIndex& index, std::span<const std::st
     for (const Block& clip : index.of_type(clip_type).all()) {
         if (clip.size < least_size || clip.size > largest_size) continue;
         const auto name =
-            readCountedText(image, clip.at + name_count_at, max_name_bytes, clip.end());
+            readCountedText(image, clip.at + name_count_at, max_render_name_bytes, clip.end());
         if (!name || name->empty()) continue;
         // Two tracks can claim one clip: "Gtr-03" is a track's own name and a render of "Gtr".
         for (const auto track : {name, without_number(*name)}) {

@@ -24,7 +24,7 @@ constexpr std::uint16_t attributes_type = 0x258e;
 
 constexpr std::size_t name_count_at = 9;
 constexpr std::size_t name_at = 13;
-constexpr std::size_t max_name_bytes = 128;
+constexpr std::size_t max_group_name_bytes = 128;
 // A block of this size and the name's reaches to the place of its first member.
 constexpr std::size_t size_without_name = 17;
 
@@ -57,7 +57,8 @@ void take_attributes(ByteView image, const Block& block, GroupRecord& group) {
 
 std::optional<GroupRecord> read_group(ByteView image, const Block& block,
                                       const BlockList& attributes) {
-    const auto name = readCountedText(image, block.at + name_count_at, max_name_bytes, block.end());
+    const auto name =
+        readCountedText(image, block.at + name_count_at, max_group_name_bytes, block.end());
     if (!name || name->empty() || !is_session_text(*name)) return std::nullopt;
     if (block.size < name->size() + size_without_name) return std::nullopt;
 

@@ -16,13 +16,13 @@ constexpr std::uint16_t hardware_insert_type = 0x2612;
 
 constexpr std::size_t name_at = 42;
 constexpr std::size_t min_bytes = 45;  // a shorter child has no name at its fixed place
-constexpr std::size_t max_name_bytes = 128;
+constexpr std::size_t max_insert_name_bytes = 128;
 
 std::optional<std::string> insert_name(ByteView image, const Block* output) {
     if (output == nullptr) return std::nullopt;
     if (output->end() - output->at > min_bytes) {
         const auto name =
-            readCountedText(image, output->at + name_at, max_name_bytes, output->end());
+            readCountedText(image, output->at + name_at, max_insert_name_bytes, output->end());
         if (name && !name->empty() && is_ascii_text(*name)) return std::string(*name);
     }
     return readOutputName(image, *output);

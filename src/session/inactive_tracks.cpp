@@ -1,5 +1,5 @@
 // Inactive: a strip table entry 0x251a of the long form, 72 + n bytes in size with n the bytes of
-// its name (u32 n of 1 to 80 at offset 11, text at 15), says it by a 0 at offset size + 1.
+// its name (u32 n of 1 to 255 at offset 11, text at 15), says it by a 0 at offset size + 1.
 //
 // Voice off: the voice record 0x200b has two zero bytes in front of its 'Z' where other tracks have
 // ff ff. It stands behind the row in the 0x261c that holds both; a row that no 0x261c holds may
@@ -16,8 +16,6 @@ namespace {
 
 constexpr std::uint16_t strip_table_entry_type = 0x251a;
 constexpr std::size_t name_length_at = 11;
-constexpr std::size_t min_entry_size = 73;
-constexpr std::size_t max_entry_size = 152;
 constexpr std::size_t size_without_name = 72;
 constexpr std::size_t active_behind_size = 1;
 
@@ -26,10 +24,10 @@ constexpr std::uint16_t strip_identity_type = 0x261c;
 constexpr std::size_t voice_mark_bytes = 2;
 
 std::optional<std::string> inactive_name(ByteView image, const Block& entry) {
-    if (entry.size < min_entry_size || entry.size > max_entry_size) return std::nullopt;
-    const std::size_t length = entry.size - size_without_name;
-    const auto name = readCountedText(image, entry.at + name_length_at, length, entry.end());
-    if (!name || name->size() != length || !is_session_text(*name)) return std::nullopt;
+    const auto name = read_name(image, entry.at + name_length_at, entry.end());
+    if (!name || name->empty() || entry.size != size_without_name + name->size()) {
+        return std::nullopt;
+    }
     if (image.u8(entry.at + entry.size + active_behind_size) != 0) return std::nullopt;
     return std::string(*name);
 }

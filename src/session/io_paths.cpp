@@ -2,7 +2,7 @@
 //
 //   9    u8 type: 0 input, 1 and 6 hardware output, 2 bus, 3 insert
 //   10   u8 width code
-//   11   u32 n, 1 to 80, name at 15
+//   11   u32 n, 1 to 255, name at 15
 //   E            u32 c, 1 to 16, then c u16 channel numbers
 //   E + 4 + 2c   u16 place of the path it is a part of, 0xffff for none
 //   E + 11 + 2c  the identity marker, u64 identity
@@ -25,7 +25,6 @@ constexpr std::size_t type_at = 9;
 constexpr std::size_t width_at = 10;
 constexpr std::size_t name_length_at = 11;
 constexpr std::size_t name_at = 15;
-constexpr std::size_t max_name_bytes = 80;
 constexpr std::size_t count_width = 4;
 constexpr std::size_t channel_width = 2;
 constexpr std::size_t max_channels = 16;
@@ -78,9 +77,8 @@ bool read_later_count(ByteView image, const std::vector<std::size_t>& markers,
 
 std::optional<IoPath> read_path(ByteView image, const std::vector<std::size_t>& markers,
                                 const Block& block) {
-    const auto name =
-        readCountedText(image, block.at + name_length_at, max_name_bytes, block.end());
-    if (!name || name->empty() || !is_session_text(*name)) return std::nullopt;
+    const auto name = read_name(image, block.at + name_length_at, block.end());
+    if (!name || name->empty()) return std::nullopt;
     IoPath path;
     path.type = image.u8(block.at + type_at);
     path.width_code = image.u8(block.at + width_at);

@@ -37,7 +37,6 @@ constexpr std::size_t name_at = 19;
 constexpr std::size_t body_end_at = 8;  // counted from the body, as the colours are
 constexpr std::size_t min_body_bytes = 16;
 
-constexpr std::size_t max_name_bytes = 128;
 constexpr std::uint32_t sample_bit = 2;
 constexpr std::uint32_t newer_kinds = 8;
 constexpr std::uint32_t last_kind = 2;

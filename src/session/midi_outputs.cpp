@@ -1,6 +1,6 @@
 // The list 0x2004: u32 count at 9, then a 0x2005 an output. In that:
 //
-//   0x2006  u32 count of 0 to 199 at 11, text of the output's name, behind it u8 number less 1
+//   0x2006  u32 count of 0 to 255 at 11, text of the output's name, behind it u8 number less 1
 //   0x2097  on a plug-in: i32 that tells which one, at 22
 //   0x2401  on a port: u8 code at 9
 //
@@ -22,7 +22,6 @@ constexpr std::uint16_t port_type = 0x2401;
 
 constexpr std::size_t name_count_at = 11;
 constexpr std::size_t count_width = 4;
-constexpr std::size_t max_name_bytes = 199;
 constexpr std::uint32_t least_node_size = 29;
 constexpr std::size_t node_value_at = 22;
 constexpr std::uint32_t least_port_size = 4;

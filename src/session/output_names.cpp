@@ -4,7 +4,7 @@
 //   17   the identity marker, u64 identity; once more at 33, zeros where the output is no sub-path
 //   45   u32 count, text
 //
-// The text is searched for from offset 11 on: the first count of 1 to 80 with text behind it.
+// The text is searched for from offset 11 on: the first count of 1 to 255 with text behind it.
 #include "session/output_names.hpp"
 
 #include <algorithm>
@@ -16,15 +16,14 @@ namespace {
 constexpr std::size_t id_at = 9;
 constexpr std::size_t search_from = 11;
 constexpr std::size_t search_to = 256;  // a name farther in is chance
-constexpr std::size_t max_name_bytes = 80;
 
 }  // namespace
 
 std::optional<std::string> readOutputName(ByteView image, const Block& block) {
     const std::size_t last = std::min(block.at + search_to, block.end());
     for (std::size_t at = block.at + search_from; at < last; ++at) {
-        const auto name = readCountedText(image, at, max_name_bytes, block.end());
-        if (name && !name->empty() && is_session_text(*name)) return std::string(*name);
+        const auto name = read_name(image, at, block.end());
+        if (name && !name->empty()) return std::string(*name);
     }
     return std::nullopt;
 }

@@ -29,7 +29,6 @@ namespace {
 
 constexpr std::uint16_t playlist_type = 0x1057;
 constexpr std::size_t playlist_name_at = 9;
-constexpr std::size_t max_playlist_name = 200;
 
 constexpr std::uint16_t properties_type = 0x2502;
 constexpr std::uint16_t grid_type = 0x103d;
@@ -133,7 +132,7 @@ std::vector<std::size_t> named_rows(const BlockIndex& index, std::span<const Blo
         const auto name = playlist == nullptr
                               ? std::nullopt
                               : readCountedText(index.image(), playlist->at + playlist_name_at,
-                                                max_playlist_name, playlist->end());
+                                                max_name_bytes, playlist->end());
         named.push_back(name ? by_name.find(*name) : RowsByName::no_row);
     }
     return named;

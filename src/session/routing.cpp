@@ -5,7 +5,7 @@
 //         ..   an output name 0x260e
 //         ..   lanes 0x260a, some in groups 0x260c
 //   ..  the input, behind the send channels, n being the bytes of its name:
-//         0       u32 n, 1 to 80, name at 4
+//         0       u32 n, 1 to 255, name at 4
 //         n + 4   four zeros, then the identity marker
 //         n + 12  u64 identity of the path
 //         n + 20  u8 0, u8 type of the path, u8 0, u8 0
@@ -26,7 +26,6 @@ namespace tanrove {
 namespace {
 
 constexpr std::size_t count_width = 4;
-constexpr std::size_t max_input_name_bytes = 80;
 constexpr std::size_t zeros_behind_name = 4;
 constexpr std::size_t identity_behind_marker = 4;
 constexpr std::size_t type_behind_marker = 13;
@@ -47,7 +46,7 @@ struct InputMark {
 /// low byte of such a count are, so there is one place at most where it can begin.
 std::optional<std::string_view> text_ending_at(ByteView image, std::size_t end) {
     std::size_t from = end;
-    while (from > 0 && end - from < max_input_name_bytes && image.u8(from - 1) != 0) --from;
+    while (from > 0 && end - from < max_name_bytes && image.u8(from - 1) != 0) --from;
     if (from == end || from < count_width || image.u32(from - count_width) != end - from) {
         return std::nullopt;
     }

@@ -2,17 +2,20 @@
 // offsets that count:
 //
 //   9   0x102d, the strip's attributes; inside it
-//         9   0x2619, the strip's name: u32 count of 1 to 80 at its offset 9, text at 13
+//         9   0x2619, the strip's name: u32 count n of 1 to 255 at its offset 9, text at 13;
+//             at 20 + n the identity marker, and behind it the strip's u64 identity
 //   ..  the active mark 0x2627; the byte in front of its 'Z' is 0 on an inactive track
 //
 // A master fader (0x261d) holds a 0x261b, which is no row. The 0x2619 keeps the name under which
-// the strip was made. The name that it has now stands in its 0x251a record: u32 count of 1 to 80 at
-// offset 11, text at 15; these records stand in the order of the rows, once or twice over. A Basic
-// folder, type 11 at offset 9, has a record and no row.
+// the strip was made. The name that it has now stands in its entry of the strip table, which has
+// the same identity. Entries of strips without one stand in the order of the rows, once or twice
+// over. A Basic folder has an entry and, in most sessions, no row.
 #include "session/strip_rows.hpp"
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
+#include <unordered_set>
 
 #include "session/enclosing_blocks.hpp"
 #include "session/strip_table.hpp"
@@ -23,23 +26,24 @@ namespace {
 
 constexpr std::uint16_t strip_name_type = 0x2619;
 constexpr std::uint16_t strip_identity_type = 0x261c;
-constexpr std::uint16_t strip_table_entry_type = 0x251a;
 constexpr auto master_type = static_cast<std::uint16_t>(StripRowType::master);
 constexpr auto audio_type = static_cast<std::uint16_t>(StripRowType::audio_or_aux);
 constexpr std::array<std::uint16_t, 6> row_types = {0x261b, 0x261d, 0x261f, 0x2620, 0x2621, 0x2623};
 
 constexpr std::size_t original_name_at = 9;
-constexpr std::size_t table_type_at = 9;
-constexpr std::size_t current_name_at = 11;
-constexpr std::size_t max_name_bytes = 80;
+constexpr std::size_t text_at = 4;  // behind its count
+constexpr std::size_t marker_behind_name = 7;
 
 /// Content type of the active mark as it stands in the bytes.
 constexpr std::string_view active_mark_type("\x27\x26", 2);
 
-/// A name inside its block; empty where it breaks a limit.
-std::string name_in(ByteView image, const Block& block, std::size_t offset) {
-    const auto name = readCountedText(image, block.at + offset, max_name_bytes, block.end());
-    return name && is_session_text(*name) ? std::string(*name) : std::string();
+/// The identity behind the name; 0 for none.
+std::uint64_t identity_in(ByteView image, const Block& name) {
+    const std::size_t count_at = name.at + original_name_at;
+    const std::size_t marker_at = count_at + text_at + image.u32(count_at) + marker_behind_name;
+    const std::size_t identity_at = marker_at + identity_marker.size();
+    if (identity_at + sizeof(std::uint64_t) > name.end()) return 0;
+    return image.has(marker_at, identity_marker) ? image.u64(identity_at) : 0;
 }
 
 /// The active marks. Their size word is not looked at: the byte in front of a mark says what it
@@ -116,32 +120,67 @@ void read_original_names(const BlockIndex& index, std::span<const Block> blocks,
         const auto row = static_cast<std::size_t>(innermost[i] - blocks.data());
         if (is_named[row]) continue;
         is_named[row] = true;
-        rows[row].original_name = name_in(index.image(), names[i], original_name_at);
+        rows[row].original_name =
+            read_name(index.image(), names[i].at + original_name_at, names[i].end()).value_or("");
         rows[row].current_name = rows[row].original_name;
+        rows[row].identity = identity_in(index.image(), names[i]);
     }
 }
 
-/// The records of the strip table where it has one or two for each row; else those that are no
-/// Basic folder's.
-std::vector<Block> table_entries(const BlockIndex& index, std::size_t row_count) {
-    const auto all = index.of_type(strip_table_entry_type).all();
-    std::vector<Block> entries(all.begin(), all.end());
-    if (entries.size() == row_count || entries.size() == 2 * row_count) return entries;
-    std::erase_if(entries, [&](const Block& entry) {
-        return index.image().u16(entry.at + table_type_at) == strip_table_folder_type;
+/// Gives a row the name that its strip has now, if it can be read.
+void rename(StripRow& row, const StripTableRecord& entry) {
+    if (!entry.name.empty()) row.current_name = entry.name;
+}
+
+/// Joins rows and entries that have the same identity and takes both away from what is left to
+/// join. Where two rows share an identity it tells neither.
+void bind_by_identity(std::vector<StripRow*>& rows, std::vector<StripTableRecord>& entries) {
+    std::unordered_map<std::uint64_t, const StripTableRecord*> entry_of;
+    for (const StripTableRecord& entry : entries) entry_of.try_emplace(entry.identity, &entry);
+    entry_of.erase(0);
+    std::unordered_set<std::uint64_t> seen;
+    std::unordered_set<std::uint64_t> shared;
+    for (const StripRow* row : rows) {
+        if (!seen.insert(row->identity).second) shared.insert(row->identity);
+    }
+    std::unordered_set<std::uint64_t> joined;
+    std::erase_if(rows, [&](StripRow* row) {
+        const auto entry = entry_of.find(row->identity);
+        if (entry == entry_of.end() || shared.contains(row->identity)) return false;
+        rename(*row, *entry->second);
+        return joined.insert(row->identity).second;
     });
-    return entries;
+    std::erase_if(entries, [&](const auto& entry) { return joined.contains(entry.identity); });
 }
 
-/// Gives the rows the names of the strip table, where the table has one or two for each row.
-bool bind_current_names(const BlockIndex& index, std::vector<StripRow>& rows) {
-    const auto entries = table_entries(index, rows.size());
-    if (entries.size() != rows.size() && entries.size() != 2 * rows.size()) return false;
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        auto name = name_in(index.image(), entries[i], current_name_at);
-        if (!name.empty()) rows[i].current_name = std::move(name);
+/// True if there is an entry for each row, once or twice over.
+bool fits_rows(std::span<const StripTableRecord> entries, std::size_t row_count) {
+    if (entries.size() != 2 * row_count) return entries.size() == row_count;
+    return std::ranges::equal(entries.first(row_count), entries.last(row_count), {},
+                              &StripTableRecord::name, &StripTableRecord::name);
+}
+
+/// Joins rows and entries in their order, if either all entries fit the rows or those that are no
+/// Basic folder's.
+bool bind_in_order(const std::vector<StripRow*>& rows, std::vector<StripTableRecord> entries) {
+    if (!fits_rows(entries, rows.size())) {
+        std::erase_if(entries,
+                      [](const auto& entry) { return entry.type == strip_table_folder_type; });
+        if (!fits_rows(entries, rows.size())) return false;
     }
+    for (std::size_t i = 0; i < rows.size(); ++i) rename(*rows[i], entries[i]);
     return true;
+}
+
+/// Gives the rows the names of the strip table; false if a row is left that has no entry.
+bool bind_current_names(const BlockIndex& index, std::vector<StripRow>& rows) {
+    auto entries = readStripTableRecords(index);
+    std::vector<StripRow*> unbound;
+    unbound.reserve(rows.size());
+    for (StripRow& row : rows) unbound.push_back(&row);
+    bind_by_identity(unbound, entries);
+    if (unbound.empty() && !rows.empty()) return true;
+    return bind_in_order(unbound, std::move(entries));
 }
 
 }  // namespace

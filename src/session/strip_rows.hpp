@@ -36,6 +36,8 @@ struct StripRow {
     StripRowType type = StripRowType::audio_or_aux;
     std::string original_name;
     std::string current_name;  ///< equal to `original_name` until the strip table binds it
+    /// Also the identity of the strip's entry in the strip table; 0 if the row has none.
+    std::uint64_t identity = 0;
     bool active = true;
     /// Not inside a 0x261c: only a 0x261b row of an audio track stands in one.
     bool is_aux = false;

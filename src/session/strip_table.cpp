@@ -2,14 +2,13 @@
 // entry, n being the bytes of its name and E the position behind it:
 //
 //   9       u16 strip type, 11 a folder
-//   11      u32 n, 0 to 200 (a strip may be nameless), text at 15
+//   11      u32 n, 0 to 255 (a strip may be nameless), text at 15
 //   E       u8 width
 //   E + 6   the identity marker, u64 identity at E + 10
 //   E + 53  u8 flag, long form only
 //
-// Three forms of it are about: one that ends at 79 + n, and two short ones, before 2022, that end
-// at 69 + n or, in the oldest sessions, at 68 + n. The short forms have no flag, and their width is
-// a code.
+// An entry ends at 79 + n since 2022 and anywhere behind the identity before: mostly at 69 + n. The
+// short forms have no flag, and their width is a code.
 #include "session/strip_table.hpp"
 
 namespace tanrove {
@@ -17,19 +16,19 @@ namespace tanrove {
 namespace {
 
 constexpr std::uint16_t strip_table_type = 0x2519;
+constexpr std::uint16_t strip_table_entry_type = 0x251a;
 constexpr std::string_view entry_type("\x1a\x25", 2);  // as it stands in the bytes
 
 constexpr std::size_t type_at = 9;
 constexpr std::size_t name_length_at = 11;
 constexpr std::size_t name_at = 15;
-constexpr std::size_t max_name_bytes = 200;
 constexpr std::size_t marker_behind_name = 6;
 constexpr std::size_t identity_behind_name = 10;
 constexpr std::size_t flag_behind_name = 53;
 
-constexpr std::size_t long_form_bytes = 79;  // and the name's; the short forms likewise
-constexpr std::size_t short_form_bytes = 69;
-constexpr std::size_t oldest_form_bytes = 68;
+// Both count the bytes of an entry without those of its name.
+constexpr std::size_t long_form_bytes = 79;
+constexpr std::size_t least_bytes = name_at + identity_behind_name + sizeof(std::uint64_t);
 
 /// The next entry of the table: a 'Z' with the content type, whatever stands between.
 std::optional<std::size_t> find_entry(ByteView image, std::size_t from, std::size_t table_end) {
@@ -41,14 +40,18 @@ std::optional<std::size_t> find_entry(ByteView image, std::size_t from, std::siz
     return std::nullopt;
 }
 
+/// The identity of the entry whose name ends at `behind_name`; 0 for none.
+std::uint64_t identity_behind(ByteView image, std::size_t behind_name) {
+    const bool is_marked = image.has(behind_name + marker_behind_name, identity_marker);
+    return is_marked ? image.u64(behind_name + identity_behind_name) : 0;
+}
+
 std::optional<StripTableEntry> read_entry(ByteView image, std::size_t at, std::size_t end) {
     const auto name = readCountedText(image, at + name_length_at, max_name_bytes, end);
     if (!name) return std::nullopt;
     const std::size_t fixed_bytes = end - at - name->size();
-    const bool is_long = fixed_bytes == long_form_bytes;
-    if (!is_long && fixed_bytes != short_form_bytes && fixed_bytes != oldest_form_bytes) {
-        return std::nullopt;
-    }
+    if (fixed_bytes < least_bytes) return std::nullopt;
+    const bool is_long = fixed_bytes >= long_form_bytes;
     const std::size_t behind_name = at + name_at + name->size();
     StripTableEntry entry;
     entry.name = *name;
@@ -57,9 +60,7 @@ std::optional<StripTableEntry> read_entry(ByteView image, std::size_t at, std::s
     entry.width_is_code = !is_long;
     entry.flag = entry.type == strip_table_folder_type ||
                  (is_long && image.u8(behind_name + flag_behind_name) == 1);
-    if (image.has(behind_name + marker_behind_name, identity_marker)) {
-        entry.identity = image.u64(behind_name + identity_behind_name);
-    }
+    entry.identity = identity_behind(image, behind_name);
     return entry;
 }
 
@@ -71,6 +72,22 @@ bool is_same_strip(const StripTableEntry& a, const StripTableEntry& b) {
 }
 
 }  // namespace
+
+std::vector<StripTableRecord> readStripTableRecords(const BlockIndex& index) {
+    const ByteView image = index.image();
+    std::vector<StripTableRecord> records;
+    for (const Block& entry : index.of_type(strip_table_entry_type).all()) {
+        StripTableRecord& record = records.emplace_back();
+        record.type = image.u16(entry.at + type_at);
+        const auto name = read_name(image, entry.at + name_length_at, entry.end());
+        if (!name) continue;
+        record.name = *name;
+        const std::size_t behind_name = entry.at + name_at + name->size();
+        if (behind_name + identity_behind_name + sizeof(std::uint64_t) > entry.end()) continue;
+        record.identity = identity_behind(image, behind_name);
+    }
+    return records;
+}
 
 std::vector<StripTableEntry> readStripTable(const BlockIndex& index) {
     const auto tables = index.of_type(strip_table_type).all();

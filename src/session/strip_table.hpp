@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "session/block_index.hpp"
@@ -20,6 +21,16 @@ struct StripTableEntry {
     bool flag = false;           ///< set on folders, else as stored
     std::uint64_t identity = 0;  ///< 0 if the record has none
 };
+
+/// What an entry says of the name that its strip has now.
+struct StripTableRecord {
+    std::string_view name;  ///< lies in the image; empty where it cannot be read
+    std::uint16_t type = 0;
+    std::uint64_t identity = 0;
+};
+
+/// Every entry block of the image, in order, whatever holds it: the second copy included.
+std::vector<StripTableRecord> readStripTableRecords(const BlockIndex& index);
 
 /// The table up to its second copy; empty where one record breaks its layout.
 std::vector<StripTableEntry> readStripTable(const BlockIndex& index);

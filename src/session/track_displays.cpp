@@ -2,7 +2,7 @@
 //
 //   E + 1   u8 shown
 //   E + 6   u16 height in pixels
-//   E + 8   u32 count of 0 to 4095 and the track's comment
+//   E + 8   u32 count of 0 to 65535 and the track's comment
 //   ..      on audio tracks a 0x2104, on video tracks a 0x2105; i16 track colour at its end + 1
 //   E + 23  i16 track colour on strips without such a child, moved by the comment's length
 //   ..      0x2434, behind it u32 row in the edit window; without that child, the last 4 bytes
@@ -32,7 +32,7 @@ constexpr std::size_t height_at = 6;
 constexpr std::size_t comment_length_at = 8;
 constexpr std::size_t comment_at = 12;
 constexpr std::size_t colour_at = 23;
-constexpr std::size_t max_comment_bytes = 4095;
+constexpr std::size_t max_comment_bytes = 65535;
 
 constexpr std::size_t row_width = 4;
 constexpr std::size_t colour_width = 2;

@@ -1,6 +1,6 @@
 // A 0x1014 record, one an audio track, n being the bytes of its name:
 //
-//   9       u32 n, 1 to 80, name at 13
+//   9       u32 n, 1 to 255, name at 13
 //   13 + n  u8 width code
 //   14 + n  u32 number of channels, and as many u16 channel ids behind it
 //   ..      the identity marker and the track's u64 identity: the last marker in the record counts
@@ -16,7 +16,6 @@ constexpr std::uint16_t track_name_type = 0x1014;
 
 constexpr std::size_t name_length_at = 9;
 constexpr std::size_t name_at = 13;
-constexpr std::size_t max_name_bytes = 80;
 constexpr std::size_t channel_count_width = 4;
 constexpr std::size_t channels_behind_name = 5;
 constexpr std::size_t channel_width = 2;
@@ -34,8 +33,8 @@ std::uint64_t last_identity(ByteView image, const std::vector<std::size_t>& mark
 }
 
 std::optional<TrackName> read_track_name(ByteView record) {
-    const auto name = readCountedText(record, name_length_at, max_name_bytes, record.size());
-    if (!name || name->empty() || !is_session_text(*name)) return std::nullopt;
+    const auto name = read_name(record, name_length_at, record.size());
+    if (!name || name->empty()) return std::nullopt;
     TrackName track;
     track.name = *name;
     const std::size_t channels_at = name_at + name->size() + channels_behind_name;

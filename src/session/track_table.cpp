@@ -1,8 +1,9 @@
 // Near the top of the image the names of all tracks stand in one run, as counted texts with few
 // bytes between them. The run has no header to find it by: it opens at the first text that is the
 // name of a track with clips. So tracks without clips that stand first, auxes say, are lost to the
-// scan, or come last in it: the first of them is named again close behind the run. The strip rows
-// know better.
+// scan, or come last in it: the first of them is named again close behind the run. And a folder of
+// the session's path, whose names stand in front of all, can be called like a track. The strip rows
+// know better: the scan serves sessions whose rows could not be joined with the strip table.
 #include "session/track_table.hpp"
 
 #include <algorithm>
@@ -17,7 +18,7 @@ namespace {
 constexpr std::size_t scanned_bytes = 400000;
 constexpr std::size_t count_width = 4;
 constexpr std::size_t min_name_bytes = 2;
-constexpr std::size_t max_name_bytes = 64;
+constexpr std::size_t max_scanned_name_bytes = 64;
 constexpr std::size_t max_gap = 40;  // bytes between one name and the next
 constexpr std::size_t max_extension_bytes = 4;
 
@@ -62,8 +63,8 @@ std::vector<Candidate> find_candidates(ByteView image) {
     std::vector<Candidate> candidates;
     for (std::size_t at = 0; at < image.size(); ++at) {
         const std::size_t count = image.u8(at);
-        if (count < min_name_bytes || count > max_name_bytes) continue;
-        const auto text = readCountedText(image, at, max_name_bytes, image.size());
+        if (count < min_name_bytes || count > max_scanned_name_bytes) continue;
+        const auto text = readCountedText(image, at, max_scanned_name_bytes, image.size());
         if (text && is_session_text(*text) && is_track_name(*text))
             candidates.push_back({at, *text});
     }
@@ -112,12 +113,8 @@ SessionTrackTable readTrackTable(const BlockIndex& index,
     table.names = scan_names(index.image().window(0, scanned_bytes), clip_track_names);
     table.scanned_count = table.names.size();
     if (!rows.bound) return table;
-    auto row_names = current_names(rows.rows);
-    table.from_strip_rows = table.names.size() < row_names.size();
-    const bool same_names = table.names.size() == row_names.size() &&
-                            std::set<std::string_view>(table.names.begin(), table.names.end()) ==
-                                std::set<std::string_view>(row_names.begin(), row_names.end());
-    if (table.from_strip_rows || same_names) table.names = std::move(row_names);
+    table.names = current_names(rows.rows);
+    table.from_strip_rows = table.scanned_count < table.names.size();
     return table;
 }
 

@@ -16,7 +16,7 @@ namespace tanrove {
 /// session folders have.
 bool is_track_name(std::string_view name);
 
-/// Each name once, as far as it comes from the scan.
+/// One name a strip row; or, as far as it comes from the scan, each name once.
 struct SessionTrackTable {
     std::vector<std::string> names;
     /// The scan found fewer names than the mixer has rows, whose names took their place.
@@ -24,9 +24,8 @@ struct SessionTrackTable {
     std::size_t scanned_count = 0;  ///< names that the scan found
 };
 
-/// Scans the first 400000 bytes for the run of names that opens with one of `clip_track_names`. If
-/// the rows' current names are bound, a scan that comes out short of them gives way to them, and
-/// one that finds just the same names takes their order.
+/// The rows' current names, where they are bound; else what a scan of the first 400000 bytes gives,
+/// for the run of names that opens with one of `clip_track_names`.
 SessionTrackTable readTrackTable(const BlockIndex& index,
                                  std::span<const std::string> clip_track_names,
                                  const StripRows& rows);

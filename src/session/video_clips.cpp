@@ -26,7 +26,6 @@ namespace {
 constexpr std::uint16_t playlist_type = 0x1053;
 constexpr std::uint32_t least_playlist = 20;
 constexpr std::uint32_t largest_playlist = 400000;
-constexpr std::size_t max_name_bytes = 200;
 
 constexpr std::uint16_t placement_type = 0x1051;
 constexpr std::uint32_t least_placement = 20;
@@ -103,9 +102,8 @@ VideoClips readVideoClips(const BlockIndex& index) {
     std::size_t next_placement = 0;
     for (const Block& playlist : index.of_type(playlist_type).all()) {
         if (playlist.size < least_playlist || playlist.size > largest_playlist) continue;
-        const auto name =
-            readCountedText(image, playlist.payload(), max_name_bytes, playlist.end());
-        if (!name || name->empty() || !is_session_text(*name)) continue;
+        const auto name = read_name(image, playlist.payload(), playlist.end());
+        if (!name || name->empty()) continue;
         const auto next_place = static_cast<std::uint32_t>(video.track_names.size());
         const auto [place, is_new] = places.try_emplace(std::string(*name), next_place);
         if (is_new) video.track_names.emplace_back(*name);

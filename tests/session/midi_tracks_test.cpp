@@ -51,7 +51,7 @@ TEST(CountOtherMidiLanes, CountsLanesWithPointsBesideTheMuteOfMidiTracksAlone) {
 }
 
 TEST(ReadMidiOutputs, EachOutputKeepsItsPlaceInTheList) {
-    const std::string longest(199, 'n');
+    const std::string longest(255, 'n');
     const std::vector<MidiOutput> expected = {{"Synth", 3, true, -7, 0},
                                               {"", 0, false, 0, 0},
                                               {longest, 1, false, 0, 9},

@@ -32,11 +32,11 @@ TEST(ReadIoPaths, BothFormsGiveTheSamePathWithinItsLimits) {
         EXPECT_EQ(read({.name = "Verb.L", .type = 2, .channels = {7, 8}, .parent = 3}, later),
                   fields("Verb.L", bus_path_type, "7,8", !later, path_identity("Verb.L")));
         const std::pair<std::size_t, std::size_t> cases[] = {
-            {1, 1}, {80, 16}, {0, 1}, {81, 1}, {5, 17}};
+            {1, 1}, {255, 16}, {0, 1}, {256, 1}, {5, 17}};
         for (const auto& [name_bytes, channels] : cases) {
             const IoPathSpec spec{.name = std::string(name_bytes, 'n'),
                                   .channels = std::vector<std::uint16_t>(channels, 0x2121)};
-            const bool fits = name_bytes > 0 && name_bytes <= 80 && channels <= 16;
+            const bool fits = name_bytes > 0 && name_bytes <= 255 && channels <= 16;
             EXPECT_NE(read(spec, later).empty(), fits) << name_bytes << ' ' << channels;
         }
     }

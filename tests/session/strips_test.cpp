@@ -61,10 +61,14 @@ TEST(ReadStripRows, EachKindOfTrackHasARowWithBothOfItsNames) {
 }
 
 TEST(ReadStripRows, ANameOutsideItsLimitsLeavesTheRowNameless) {
-    const std::pair<std::string, bool> cases[] = {
-        {"A", true},        {std::string(80, 'x'), true}, {std::string(81, 'x'), false},
-        {"\xc3\xa9", true}, {"\xc1\xa9", false},          {"a\x1f", false},
-        {"\xf4\x80", true}, {"\xf5\x80", false}};
+    const std::pair<std::string, bool> cases[] = {{"A", true},
+                                                  {std::string(255, 'x'), true},
+                                                  {std::string(256, 'x'), false},
+                                                  {"\xc3\xa9", true},
+                                                  {"\xc1\xa9", false},
+                                                  {"a\x1f", false},
+                                                  {"\xf4\x80", true},
+                                                  {"\xf5\x80", false}};
     for (const auto& [name, accepted] : cases) {
         const StripRow plain = rows_of(strip_row({.name = name}, 0)).at(0);
         EXPECT_EQ(plain.original_name, accepted ? name : "");
@@ -88,29 +92,45 @@ TEST(ReadStripRows, ThereIsAMostOfThem) {
     EXPECT_EQ(rows_of(image.bytes()).size(), 16384U);
 }
 
-TEST(ReadStripRows, NamesBindWhenTheTableHasOneOrTwoForEachRow) {
-    // A letter is a track of this name, but "S" a Basic folder, which has no row.
+TEST(ReadStripRows, NamesBindByIdentityAndElseInTheOrderOfTheTable) {
+    // A letter is a track of this name and identity, in the table as shown, in its row as made; "S"
+    // is a Basic folder.
     const struct {
-        std::string table, rows, bound;  ///< none: not bound
-    } cases[] = {{"", "a", ""},       {"A", "ab", ""},      {"AB", "ab", "AB"},
-                 {"ABC", "ab", ""},   {"ABAB", "ab", "AB"}, {"ABABC", "ab", ""},
-                 {"SAB", "ab", "AB"}, {"SASA", "a", "A"},   {"SAB", "abc", "SAB"},
-                 {"SAB", "abcd", ""}};
+        bool has_identities;
+        std::string table, rows, names;
+        bool bound;
+    } cases[] = {{false, "", "a", "a", false},       {false, "A", "ab", "ab", false},
+                 {false, "AB", "ab", "AB", true},    {false, "ABC", "ab", "ab", false},
+                 {false, "ABAB", "ab", "AB", true},  {false, "ABABC", "ab", "ab", false},
+                 {false, "SAB", "ab", "AB", true},   {false, "SASA", "a", "A", true},
+                 {false, "SAB", "abc", "SAB", true}, {false, "SAB", "abcd", "abcd", false},
+                 {false, "SA", "a", "A", true},      {false, "SASA", "as", "SA", true},
+                 {true, "SABSAB", "ab", "AB", true}, {true, "SABSAB", "abs", "ABS", true},
+                 {true, "SA", "as", "AS", true},     {true, "AB", "ba", "BA", true},
+                 {true, "A", "ab", "Ab", false},     {true, "AAB", "aab", "AAB", true},
+                 {true, "XYS", "abs", "XYS", true},  {true, "XYSXYS", "sab", "SXY", true}};
     for (const auto& c : cases) {
         ByteWriter image;
+        const auto place = [&](char letter) {
+            return static_cast<std::size_t>(letter | 0x20);  // of a small letter
+        };
         for (const char letter : c.table) {
             const auto kind = letter == 'S' ? TrackKind::basic_folder : TrackKind::audio;
-            image.raw(strip_table_entry({.name = std::string(1, letter), .kind = kind}, 0,
-                                        StripTableForm::before_2022));
+            image.raw(strip_table_entry({.name = std::string(1, letter), .kind = kind},
+                                        place(letter), StripTableForm::before_2022));
         }
         for (const char letter : c.rows) {
-            image.raw(strip_row({.name = std::string(1, letter)}, 0));
+            image.raw(strip_row({.name = std::string(1, letter)}, place(letter)));
         }
-        const auto read = over(image.bytes(), readStripRows);
+        Bytes bytes = image.bytes();
+        if (!c.has_identities)
+            std::replace(bytes.begin(), bytes.end(), Bytes::value_type{'*'},
+                         Bytes::value_type{'+'});
+        const auto read = over(bytes, readStripRows);
         std::string names;
         for (const auto& row : read.rows) names += row.current_name;
-        EXPECT_EQ(read.bound, !c.bound.empty());
-        EXPECT_EQ(names, c.bound.empty() ? c.rows : c.bound) << c.table;
+        EXPECT_EQ(names, c.names) << c.table << " " << c.rows;
+        EXPECT_EQ(read.bound, c.bound) << c.table << " " << c.rows;
     }
 }
 
@@ -149,19 +169,20 @@ TEST(ReadStripTable, AnEntryThatBreaksItsLayoutClearsTheTable) {
     const auto entry = [](const std::string& name, std::size_t number = 0) {
         return strip_table_entry({.name = name}, number, StripTableForm::since_2022);
     };
-    Bytes longer = entry("b");
-    longer.push_back(0);
-    ++longer[3];  // the size word
-    Bytes shorter = entry("b");
-    shorter.pop_back();
-    --shorter[3];
+    const auto as_long_as = [&](std::size_t bytes) {
+        Bytes cut = entry("b");
+        cut[3] = static_cast<std::uint8_t>(bytes - 7);  // the size word
+        cut.resize(bytes);
+        return cut;
+    };
     const std::pair<Bytes, std::size_t> cases[] = {{entry("b"), 2},
                                                    {entry("a"), 1},
                                                    {entry("a", 1), 2},
-                                                   {longer, 0},
-                                                   {shorter, 0},
-                                                   {entry(std::string(200, 'x')), 2},
-                                                   {entry(std::string(201, 'x')), 0}};
+                                                   {as_long_as(81), 2},
+                                                   {as_long_as(34), 2},  // the identity ends it
+                                                   {as_long_as(33), 0},
+                                                   {entry(std::string(255, 'x')), 2},
+                                                   {entry(std::string(256, 'x')), 0}};
     for (const auto& [second, count] : cases) {
         const Bytes entries = ByteWriter().u32(2).raw(entry("a")).raw(second).bytes();
         EXPECT_EQ(over(block(0x2519, entries), readStripTable).size(), count);
@@ -185,7 +206,7 @@ TEST(ReadTrackNames, GivesNameChannelsAndTheLastIdentity) {
 }
 
 TEST(ReadInactiveNames, OnlyTheLongFormMarksThemInTheTable) {
-    const std::string longest(80, 'x');
+    const std::string longest(255, 'x');
     for (const auto form : all_forms) {
         const Bytes image = session_of({{.name = "On"},
                                         {.name = longest, .active = false},
@@ -215,12 +236,12 @@ TEST(ReadVoiceOffNames, TheVoiceStandsBehindTheRowOrInAnIdentityInsideIt) {
 }
 
 TEST(ReadMasterName, TakesTheFirstMasterFader) {
-    for (const std::size_t length : {0U, 1U, 64U, 65U}) {
+    for (const std::size_t length : {0U, 1U, 255U, 256U}) {
         const std::string name(length, 'm');
         const Bytes image = session_of({{.name = name, .kind = TrackKind::master},
                                         {.name = "Second", .kind = TrackKind::master}})
                                 .image();
-        EXPECT_EQ(over(image, readMasterName), length > 64 ? "" : name);
+        EXPECT_EQ(over(image, readMasterName), length > 255 ? "" : name);
     }
 }
 

@@ -28,10 +28,10 @@ TEST(ReadTrackDisplays, ASwitchIsOnOrOffAndAModeOneOfSix) {
 }
 
 TEST(ReadTrackDisplays, ACommentHasALimitAndARowFallsBackToTheLastBytes) {
-    for (const std::size_t length : {0U, 1U, 4095U, 4096U}) {
+    for (const std::size_t length : {0U, 1U, 65535U, 65536U}) {
         const Bytes image =
             SessionBuilder().track({.name = "Vox", .comment = std::string(length, 'c')}).image();
-        EXPECT_EQ(displays_of(image).at(0).comment.size(), length > 4095 ? 0 : length);
+        EXPECT_EQ(displays_of(image).at(0).comment.size(), length > 65535 ? 0 : length);
     }
     const auto row_of = [](const Bytes& record) {
         return displays_of(ByteWriter().block(0x2621, {}).block(0x2015, record).bytes())
