@@ -1,4 +1,4 @@
-// Strips, rows and plans meet by the names that Pro Tools shows.
+// Plans meet rows and strips by the row's place, or by the names that Pro Tools shows.
 #include "mix/mixer_lookup.hpp"
 
 #include <algorithm>
@@ -11,6 +11,7 @@ namespace tanrove {
 MixerLookup::MixerLookup(const std::vector<Strip>& strips, const std::vector<StripRow>& rows,
                          const std::vector<TrackDisplay>& displays)
     : strips_(strips), rows_(rows), displays_(displays) {
+    strips_are_rows_ = std::ranges::equal(strips, rows, {}, &Strip::name, shown_name);
     for (std::size_t i = 0; i < strips.size(); ++i) {
         if (strips[i].present) strip_of_name_.try_emplace(strips[i].name, i);
     }
@@ -22,8 +23,13 @@ const Strip* MixerLookup::present_strip(std::string_view name) const {
     return found == strip_of_name_.end() ? nullptr : &strips_[found->second];
 }
 
+const Strip* MixerLookup::strip_of_row(std::size_t row) const {
+    return row < strips_.size() && strips_[row].present ? &strips_[row] : nullptr;
+}
+
 const Strip* MixerLookup::strip_of(const TrackPlan& plan) const {
     if (plan.is_alternate || plan.session_name.empty()) return nullptr;
+    if (strips_are_rows_ && plan.strip_row) return strip_of_row(*plan.strip_row);
     if (const Strip* strip = present_strip(plan.session_name)) return strip;
     const auto row = row_of_name_.find(plan.session_name);
     if (row == row_of_name_.end()) return nullptr;
@@ -32,7 +38,9 @@ const Strip* MixerLookup::strip_of(const TrackPlan& plan) const {
 }
 
 const TrackDisplay* MixerLookup::display_of(const TrackPlan& plan) const {
-    return plan.is_alternate ? nullptr : display_named(plan.session_name);
+    if (plan.is_alternate) return nullptr;
+    if (!plan.strip_row) return display_named(plan.session_name);
+    return *plan.strip_row < displays_.size() ? &displays_[*plan.strip_row] : nullptr;
 }
 
 const TrackDisplay* MixerLookup::display_named(std::string_view name) const {

@@ -1,4 +1,5 @@
-// Finds what the session's mixer and edit window say about a planned track, by its name.
+// Finds what the session's mixer and edit window say about a planned track: by the strip row that
+// gave the track its place, else by its name.
 #pragma once
 
 #include <map>
@@ -17,7 +18,8 @@ namespace tanrove {
 /// Looks into lists that outlive it.
 class MixerLookup {
 public:
-    /// `displays` has one entry a row. Where two strips share a name the first counts.
+    /// `displays` has one entry a row, and so has `strips` where its names are those of the rows.
+    /// Where two strips share a name the first counts.
     MixerLookup(const std::vector<Strip>& strips, const std::vector<StripRow>& rows,
                 const std::vector<TrackDisplay>& displays);
 
@@ -45,10 +47,12 @@ public:
 
 private:
     const Strip* present_strip(std::string_view name) const;
+    const Strip* strip_of_row(std::size_t row) const;
 
     const std::vector<Strip>& strips_;
     const std::vector<StripRow>& rows_;
     const std::vector<TrackDisplay>& displays_;
+    bool strips_are_rows_ = false;  ///< a row's place is its strip's
     std::map<std::string_view, std::size_t> strip_of_name_;
     std::map<std::string_view, std::size_t> row_of_name_;
 };

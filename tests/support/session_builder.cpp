@@ -101,13 +101,12 @@ SessionBuilder& SessionBuilder::colour_schemes(std::uint8_t track_scheme,
 }
 
 Bytes SessionBuilder::image() const {
-    const std::vector<std::string> folders = {"Disk", "Sessions", "Built"};
     ByteWriter image;
     image.raw(file_header(false));
     image.raw(opening_blocks(static_cast<std::uint32_t>(container_version_ - 2)));
     image.raw(strip_table_block(tracks_, strip_table_form_, tables_.picture.frame_rate));
     image.raw(settings_block(settings_)).raw(picture_settings_block(tables_.picture.quality));
-    image.raw(file_list_block(files_, folders, settings_.rate_hz, "EVAW"));
+    image.raw(file_list_block(files_, path_, settings_.rate_hz, "EVAW"));
     if (time_.timecode) image.raw(timecode_block(*time_.timecode));
     ClipTables clips = clip_tables(tracks_, clip_groups_);
     for (const auto& render : tables_.freeze_renders) clips.regions.push_back(render);
@@ -116,7 +115,7 @@ Bytes SessionBuilder::image() const {
         groups.push_back({.name = group.name, .length = group.length});
     }
     image.raw(clip_gain_block(clips.gains)).raw(group_definitions_block(groups));
-    image.raw(tables_before_clips(tables_, folders));
+    image.raw(tables_before_clips(tables_, path_));
     image.raw(region_list_block(clips.regions)).raw(fade_list_block(clips.fades));
     image.raw(playlists_block(clips.playlists));
     std::vector<TrackSpec> track_list = tracks_;
@@ -127,8 +126,7 @@ Bytes SessionBuilder::image() const {
     if (!paths_.empty()) image.raw(io_paths_block(paths_));
     image.raw(midi_blocks(tracks_, midi_outputs_));
     image.raw(strip_rows_block(tracks_));
-    const auto has_row = [](const auto& t) { return t.kind != TrackKind::basic_folder; };
-    const auto strip_count = std::count_if(tracks_.begin(), tracks_.end(), has_row);
+    const auto strip_count = std::ranges::count_if(tracks_, &TrackSpec::has_row);
     image.raw(tables_after_rows(tables_, static_cast<std::uint16_t>(strip_count)));
     image.raw(group_lists_block(clips.group_lists));
     image.raw(extra_);

@@ -82,6 +82,9 @@ public:
     /// A plug-in that the session knows by name.
     SessionBuilder& plugin_name(const PluginNameSpec& n) { return keep(plugin_names_, n); }
 
+    /// The folders that the session lies in, the disk first.
+    SessionBuilder& path(const std::vector<std::string>& folders) { return set(path_, folders); }
+
     /// A block of any kind, placed behind the settings and in front of the product text.
     SessionBuilder& top_level(const Bytes& blocks);
 
@@ -115,6 +118,7 @@ private:
     std::vector<MidiOutputSpec> midi_outputs_;
     std::vector<PluginNameSpec> plugin_names_;
     StripTableForm strip_table_form_ = StripTableForm::before_2022;
+    std::vector<std::string> path_ = {"Disk", "Sessions", "Built"};
     Bytes extra_;
     TimeFrameSpec time_;
     TablesSpec tables_;

@@ -109,6 +109,9 @@ struct TrackSpec {
     MidiSettingsSpec midi_settings = {};
     RealTimeSpec real_time = {};
 
+    bool folder_row = false;  ///< a Basic folder that has a strip row, without a channel
+
+    bool has_row() const { return kind != TrackKind::basic_folder || folder_row; }
     const std::string& first_name() const { return original_name.empty() ? name : original_name; }
 };
 

@@ -213,7 +213,7 @@ Bytes display_record(const TrackSpec& track, int display_row) {
 }
 
 Bytes strip_row(const TrackSpec& track, std::size_t place) {
-    if (track.kind == TrackKind::basic_folder) return {};
+    if (!track.has_row()) return {};
     ByteWriter row;
     row.raw(attributes(track, place));
     if (track.kind == TrackKind::midi) {
@@ -221,7 +221,9 @@ Bytes strip_row(const TrackSpec& track, std::size_t place) {
     } else {
         row.raw(active_mark(track));
     }
-    row.raw(track.mixer.empty() ? mixer_part(track) : track.mixer);
+    if (track.kind != TrackKind::basic_folder) {
+        row.raw(track.mixer.empty() ? mixer_part(track) : track.mixer);
+    }
     if (track.kind == TrackKind::audio) {
         const Bytes payload = ByteWriter()
                                   .block(0x261b, row.zeros(8).bytes(), 8)

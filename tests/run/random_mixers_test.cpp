@@ -1,0 +1,233 @@
+// Who has which fader, pan, mute and lane: random mixers against a model that knows no session. The
+// names lie wherever a session has names, so that each of them could be taken for another's.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <sstream>
+
+#include "run/convert_session.hpp"
+#include "support/session_builder.hpp"
+#include "support/temp_folder.hpp"
+
+namespace tanrove {
+namespace {
+
+using builder::SessionBuilder;
+using builder::TrackKind;
+using builder::TrackSpec;
+using Mixer = std::vector<TrackSpec>;
+
+/// What a track of the project does, in thousandths: gain, pan, both knobs; muted; its lane's end.
+struct Told {
+    std::string name;
+    int gain = 1000;
+    int pan = 0;
+    int left = -1000;
+    int right = 1000;
+    bool muted = false;
+    int lane = -1;
+
+    auto operator<=>(const Told&) const = default;
+};
+
+void PrintTo(const Told& t, std::ostream* out) {
+    *out << t.name << " " << t.gain << " " << t.pan << " " << t.left << " " << t.right << " "
+         << t.muted << " " << t.lane;
+}
+
+int thousandths(double value) {
+    return static_cast<int>(std::lround(value * 1000));
+}
+
+int gain_of(double db) {
+    return thousandths(std::pow(10, db / 20));
+}
+
+class RandomMixer {
+public:
+    explicit RandomMixer(unsigned seed) : random_(seed) {}
+
+    Mixer make() {
+        std::vector<std::string> names = {"Kick",    "Verb",     "Vox",   "Bus 1-2", "Audio 1",
+                                          "Audio 2", "Out 1-2",  "Aux 1", "Master",  "Pro Tools",
+                                          "Music",   "Sessions", "Print", "a/b"};
+        std::shuffle(names.begin(), names.end(), random_);
+        Mixer tracks(1 + below(7));
+        for (std::size_t i = 0; i < tracks.size(); ++i) {
+            TrackSpec& track = tracks[i];
+            track.name = names[i];
+            if (below(2) != 0) track.original_name = names[below(names.size())];
+            track.kind = kinds_[below(std::size(kinds_))];
+            // Each fader and lane is nobody else's.
+            track.fader_db = -static_cast<double>(10 * i + below(10)) / 10;
+            track.muted = below(3) == 0;
+            if (track.kind != TrackKind::midi && below(3) == 0) {
+                const int end = -200 - static_cast<int>(10 * i + below(10));
+                track.volume_lane.points = {{4800, end + 100}, {48000, end}};
+            }
+            describe(track);
+        }
+        return tracks;
+    }
+
+    std::size_t below(std::size_t count) { return random_() % count; }
+
+private:
+    void describe(TrackSpec& track) {
+        const auto knob = [&] { return static_cast<int>(below(201)) - 100; };
+        if (track.kind != TrackKind::midi) track.pan = knob();
+        if (track.kind != TrackKind::midi && track.kind != TrackKind::vca && below(2) == 0) {
+            track.channels = 2;
+            track.pan_right = knob();
+        }
+        if (track.kind == TrackKind::aux) {
+            track.input = track.name;
+            track.input_is_bus = true;
+        }
+        if (track.kind == TrackKind::audio && below(2) == 0) {
+            track.clips = {{.region = track.name, .length = 48000}};
+            track.sends = {{.target = "Verb", .level_db = -30}};
+        }
+        if (track.kind == TrackKind::vca) track.mixer = {};
+    }
+
+    static constexpr TrackKind kinds_[] = {
+        TrackKind::audio,        TrackKind::audio,         TrackKind::audio, TrackKind::aux,
+        TrackKind::master,       TrackKind::vca,           TrackKind::midi,  TrackKind::instrument,
+        TrackKind::basic_folder, TrackKind::routing_folder};
+    std::mt19937 random_;
+};
+
+SessionBuilder session_of(const Mixer& mixer) {
+    SessionBuilder session;
+    session.audio_file({"Take.wav", 480000, 0});
+    std::uint16_t channel = 3;
+    for (const TrackSpec& track : mixer) {
+        if (track.kind == TrackKind::aux) session.bus(track.name, channel += 2);
+        session.track(track);
+    }
+    return session;
+}
+
+/// What the model expects: each track has its own.
+std::vector<Told> expected(const Mixer& mixer) {
+    std::vector<Told> tracks;
+    for (const TrackSpec& track : mixer) {
+        if (track.kind == TrackKind::master || track.kind == TrackKind::vca) continue;
+        Told told{.name = track.name};
+        if (track.kind != TrackKind::basic_folder) {
+            told.muted = track.muted;
+            if (!track.volume_lane.points.empty()) {
+                told.lane = gain_of(track.volume_lane.points.back().value / 10.0);
+            } else if (track.kind != TrackKind::midi) {
+                told.gain = gain_of(track.fader_db);
+            }
+            const int left = track.pan.value_or(0);
+            told.pan = 10 * left;
+            if (track.channels == 2) {
+                const int right = track.pan_right.value_or(0);
+                told.pan = 5 * (left + right);
+                told.left = 10 * left;
+                told.right = 10 * right;
+            }
+        }
+        tracks.push_back(told);
+    }
+    return tracks;
+}
+
+/// The master fader of the model, in thousandths.
+int expected_master(const Mixer& mixer) {
+    for (const TrackSpec& track : mixer) {
+        if (track.kind != TrackKind::master) continue;
+        return track.volume_lane.points.empty() ? gain_of(track.fader_db) : 1000;
+    }
+    return 1000;
+}
+
+std::vector<Told> tracks_of(const std::string& project, int& master) {
+    std::vector<Told> tracks;
+    std::istringstream lines(project);
+    bool in_volume = false;
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line);
+        std::string word;
+        double gain = 0;
+        double pan = 0;
+        double law = 0;
+        double left = 0;
+        double right = 0;
+        words >> word;
+        if (word == "<VOLENV2") in_volume = !tracks.empty();
+        if (word == ">") in_volume = false;
+        if (word == "<TRACK") tracks.emplace_back();
+        if (word == "MASTER_VOLUME" && words >> gain) master = thousandths(gain);
+        if (tracks.empty()) continue;
+        Told& track = tracks.back();
+        if (word == "NAME" && track.name.empty()) {
+            track.name = line.substr(line.find('"') + 1);
+            track.name.pop_back();
+        } else if (word == "VOLPAN" && words >> gain >> pan >> law >> left >> right) {
+            track.gain = thousandths(gain);
+            track.pan = thousandths(pan);
+            track.left = thousandths(left);
+            track.right = thousandths(right);
+        } else if (word == "MUTESOLO") {
+            words >> track.muted;
+        } else if (word == "PT" && in_volume && words >> law >> gain) {
+            track.lane = thousandths(gain);
+        }
+    }
+    return tracks;
+}
+
+void expect_model(const std::string& project, const Mixer& mixer, unsigned seed) {
+    int master = 0;
+    EXPECT_EQ(tracks_of(project, master), expected(mixer)) << seed;
+    EXPECT_EQ(master, expected_master(mixer)) << seed;
+}
+
+class RandomMixers : public testing::Test {
+protected:
+    RandomMixers() {
+        console_state().console_sink = &silent_;
+        folder_.enter();
+    }
+    ~RandomMixers() override { console_state().console_sink = nullptr; }
+
+    static std::string project_of(const SessionBuilder& session) {
+        RunOptions options;
+        options.session_path = "Song.ptx";
+        options.overwrite = true;
+        const bool converts =
+            session.write("Song.ptx") && convert_session(options, nullptr, nullptr) == 0;
+        return converts ? builder::file_text("Song.rpp") : "";
+    }
+
+private:
+    NullSink silent_;
+    builder::TempFolder folder_;
+};
+
+TEST_F(RandomMixers, EachTrackHasItsOwnWhateverElseIsNamedLikeIt) {
+    for (unsigned seed = 0; seed < 500; ++seed) {
+        RandomMixer random(seed);
+        Mixer mixer = random.make();
+        const std::string project = project_of(session_of(mixer));
+        expect_model(project, mixer, seed);
+        const std::string folder = mixer[random.below(mixer.size())].name;
+        SessionBuilder elsewhere = session_of(mixer);
+        EXPECT_EQ(project_of(elsewhere.path({"Disk", folder, "Take"})), project) << seed;
+        bool has_folder = false;
+        for (TrackSpec& track : mixer) {
+            track.folder_row = track.kind == TrackKind::basic_folder;
+            has_folder |= track.folder_row;
+        }
+        if (has_folder) expect_model(project_of(session_of(mixer)), mixer, seed);
+        if (HasFailure()) return;
+    }
+}
+
+}  // namespace
+}  // namespace tanrove
