@@ -70,9 +70,9 @@ struct ClipItem {
     bool has_clip_gain = false;
     double clip_gain_db = 0;                            ///< fixed, the clip's and its group's
     std::vector<ClipGainLinePoint> gain_envelope = {};  ///< relative to the fixed gain
-    double original_start = 0;                          ///< as it stood before covering
-    double original_length = 0;                         ///< likewise
-    double original_source_offset = 0;                  ///< likewise
+    double placed_start = 0;                            ///< before crossfades and covering
+    double placed_length = 0;                           ///< on the timeline, likewise
+    std::uint32_t loop_pass = 0;       ///< running number in its loop, 0 for the first pass
     bool is_fade_reference = false;    ///< a fade's rendered file, kept on demand: it has no row
     std::int32_t edit_row = -1;        ///< row in the track's edit list
     bool tail_kept = false;            ///< this clip's tail survives over the next clip

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <iterator>
 #include <map>
+#include <span>
 #include <tuple>
 
 #include "timeline/stretch_markers.hpp"
@@ -84,90 +85,118 @@ private:
     std::map<double, double> ends_;  ///< by the start
 };
 
+/// What is left of one row: its clip, or the passes of its loop, which lie end to end and are drawn
+/// and covered as the one clip that Pro Tools shows.
+struct DrawnRow {
+    std::span<ClipItem* const> clips;
+    bool counted = false;  ///< among the rows that lost whole passes
+
+    double start() const { return clips.front()->start; }
+    double end() const { return end_of(*clips.back()); }
+    bool muted() const { return clips.front()->muted; }
+};
+
 /// One track being drawn, row by row.
 class DrawnTrack {
 public:
     DrawnTrack(double rate_hz, CoveringTallies& tallies)
         : rate_hz_(rate_hz), half_sample_(0.5 / rate_hz), tallies_(tallies) {}
 
-    /// Draws a clip over all that was drawn before. `next` is the clip of the next row, if any: a
+    /// Draws a row over all that was drawn before. `next` is the clip of the next row, if any: a
     /// crossfade shares its sound with that one.
-    void draw(ClipItem& clip, const ClipItem* next) {
-        if (!clear_head(clip)) return;
-        clear_tail(clip);
-        cover_earlier(clip);
-        if (clip.crossfaded && next != nullptr) {
-            add_open(clip, std::min(next->start, end_of(clip)));
-        } else if (clip.tail_kept) {
-            kept_.add(clip.start, end_of(clip), half_sample_);
+    void draw(DrawnRow row, const ClipItem* next) {
+        if (!clear_head(row)) return;
+        clear_tail(row);
+        cover_earlier(row);
+        if (row.clips.back()->crossfaded && next != nullptr) {
+            add_open(row, std::min(next->start, row.end()));
+        } else if (row.clips.front()->tail_kept) {
+            kept_.add(row.start(), row.end(), half_sample_);
         } else {
-            add_open(clip, end_of(clip));
+            add_open(row, row.end());
         }
     }
 
 private:
-    /// A clip that gives way to those drawn later, and where it ends for them.
-    struct OpenClip {
-        ClipItem* clip = nullptr;
+    /// A row that gives way to those drawn later, and where it ends for them.
+    struct OpenRow {
+        DrawnRow row;
         double end = 0;
     };
 
-    /// False if nothing of the clip shows.
-    bool clear_head(ClipItem& clip) {
-        const double cut = kept_.end_behind(clip.start, half_sample_) - clip.start;
-        if (cut <= half_sample_) return true;
-        if (cut >= clip.length - half_sample_) {
-            clip.muted = true;
-            ++tallies_.muted_clips;
+    /// False if nothing of the row shows.
+    bool clear_head(DrawnRow& row) {
+        const double shows_from = kept_.end_behind(row.start(), half_sample_);
+        if (shows_from - row.start() <= half_sample_) return true;
+        if (shows_from >= row.end() - half_sample_) {
+            mute(row, row.clips);
             return false;
         }
-        start_later(clip, cut, rate_hz_);
+        std::size_t hidden = 0;
+        while (end_of(*row.clips[hidden]) <= shows_from + half_sample_) ++hidden;
+        mute(row, row.clips.first(hidden));
+        row.clips = row.clips.subspan(hidden);
+        const double cut = shows_from - row.start();
+        if (cut <= half_sample_) return true;
+        start_later(*row.clips.front(), cut, rate_hz_);
         ++tallies_.later_heads;
         return true;
     }
 
     /// Rows mostly stand in the order of time; a clip that reaches under an earlier row's from the
     /// front is the exception.
-    void clear_tail(ClipItem& clip) const {
-        const double end = kept_.next_start(clip.start + half_sample_, end_of(clip));
-        if (end < end_of(clip) - half_sample_) cut_tail(clip, end - clip.start);
+    void clear_tail(DrawnRow& row) {
+        const double end = kept_.next_start(row.start() + half_sample_, row.end());
+        if (end < row.end() - half_sample_) end_row(row, end);
     }
 
-    void cover_earlier(const ClipItem& clip) {
-        auto under = open_.upper_bound(clip.start);
-        if (under != open_.begin() && std::prev(under)->second.end > clip.start + half_sample_) {
+    void cover_earlier(const DrawnRow& row) {
+        const double start = row.start();
+        auto under = open_.upper_bound(start);
+        if (under != open_.begin() && std::prev(under)->second.end > start + half_sample_) {
             --under;
         }
-        while (under != open_.end() && under->first < end_of(clip) - half_sample_) {
-            ClipItem& covered = *under->second.clip;
-            const double left = clip.start - under->first;
-            if (left < half_sample_) {
-                leave_nothing(covered);
+        while (under != open_.end() && under->first < row.end() - half_sample_) {
+            DrawnRow& covered = under->second.row;
+            if (start - under->first < half_sample_) {
+                mute(covered, covered.clips);
+                cut_tail(*covered.clips.front(), 1 / rate_hz_);
                 under = open_.erase(under);
                 continue;
             }
-            if (clip.muted && !covered.muted) ++tallies_.silenced_tails;
-            cut_tail(covered, left);
-            under->second.end = clip.start;
+            if (row.muted() && !covered.muted()) ++tallies_.silenced_tails;
+            end_row(covered, start);
+            under->second.end = start;
             ++under;
         }
     }
 
-    void leave_nothing(ClipItem& clip) {
-        clip.muted = true;
-        cut_tail(clip, 1 / rate_hz_);
+    /// Ends a row at a moment inside it; passes behind that are not heard.
+    void end_row(DrawnRow& row, double at) {
+        std::size_t left = row.clips.size();
+        while (left > 1 && row.clips[left - 1]->start > at - half_sample_) --left;
+        mute(row, row.clips.subspan(left));
+        row.clips = row.clips.first(left);
+        ClipItem& last = *row.clips.back();
+        if (at < end_of(last) - half_sample_) cut_tail(last, at - last.start);
+    }
+
+    void mute(DrawnRow& row, std::span<ClipItem* const> hidden) {
+        for (ClipItem* clip : hidden) clip->muted = true;
+        if (hidden.empty() || row.counted) return;
+        row.counted = true;
         ++tallies_.muted_clips;
     }
 
-    void add_open(ClipItem& clip, double end) {
-        if (end - clip.start >= half_sample_) open_[clip.start] = {&clip, end};
+    void add_open(const DrawnRow& row, double end) {
+        if (end - row.start() >= half_sample_) open_[row.start()] = {row, end};
     }
 
     double rate_hz_;
     double half_sample_;
     CoveringTallies& tallies_;
     KeptSpans kept_;
-    std::map<double, OpenClip> open_;  ///< by the start; none reaches into the next
+    std::map<double, OpenRow> open_;  ///< by the start; none reaches into the next
 };
 
 /// The track's clips without the rendered fades that were kept: those lie where they fade a clip.
@@ -180,14 +209,22 @@ std::vector<ClipItem*> clips_that_cover(TimelineTrack& track) {
     return clips;
 }
 
+bool is_next_pass(const ClipItem& clip, const ClipItem& next) {
+    return next.edit_row == clip.edit_row && next.loop_pass == clip.loop_pass + 1;
+}
+
 void cover_by_rows(TimelineTrack& track, double rate_hz, CoveringTallies& tallies) {
     auto order = clips_that_cover(track);
     std::ranges::stable_sort(order, [](const ClipItem* one, const ClipItem* other) {
         return std::tie(one->edit_row, one->start) < std::tie(other->edit_row, other->start);
     });
     DrawnTrack drawn(rate_hz, tallies);
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        drawn.draw(*order[i], i + 1 < order.size() ? order[i + 1] : nullptr);
+    for (std::size_t first = 0; first < order.size();) {
+        std::size_t end = first + 1;
+        while (end < order.size() && is_next_pass(*order[end - 1], *order[end])) ++end;
+        const DrawnRow row{.clips = std::span(order).subspan(first, end - first)};
+        drawn.draw(row, end < order.size() ? order[end] : nullptr);
+        first = end;
     }
 }
 

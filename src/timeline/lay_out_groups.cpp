@@ -104,9 +104,9 @@ private:
         clip.stored_position = no_stored_position;
         clip.source_offset_samples =
             offset_in_samples(std::llround(piece.source_offset * input_.rate_hz));
-        clip.start = clip.original_start = piece.start;
-        clip.length = clip.original_length = piece.length;
-        clip.source_offset = clip.original_source_offset = piece.source_offset;
+        clip.start = piece.start;
+        clip.length = piece.length;
+        clip.source_offset = piece.source_offset;
         clip.name = region.name;
         clip.file = without_folder(input_.files[static_cast<std::size_t>(region.file)].name);
         clip.file_kind = file_kind_of(clip.file);

@@ -1,5 +1,5 @@
 // The steps of the timeline, in the one order in which they give what Pro Tools plays: place the
-// clips, measure warped slices, bind fades, stretch and loop, cover, end loops, lay out clip
+// clips, measure warped slices, bind fades, stretch, loop and end loops, cover, lay out clip
 // groups, give gain.
 #include "timeline/lay_out_timeline.hpp"
 
@@ -45,13 +45,13 @@ void write_loop_passes(std::vector<TimelineTrack>& tracks, ClipLooper& looper, d
     looper.list_unmatched(tallies);
 }
 
-/// What the clips were before others covered them.
-void keep_originals(std::vector<TimelineTrack>& tracks) {
+/// What the clips are before crossfades draw them out and others cover them.
+void keep_places(std::vector<TimelineTrack>& tracks, bool no_stretch) {
     for (TimelineTrack& track : tracks) {
         for (ClipItem& clip : track.clips) {
-            clip.original_start = clip.start;
-            clip.original_length = clip.length;
-            clip.original_source_offset = clip.source_offset;
+            const bool is_warped = clip.warped_length > 0 && !no_stretch;
+            clip.placed_start = clip.start;
+            clip.placed_length = is_warped ? clip.warped_length : clip.length;
         }
     }
 }
@@ -66,13 +66,13 @@ std::vector<TimelineTrack> lay_out_timeline(const TimelineInput& input, Timeline
     const WarpSlicer slicer(input.warp_maps != nullptr ? *input.warp_maps : no_maps, clock,
                             input.default_tempo, input.rate_hz);
     measure_warped_clips(tracks, slicer);
+    keep_places(tracks, input.no_stretch);
     bind_all_fades(tracks, input, slicer, tallies.fades);
     stretch_clips(tracks, input, slicer, tallies.stretch);
     ClipLooper looper(input.loops);
     write_loop_passes(tracks, looper, input.rate_hz, tallies.loops);
-    keep_originals(tracks);
-    cover_clips(tracks, input.rate_hz, tallies.covering);
     for (TimelineTrack& track : tracks) looper.end_loops(track, tallies.loops);
+    cover_clips(tracks, input.rate_hz, tallies.covering);
     lay_out_groups(tracks, input, tallies.clip_groups, tallies.fades);
     if (input.gains != nullptr) give_clip_gain(tracks, *input.gains, tallies.gain);
     return tracks;

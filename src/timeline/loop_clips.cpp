@@ -62,6 +62,7 @@ std::optional<LoopRefusal> refusal_of(const ClipItem& clip, const LoopRecord& lo
 
 ClipItem pass_of(const ClipItem& clip, std::uint32_t number, double rate_hz) {
     ClipItem pass = clip;
+    pass.loop_pass = number;
     pass.start += number * clip.length;
     pass.stored_position +=
         number * static_cast<std::uint64_t>(std::llround(clip.length * rate_hz));
@@ -155,14 +156,15 @@ void ClipLooper::end_loops(TimelineTrack& track, LoopTallies& tallies) const {
         const LoopRecord* record = record_of(clip);
         if (record == nullptr || !ends_by_length(*record)) continue;
         const double loop = record->length / loop_rate_hz;
-        if (loop > same_length_seconds && loop < clip.length - same_length_seconds) {
-            end_clip(clip, loop);
+        const double placed = clip.placed_length;
+        if (loop > same_length_seconds && loop < placed - same_length_seconds) {
+            end_clip(clip, std::min(loop + (clip.placed_start - clip.start), clip.length));
             ++tallies.ended_by_length;
-        } else if (std::abs(loop - clip.length) > same_length_seconds) {
+        } else if (std::abs(loop - placed) > same_length_seconds) {
             ++tallies.short_loops;
             if (tallies.listed_short_loops.size() == max_listed) continue;
             tallies.listed_short_loops.push_back(
-                {track.name, clip.name, clip.start, loop, clip.length});
+                {track.name, clip.name, clip.placed_start, loop, placed});
         }
     }
 }

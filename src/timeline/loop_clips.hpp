@@ -32,7 +32,9 @@ public:
     /// are numbered apart from audio, so a clip never takes a MIDI loop, whatever its key.
     void list_unmatched(LoopTallies& tallies) const;
 
-    /// Ends clips set by Loop Length where their loop ends. For clips that are covered already.
+    /// Ends clips set by Loop Length where their loop ends, counted from where they were placed; a
+    /// loop longer than what was placed is listed. What does not play covers nothing, so this comes
+    /// in front of the covering.
     void end_loops(TimelineTrack& track, LoopTallies& tallies) const;
 
 private:

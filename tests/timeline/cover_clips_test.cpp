@@ -101,7 +101,7 @@ TEST(CoverClips, FollowsTheRowsAndTellsFromPositionsAloneWhereThereAreNone) {
         double start;
         double length;
         char mark = ' ';  // n over the next, p over the previous, m muted, k tail kept,
-                          // x crossfaded, r rendered fade
+                          // x crossfaded, r rendered fade, l next pass of the loop before
     };
     struct {
         const char* what;
@@ -122,6 +122,14 @@ TEST(CoverClips, FollowsTheRowsAndTellsFromPositionsAloneWhereThereAreNone) {
         {"one sample is left", {{2, 4}, {2, 4}}, "2 2.08333e-05m, 2 4: 010", true},
         {"below half a sample", {{0, 4.00001}, {4, 1}}, "0 4.00001, 4 1: 000", true},
         {"above half a sample", {{0, 4.00002}, {4, 1}}, "0 4, 4 1: 000", true},
+        {"a later row ends a loop",
+         {{0, 2}, {2, 2, 'l'}, {4, 2, 'l'}, {6, 2, 'l'}, {3, 1}, {1, 1}},
+         "0 1, 1 1, 2 1m, 3 1, 4 2m, 6 2m: 010",
+         true},
+        {"a loop begins under a tail",
+         {{0, 6, 'k'}, {1, 2}, {3, 2, 'l'}, {5, 2, 'l'}, {7, 2, 'l'}},
+         "0 6, 1 2m, 3 2m, 6 1, 7 2: 110",
+         true},
         {"a rendered fade covers nothing", {{0, 4}, {1, 1, 'r'}}, "0 4, 1 1: 000", true},
     };
     for (const auto& c : cases) {
@@ -138,6 +146,10 @@ TEST(CoverClips, FollowsTheRowsAndTellsFromPositionsAloneWhereThereAreNone) {
             clip.crossfaded = placed.mark == 'x';
             clip.is_fade_reference = placed.mark == 'r';
             clip.edit_row = static_cast<std::int32_t>(tracks[0].clips.size());
+            if (placed.mark != 'l') continue;
+            const ClipItem& before = (&clip)[-1];
+            clip.edit_row = before.edit_row;
+            clip.loop_pass = before.loop_pass + 1;
         }
         tracks[0].row_ordered = c.by_rows;
         CoveringTallies tallies;

@@ -25,6 +25,8 @@ ClipItem looped_clip(std::uint32_t region) {
     clip.stored_position = 96000;
     clip.start = 2;
     clip.length = 0.5;
+    clip.placed_start = clip.start;
+    clip.placed_length = clip.length;
     clip.name = "beat";
     return clip;
 }
@@ -97,10 +99,12 @@ TEST(LoopLength, EndsLongerClipsAndListsShorterOnes) {
         std::uint32_t loop_samples;
         double length;
         int ended, listed;
+        double drawn_out = 0;  // by crossfades, at either end
     } const cases[] = {
-        {12000, 0.25, 1, 0}, {23951, 23951 / 48000.0, 1, 0},
-        {23953, 0.5, 0, 0},  {24047, 0.5, 0, 0},
-        {24049, 0.5, 0, 1},  {48, 0.5, 0, 1},
+        {12000, 0.25, 1, 0},    {23951, 23951 / 48000.0, 1, 0},
+        {23953, 0.5, 0, 0},     {24047, 0.5, 0, 0},
+        {24049, 0.5, 0, 1},     {48, 0.5, 0, 1},
+        {24000, 1, 0, 0, 0.25}, {12000, 0.5, 1, 0, 0.25},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.loop_samples);
@@ -108,7 +112,9 @@ TEST(LoopLength, EndsLongerClipsAndListsShorterOnes) {
         TimelineTrack track;
         track.clips = {looped_clip(7)};
         ClipItem& clip = track.clips[0];
-        clip.stretch_markers = {{0, 0}, {0.1, 0.2}, {0.5, 0.6}};
+        clip.start -= c.drawn_out;
+        clip.length += 2 * c.drawn_out;
+        clip.stretch_markers = {{0, 0}, {0.1, 0.2}, {clip.length, 0.6}};
         clip.fade_in.length = 0.3;
         clip.head_of_file = true;
         LoopTallies tallies;
