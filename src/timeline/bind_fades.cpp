@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "timeline/clip_edges.hpp"
@@ -38,15 +40,35 @@ ClipItem* clip_at(std::vector<ClipItem>& clips, std::optional<std::size_t> numbe
     return number ? &clips[*number] : nullptr;
 }
 
+/// Number and stored position of a fade, by which its row and its rendered file know each other.
+using FadeKey = std::pair<std::uint32_t, std::uint64_t>;
+
+FadeKey key_of(std::uint32_t fade, std::uint64_t position) {
+    return {fade, position & 0xffffffff};
+}
+
+/// The fades whose rendered files stayed on the track, in order: the files play them.
+std::vector<FadeKey> rendered_fades(const TimelineTrack& track) {
+    std::vector<FadeKey> fades;
+    for (const ClipItem& clip : track.clips) {
+        if (clip.is_fade_reference) fades.push_back(key_of(clip.region, clip.stored_position));
+    }
+    std::ranges::sort(fades);
+    return fades;
+}
+
 std::vector<FadeRow> rows_with_clips(TimelineTrack& track, const PlaylistDetail& edit_list,
                                      const FadeBinding& binding, FadeTallies& tallies) {
     std::vector<FadeRow> rows;
     std::vector<FadePlace> places;
+    const auto rendered = rendered_fades(track);
     const std::size_t count = std::min(
         {edit_list.region_ids.size(), edit_list.positions.size(), edit_list.is_fade.size()});
     for (std::size_t row = 0; row < count; ++row) {
         if (edit_list.is_fade[row] == 0) continue;
         const std::size_t fade = edit_list.region_ids[row];
+        const FadeKey key = key_of(edit_list.region_ids[row], edit_list.positions[row]);
+        if (std::ranges::binary_search(rendered, key)) continue;
         if (fade >= binding.fades.size() || binding.fades[fade].kind == FadeKind::unusable) {
             ++tallies.not_understood;
             continue;
@@ -123,7 +145,8 @@ void bind_crossfade(const FadeRow& row, const FadeBinding& binding, FadeTallies&
     double tail_fade = length;
     double head_fade = length;
     FadeForm form = binding.form;
-    if (has_handle(incoming, head)) {
+    const bool has_room = has_handle(incoming, head);
+    if (has_room) {
         extend(outgoing, tail);
         extend(incoming, head);
         incoming.start -= head.seconds;
@@ -136,6 +159,12 @@ void bind_crossfade(const FadeRow& row, const FadeBinding& binding, FadeTallies&
     }
     outgoing.fade_out = clip_fade(*row.record, FadeSide::fade_out, tail_fade, form, tallies);
     incoming.fade_in = clip_fade(*row.record, FadeSide::fade_in, head_fade, form, tallies);
+    // Unstretched clips end where their files do: not where the fades were drawn.
+    if (binding.no_stretch) {
+        const double shared = has_room ? length : 0;
+        outgoing.length =
+            std::clamp(incoming.start + shared - outgoing.start, 0.0, outgoing.length);
+    }
     outgoing.crossfaded = true;
     incoming.crossfaded_head = true;
     ++tallies.crossfades;

@@ -27,7 +27,7 @@ private:
     void give_own_gain(ClipItem& clip) {
         const auto fixed = gains_.audio.fixed_db.find(clip.name);
         if (fixed == gains_.audio.fixed_db.end()) return;
-        clip.clip_gain_db = fixed->second;
+        clip.clip_gain_db = clip.fixed_gain_db = fixed->second;
         clip.has_clip_gain = true;
         ++tallies_.clips;
         if (const ClipGainEntry* line = gains_.line(gains_.audio, clip.name)) {

@@ -15,6 +15,19 @@ bool can_be_cut(const std::vector<StretchMarker>& markers, double cut) {
            cut + least_left_seconds < markers.back().item_position;
 }
 
+/// The `to` of the place where `from` is `at`, on the line of the markers around it.
+double along_markers(const std::vector<StretchMarker>& markers, double at,
+                     double StretchMarker::*from, double StretchMarker::*to) {
+    if (markers.size() < 2) return markers.front().*to;
+    const auto right = std::upper_bound(
+        markers.begin() + 1, markers.end() - 1, at,
+        [from](double value, const StretchMarker& marker) { return value < marker.*from; });
+    const StretchMarker& left = *(right - 1);
+    const double width = (*right).*from - left.*from;
+    if (width <= 0) return left.*to;
+    return left.*to + (at - left.*from) * (((*right).*to - left.*to) / width);
+}
+
 /// A clip whose markers are written plays at the rate between them; one with two left is written
 /// without markers, so the rate between these becomes its own.
 void take_rate_of_two_markers(ClipItem& clip) {
@@ -33,15 +46,13 @@ bool has_stretch_map(const ClipItem& clip) {
 }
 
 double source_position_at(const std::vector<StretchMarker>& markers, double seconds) {
-    if (markers.size() < 2) return markers.front().source_position;
-    const auto right =
-        std::upper_bound(markers.begin() + 1, markers.end() - 1, seconds,
-                         [](double at, const StretchMarker& m) { return at < m.item_position; });
-    const StretchMarker& from = *(right - 1);
-    const double width = right->item_position - from.item_position;
-    if (width <= 0) return from.source_position;
-    const double slope = (right->source_position - from.source_position) / width;
-    return from.source_position + (seconds - from.item_position) * slope;
+    return along_markers(markers, seconds, &StretchMarker::item_position,
+                         &StretchMarker::source_position);
+}
+
+double item_position_of(const std::vector<StretchMarker>& markers, double source_seconds) {
+    return along_markers(markers, source_seconds, &StretchMarker::source_position,
+                         &StretchMarker::item_position);
 }
 
 std::optional<double> cut_head(std::vector<StretchMarker>& markers, double cut) {

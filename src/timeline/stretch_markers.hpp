@@ -19,6 +19,9 @@ bool has_stretch_map(const ClipItem& clip);
 /// on the line of the first or last two. Needs at least one marker.
 double source_position_at(const std::vector<StretchMarker>& markers, double seconds);
 
+/// When, in seconds of the item, a place of the file sounds: the same lines the other way round.
+double item_position_of(const std::vector<StretchMarker>& markers, double source_seconds);
+
 /// Takes the first `cut` seconds off the markers and gives the file position, in seconds, at which
 /// what is left begins. Without two markers, or with a cut at or outside their ends, it gives
 /// nothing and changes nothing.

@@ -10,6 +10,7 @@
 #include "base/fader_law.hpp"
 #include "base/ramp_points.hpp"
 #include "timeline/fade_curve.hpp"
+#include "timeline/stretch_markers.hpp"
 
 namespace tanrove {
 namespace {
@@ -115,12 +116,17 @@ private:
     std::span<const TakeGainPoint> line_;
 };
 
-/// Draws a take's gain from point to point, as closely as it takes.
+/// Draws a take's gain from point to point, as closely as it takes; what the take's own volume
+/// already does is taken off each point.
 class EnvelopePen {
 public:
-    EnvelopePen(const TakeGain& gain, double playrate, double sample,
+    EnvelopePen(const TakeGain& gain, double fixed_gain, double playrate, double sample,
                 std::vector<EnvelopePoint>& points)
-        : gain_(gain), playrate_(playrate), sample_(sample), points_(points) {}
+        : gain_(gain),
+          fixed_gain_(fixed_gain),
+          playrate_(playrate),
+          sample_(sample),
+          points_(points) {}
 
     void draw_to(double seconds) {
         const Place next{seconds, gain_.at(seconds)};
@@ -136,7 +142,8 @@ private:
     };
 
     void put(const Place& place) {
-        points_.push_back({.seconds = place.seconds * playrate_, .value = place.gain, .shape = 0});
+        points_.push_back(
+            {.seconds = place.seconds * playrate_, .value = place.gain / fixed_gain_, .shape = 0});
     }
 
     void refine(const Place& from, const Place& to, int halvings) {
@@ -159,6 +166,7 @@ private:
     }
 
     const TakeGain& gain_;
+    double fixed_gain_;
     double playrate_;
     double sample_;
     std::vector<EnvelopePoint>& points_;
@@ -179,8 +187,7 @@ void add_fade_times(std::vector<double>& times, double start, double length, dou
 }  // namespace
 
 const TakePlan& TakePlanner::plan(const ClipItem& clip) {
-    const bool markers_carry_rate = clip.stretch_markers.size() > 2;
-    plan_.playrate = markers_carry_rate || clip.playrate <= 0 ? 1 : clip.playrate;
+    plan_.playrate = has_stretch_map(clip) || clip.playrate <= 0 ? 1 : clip.playrate;
     plan_.has_volume = clip.has_clip_gain || clip.take_pan != 0 || clip.polarity_inverted;
     plan_.gain = clip.has_clip_gain ? gain_of(clip.clip_gain_db) : 1;
     plan_.envelope.clear();
@@ -195,13 +202,30 @@ const TakePlan& TakePlanner::plan(const ClipItem& clip) {
 
     keep_gain_line(clip);
     follow_ramps();
+    if (gain_.empty() && clip.gain_envelope.size() > 1)
+        plan_.gain *= gain_of(level_beside(clip) - clip.fixed_gain_db);
     if (!gain_.empty()) ++tallies_.gain_envelopes;
     if (fades) {
         write_with_fades(clip, fade_in, fade_out);
     } else {
-        write_gain_alone();
+        write_gain_alone(clip.fixed_gain_db);
     }
     return plan_;
+}
+
+/// A point keeps its place on the waveform, also where markers bend time.
+TakeGainPoint TakePlanner::point_of(const ClipItem& clip, const ClipGainLinePoint& point) const {
+    const double source_seconds = point.position * sample_;
+    return {has_stretch_map(clip) ? item_position_of(clip.stretch_markers, source_seconds)
+                                  : source_seconds - clip.source_offset,
+            point.gain_db};
+}
+
+/// The level at which a line that lies wholly to one side of the item passes it.
+double TakePlanner::level_beside(const ClipItem& clip) const {
+    const auto& line = clip.gain_envelope;
+    const bool lies_before = point_of(clip, line.back()).seconds <= same_time;
+    return lies_before ? line.back().gain_db : line.front().gain_db;
 }
 
 // Pro Tools plays the line through its whole length; REAPER's envelope lives inside the item, so
@@ -210,18 +234,15 @@ void TakePlanner::keep_gain_line(const ClipItem& clip) {
     kept_.clear();
     const double end = clip.length * plan_.playrate;
     const auto& line = clip.gain_envelope;
-    const auto point_of = [&](std::size_t i) {
-        return TakeGainPoint{line[i].position * sample_ - clip.source_offset, line[i].gain_db};
-    };
     for (std::size_t i = 0; i < line.size() && line.size() > 1; ++i) {
-        const TakeGainPoint point = point_of(i);
+        const TakeGainPoint point = point_of(clip, line[i]);
         if (point.seconds < -same_time) {
             if (i + 1 == line.size()) break;
-            const TakeGainPoint next = point_of(i + 1);
+            const TakeGainPoint next = point_of(clip, line[i + 1]);
             if (next.seconds > same_time) kept_.push_back(point_between(point, next, 0));
         } else if (point.seconds > end + same_time) {
             if (i == 0) break;
-            const TakeGainPoint previous = point_of(i - 1);
+            const TakeGainPoint previous = point_of(clip, line[i - 1]);
             if (previous.seconds < end - same_time)
                 kept_.push_back(point_between(previous, point, end));
             break;
@@ -251,10 +272,10 @@ void TakePlanner::follow_ramps() {
     }
 }
 
-void TakePlanner::write_gain_alone() {
+void TakePlanner::write_gain_alone(double fixed_db) {
     for (const TakeGainPoint& point : gain_)
         plan_.envelope.push_back(
-            {.seconds = point.seconds, .value = gain_of(point.db), .shape = 0});
+            {.seconds = point.seconds, .value = gain_of(point.db - fixed_db), .shape = 0});
 }
 
 void TakePlanner::write_with_fades(const ClipItem& clip, const ClipFade* fade_in,
@@ -267,7 +288,8 @@ void TakePlanner::write_with_fades(const ClipItem& clip, const ClipFade* fade_in
     for (const TakeGainPoint& point : gain_) times_.push_back(point.seconds / plan_.playrate);
     std::ranges::sort(times_);
 
-    EnvelopePen pen(gain, plan_.playrate, sample_, plan_.envelope);
+    const double fixed_gain = gain_.empty() ? 1 : gain_of(clip.fixed_gain_db);
+    EnvelopePen pen(gain, fixed_gain, plan_.playrate, sample_, plan_.envelope);
     double last = -1;
     for (const double time : times_) {
         const double seconds = std::clamp(time, 0.0, clip.length);

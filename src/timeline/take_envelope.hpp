@@ -35,9 +35,11 @@ struct TakePlan {
     std::vector<EnvelopePoint> envelope;  ///< in source time; empty for none
 };
 
-/// A point of drawn gain that lies inside the item.
+/// A point of drawn gain. A line's levels are absolute; the envelope is written relative to the
+/// take's volume, so that the two together are the line.
 struct TakeGainPoint {
-    double seconds = 0;  ///< of source time, from the item's start
+    double seconds =
+        0;  ///< of source time, from the item's start; of the item's where it has markers
     double db = 0;
 };
 
@@ -53,9 +55,11 @@ public:
     TakeTallies& tallies() { return tallies_; }
 
 private:
+    TakeGainPoint point_of(const ClipItem& clip, const ClipGainLinePoint& point) const;
+    double level_beside(const ClipItem& clip) const;
     void keep_gain_line(const ClipItem& clip);
     void follow_ramps();
-    void write_gain_alone();
+    void write_gain_alone(double fixed_db);
     void write_with_fades(const ClipItem& clip, const ClipFade* fade_in, const ClipFade* fade_out);
 
     double sample_;  // seconds

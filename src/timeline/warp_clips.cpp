@@ -40,7 +40,7 @@ public:
 
     void warp(ClipItem& clip) {
         if (slicer_.warp_of(clip.name) == nullptr || !(clip.length > 0)) return;
-        const auto slice = slicer_.slice_inside_map(clip);
+        const auto slice = slicer_.slice(clip);
         if (!slice) {
             ++tallies_.unsliced;
             return;
@@ -148,7 +148,10 @@ void measure_warped_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& 
     if (slicer.empty()) return;
     for (TimelineTrack& track : tracks) {
         for (ClipItem& clip : track.clips) {
-            if (const auto slice = slicer.slice(clip)) clip.warped_length = slice->length;
+            const auto slice = slicer.slice(clip);
+            if (!slice) continue;
+            clip.warped_length = slice->length;
+            clip.warp_origin_samples = slice->origin_samples;
         }
     }
 }

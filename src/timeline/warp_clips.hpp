@@ -12,8 +12,8 @@
 
 namespace tanrove {
 
-/// Sets `warped_length` of each clip with a usable map. Nothing else of the clip changes yet:
-/// fades bind to where it ends, and still move its edges in the file.
+/// Sets `warped_length` and the origin of each clip with a usable map. Nothing else of the clip
+/// changes yet: fades bind to where it ends, and still move its edges in the file.
 void measure_warped_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& slicer);
 
 /// Gives clips their pitch shift, in semitones, by their names.

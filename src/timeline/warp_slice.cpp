@@ -86,7 +86,20 @@ double WarpSlicer::item_seconds(const WarpSlice& slice, double start, double ses
     return clock_.seconds(clock_.ticks(start) + span) - start;
 }
 
-std::optional<WarpSlice> WarpSlicer::slice_of(const ClipItem& clip, bool clamped) const {
+/// Where in the file, in samples, place 0 of the clip's map lies. Once a clip has been measured
+/// that is settled: a crossfade that opens its window moves nothing of what it plays.
+double WarpSlicer::origin_of(const ClipItem& clip, const ClipWarp& warp) const {
+    if (clip.warp_origin_samples) return *clip.warp_origin_samples;
+    const double map_start = warp.points->front().source_sample;
+    const double map_end = warp.points->back().source_sample;
+    const double lo = clip.source_offset * rate_hz_ - warp.anchor_samples;
+    const double hi = lo + clip.length * rate_hz_;
+    const bool meets_map = hi >= map_start + margin && lo <= map_end - margin;
+    // Else the anchor is not this clip's: it plays from the map's own start.
+    return meets_map ? warp.anchor_samples : clip.source_offset * rate_hz_ - map_start;
+}
+
+std::optional<WarpSlice> WarpSlicer::slice(const ClipItem& clip) const {
     const ClipWarp* warp = warp_of(clip.name);
     if (warp == nullptr || !warp->ascends || !(clip.length > 0)) return std::nullopt;
     const double map_start = warp->points->front().source_sample;
@@ -94,18 +107,10 @@ std::optional<WarpSlice> WarpSlicer::slice_of(const ClipItem& clip, bool clamped
 
     WarpSlice slice;
     slice.warp = warp;
-    slice.origin_samples = warp->anchor_samples;
-    double lo = clip.source_offset * rate_hz_ - warp->anchor_samples;
-    double hi = lo + clip.length * rate_hz_;
-    if (hi < map_start + margin || lo > map_end - margin) {
-        // The anchor is not this clip's: it plays from the map's own start.
-        lo = map_start;
-        hi = lo + clip.length * rate_hz_;
-        slice.origin_samples = clip.source_offset * rate_hz_ - lo;
-    }
-    slice.inside = lo >= map_start - margin && hi <= map_end + margin;
-    slice.first_place = clamped ? std::max(lo, map_start - margin) : lo;
-    slice.end_place = clamped ? std::min(hi, map_end + margin) : hi;
+    slice.origin_samples = origin_of(clip, *warp);
+    slice.first_place = clip.source_offset * rate_hz_ - slice.origin_samples;
+    slice.end_place = slice.first_place + clip.length * rate_hz_;
+    slice.inside = slice.first_place >= map_start - margin && slice.end_place <= map_end + margin;
     const bool meets_map = slice.end_place > map_start + margin &&
                            slice.first_place < map_end - margin &&
                            slice.end_place - slice.first_place >= 1 &&
@@ -118,14 +123,6 @@ std::optional<WarpSlice> WarpSlicer::slice_of(const ClipItem& clip, bool clamped
     const double ratio = slice.length / clip.length;
     if (!(slice.length > 0 && ratio >= min_ratio && ratio <= max_ratio)) return std::nullopt;
     return slice;
-}
-
-std::optional<WarpSlice> WarpSlicer::slice(const ClipItem& clip) const {
-    return slice_of(clip, false);
-}
-
-std::optional<WarpSlice> WarpSlicer::slice_inside_map(const ClipItem& clip) const {
-    return slice_of(clip, true);
 }
 
 /// File seconds between two moments of a slice that starts at `start`, counted from there.

@@ -52,11 +52,9 @@ public:
     const ClipWarp* warp_of(std::string_view clip_name) const;
 
     /// The slice of a clip that still has its length in the file. Nothing for a clip without a map,
-    /// one whose window misses its map, or one that would play 20 times as fast or slow.
+    /// one whose window misses its map, or one that would play 20 times as fast or slow. A window
+    /// that reaches beyond its map, as a crossfade's does, goes on at the rate of the map's end.
     std::optional<WarpSlice> slice(const ClipItem& clip) const;
-
-    /// The same with its window clamped to the map, as it is written.
-    std::optional<WarpSlice> slice_inside_map(const ClipItem& clip) const;
 
     /// Seconds of the clip's file in front of its head, or behind its tail, that play in
     /// so many seconds of the timeline there. Of an unwarped clip these are the same.
@@ -77,7 +75,7 @@ public:
 private:
     void add_maps(const std::map<std::string, WarpMap>& maps, bool in_ticks, const WarpMaps& all,
                   double bpm);
-    std::optional<WarpSlice> slice_of(const ClipItem& clip, bool clamped) const;
+    double origin_of(const ClipItem& clip, const ClipWarp& warp) const;
     double source_seconds(const WarpSlice& slice, double start, double from, double to) const;
 
     const TempoClock& clock_;

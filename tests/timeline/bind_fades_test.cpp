@@ -85,7 +85,8 @@ struct Scene {
         const FadeRecord fades[] = {fade};
         const WarpSlicer slicer(maps, clock, 120, rate);
         for (ClipItem& clip : track.clips) {
-            if (const auto slice = slicer.slice(clip)) clip.warped_length = slice->length;
+            const auto slice = slicer.slice(clip);
+            if (slice) clip.warped_length = slice->length;
         }
         bind_fades(track, rows, {fades, rate, clock, form, slicer, no_stretch}, tallies);
     }
@@ -159,6 +160,33 @@ TEST(BindFades, OpensACrossfadeWhereTheIncomingClipHasAHandle) {
         EXPECT_NEAR(outgoing.warped_length * rate, c.slow_handles ? 50400 : 0, 1e-6);
         EXPECT_TRUE(outgoing.crossfaded && incoming.crossfaded_head);
         EXPECT_EQ(scene.tallies.crossfades, 1);
+    }
+}
+
+TEST(BindFades, EndsAnUnstretchedClipWithItsCrossfade) {
+    for (const double handle : {24000.0, 0.0}) {
+        Scene scene(FadeKind::crossfade, 2400, 4800, 48000);
+        ClipItem& outgoing = scene.track.clips[0];
+        outgoing.length = 2;  // of the file, at double speed
+        scene.track.clips[1].source_offset = handle / rate;
+        scene.track.clips[1].name = "plain";
+        scene.maps.in_samples[""] = {{0, 0}, {96000, 192000}};
+        scene.bind(FadeForm::exact, true);
+        EXPECT_NEAR(outgoing.length * rate, handle > 0 ? 50400 : 48000, 1e-6);
+    }
+}
+
+TEST(BindFades, LeavesAFadeToItsRenderedFileWhereThatIsKept) {
+    for (const bool is_kept : {false, true}) {
+        Scene scene(FadeKind::fade_in, 0, 4800, 48000);
+        ClipItem& file = scene.track.clips.emplace_back();
+        file.start = 7;
+        file.stored_position = 48000;
+        file.is_fade_reference = is_kept;
+        scene.bind();
+        EXPECT_EQ(scene.track.clips[1].fade_in.length, is_kept ? 0 : 0.1);
+        EXPECT_EQ(scene.tallies.fade_ins, is_kept ? 0 : 1);
+        EXPECT_EQ(scene.tallies.without_edge, 0);
     }
 }
 

@@ -10,6 +10,7 @@
 #include "base/fader_law.hpp"
 #include "timeline/clip_gain_plan.hpp"
 #include "timeline/fade_curve.hpp"
+#include "timeline/stretch_markers.hpp"
 
 namespace tanrove {
 namespace {
@@ -43,14 +44,25 @@ double line_db(const std::vector<ClipGainLinePoint>& line, double position) {
     return 0;
 }
 
+double file_second(const ClipItem& clip, double at) {
+    return has_stretch_map(clip) ? source_position_at(clip.stretch_markers, at)
+                                 : clip.source_offset + at * clip.playrate;
+}
+
 TEST(TakeEnvelope, StaysWithinATenthOfADecibelOfProToolsCurvesAtEverySample) {
     ClipItem plain;
     plain.length = 0.5;
     plain.source_offset = 0.25;
-    std::vector<ClipItem> clips(3, plain);
-    clips[1].gain_envelope = {{100, -30}, {14400, 11}, {22000, 11}, {22000, -50}, {40000, 3}};
-    clips[2].gain_envelope = clips[1].gain_envelope;
+    std::vector<ClipItem> clips(5, plain);
+    for (std::size_t i = 1; i < clips.size(); ++i) {
+        clips[i].gain_envelope = {{100, -30}, {14400, 11}, {22000, 11}, {22000, -50}, {40000, 3}};
+        clips[i].has_clip_gain = true;
+        clips[i].clip_gain_db = clips[i].fixed_gain_db = -30;
+    }
     clips[2].playrate = 0.8;
+    clips[3].stretch_markers = {{0, 0.25}, {0.25, 20000 / rate}, {0.5, 0.75}};
+    clips[4].gain_envelope = {{0, -6}, {96000, -6}};
+    clips[4].clip_gain_db = clips[4].fixed_gain_db = -6;
     std::vector<FadeSpec> specs;
     for (const std::uint32_t family : {0U, 1U}) {
         for (const int type : {0, 1}) {
@@ -70,7 +82,8 @@ TEST(TakeEnvelope, StaysWithinATenthOfADecibelOfProToolsCurvesAtEverySample) {
                                         << " at rate " << clip.playrate);
         TakeTallies tallies;
         TakePlanner planner(rate, tallies);
-        const auto& points = planner.plan(clip).envelope;
+        const TakePlan& plan = planner.plan(clip);
+        const auto& points = plan.envelope;
         ASSERT_LT(points.size(), 1000U);
         for (int sample = 0; sample <= 24000; ++sample) {
             const double at = sample / rate;
@@ -79,11 +92,48 @@ TEST(TakeEnvelope, StaysWithinATenthOfADecibelOfProToolsCurvesAtEverySample) {
             if (sample >= 12000)
                 gain *= fade_gain(spec, FadeSide::fade_out, (sample - 12000) / 12000.0);
             if (!clip.gain_envelope.empty()) {
-                const double position = (clip.source_offset + at * clip.playrate) * rate;
+                const double position = file_second(clip, at) * rate;
                 gain *= std::pow(10, line_db(clip.gain_envelope, position) / 20);
             }
             if (gain <= 0.001) continue;
-            ASSERT_NEAR(db_of(played(points, at * clip.playrate)), db_of(gain), 0.1) << sample;
+            ASSERT_NEAR(db_of(plan.gain * played(points, at * clip.playrate)), db_of(gain), 0.1)
+                << sample;
+        }
+    }
+}
+
+TEST(TakePlan, PlaysTheLineWithItsVolumeAndEnvelopeTogether) {
+    using Line = std::vector<ClipGainLinePoint>;
+    const struct {
+        const char* what;
+        Line line;
+        double db;
+        bool has_envelope;
+    } cases[] = {
+        {"level", {{0, -6}, {96000, -6}}, -6, true},
+        {"all before the clip", {{0, 3}, {12000, -6}}, -6, false},
+        {"all behind it", {{72000, -6}, {96000, 9}}, -6, false},
+        {"one point", {{0, 3}}, 3, false},
+    };
+    const std::vector<StretchMarker> maps[] = {{}, {{0, 0.5}, {0.5, 0.6}, {1, 1}}};
+    for (const auto& c : cases) {
+        for (const double rate_of_clip : {1.0, 0.5, 0.0}) {
+            SCOPED_TRACE(c.what);
+            ClipItem clip;
+            clip.source_offset = 0.5;
+            clip.length = rate_of_clip == 0.5 ? 1 : 0.5;
+            clip.playrate = rate_of_clip;
+            clip.stretch_markers = maps[rate_of_clip == 0 ? 1 : 0];
+            clip.has_clip_gain = true;
+            clip.fixed_gain_db = c.line.front().gain_db;
+            clip.clip_gain_db = clip.fixed_gain_db - 2;  // its group's
+            clip.gain_envelope = c.line;
+            TakeTallies tallies;
+            TakePlanner planner(rate, tallies);
+            const TakePlan& plan = planner.plan(clip);
+            EXPECT_EQ(!plan.envelope.empty(), c.has_envelope);
+            const double drawn = c.has_envelope ? played(plan.envelope, 0.1) : 1;
+            EXPECT_NEAR(db_of(plan.gain * drawn), c.db - 2, 1e-6);
         }
     }
 }

@@ -129,6 +129,31 @@ TEST(WarpClips, ExtendInTheFileByWhatPlaysInTheGivenTime) {
     EXPECT_EQ(slicer.source_seconds_behind(clip_named("plain", 0, 0, 1), 2), 2);
 }
 
+TEST(WarpClips, KeepTheirRateAndTheirPlacesWhenACrossfadeDrawsThemOut) {
+    for (const double anchor : {0.0, 9e9}) {  // the second is no place of this file
+        Session session;
+        session.maps.in_samples["take"] = {{0, 0}, {2 * rate, rate}, {3 * rate, 2 * rate}};
+        session.maps.anchors["take"] = {anchor, false};
+        const TempoClock clock(session.tempo_map, 120);
+        const WarpSlicer slicer(session.maps, clock, 120, rate);
+        std::vector<TimelineTrack> tracks[] = {track_of({clip_named("take", 10, 0, 2)}), {}};
+        measure_warped_clips(tracks[0], slicer);
+        tracks[1] = tracks[0];
+        ClipItem& drawn_out = tracks[1][0].clips[0];
+        drawn_out.start -= 0.5;  // a quarter of a second of the file, at half speed
+        drawn_out.source_offset -= 0.25;
+        drawn_out.length += 0.25 + 1;  // at the tail one second of both
+        for (auto& side : tracks) warp_clips(side, slicer, {}, session.tallies);
+        const ClipItem& placed = tracks[0][0].clips[0];
+        EXPECT_NEAR(drawn_out.length, 0.5 + 3 + 1, 1e-9);
+        for (double at = -0.5; at < 4; at += 0.25) {
+            EXPECT_NEAR(source_position_at(drawn_out.stretch_markers, at + 0.5),
+                        source_position_at(placed.stretch_markers, at), 0.5 / rate)
+                << at;
+        }
+    }
+}
+
 TEST(WarpClips, LeaveClipsAloneWhoseMapDoesNotFit) {
     struct {
         const char* what;
@@ -143,7 +168,7 @@ TEST(WarpClips, LeaveClipsAloneWhoseMapDoesNotFit) {
         {"nearly so", {{0, 0}, {19999, 1000}}, 0, 1000, 0, 19999},
         {"less than half a sample", {{0, 0}, {1000.4, 1000}}, 0, 1000, 0, 1000},
         {"window behind the map", {{0, 0}, {500, 250}, {2000, 1000}}, 5000, 500, 0, 1000},
-        {"window past the map's end is cut there", {{0, 0}, {2000, 1000}}, 0, 1500, 0, 2002},
+        {"window past the map's end goes on", {{0, 0}, {2000, 1000}}, 0, 1500, 0, 3000},
         {"no number", {{0, 0}, {std::nan(""), 1000}}, 0, 1000, 1, 1000},
     };
     for (const auto& c : cases) {
