@@ -80,8 +80,8 @@ void take_signature(TempoEnvelopePoint& point, const TempoEnvelopePoint* before,
     point.flag = changes_tempo ? TempoPointFlag::tempo_and_meter : TempoPointFlag::meter_only;
 }
 
-/// A point for a meter change that no tempo event shares. On a ramp it has to have the tempo that
-/// the ramp has there.
+/// A point for a meter change that no tempo event shares. On a ramp it has the tempo that the ramp
+/// has there and goes on as the ramp does, so that the bar lines behind it stay.
 TempoEnvelopePoint point_between(const TempoEnvelopePoint* before, const TempoEnvelopePoint* behind,
                                  const MeterMark& mark) {
     TempoEnvelopePoint point{.position_seconds = mark.position_seconds,
@@ -94,6 +94,7 @@ TempoEnvelopePoint point_between(const TempoEnvelopePoint* before, const TempoEn
     const double part = (mark.position_seconds - before->position_seconds) / whole;
     point.bpm = before->bpm + (behind->bpm - before->bpm) * part;
     point.flag = TempoPointFlag::tempo_and_meter;
+    point.shape = TempoShape::ramp;
     return point;
 }
 

@@ -44,6 +44,11 @@ double step_seconds(const TempoEnvelope& steps, std::size_t i) {
     return steps[i + 1].position_seconds - steps[i].position_seconds;
 }
 
+/// Beats, as a multiple that all steps share.
+double step_beats(const TempoEnvelope& steps, std::size_t i) {
+    return step_seconds(steps, i) * steps[i].bpm;
+}
+
 /// 1 up, -1 down, 0 where the step to the next point changes nothing.
 int direction(const TempoEnvelope& steps, std::size_t i) {
     return (steps[i + 1].bpm > steps[i].bpm) - (steps[i + 1].bpm < steps[i].bpm);
@@ -56,9 +61,12 @@ std::optional<Run> run_at(const TempoEnvelope& steps, std::size_t first) {
     const int way = direction(steps, first);
     if (!(length > 0 && length <= max_step_seconds) || way == 0) return std::nullopt;
 
+    const auto is_like = [](double step, double first_step) {
+        return step >= shortest_like_step * first_step && step <= longest_like_step * first_step;
+    };
+    const double beats = step_beats(steps, first);
     const auto is_like_the_first = [&](std::size_t i) {
-        const double seconds = step_seconds(steps, i);
-        return seconds >= shortest_like_step * length && seconds <= longest_like_step * length;
+        return is_like(step_beats(steps, i), beats) || is_like(step_seconds(steps, i), length);
     };
     std::size_t last = first + 1;
     while (last + 1 < steps.size() && direction(steps, last) == way && is_like_the_first(last)) {

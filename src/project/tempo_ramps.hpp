@@ -1,4 +1,5 @@
-// Drawn tempo ramps. Pro Tools stores a ramp as a run of many small steps of equal length; with
+// Drawn tempo ramps. Pro Tools stores a ramp as a run of many small steps of equal length, in beats
+// or in seconds; with
 // --tempo-ramps such a run becomes a few points joined by straight lines, which can be reshaped.
 #pragma once
 

@@ -134,6 +134,7 @@ constexpr const char* summaries_to_learning =
   --no-sidechain         leave out key inputs: no side-chain routing is
                          written.
   --no-stretch           ignore elastic audio: clips play unstretched.
+                         Pitch shifts are kept.
   --list                 print the session's tempo, sample rate, tracks
                          and buses, and write nothing.
   --dump-cc              print the decoded MIDI controller streams, for

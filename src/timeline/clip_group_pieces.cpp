@@ -56,7 +56,7 @@ public:
             return;
         }
         for (std::size_t i = 0; i < list->members.size(); ++i) {
-            if (budget_.visits == 0 || budget_.pieces == 0) {
+            if (budget_.visits == 0) {
                 tallies_.add_unreadable(list->members.size() - i);
                 return;
             }
@@ -142,6 +142,10 @@ private:
                 : at;
         const auto part = shown(view.window, head, region.length);
         if (!part) return;
+        if (budget_.pieces == 0) {
+            tallies_.add_unreadable(1);
+            return;
+        }
 
         --budget_.pieces;
         GroupPiece piece;

@@ -22,7 +22,8 @@ namespace tanrove {
 constexpr int max_group_depth = 9;
 
 /// Nine levels that name each other many times over are more audio than any session holds. Past
-/// these numbers, for all groups of a session together, the rest counts as unreadable.
+/// these numbers, for all groups of a session together, the rest counts as unreadable: each piece
+/// that is missing, and behind the last entry looked at each entry.
 constexpr std::size_t max_group_pieces = 200'000;
 constexpr std::size_t max_group_visits = 100'000'000;  ///< entries looked at
 

@@ -173,6 +173,7 @@ private:
         item_.events.push_back(begin);
         item_.events.push_back(end);
         ++item_.note_count;
+        if (is_inside && !end.muted) item_.quiet_tick = std::max(item_.quiet_tick, end.tick);
         if (is_inside && time_.length > 0 && stop > time_.length) {
             ++tallies_.notes_past_edge;
             overrun_ = std::max(overrun_, stop - time_.length);
@@ -185,7 +186,7 @@ private:
         MidiItemEvent event = controller_event(controller);
         event.tick = time_.tick(position);
         event.muted = silences(is_inside, 1);
-        const bool is_controller = event.status == controller_status;
+        const bool is_controller = event.status == controller_status && !event.muted;
         item_.streams_volume |= is_controller && event.data1 == volume_controller;
         item_.streams_pan |= is_controller && event.data1 == pan_controller;
         item_.events.push_back(event);
@@ -292,6 +293,7 @@ MidiItem MidiItemMaker::item(const PlacedMidiClip& clip) {
 
     const ClipTime time = time_of(clip);
     set_source_offset(item, clip, time.lead);
+    item.end_tick = time.tick(clip.length);
     const std::int64_t overrun = fill(item, clip, time);
     if (options_.truncate_midi_to_clip) return item;
     const double end_tempo = tempo_at(clip.start + clip.length_seconds);

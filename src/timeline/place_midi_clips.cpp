@@ -38,6 +38,7 @@ struct Placement {
 struct Cut {
     std::int64_t tail = 0;  ///< the length that is left; 0 where the tail stands
     std::int64_t head = 0;  ///< what is covered of its head
+    bool whole = false;     ///< the clip before it covers all of it
 };
 
 /// The rows of a track's playlists by what they place and where.
@@ -201,7 +202,8 @@ private:
             if (first.in_samples != second.in_samples) continue;
             const std::uint32_t overlap = placements[i + 1].overlap;
             if (overlap == drawn_over_next) {
-                if (over < second.length) cuts[i + 1].head = over;
+                cuts[i + 1].whole = over >= second.length;
+                cuts[i + 1].head = cuts[i + 1].whole ? 0 : over;
             } else if (overlap == drawn_over_previous || overlap == drawn_in_order) {
                 cuts[i].tail = gap;
             }
@@ -211,11 +213,11 @@ private:
 
     void apply(const Cut& cut, PlacedMidiClip& clip) {
         if (clip.in_samples) {
-            if (cut.tail > 0 || cut.head > 0) ++tallies_.sample_based_overlaps;
+            if (cut.tail > 0 || cut.head > 0 || cut.whole) ++tallies_.sample_based_overlaps;
             return;
         }
         const std::int64_t end = cut.tail > 0 ? std::min(cut.tail, clip.length) : clip.length;
-        if (cut.head >= end) {
+        if (cut.whole || cut.head >= end) {
             clip.muted = true;
             ++tallies_.covered_clips;
             return;

@@ -2,9 +2,7 @@
 #include "timeline/real_time_midi.hpp"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <span>
 
 namespace tanrove {
 
@@ -36,41 +34,30 @@ void scale_velocity(MidiItemEvent& event, const RealTimeProperties& properties) 
         static_cast<std::uint8_t>(std::clamp(velocity, lowest_live_velocity, highest_data));
 }
 
-using KeyCounts = std::array<int, 128>;
-
-/// Settles the notes that a negative delay presses together at the source's head: each takes at
-/// least a tick, and of one key only the last sounds, which those before it would cut short.
-void settle_head(std::vector<MidiItemEvent>& events, MidiTallies& tallies) {
-    const auto behind = std::ranges::find_if(events, [](auto& event) { return event.tick > 0; });
-    const std::span head(events.begin(), behind);
-    KeyCounts begins{};
-    KeyCounts ends{};
-    for (const MidiItemEvent& event : head) {
-        if (event.muted) continue;
-        if (event.status == note_on_status) ++begins[event.data1];
-        if (event.status == note_off_status) ++ends[event.data1];
-    }
-    for (std::size_t key = 0; key < begins.size(); ++key) {
-        begins[key] = ends[key] = std::clamp(begins[key] - 1, 0, ends[key]);
-        tallies.too_short_events += 2 * begins[key];
-    }
-    for (MidiItemEvent& event : head) {
-        if (event.status == note_off_status) event.tick = 1;
-        if (event.status != note_on_status && event.status != note_off_status) continue;
-        int& silenced = (event.status == note_on_status ? begins : ends)[event.data1];
-        if (!event.muted && silenced-- > 0) event.muted = true;
-    }
-    std::ranges::stable_sort(events, plays_before);
+/// Notes that ended inside the clip and, so much later, end behind it.
+int notes_delayed_past_end(const MidiItem& item, std::uint64_t delay_ticks) {
+    return static_cast<int>(std::ranges::count_if(item.events, [&](const MidiItemEvent& event) {
+        return event.status == note_off_status && !event.muted && event.tick <= item.end_tick &&
+               event.tick + delay_ticks > item.end_tick;
+    }));
 }
 
-/// What is late rings on behind the clip; what is early cannot leave the source.
+/// What is late rings on behind the clip, where the item may go on; what is early cannot leave the
+/// source.
 void delay(MidiItem& item, std::int32_t delay_ticks, MidiTallies& tallies) {
+    if (delay_ticks > 0) {
+        const auto late = static_cast<std::uint64_t>(delay_ticks);
+        const std::uint64_t spare = item.end_tick - std::min(item.quiet_tick, item.end_tick);
+        const bool can_grow = item.seconds_per_late_tick > 0;
+        if (!can_grow) tallies.notes_past_edge += notes_delayed_past_end(item, late);
+        if (item.quiet_tick > 0 && late > spare) {
+            item.length += static_cast<double>(late - spare) * item.seconds_per_late_tick;
+        }
+    }
     for (MidiItemEvent& event : item.events) {
         const auto moved = static_cast<std::int64_t>(event.tick) + delay_ticks;
         event.tick = static_cast<std::uint64_t>(std::max<std::int64_t>(moved, 0));
     }
-    if (delay_ticks > 0) item.length += delay_ticks * item.seconds_per_late_tick;
-    if (delay_ticks < 0) settle_head(item.events, tallies);
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ struct StretchTallies {
     int unsliced = 0;            ///< carry a map that does not fit them
     int by_map = 0;              ///< took their length from their map
     int inferred = 0;            ///< took it from the spacing of their track
-    int barely = 0;              ///< of `by_map`: by less than a thousandth
+    int barely = 0;              ///< of `by_map`, without markers: by less than a thousandth
     int across_tempo_changes = 0;
     int past_marker_limit = 0;  ///< play at one even rate: the run has all its markers
     std::vector<InferredStretch> inferred_tracks;

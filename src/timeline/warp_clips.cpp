@@ -16,7 +16,7 @@ namespace {
 // looked at in one run: days of elastic audio with a marker for every beat.
 constexpr std::size_t max_points_of_run = 4'000'000;
 
-// The account tells clips whose stretch is hardly one.
+// The account tells clips whose stretch is hardly one. Markers can move far more than the length.
 constexpr double barely_below = 0.999;
 constexpr double barely_above = 1.001;
 
@@ -46,18 +46,19 @@ public:
             return;
         }
         auto markers = markers_of(*slice, clip.start);
-        take_length(clip, slice->length);
-        if (markers.size() < min_written_markers) return;
+        const bool has_markers = markers.size() >= min_written_markers;
+        take_length(clip, slice->length, has_markers);
+        if (!has_markers) return;
         clip.stretch_markers = std::move(markers);
         ++tallies_.with_markers;
         if (!slice->inside) ++tallies_.trims_with_markers;
     }
 
 private:
-    void take_length(ClipItem& clip, double length) {
+    void take_length(ClipItem& clip, double length, bool has_markers) {
         if (std::abs(length - clip.length) * slicer_.rate_hz() < 0.5) return;
         const double ratio = length / clip.length;
-        if (ratio > barely_below && ratio < barely_above) ++tallies_.barely;
+        if (!has_markers && ratio > barely_below && ratio < barely_above) ++tallies_.barely;
         clip.stretched = true;
         clip.length = length;
         clip.playrate = 1 / ratio;

@@ -70,6 +70,28 @@ struct RandomClip {
     bool outside(std::int64_t position) const {
         return position < 0 || (clip.length > 0 && position >= clip.length);
     }
+    bool silences(std::int64_t position, const MidiEventOptions& options) const {
+        return outside(position) && !options.keep_inaudible_midi;
+    }
+    std::int64_t position_of(const MidiController& event) const {
+        return clip.source_offset + static_cast<std::int64_t>(event.position) - origin;
+    }
+
+    /// Ticks of the delay by which notes that sound end later than clip and notes did.
+    double late_ticks() const {
+        double late = 0;
+        double end = static_cast<double>(tick(clip.length)) - delay;
+        for (const bool is_delayed : {false, true}) {
+            for (const MidiEvent& note : stream.events) {
+                const std::int64_t on = clip.source_offset + note.position;
+                const auto stop = static_cast<double>(tick(on + note.length)) - delay;
+                if (outside(on) || tick(on + note.length) <= tick(on)) continue;
+                if (is_delayed) late = std::max(late, stop + delay - end);
+                if (!is_delayed) end = std::max(end, stop);
+            }
+        }
+        return late;
+    }
 
     /// The events of the clip, sorted by their fields.
     std::vector<ReadMidiEvent> expected(bool keep_inaudible) const {
@@ -85,7 +107,7 @@ struct RandomClip {
             events.push_back({stop, 0x80, note.note, 0, muted});
         }
         for (const MidiController& event : chunk.controllers) {
-            const auto at = clip.source_offset + static_cast<std::int64_t>(event.position) - origin;
+            const auto at = position_of(event);
             const int bend = std::clamp(static_cast<int>(event.value) + 8192, 0, 16383);
             ReadMidiEvent read{tick(at), 0xe0, static_cast<unsigned>(bend % 128),
                                static_cast<unsigned>(bend / 128), outside(at) && !keep_inaudible};
@@ -143,11 +165,12 @@ TEST(MidiItemText, ReadBackGivesTheClipsEventsPairedAndMutedOutsideTheClip) {
         const double length = items[0].length;
         apply_real_time_properties({.delay_on = true, .delay_ticks = made.delay}, items, tallies);
         const MidiItem& item = items[0];
-        EXPECT_NEAR(item.length, length + made.delay * item.seconds_per_late_tick, 1e-9);
+        EXPECT_NEAR(item.length, length + made.late_ticks() * item.seconds_per_late_tick, 1e-9);
         auto events = written(item, {.volume = 96, .pan = 64, .patch = 3});
         const auto sent = [&](unsigned number) {
-            return std::ranges::any_of(made.chunk.controllers,
-                                       [&](auto& c) { return c.kind == 2 + 256 * number; });
+            return std::ranges::any_of(made.chunk.controllers, [&](const MidiController& c) {
+                return c.kind == 2 + 256 * number && !made.silences(made.position_of(c), options);
+            });
         };
         std::vector<ReadMidiEvent> head{{0, 0xb0, 10, 64, false}, {0, 0xc0, 3, 0, false}};
         if (!sent(7)) head.insert(head.begin(), {0, 0xb0, 7, 96, false});

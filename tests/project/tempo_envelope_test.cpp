@@ -121,6 +121,7 @@ TEST(TempoEnvelope, AMeterChangeOnARampHasTheRampsTempo) {
                                    [](const auto& point) { return point.signature != 0; });
     ASSERT_NE(mark, planned.points.end());
     EXPECT_EQ(mark->flag, TempoPointFlag::tempo_and_meter);
+    EXPECT_EQ(mark->shape, TempoShape::ramp) << "else the bars behind it move";
     const auto before = mark - 1;
     const auto behind = mark + 1;
     const double slope =

@@ -53,8 +53,11 @@ TEST(TempoRamps, NeedThreePointsOfLikeStepsInOneDirection) {
         {"no time between", steps_at({{0, 100}, {0, 101}, {0, 102}, {0, 103}}), 0, 0},
         {"2 % longer", steps_at({{0, 100}, {1, 101}, {2.0199, 102}}), 1, 0},
         {"more than that", steps_at({{0, 100}, {1, 101}, {2.0201, 102}}), 0, 0},
-        {"2 % shorter", steps_at({{0, 100}, {1, 101}, {1.9801, 102}}), 1, 0},
-        {"less than that", steps_at({{0, 100}, {1, 101}, {1.9799, 102}}), 0, 0},
+        {"2 % shorter", steps_at({{0, 100}, {1, 99}, {1.9801, 98}}), 1, 0},
+        {"less than that", steps_at({{0, 100}, {1, 99}, {1.9799, 98}}), 0, 0},
+        {"alike in beats", steps_at({{0, 50}, {1.2, 60}, {2.2, 75}}), 1, 0},
+        {"2 % more beats", steps_at({{0, 50}, {1.2, 60}, {2.219, 75}}), 1, 0},
+        {"in neither", steps_at({{0, 50}, {1.2, 60}, {2.221, 75}}), 0, 0},
         {"too uneven", steps_at({{0, 500}, {1, 5.5}, {2.02, 5.4}, {3.04, 5.3}}), 0, 1},
         {"steps too short", steps_at({{0, 100}, {1e-9, 101}, {2e-9, 102}}), 0, 1},
     };

@@ -177,6 +177,14 @@ TEST(ClipGroups, StopAtTheBudgetAndCountTheRest) {
     }
 }
 
+TEST(ClipGroups, TellHowManyPiecesTheBudgetLeavesOut) {
+    Material material;
+    material.budget.pieces = 20;
+    material.region(10, 0).group(10, std::vector(50, clip_member(0, 0)));
+    EXPECT_EQ(material.pieces(0).size(), 20u);
+    EXPECT_EQ(material.tallies.unreadable, 30);
+}
+
 TEST(ClipGroups, CarryFadesOnTheEdgesOfTheirPieces) {
     struct {
         const char* what;

@@ -84,6 +84,8 @@ TEST(PlaceMidiClips, TheClipThatIsDrawnBelowGivesWay) {
         EXPECT_EQ(clips[1].position, c.second_start * quarter);
         EXPECT_EQ(clips[1].length, c.second_left * quarter);
         EXPECT_EQ(clips[1].source_offset, (c.second_at - c.second_start) * quarter);
+        const bool is_covered = c.overlap == 1 && c.second_start == c.second_at;
+        EXPECT_EQ(scene.tallies.covered_clips, is_covered ? 1 : 0);
         EXPECT_EQ(scene.tallies.tail_cuts, c.first_left < c.first_length ? 1 : 0);
         EXPECT_EQ(scene.tallies.head_cuts, c.second_start > c.second_at ? 1 : 0);
     }
@@ -181,6 +183,37 @@ TEST(RealTimeMidi, TransposesScalesAndDelaysWithinTheMidiRange) {
         EXPECT_EQ(events[1].muted, c.muted);
         EXPECT_EQ(events[2].data1 + events[2].data2, 200) << "a controller is no note";
         EXPECT_EQ(tallies.transposed_past_range, c.muted ? 1 : 0);
+    }
+}
+
+TEST(RealTimeMidi, LengthensAnItemByWhatALateNoteNeeds) {
+    const struct {
+        std::int64_t note_end;  // in a clip of a quarter
+        std::int64_t source_offset;
+        std::int32_t delay;
+        double seconds;  // of the item, at 120
+        int past_edge;
+        bool truncated;
+    } cases[] = {
+        {quarter / 2, 0, 480, 0.5, 0, false},   {quarter / 2, 0, 720, 0.625, 0, false},
+        {2 * quarter, 0, 960, 1.5, 1, false},   {quarter / 2, -quarter, 720, 0.5, 0, false},
+        {quarter / 2, 0, -9999, 0.5, 0, false}, {quarter / 2, 0, 480, 0.5, 0, true},
+        {quarter / 2, 0, 481, 0.5, 1, true},    {2 * quarter, 0, 481, 0.5, 1, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(&c - cases);
+        MidiScene scene;
+        scene.streams[0].events = {{0, c.note_end, 60, 80}};
+        scene.clip(origin, quarter);
+        const MidiMaterial material{scene.regions, scene.streams, scene.chunks, 120, 48000};
+        const MidiEventOptions options{.truncate_midi_to_clip = c.truncated};
+        MidiItemMaker maker(material, scene.clock, options, scene.tallies);
+        std::vector<MidiItem> items = {maker.item(
+            {.length = quarter, .source_offset = c.source_offset, .length_seconds = 0.5})};
+        apply_real_time_properties({.delay_on = true, .delay_ticks = c.delay}, items,
+                                   scene.tallies);
+        EXPECT_NEAR(items[0].length, c.seconds, 1e-9);
+        EXPECT_EQ(scene.tallies.notes_past_edge, c.past_edge);
     }
 }
 
