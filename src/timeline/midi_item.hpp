@@ -53,8 +53,9 @@ struct MidiItem {
     std::vector<MidiItemEvent> events;
     std::vector<std::vector<std::uint8_t>> sysex;  ///< the messages' bytes
     int note_count = 0;
-    std::uint64_t end_tick = 0;     ///< of the source: where the clip ends
-    std::uint64_t quiet_tick = 0;   ///< likewise: where the last note that sounds has ended; 0 for none
+    std::uint64_t end_tick = 0;  ///< of the source: where the clip ends
+    std::uint64_t quiet_tick =
+        0;  ///< likewise: where the last note that sounds has ended; 0 for none
     bool streams_volume = false;    ///< its events move the volume: no fader value is sent
     bool streams_pan = false;       ///< likewise the pan
     std::int32_t color_index = -2;  ///< -2 none
