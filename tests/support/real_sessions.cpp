@@ -29,4 +29,11 @@ std::optional<Bytes> real_session_image(const std::string& file) {
     return encrypted(std::move(bytes), Cipher::ptx, static_cast<std::uint8_t>(step));
 }
 
+std::optional<std::string> real_reaper_text(const std::string& file) {
+    const std::filesystem::path folder = TANROVE_REAL_SESSIONS_FOLDER;
+    const auto path = folder / ".." / "reaper" / file;
+    if (!std::filesystem::exists(path)) return std::nullopt;
+    return file_text(path.string());
+}
+
 }  // namespace tanrove::builder

@@ -1,4 +1,5 @@
-// Where the real sessions stand that some tests read. They are no part of the project.
+// Where the real sessions, and REAPER's own real files, stand that some tests read. They are no
+// part of the project.
 #pragma once
 
 #include <optional>
@@ -15,7 +16,17 @@ std::string real_session(const std::string& file);
 /// The decrypted image of a real `.ptx` session; nullopt where the file is absent.
 std::optional<Bytes> real_session_image(const std::string& file);
 
+/// A text that REAPER wrote, by its path in `reaper` beside the project; nullopt where it is
+/// absent.
+std::optional<std::string> real_reaper_text(const std::string& file);
+
 }  // namespace tanrove::builder
+
+/// Reads a file of REAPER's as `text`, or skips the test.
+#define TANROVE_REAL_REAPER_TEXT(text, file)                                               \
+    const auto text##_or_none = tanrove::builder::real_reaper_text(file);                  \
+    if (!text##_or_none) GTEST_SKIP() << "REAPER's own file " << (file) << " is not here"; \
+    const auto& text = *text##_or_none
 
 /// Opens a real session as `image`, or skips the test.
 #define TANROVE_REAL_SESSION(image, file)                                              \
