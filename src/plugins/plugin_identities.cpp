@@ -1,0 +1,66 @@
+// Rows by where they come from. A row that was found stands in front of the built-in one, which it
+// was made to replace.
+#include "plugins/plugin_identities.hpp"
+
+#include <utility>
+
+#include "plugins/product_names.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::string_view clap_kind = "CLAP";
+
+}  // namespace
+
+PluginIdentities::PluginIdentities(IdentityInput input, TextBuffer& out)
+    : scan_(std::move(input.scan)),
+      built_in_(std::move(input.built_in)),
+      learned_(std::move(input.learned)) {
+    const InstancesByKey instances = instances_by_key(input.inserts);
+    found_ = match_plugins({.scan = scan_,
+                            .built_in = built_in_,
+                            .learned = learned_,
+                            .instances = instances,
+                            .session_names = input.session_names,
+                            .prefer_vst3 = input.prefer_vst3},
+                           findings_, out);
+    if (input.prefer_clap) prefer_claps(input, instances, out);
+}
+
+const PluginTableRow* PluginIdentities::row_for(std::string_view key) const {
+    const PluginTableRow* built_in = row_in(built_in_.rows, key);
+    if (const auto* row = row_in(claps_, key)) return row;
+    if (const auto* row = row_in(found_, key)) return row;
+    if (built_in != nullptr && !built_in->ident.empty()) return built_in;
+    if (const auto* row = row_in(learned_, key)) return row;
+    return built_in;
+}
+
+// A CLAP build is worth nothing without the settings.
+void PluginIdentities::prefer_claps(const IdentityInput& input, const InstancesByKey& instances,
+                                    TextBuffer& out) {
+    for (const auto& [key, of_key] : instances) {
+        const PluginTableRow* row = row_for(key);
+        if (row == nullptr || row->ident.empty() || row->fxName.starts_with(clap_kind)) continue;
+        const auto place = scan_.clap_for(behind_kind(row->fxName), file_stem(row->file));
+        if (!place) continue;
+        ReaperName name = reaper_name(scan_.entries()[*place]);
+        PluginTableRow clap = *row;
+        clap.fxName = std::move(name.fx_name);
+        clap.ident = std::move(name.ident);
+        const PluginInsert& first = input.inserts[of_key.first_insert];
+        if (input.settings_translate && input.settings_translate(first, clap)) {
+            out.print("    %s -> %-46s [--prefer-clap]\n", key.c_str(), clap.fxName.c_str());
+            findings_.moved_to_clap.insert(key);
+            claps_.emplace(key, std::move(clap));
+        } else {
+            out.print("    %s stays on %s: its settings cannot be carried to the CLAP build yet\n",
+                      key.c_str(), row->fxName.c_str());
+            findings_.kept_from_clap.insert(key);
+        }
+    }
+}
+
+}  // namespace tanrove

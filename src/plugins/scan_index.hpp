@@ -1,0 +1,100 @@
+// REAPER's list of plug-ins, looked up by everything that a session's codes and names can be
+// compared with. Of several entries that fit, the first in the order of the scan is given: lists
+// have tens of thousands of entries and sessions thousands of plug-ins, so no lookup walks the list
+// but the one by a part of a name.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "plugins/scan_cache.hpp"
+
+namespace tanrove {
+
+using ClassBytes = std::array<std::uint8_t, class_id_digits / 2>;
+
+/// The bytes of a class; nullopt unless it is 32 hexadecimal digits.
+std::optional<ClassBytes> class_bytes(std::string_view class_id);
+
+/// Four characters of a code as one number, the first the most significant. They have to be there.
+std::uint32_t code_word(std::string_view text, std::size_t at);
+
+/// Place of an entry in the list; nullopt where none fits.
+using EntryPlace = std::optional<std::size_t>;
+
+class ScanIndex {
+public:
+    explicit ScanIndex(std::vector<ScanEntry> entries);
+
+    const std::vector<ScanEntry>& entries() const { return entries_; }
+    bool empty() const { return entries_.empty(); }
+
+    /// A VST2 by its number.
+    EntryPlace vst2_with_id(std::uint32_t id) const { return first(vst2_ids_, id); }
+    /// A VST3 by the number of the VST2 that it takes the place of, which its class holds behind
+    /// "VST".
+    EntryPlace compatible_with(std::uint32_t id) const { return first(compatible_ids_, id); }
+    /// A VST3 whose class ends in this word.
+    EntryPlace class_ends_in(std::uint32_t word) const { return first(class_ends_, word); }
+    /// A VST3 whose class holds both words, anywhere.
+    EntryPlace class_holds(std::uint32_t maker, std::uint32_t product) const;
+    /// A VST3 of a known class whose file has this stem.
+    EntryPlace vst3_with_stem(const std::string& stem) const;
+    /// An entry of this name, without its maker or without all groups in parentheses; in letters
+    /// and digits only.
+    EntryPlace named(const std::string& plain_name) const;
+    /// An entry whose name is a part of this one, or the other way round. Walks the list.
+    EntryPlace named_in_part(const std::string& plain_name) const;
+
+    /// The build that is preferred among all of one name: a VST3 before a VST2 before a CLAP. Two
+    /// makers' plug-ins of one name are no answer.
+    EntryPlace only_one_named(const std::string& plain_name) const;
+
+    /// A CLAP of this whole name, or else the only one in a file of this stem.
+    EntryPlace clap_for(std::string_view name, const std::string& stem) const;
+
+    /// True if REAPER has the plug-in of this ident; also without an ident, or without any list.
+    bool is_installed(std::string_view ident) const;
+
+private:
+    using WordPlaces = std::vector<std::pair<std::uint32_t, std::uint32_t>>;  ///< sorted
+    using NamePlaces = std::unordered_map<std::string, std::size_t>;
+
+    struct SharedName {
+        std::size_t best = 0;
+        std::string maker;
+        bool ambiguous = false;
+    };
+
+    static EntryPlace first(const WordPlaces& places, std::uint32_t word);
+    static EntryPlace first(const NamePlaces& places, const std::string& name);
+    void add(std::size_t place);
+    void add_class(std::uint32_t place, const ClassBytes& bytes, bool is_vst3);
+    void add_name(std::size_t place);
+
+    std::vector<ScanEntry> entries_;
+    WordPlaces vst2_ids_;
+    WordPlaces compatible_ids_;
+    WordPlaces class_ends_;
+    WordPlaces class_words_;
+    NamePlaces vst3_stems_;
+    NamePlaces names_;
+    std::vector<std::string> plain_names_;  ///< without all groups, an entry each
+    std::unordered_map<std::string, SharedName> shared_names_;
+    NamePlaces clap_names_;
+    std::unordered_map<std::string, EntryPlace> clap_stems_;  ///< nullopt: several have it
+    std::unordered_set<std::uint32_t> ids_;
+    std::unordered_set<std::string> classes_;
+    std::unordered_set<std::string> clap_ids_;
+};
+
+}  // namespace tanrove
