@@ -19,15 +19,19 @@ std::optional<IdentityMatch> matched(EntryPlace place, std::string_view rule) {
 }
 
 /// This maker's AAX codes are "iZtpZ..0"; the dots stand in the number of its VSTs.
-std::optional<IdentityMatch> match_izotope(const ScanIndex& scan, std::string_view key) {
+std::optional<std::uint32_t> izotope_number(std::string_view key) {
     constexpr std::string_view maker = "iZtp";
     constexpr std::size_t letters_at = 5;
     constexpr std::size_t letter_count = 2;
     if (!key.starts_with(maker) || key[4] != 'Z' || key[7] != '0') return std::nullopt;
-    const std::string number = "Zn" + std::string(key.substr(letters_at, letter_count));
-    const std::uint32_t id = code_word(number, 0);
-    const auto match = matched(scan.compatible_with(id), "iZotope code rule");
-    return match ? match : matched(scan.vst2_with_id(id), "iZotope code rule (VST2)");
+    return code_word("Zn" + std::string(key.substr(letters_at, letter_count)), 0);
+}
+
+std::optional<IdentityMatch> match_izotope(const ScanIndex& scan, std::string_view key) {
+    const auto number = izotope_number(key);
+    if (!number) return std::nullopt;
+    const auto match = matched(scan.compatible_with(*number), "iZotope code rule");
+    return match ? match : matched(scan.vst2_with_id(*number), "iZotope code rule (VST2)");
 }
 
 /// The VST3 in a file named like that of the VST2 with this number.
@@ -80,6 +84,18 @@ std::optional<IdentityMatch> match_by_session_name(const ScanIndex& scan, std::s
     const std::string plain_name = lower_alnum(name);
     if (plain_name.size() < least_characters) return std::nullopt;
     return matched(scan.only_one_named(plain_name), "the name Pro Tools stores");
+}
+
+void add_asked_by_key(std::vector<std::uint32_t>& words, std::string_view key) {
+    if (key.size() < code_characters) return;
+    words.push_back(code_word(key, 0));
+    words.push_back(code_word(key, product_at));
+    if (const auto number = izotope_number(key)) words.push_back(*number);
+    if (key.size() == shell_key_characters) words.push_back(code_word(key, code_characters));
+}
+
+void add_asked_by_name(std::vector<std::uint32_t>& words, std::string_view name) {
+    words.push_back(text_word(lower_alnum(name)));
 }
 
 bool is_stock(std::string_view key) {

@@ -4,8 +4,10 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "plugins/scan_index.hpp"
 
@@ -32,6 +34,10 @@ std::optional<IdentityMatch> match_in_shell(const ScanIndex& scan, std::string_v
 
 /// The build for the name that the session itself gives a code.
 std::optional<IdentityMatch> match_by_session_name(const ScanIndex& scan, std::string_view name);
+
+/// What the rules will ask the list for this key, and for a name.
+void add_asked_by_key(std::vector<std::uint32_t>& words, std::string_view key);
+void add_asked_by_name(std::vector<std::uint32_t>& words, std::string_view name);
 
 /// True for the makers of the plug-ins that come with Pro Tools.
 bool is_stock(std::string_view key);

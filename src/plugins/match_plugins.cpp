@@ -3,6 +3,8 @@
 #include "plugins/match_plugins.hpp"
 
 #include <algorithm>
+#include <tuple>
+#include <unordered_map>
 #include <utility>
 
 #include "base/paths.hpp"
@@ -43,6 +45,15 @@ std::string file_as_known(const std::string& scanned, const std::string& known) 
     }
     return file;
 }
+
+/// What is asked of an insert here.
+struct Instance {
+    std::string key;
+    std::uint64_t block_start = 0;
+    std::size_t insert = 0;
+    bool keyed = false;
+    bool fits_both_builds = false;
+};
 
 /// The builds of Kontakt on this machine.
 struct KontaktBuilds {
@@ -103,15 +114,19 @@ public:
     RowsByKey run();
 
 private:
-    bool take_kontakt(const std::string& key, const PluginTableRow& known);
-    void move_to_vst2(const std::string& key, const PluginTableRow& known);
-    void match(const std::string& key, const PluginTableRow* name_only);
-    std::optional<IdentityMatch> match_by_rules(const std::string& key,
+    /// A key with its instances.
+    using Group = InstancesByKey::value_type;
+
+    bool take_kontakt(const Group& group, const PluginTableRow& known);
+    void move_to_vst2(const Group& group, const PluginTableRow& known);
+    void match(const Group& group, const PluginTableRow* name_only);
+    std::optional<IdentityMatch> match_by_rules(const Group& group,
                                                 const std::string& product_name);
-    std::optional<IdentityMatch> match_by_name(const std::string& key) const;
-    PluginTableRow& make_row(const std::string& key, std::size_t place,
-                             const PluginTableRow* known);
-    void keep_on_vst3(const std::string& key, const std::string& display_name);
+    std::optional<IdentityMatch> match_by_name(const std::string& key);
+    const PluginTableRow& make_row(const Group& group, std::size_t place,
+                                   const PluginTableRow* known);
+    const PluginTableRow& keep(PluginTableRow row);
+    void keep_on_vst3(const Group& group, const std::string& display_name);
     void tell(const std::string& key, const std::string& fx_name, std::string_view why,
               const char* more = "");
     const ScanEntry& entry(std::size_t place) const { return input_.scan.entries()[place]; }
@@ -119,6 +134,8 @@ private:
     const MatchInput& input_;
     IdentityFindings& findings_;
     TextBuffer& out_;
+    std::unordered_map<std::string, std::optional<IdentityMatch>>
+        by_session_name_;  ///< letters, digits
     RowsByKey rows_;
 };
 
@@ -128,12 +145,19 @@ void MatchRun::tell(const std::string& key, const std::string& fx_name, std::str
                more);
 }
 
-void MatchRun::keep_on_vst3(const std::string& key, const std::string& display_name) {
-    findings_.kept_on_vst3[key] = {display_name, input_.instances.at(key).count};
+void MatchRun::keep_on_vst3(const Group& group, const std::string& display_name) {
+    findings_.kept_on_vst3[group.first] = {display_name, group.second.count};
 }
 
-PluginTableRow& MatchRun::make_row(const std::string& key, std::size_t place,
-                                   const PluginTableRow* known) {
+/// Keys come in their order, so each stands behind all others.
+const PluginTableRow& MatchRun::keep(PluginTableRow row) {
+    std::string key = row.code;
+    return rows_.emplace_hint(rows_.end(), std::move(key), std::move(row))->second;
+}
+
+const PluginTableRow& MatchRun::make_row(const Group& group, std::size_t place,
+                                         const PluginTableRow* known) {
+    const auto& [key, instances] = group;
     const ScanEntry& found = entry(place);
     ReaperName name = reaper_name(found);
     PluginTableRow row;
@@ -142,13 +166,13 @@ PluginTableRow& MatchRun::make_row(const std::string& key, std::size_t place,
     row.fxName = std::move(name.fx_name);
     row.file = known != nullptr ? file_as_known(found.file, known->file) : found.file;
     row.ident = std::move(name.ident);
-    row.pinsIn = input_.instances.at(key).keyed ? keyed_pins_in : default_pins;
+    row.pinsIn = instances.keyed ? keyed_pins_in : default_pins;
     row.tailWord = found_tail_word;
     row.fabName = program_name_for(key);
-    return rows_[key] = std::move(row);
+    return keep(std::move(row));
 }
 
-bool MatchRun::take_kontakt(const std::string& key, const PluginTableRow& known) {
+bool MatchRun::take_kontakt(const Group& group, const PluginTableRow& known) {
     const KontaktBuilds builds = find_kontakt(input_.scan.entries());
     if (!input_.prefer_vst3 && builds.vst2) return false;
     if (!builds.measured && (builds.vst2 || !builds.predicted)) return false;
@@ -162,16 +186,17 @@ bool MatchRun::take_kontakt(const std::string& key, const PluginTableRow& known)
     row.ident = name.ident;
     row.tailWord = found_tail_word;
     if (const std::int32_t outputs = outputs_in_name(found.name)) row.pinsOut = outputs;
-    rows_[key] = std::move(row);
-    findings_.kontakt = {found.name, input_.instances.at(key).count, predicted};
-    tell(key, name.fx_name,
+    keep(std::move(row));
+    findings_.kontakt = {found.name, group.second.count, predicted};
+    tell(group.first, name.fx_name,
          predicted ? "predicted: written the way Kontakt 7 takes them"
                    : "Kontakt 7 takes Kontakt 6's settings, measured");
     return true;
 }
 
 /// For a plug-in whose VST3 we know by heart, and a user who wants VST2s.
-void MatchRun::move_to_vst2(const std::string& key, const PluginTableRow& known) {
+void MatchRun::move_to_vst2(const Group& group, const PluginTableRow& known) {
+    const auto& [key, instances] = group;
     const bool knows_vst3 = known.ident.find('{') != std::string::npos;
     const bool re_framed = !known.headerTemplate.empty() || !known.trailer.empty();
     if (!knows_vst3 || re_framed || key.size() == shell_key_characters) return;
@@ -180,59 +205,64 @@ void MatchRun::move_to_vst2(const std::string& key, const PluginTableRow& known)
         is_x86(entry(twin->entry))) {
         return;
     }
-    if (!input_.instances.at(key).fits_both_builds) {
-        keep_on_vst3(key, known.productName);
+    if (!instances.fits_both_builds) {
+        keep_on_vst3(group, known.productName);
         tell(key, known.fxName, "kept on VST3: its VST2 build cannot take these settings");
         return;
     }
-    const PluginTableRow& row = make_row(key, twin->entry, &known);
+    const PluginTableRow& row = make_row(group, twin->entry, &known);
     findings_.moved_to_vst2.insert(key);
     tell(key, row.fxName, "--prefer-vst2 over the table row");
 }
 
-std::optional<IdentityMatch> MatchRun::match_by_rules(const std::string& key,
+std::optional<IdentityMatch> MatchRun::match_by_rules(const Group& group,
                                                       const std::string& product_name) {
+    const auto& [key, instances] = group;
     if (key.size() == shell_key_characters) return match_in_shell(input_.scan, key);
     if (key.size() != code_characters) return std::nullopt;
     const bool stays_on_vst3 = !input_.prefer_vst3 && key.starts_with(fabfilter_makers_code) &&
-                               !input_.instances.at(key).fits_both_builds;
+                               !instances.fits_both_builds;
     auto found = match_by_code(input_.scan, key, product_name, input_.prefer_vst3 || stays_on_vst3);
     if (!stays_on_vst3 || !found || !is_vst3_build(entry(found->entry))) return found;
     const auto vst2 = match_by_code(input_.scan, key, product_name, false);
     if (!vst2 || is_vst3_build(entry(vst2->entry))) return found;
     const std::string maker = "FabFilter ";
     const std::string& name = entry(found->entry).shortName;
-    keep_on_vst3(key, name.starts_with(maker) ? name : maker + name);
+    keep_on_vst3(group, name.starts_with(maker) ? name : maker + name);
     found->rule = "kept on VST3: its VST2 build cannot take these settings";
     return found;
 }
 
-std::optional<IdentityMatch> MatchRun::match_by_name(const std::string& key) const {
+std::optional<IdentityMatch> MatchRun::match_by_name(const std::string& key) {
     const auto name = input_.session_names.find(key);
     if (key.size() != code_characters || is_stock(key)) return std::nullopt;
     if (name == input_.session_names.end()) return std::nullopt;
-    return match_by_session_name(input_.scan, name->second);
+    const auto [match, is_new] = by_session_name_.try_emplace(lower_alnum(name->second));
+    if (is_new) match->second = match_by_session_name(input_.scan, match->first);
+    return match->second;
 }
 
-void MatchRun::match(const std::string& key, const PluginTableRow* name_only) {
-    auto found = match_by_rules(key, name_only != nullptr ? name_only->productName : "");
+void MatchRun::match(const Group& group, const PluginTableRow* name_only) {
+    const std::string& key = group.first;
+    auto found = match_by_rules(group, name_only != nullptr ? name_only->productName : "");
     if (!found && name_only == nullptr) found = match_by_name(key);
     if (!found) return;
     const ScanEntry& build = entry(found->entry);
     const bool without_class = build.isVst3 && build.classId.empty();
     if (without_class) findings_.without_class.insert(key);
-    tell(key, make_row(key, found->entry, name_only).fxName, found->rule,
+    tell(key, make_row(group, found->entry, name_only).fxName, found->rule,
          without_class ? ", VST3 class id unknown - marker only" : "");
 }
 
 RowsByKey MatchRun::run() {
     if (input_.scan.empty()) return {};
-    for (const auto& [key, instances] : input_.instances) {
+    for (const Group& group : input_.instances) {
+        const std::string& key = group.first;
         const PluginTableRow* row = row_in(input_.built_in.rows, key);
         if (row == nullptr || row->ident.empty()) {
-            if (!input_.learned.contains(key)) match(key, row);
-        } else if (key != kontakt_code || !take_kontakt(key, *row)) {
-            if (!input_.prefer_vst3) move_to_vst2(key, *row);
+            if (!input_.learned.contains(key)) match(group, row);
+        } else if (key != kontakt_code || !take_kontakt(group, *row)) {
+            if (!input_.prefer_vst3) move_to_vst2(group, *row);
         }
     }
     if (rows_.empty()) out_.print("    (nothing new matched)\n");
@@ -242,17 +272,30 @@ RowsByKey MatchRun::run() {
 }  // namespace
 
 InstancesByKey instances_by_key(const std::vector<PluginInsert>& inserts) {
-    InstancesByKey keys;
+    std::vector<Instance> in_order;
+    in_order.reserve(inserts.size());
     for (std::size_t i = 0; i < inserts.size(); ++i) {
         const PluginInsert& insert = inserts[i];
-        const auto [found, is_new] = keys.try_emplace(insert_key(insert));
-        KeyInstances& instances = found->second;
-        const PluginInsert& first = inserts[instances.first_insert];
-        if (is_new || insert.blockStart < first.blockStart) instances.first_insert = i;
+        in_order.push_back({.key = insert_key(insert),
+                            .block_start = insert.blockStart,
+                            .insert = i,
+                            .keyed = insert.keyInput >= 0,
+                            .fits_both_builds = goes_to_both_builds(insert.containerKind)});
+    }
+    std::ranges::sort(in_order, {}, [](const Instance& instance) {
+        return std::tie(instance.key, instance.block_start);
+    });
+    InstancesByKey keys;
+    for (Instance& instance : in_order) {
+        const bool is_new = keys.empty() || keys.rbegin()->first != instance.key;
+        if (is_new) {
+            keys.emplace_hint(keys.end(), std::move(instance.key),
+                              KeyInstances{.first_insert = instance.insert});
+        }
+        KeyInstances& instances = keys.rbegin()->second;
         ++instances.count;
-        instances.keyed = instances.keyed || insert.keyInput >= 0;
-        instances.fits_both_builds =
-            instances.fits_both_builds && goes_to_both_builds(insert.containerKind);
+        instances.keyed = instances.keyed || instance.keyed;
+        instances.fits_both_builds = instances.fits_both_builds && instance.fits_both_builds;
     }
     return keys;
 }

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "plugins/identity_rules.hpp"
 #include "plugins/product_names.hpp"
 
 namespace tanrove {
@@ -12,13 +13,29 @@ namespace {
 
 constexpr std::string_view clap_kind = "CLAP";
 
+/// Everything that the rules will ask REAPER's list for.
+std::vector<std::uint32_t> asked_words(const IdentityInput& input,
+                                       const InstancesByKey& instances) {
+    std::vector<std::uint32_t> words;
+    for (const auto& [key, of_key] : instances) {
+        add_asked_by_key(words, key);
+        const auto name = input.session_names.find(key);
+        if (name != input.session_names.end()) add_asked_by_name(words, name->second);
+    }
+    for (const auto& [key, row] : input.built_in.rows) add_asked_by_name(words, row.productName);
+    return words;
+}
+
 }  // namespace
 
 PluginIdentities::PluginIdentities(IdentityInput input, TextBuffer& out)
-    : scan_(std::move(input.scan)),
+    : PluginIdentities(std::move(input), instances_by_key(input.inserts), out) {}
+
+PluginIdentities::PluginIdentities(IdentityInput input, const InstancesByKey& instances,
+                                   TextBuffer& out)
+    : scan_(std::move(input.scan), asked_words(input, instances)),
       built_in_(std::move(input.built_in)),
       learned_(std::move(input.learned)) {
-    const InstancesByKey instances = instances_by_key(input.inserts);
     found_ = match_plugins({.scan = scan_,
                             .built_in = built_in_,
                             .learned = learned_,

@@ -46,6 +46,7 @@ public:
     const IdentityFindings& findings() const { return findings_; }
 
 private:
+    PluginIdentities(IdentityInput input, const InstancesByKey& instances, TextBuffer& out);
     void prefer_claps(const IdentityInput& input, const InstancesByKey& instances, TextBuffer& out);
 
     ScanIndex scan_;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/paths.hpp"
 #include "base/text_lines.hpp"
 #include "plugins/product_names.hpp"
 
@@ -41,12 +42,12 @@ bool holds_word(const std::string& class_id, std::uint32_t word) {
     return false;
 }
 
-std::string upper_cased(std::string_view text) {
-    std::string upper(text);
-    for (char& c : upper) {
-        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-    }
-    return upper;
+std::string plain_name_of(const ScanEntry& entry) {
+    return lower_alnum(without_vendor(entry.name));
+}
+
+std::string clap_name_of(const ScanEntry& entry) {
+    return lower_alnum(without_channel_layout(entry.name));
 }
 
 bool is_better_build(const ScanEntry& later, const ScanEntry& best) {
@@ -74,106 +75,101 @@ std::uint32_t code_word(std::string_view text, std::size_t at) {
     return word;
 }
 
-ScanIndex::ScanIndex(std::vector<ScanEntry> entries) : entries_(std::move(entries)) {
-    plain_names_.reserve(entries_.size());
+ScanIndex::ScanIndex(std::vector<ScanEntry> entries, std::span<const std::uint32_t> asked)
+    : entries_(std::move(entries)), asked_(asked) {
     for (std::size_t place = 0; place < entries_.size(); ++place) add(place);
-    for (WordPlaces* places : {&vst2_ids_, &compatible_ids_, &class_ends_, &class_words_}) {
-        std::ranges::sort(*places);
+    for (WordTable* table :
+         {&vst2_ids_, &compatible_ids_, &class_ends_, &class_words_, &vst3_stems_, &names_,
+          &plain_names_, &clap_names_, &clap_stems_, &ids_, &classes_, &clap_ids_}) {
+        table->finish();
     }
 }
 
 void ScanIndex::add(std::size_t place) {
     const ScanEntry& entry = entries_[place];
-    add_name(place);
+    add_asked(names_, text_word(lower_alnum(entry.shortName)), place);
+    add_asked(plain_names_, text_word(plain_name_of(entry)), place);
     if (entry.isClap) {
-        clap_ids_.insert(entry.clapId);
-        clap_names_.try_emplace(lower_alnum(without_channel_layout(entry.name)), place);
-        const auto [stem, is_new] = clap_stems_.try_emplace(file_stem(entry.file), place);
-        if (!is_new) stem->second.reset();
+        clap_ids_.add(text_word(entry.clapId), place);
+        clap_names_.add(text_word(clap_name_of(entry)), place);
+        clap_stems_.add(text_word(file_stem(entry.file)), place);
         return;
     }
-    ids_.insert(entry.id);
-    const auto number = static_cast<std::uint32_t>(place);
+    ids_.add(entry.id, place);
     if (entry.classId.empty()) {
-        vst2_ids_.emplace_back(entry.id, number);
+        add_asked(vst2_ids_, entry.id, place);
         return;
     }
-    classes_.insert(upper_cased(entry.classId));
-    const auto bytes = class_bytes(entry.classId);
-    if (!bytes) return;
-    add_class(number, *bytes, entry.isVst3);
-    if (entry.isVst3) vst3_stems_.try_emplace(file_stem(entry.file), place);
+    classes_.add(text_word(lower_cased(entry.classId)), place);
+    if (const auto bytes = class_bytes(entry.classId)) add_class(place, *bytes);
 }
 
-void ScanIndex::add_class(std::uint32_t place, const ClassBytes& bytes, bool is_vst3) {
+void ScanIndex::add_class(std::size_t place, const ClassBytes& bytes) {
     constexpr std::size_t compatible_id_at = 3;
     if (is_vst2_compatible(bytes)) {
-        compatible_ids_.emplace_back(word_at(bytes, compatible_id_at), place);
+        add_asked(compatible_ids_, word_at(bytes, compatible_id_at), place);
     }
-    if (!is_vst3) return;
+    if (!entries_[place].isVst3) return;
     constexpr std::size_t last_word_at = class_id_digits / 2 - word_bytes;
-    class_ends_.emplace_back(word_at(bytes, last_word_at), place);
+    add_asked(class_ends_, word_at(bytes, last_word_at), place);
     for (std::size_t at = 0; at <= last_word_at; ++at) {
-        class_words_.emplace_back(word_at(bytes, at), place);
+        add_asked(class_words_, word_at(bytes, at), place);
     }
+    vst3_stems_.add(text_word(file_stem(entries_[place].file)), place);
 }
 
-void ScanIndex::add_name(std::size_t place) {
-    const ScanEntry& entry = entries_[place];
-    std::string plain = lower_alnum(without_vendor(entry.name));
-    names_.try_emplace(lower_alnum(entry.shortName), place);
-    names_.try_emplace(plain, place);
-    std::string maker = lower_alnum(maker_of(entry.name));
-    const auto [shared, is_new] = shared_names_.try_emplace(plain);
-    SharedName& name = shared->second;
-    if (is_new) {
-        name = {place, std::move(maker), false};
-    } else {
-        if (maker != name.maker) name.ambiguous = true;
-        if (is_better_build(entry, entries_[name.best])) name.best = place;
+void ScanIndex::add_asked(WordTable& table, std::uint32_t word, std::size_t place) const {
+    if (asked_.may_hold(word)) table.add(word, place);
+}
+
+EntryPlace ScanIndex::first(const WordTable& table, std::uint32_t word) {
+    const auto places = table.places_of(word);
+    if (places.empty()) return std::nullopt;
+    return places.front().place;
+}
+
+/// The first entry of the text's word for which the text itself fits.
+template <typename Fits>
+EntryPlace ScanIndex::first_text(const WordTable& table, const std::string& text, Fits fits) const {
+    if (text.empty()) return std::nullopt;
+    for (const auto& row : table.places_of(text_word(text))) {
+        if (fits(entries_[row.place])) return row.place;
     }
-    plain_names_.push_back(std::move(plain));
-}
-
-EntryPlace ScanIndex::first(const WordPlaces& places, std::uint32_t word) {
-    const auto at = std::ranges::lower_bound(places, std::pair(word, std::uint32_t{0}));
-    if (at == places.end() || at->first != word) return std::nullopt;
-    return at->second;
-}
-
-EntryPlace ScanIndex::first(const NamePlaces& places, const std::string& name) {
-    const auto found = places.find(name);
-    if (name.empty() || found == places.end()) return std::nullopt;
-    return found->second;
+    return std::nullopt;
 }
 
 // Walks the entries that hold the rarer of the two words.
 EntryPlace ScanIndex::class_holds(std::uint32_t maker, std::uint32_t product) const {
-    const auto with = [&](std::uint32_t word) {
-        return std::ranges::equal_range(class_words_, word, {}, &WordPlaces::value_type::first);
-    };
-    const auto with_maker = with(maker);
-    const auto with_product = with(product);
+    const auto with_maker = class_words_.places_of(maker);
+    const auto with_product = class_words_.places_of(product);
     const bool product_is_rarer = with_product.size() < with_maker.size();
     const std::uint32_t other = product_is_rarer ? maker : product;
-    for (const auto& [word, place] : product_is_rarer ? with_product : with_maker) {
-        if (holds_word(entries_[place].classId, other)) return place;
+    for (const auto& row : product_is_rarer ? with_product : with_maker) {
+        if (holds_word(entries_[row.place].classId, other)) return row.place;
     }
     return std::nullopt;
 }
 
 EntryPlace ScanIndex::vst3_with_stem(const std::string& stem) const {
-    return first(vst3_stems_, stem);
+    return first_text(vst3_stems_, stem,
+                      [&](const ScanEntry& entry) { return file_stem(entry.file) == stem; });
 }
 
 EntryPlace ScanIndex::named(const std::string& plain_name) const {
-    return first(names_, plain_name);
+    const auto by_short_name = first_text(names_, plain_name, [&](const ScanEntry& entry) {
+        return lower_alnum(entry.shortName) == plain_name;
+    });
+    const auto by_plain_name = first_text(plain_names_, plain_name, [&](const ScanEntry& entry) {
+        return plain_name_of(entry) == plain_name;
+    });
+    if (!by_short_name || !by_plain_name) return by_short_name ? by_short_name : by_plain_name;
+    return std::min(*by_short_name, *by_plain_name);
 }
 
 EntryPlace ScanIndex::named_in_part(const std::string& plain_name) const {
     if (plain_name.empty()) return std::nullopt;
-    for (std::size_t place = 0; place < plain_names_.size(); ++place) {
-        const std::string& name = plain_names_[place];
+    for (std::size_t place = 0; place < entries_.size(); ++place) {
+        const std::string name = plain_name_of(entries_[place]);
         if (name.size() < least_partial_name) continue;
         if (plain_name.find(name) != std::string::npos) return place;
         if (name.find(plain_name) != std::string::npos) return place;
@@ -182,28 +178,51 @@ EntryPlace ScanIndex::named_in_part(const std::string& plain_name) const {
 }
 
 EntryPlace ScanIndex::only_one_named(const std::string& plain_name) const {
-    const auto found = shared_names_.find(plain_name);
-    if (found == shared_names_.end() || found->second.ambiguous) return std::nullopt;
-    return found->second.best;
+    EntryPlace best;
+    std::string maker;
+    for (const auto& row : plain_names_.places_of(text_word(plain_name))) {
+        const ScanEntry& entry = entries_[row.place];
+        if (plain_name_of(entry) != plain_name) continue;
+        std::string its_maker = lower_alnum(maker_of(entry.name));
+        if (!best) {
+            best = row.place;
+            maker = std::move(its_maker);
+            continue;
+        }
+        if (its_maker != maker) return std::nullopt;
+        if (is_better_build(entry, entries_[*best])) best = row.place;
+    }
+    return best;
 }
 
 EntryPlace ScanIndex::clap_for(std::string_view name, const std::string& stem) const {
-    const auto by_name = first(clap_names_, lower_alnum(without_channel_layout(name)));
-    if (by_name || stem.empty()) return by_name;
-    const auto by_stem = clap_stems_.find(stem);
-    return by_stem == clap_stems_.end() ? std::nullopt : by_stem->second;
+    const std::string plain_name = lower_alnum(without_channel_layout(name));
+    const auto by_name = first_text(clap_names_, plain_name, [&](const ScanEntry& entry) {
+        return clap_name_of(entry) == plain_name;
+    });
+    if (by_name) return by_name;
+    const auto has_stem = [&](const ScanEntry& entry) { return file_stem(entry.file) == stem; };
+    const auto by_stem = first_text(clap_stems_, stem, has_stem);
+    const auto another = first_text(clap_stems_, stem, [&](const ScanEntry& entry) {
+        return &entry != &entries_[*by_stem] && has_stem(entry);
+    });
+    return another ? std::nullopt : by_stem;
 }
 
 bool ScanIndex::is_installed(std::string_view ident) const {
     if (entries_.empty() || ident.empty()) return true;
-    if (clap_ids_.contains(std::string(ident))) return true;
+    const auto clap = first_text(clap_ids_, std::string(ident),
+                                 [&](const ScanEntry& entry) { return entry.clapId == ident; });
     const std::uint32_t id = leading_number(ident);
-    if (id != 0 && ids_.contains(id)) return true;
+    if (clap || (id != 0 && first(ids_, id))) return true;
     const std::size_t brace = ident.find('{');
     if (brace == std::string_view::npos) return false;
     std::string_view behind = ident.substr(brace + 1);
-    const std::string_view class_id = take_field(behind, '}');
-    return !class_id.empty() && classes_.contains(upper_cased(class_id));
+    const std::string class_id = lower_cased(std::string(take_field(behind, '}')));
+    return first_text(
+               classes_, class_id,
+               [&](const ScanEntry& entry) { return lower_cased(entry.classId) == class_id; })
+        .has_value();
 }
 
 }  // namespace tanrove

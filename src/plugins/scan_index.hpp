@@ -11,12 +11,10 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
-#include <utility>
 #include <vector>
 
 #include "plugins/scan_cache.hpp"
+#include "plugins/word_table.hpp"
 
 namespace tanrove {
 
@@ -33,7 +31,9 @@ using EntryPlace = std::optional<std::size_t>;
 
 class ScanIndex {
 public:
-    explicit ScanIndex(std::vector<ScanEntry> entries);
+    /// `asked` holds the words of all codes, and of all names in letters and digits, that the
+    /// lookups by codes and by names will ask for.
+    ScanIndex(std::vector<ScanEntry> entries, std::span<const std::uint32_t> asked);
 
     const std::vector<ScanEntry>& entries() const { return entries_; }
     bool empty() const { return entries_.empty(); }
@@ -56,7 +56,7 @@ public:
     EntryPlace named_in_part(const std::string& plain_name) const;
 
     /// The build that is preferred among all of one name: a VST3 before a VST2 before a CLAP. Two
-    /// makers' plug-ins of one name are no answer.
+    /// makers' plug-ins of one name are no answer. Walks all of that name.
     EntryPlace only_one_named(const std::string& plain_name) const;
 
     /// A CLAP of this whole name, or else the only one in a file of this stem.
@@ -66,35 +66,27 @@ public:
     bool is_installed(std::string_view ident) const;
 
 private:
-    using WordPlaces = std::vector<std::pair<std::uint32_t, std::uint32_t>>;  ///< sorted
-    using NamePlaces = std::unordered_map<std::string, std::size_t>;
-
-    struct SharedName {
-        std::size_t best = 0;
-        std::string maker;
-        bool ambiguous = false;
-    };
-
-    static EntryPlace first(const WordPlaces& places, std::uint32_t word);
-    static EntryPlace first(const NamePlaces& places, const std::string& name);
+    static EntryPlace first(const WordTable& table, std::uint32_t word);
+    template <typename Fits>
+    EntryPlace first_text(const WordTable& table, const std::string& text, Fits fits) const;
     void add(std::size_t place);
-    void add_class(std::uint32_t place, const ClassBytes& bytes, bool is_vst3);
-    void add_name(std::size_t place);
+    void add_class(std::size_t place, const ClassBytes& bytes);
+    void add_asked(WordTable& table, std::uint32_t word, std::size_t place) const;
 
     std::vector<ScanEntry> entries_;
-    WordPlaces vst2_ids_;
-    WordPlaces compatible_ids_;
-    WordPlaces class_ends_;
-    WordPlaces class_words_;
-    NamePlaces vst3_stems_;
-    NamePlaces names_;
-    std::vector<std::string> plain_names_;  ///< without all groups, an entry each
-    std::unordered_map<std::string, SharedName> shared_names_;
-    NamePlaces clap_names_;
-    std::unordered_map<std::string, EntryPlace> clap_stems_;  ///< nullopt: several have it
-    std::unordered_set<std::uint32_t> ids_;
-    std::unordered_set<std::string> classes_;
-    std::unordered_set<std::string> clap_ids_;
+    WordFilter asked_;
+    WordTable vst2_ids_;
+    WordTable compatible_ids_;
+    WordTable class_ends_;
+    WordTable class_words_;
+    WordTable vst3_stems_;
+    WordTable names_;        ///< without the maker
+    WordTable plain_names_;  ///< without all groups
+    WordTable clap_names_;
+    WordTable clap_stems_;
+    WordTable ids_;
+    WordTable classes_;
+    WordTable clap_ids_;
 };
 
 }  // namespace tanrove

@@ -59,6 +59,15 @@ PluginInsert insert(const std::string& code, ContainerKind kind = ContainerKind:
     return made;
 }
 
+/// The list as it is looked up for a key and a name.
+ScanIndex indexed(const std::vector<ScanEntry>& scan, const std::string& key = "",
+                  const std::string& name = "") {
+    std::vector<std::uint32_t> asked;
+    add_asked_by_key(asked, key);
+    add_asked_by_name(asked, name);
+    return {scan, asked};
+}
+
 /// What a run prints, and the object it leaves.
 struct SessionRun {
     std::vector<ScanEntry> scan;
@@ -131,7 +140,8 @@ TEST(IdentityRules, EachMatchesAloneAndTheFirstInScanOrderWins) {
             scan.insert(scan.end(), c.fit.begin(), c.fit.end());
             if (drop < c.fit.size()) scan.erase(scan.begin() + 1);
             if (scan.size() == 1) continue;
-            const auto match = match_by_code(ScanIndex(scan), c.key, c.product, c.prefer_vst3);
+            const auto match =
+                match_by_code(indexed(scan, c.key, c.product), c.key, c.product, c.prefer_vst3);
             EXPECT_EQ(match ? match->rule : "", c.rule);
             if (match) {
                 EXPECT_EQ(match->entry, 1U);
@@ -141,9 +151,9 @@ TEST(IdentityRules, EachMatchesAloneAndTheFirstInScanOrderWins) {
     const std::vector<ScanEntry> stems = {vst2("Prd1", "X", "C:\\My_Plug 2.dll"),
                                           vst3("", "X", "MyPlug2.vst3"),
                                           vst3("0123456789abcdef", "X", "myplug2.vst3")};
-    EXPECT_EQ(match_by_code(ScanIndex(stems), "MakePrd1", "", true)->rule,
+    EXPECT_EQ(match_by_code(indexed(stems, "MakePrd1"), "MakePrd1", "", true)->rule,
               "VST3 by filename stem (--prefer-vst3)");
-    EXPECT_EQ(match_by_code(ScanIndex(stems), "MakePrd1", "", false)->rule, "VST2 id");
+    EXPECT_EQ(match_by_code(indexed(stems, "MakePrd1"), "MakePrd1", "", false)->rule, "VST2 id");
 }
 
 /// The rules once more, each as a walk over the list.
@@ -205,7 +215,7 @@ TEST(IdentityRules, AgreeWithAPlainWalkOverRandomLists) {
         }
         const std::string key = text(8);
         for (const bool vst3_first : {false, true}) {
-            const auto match = match_by_code(ScanIndex(scan), key, "", vst3_first);
+            const auto match = match_by_code(indexed(scan, key), key, "", vst3_first);
             ASSERT_EQ(match ? std::to_string(match->entry) : "", plain_match(scan, key, vst3_first))
                 << key << " in round " << round;
         }
@@ -473,7 +483,8 @@ TEST(PluginIdentities, TakeAClapOnlyWithItsSettings) {
 }
 
 TEST(ScanIndex, KnowsWhatIsInstalled) {
-    const ScanIndex scan({vst2("Prd1", "A"), vst3("0123456789abcdef", "B"), clap("a.b", "C", "")});
+    const ScanIndex scan =
+        indexed({vst2("Prd1", "A"), vst3("0123456789abcdef", "B"), clap("a.b", "C", "")});
     const std::string number = std::to_string(code_word("Prd1", 0));
     const struct {
         std::string ident;
