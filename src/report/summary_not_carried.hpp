@@ -7,9 +7,10 @@ namespace tanrove {
 
 struct NotCarriedTallies {
     int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
-    int shaped_clips = 0;      ///< clip names with clip effects
+    int shaped_clips = 0;      ///< clips on tracks whose clip effects are on
     int surround_panners = 0;  ///< tracks with one
     int plugins = 0;
+    int plugins_on_tracks = 0;  ///< of those: on tracks of the project
 };
 
 /// Behind everything that was carried, in front of the media.

@@ -109,9 +109,9 @@ std::int32_t Conversion::run() {
                              .theme = colour_theme(options_, version),
                              .rate_hz = static_cast<double>(image.rate)},
                             tallies_);
-    tallies_.not_carried = count_not_carried(index, clips, strips, project_.mix.tracks);
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     plan_freezes(project_, index, clips, time_, options_.keep_frozen, media, tallies_.frozen);
+    tallies_.not_carried = count_not_carried(index, clips, strips, project_.mix);
     MovieSearch movies({folders_.media_parent, folders_.session_folder, video.paths});
     project_path_ = choose_output_path(options_);
     if (!write_project(project_, options_, project_path_, media, movies, tallies_)) {
@@ -156,6 +156,7 @@ void Conversion::give_account(const PTFFormat& file, const SessionVersion& versi
         line.tracks = tallies_.written.tracks;
         line.clips = tallies_.written.clips;
         line.notes = tallies_.written.notes;
+        line.plugins = tallies_.not_carried.plugins_on_tracks;
         line.problem_recorded = !console_state().problem_kind.empty();
         console_state().summary_line = summary_line(line);
     }

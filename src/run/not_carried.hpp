@@ -2,19 +2,17 @@
 // said, never left out in silence. Each subject leaves this file when it arrives.
 #pragma once
 
-#include <vector>
-
-#include "mix/track_plan.hpp"
+#include "mix/plan_mix.hpp"
 #include "report/summary_not_carried.hpp"
 #include "run/run_options.hpp"
 #include "run/session_records.hpp"
 
 namespace tanrove {
 
-/// Counts the subjects that no stage carries, as far as `tracks`, which are written, would.
+/// Counts the subjects that no stage carries, as far as the tracks of `mix`, which are written,
+/// would.
 NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& clips,
-                                    const StripRecords& strips,
-                                    const std::vector<TrackPlan>& tracks);
+                                    const StripRecords& strips, const MixPlan& mix);
 
 /// Prints a sentence for each file that was asked for and does not come.
 void tell_files_not_made(const RunOptions& options);

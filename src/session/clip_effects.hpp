@@ -13,7 +13,7 @@ namespace tanrove {
 
 struct ClipEffectsParameter {
     std::string name;
-    std::uint32_t value = 0;  ///< as stored
+    std::uint32_t value = 0;  ///< the bits of an f32, 0 to 1
 };
 
 struct ClipEffectsRecord {
@@ -31,6 +31,10 @@ struct ClipEffects {
         return found == record_of_clip.end() ? nullptr : &records[found->second];
     }
 };
+
+/// True if one of the sections is switched on, or the trim in front of them stands elsewhere than
+/// in its middle: the clip sounds other than its file.
+bool is_switched_on(const ClipEffectsRecord& record);
 
 ClipEffects readClipEffects(const BlockIndex& index);
 

@@ -4,11 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <clocale>
 #include <filesystem>
 #include <new>
 
 #include "support/project_reader.hpp"
+#include "support/records/clip_table_records.hpp"
 #include "support/records/old_session_records.hpp"
 #include "support/session_builder.hpp"
 #include "support/temp_folder.hpp"
@@ -309,6 +311,33 @@ TEST_F(Conversion, TheProjectIsTheSameInEveryLocale) {
     EXPECT_EQ(file_text("Song.rpp"), file_text("Other.rpp"));
 }
 
+/// How many points the first block of this head has in the project.
+int points_in(const std::string& head) {
+    const std::string text = file_text("Song.rpp");
+    const std::size_t end = text.find(">\n", text.find(head + "\n"));
+    int points = 0;
+    for (auto at = text.find(head + "\n"); (at = text.find(" PT ", at)) < end; ++at) ++points;
+    return points;
+}
+
+TEST_F(Conversion, ALaneAndAGainLineOfSeventyThousandEventsArriveWhole) {
+    constexpr int many = 70000;
+    builder::TrackSpec track{.name = "Ride", .volume_lane = {.initial = 0}};
+    builder::ClipSpec clip{.region = "Voice", .length = 48 * (many + 1)};
+    for (int i = 0; i < many; ++i) {
+        track.volume_lane.points.push_back({48 * (i + 1), i % 2 * 10});
+        clip.gain.emplace_back(48 * i, static_cast<float>(i % 2));
+    }
+    track.clips = {clip};
+    ASSERT_TRUE(SessionBuilder()
+                    .audio_file({"Voice.wav", 48UL * (many + 1), 0})
+                    .track(track)
+                    .write("Song.ptx"));
+    ASSERT_EQ(convert(song()), 0);
+    EXPECT_EQ(points_in("<VOLENV2"), many + 1) << "with the value it starts on";
+    EXPECT_EQ(points_in("<VOLENV"), many);
+}
+
 class Stages : public tanrovegui::Progress {
 public:
     bool stage(int index, int total, const char* text) override {
@@ -330,6 +359,34 @@ TEST_F(Conversion, AListenerHearsEveryStageAndGetsItsSummaryLine) {
                                         "3 writing 0/1", "4 media", "5 report"}));
     EXPECT_EQ(console_state().summary_line,
               "summary tracks=1 clips=2 notes=0 fx=0 written=0 needs_look=0");
+}
+
+TEST_F(Conversion, ItCountsThePluginsOfWrittenTracksAndPlacedClipsWhoseEffectsAreOn) {
+    const auto effects = [](std::uint64_t identity, float value) {
+        const auto stored = std::bit_cast<std::uint32_t>(value);
+        return builder::EffectsSpec{identity, {{"EQ On/Off", stored}}};
+    };
+    builder::TrackSpec shaped{.name = "Shaped"};
+    for (int i = 0; i < 3; ++i) {
+        shaped.clips.push_back({.region = i < 2 ? "on" : "off",
+                                .position = 48000 * i,
+                                .length = 48000,
+                                .effects_identity = i < 2 ? 1U : 2U});
+    }
+    shaped.inserts = {{}, {.bypassed = true}};
+    ASSERT_TRUE(small_session()
+                    .track(shaped)
+                    .track({.name = "Off", .active = false, .inserts = {{}}})
+                    .track({.name = "Main", .kind = builder::TrackKind::master, .inserts = {{}}})
+                    .top_level(builder::effects_block({effects(1, 1), effects(2, 0)}))
+                    .write("Song.ptx"));
+    RunOptions options = song();
+    options.skip_inactive_tracks = true;
+    ASSERT_EQ(convert(options), 0);
+    EXPECT_TRUE(said("  WARNING: 2 clip(s) have clip effects")) << result_.console_text;
+    EXPECT_TRUE(said("  WARNING: 3 plug-in(s) are NOT in the project")) << result_.console_text;
+    EXPECT_EQ(console_state().summary_line,
+              "summary tracks=2 clips=5 notes=0 fx=3 written=0 needs_look=0");
 }
 
 TEST_F(Conversion, ARunThatEndsInAnExceptionLeavesNoPointerBehind) {
