@@ -8,7 +8,8 @@
 //   ..      0x2434, behind it u32 row in the edit window; without that child, the last 4 bytes
 //
 // The u8 behind the record is solo safe. The other switches stand in the strip row: its 0x102d, at
-// offset 9, holds the 0x2619; u8 soloed, u8 automation mode and u8 trim follow that.
+// offset 9, holds the 0x2619; u8 soloed, u8 automation mode and u8 trim follow that. The row of a
+// master fader has an audio row at offset 9, and that the 0x102d.
 #include "session/track_displays.hpp"
 
 #include <map>
@@ -25,6 +26,7 @@ constexpr std::uint16_t row_anchor_type = 0x2434;
 constexpr std::uint16_t audio_colour_mark_type = 0x2104;
 constexpr std::uint16_t video_colour_mark_type = 0x2105;
 constexpr std::uint16_t attributes_type = 0x102d;
+constexpr std::uint16_t audio_row_type = 0x261b;
 constexpr std::uint16_t strip_name_type = 0x2619;
 
 constexpr std::size_t shown_at = 1;  // these count from the first child's end
@@ -108,6 +110,9 @@ std::vector<std::optional<std::size_t>> pair_records(const BlockIndex& index,
 
 void read_switches(const BlockIndex& index, const StripRow& row, TrackDisplay& display) {
     const Block* attributes = index.at(row.start + block_payload_at);
+    if (attributes != nullptr && attributes->content_type == audio_row_type) {
+        attributes = index.at(attributes->payload());
+    }
     if (attributes == nullptr || attributes->content_type != attributes_type) return;
     const Block* name = index.first_child(*attributes, strip_name_type);
     if (name == nullptr) return;

@@ -1,0 +1,520 @@
+// Random mixers, converted whole and held against a second model: what Pro Tools plays, told track
+// by track in REAPER's words. Volume lanes move in small steps here; ramps are measured elsewhere.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <map>
+#include <random>
+#include <set>
+#include <sstream>
+
+#include "run/convert_session.hpp"
+#include "support/session_builder.hpp"
+#include "support/temp_folder.hpp"
+
+namespace tanrove {
+namespace {
+
+using namespace builder;
+using Lines = std::vector<std::string>;
+
+constexpr int sample_rate = 48000;
+constexpr unsigned mixers = 60;
+
+/// A line of words and numbers.
+class Line {
+public:
+    explicit Line(const std::string& text) : text_(text) {}
+    Line& operator<<(const std::string& word) {
+        text_ += " " + word;
+        return *this;
+    }
+    Line& operator<<(double number) {
+        char digits[40];
+        std::snprintf(digits, sizeof(digits), " %.9f", number == 0 ? 0.0 : number);
+        text_ += digits;
+        return *this;
+    }
+    const std::string& text() const { return text_; }
+
+private:
+    std::string text_;
+};
+
+double gain(double db) {
+    return std::pow(10, db / 20);
+}
+
+struct Mixer {
+    std::vector<TrackSpec> tracks;
+    std::map<std::size_t, std::set<std::size_t>> members;  ///< of the VCA at this place
+    bool plain_master = false;
+};
+
+/// Draws mixers. Half of all switches are where a session leaves them.
+class Draw {
+public:
+    explicit Draw(unsigned seed) : random_(seed) {}
+
+    Mixer mixer() {
+        Mixer mixer;
+        const std::size_t count = 1 + below(5);
+        for (std::size_t i = 0; i < count; ++i) mixer.tracks.push_back(track(i));
+        if (chance(2)) mixer.tracks.push_back(aux());
+        if (chance(2)) insert(mixer.tracks, master());
+        const std::size_t vcas = below(3);
+        for (std::size_t i = 0; i < vcas; ++i) {
+            TrackSpec vca = switches("VCA " + std::to_string(i), TrackKind::vca);
+            vca.fader_db = between(-1445, 120) / 10.0;
+            vca.mixer = vca_record(static_cast<int>(std::lround(vca.fader_db * 10)));
+            mixer.tracks.push_back(vca);
+            auto& members = mixer.members[mixer.tracks.size() - 1];
+            for (std::size_t at = 0; at + 1 < mixer.tracks.size(); ++at) {
+                if (chance(3)) members.insert(at);
+            }
+        }
+        mixer.plain_master = chance(4);
+        return mixer;
+    }
+
+private:
+    std::size_t below(std::size_t end) { return random_() % end; }
+    int between(int least, int most) {
+        return least + static_cast<int>(below(static_cast<std::size_t>(most - least + 1)));
+    }
+    bool chance(std::size_t one_in) { return below(one_in) == 0; }
+
+    void insert(std::vector<TrackSpec>& tracks, const TrackSpec& track) {
+        tracks.insert(tracks.begin() + static_cast<std::ptrdiff_t>(below(tracks.size() + 1)),
+                      track);
+    }
+
+    TrackSpec switches(const std::string& name, TrackKind kind) {
+        TrackSpec track{.name = name, .kind = kind};
+        track.soloed = chance(4);
+        track.solo_safe = chance(6);
+        track.automation_mode = static_cast<std::uint8_t>(chance(2) ? 1 : below(6));
+        return track;
+    }
+
+    LaneSpec lane(int least, int most, int step, int now) {
+        LaneSpec lane;
+        if (chance(3)) lane.initial = now = between(least, most);
+        std::int64_t at = 0;
+        for (std::size_t left = chance(2) ? 0 : below(4); left > 0; --left) {
+            now = std::clamp(now + between(-step, step), least, most);
+            lane.points.push_back({at += between(0, sample_rate), now});
+        }
+        return lane;
+    }
+
+    void set_fader(TrackSpec& track) {
+        track.fader_db = between(-190, 120) / 10.0;
+        track.muted = chance(3);
+        track.volume_lane = lane(-190, -1, 14, std::min(-1, static_cast<int>(track.fader_db * 10)));
+        track.mute_lane = lane(0, 1, 1, track.muted ? 1 : 0);
+    }
+
+    TrackSpec track(std::size_t number) {
+        TrackSpec track = switches("Track " + std::to_string(number), TrackKind::audio);
+        set_fader(track);
+        track.channels = chance(2) ? 2 : 1;
+        track.active = !chance(8);
+        track.voice_off = chance(8);
+        track.pan = between(-100, 100);
+        if (chance(2)) track.pan_lane = lane(-100, 100, 200, *track.pan);
+        if (chance(3)) track.trim_lane = lane(-120, 120, 14, 0);
+        if (track.channels == 2) {
+            track.pan_right = between(-100, 100);
+            if (chance(2)) track.pan_right_lane = lane(-100, 100, 200, *track.pan_right);
+        }
+        if (chance(5)) track.output = chance(2) ? "" : "Bus";
+        for (std::size_t left = below(3); left > 0; --left) track.sends.push_back(send());
+        return track;
+    }
+
+    SendSpec send() {
+        SendSpec send{.target = "Bus", .level_db = between(-600, 120) / 10.0};
+        send.pre_fader = chance(2);
+        send.muted = chance(4);
+        send.pan = between(-100, 100);
+        send.level_lane = lane(-190, -1, 14, -10);
+        if (!send.muted) send.mute_lane = lane(0, 0, 1, 0);
+        if (chance(4)) send.level_lane.initial.reset();
+        return send;
+    }
+
+    TrackSpec aux() {
+        TrackSpec aux = track(9);
+        aux.name = "Aux";
+        aux.kind = TrackKind::aux;
+        aux.channels = 2;
+        if (!aux.pan_right) aux.pan_right = 100;
+        aux.output = "Out 1-2";
+        aux.voice_off = false;  // has none
+        aux.sends.clear();
+        aux.input = "Bus";
+        aux.input_is_bus = true;
+        return aux;
+    }
+
+    TrackSpec master() {
+        TrackSpec master = switches("Master", TrackKind::master);
+        set_fader(master);
+        master.soloed = master.solo_safe = false;
+        if (chance(3)) master.fader_db = 0;
+        if (chance(2)) master.inserts = {{}};
+        return master;
+    }
+
+    std::mt19937 random_;
+};
+
+SessionBuilder session_of(const Mixer& mixer) {
+    SessionBuilder session;
+    session.bus("Bus", 1);
+    for (const TrackSpec& track : mixer.tracks) session.track(track);
+    for (const auto& [vca, members] : mixer.members) {
+        const std::vector<std::uint16_t> places(members.begin(), members.end());
+        session.group({.name = "Group " + std::to_string(vca),
+                       .members = places,
+                       .vca_master = static_cast<std::uint16_t>(vca)});
+    }
+    return session;
+}
+
+/// What the project must say of a mixer.
+class Model {
+public:
+    explicit Model(const Mixer& mixer) : tracks_(mixer.tracks), members_(mixer.members) {
+        for (std::size_t i = 0; i < tracks_.size(); ++i) {
+            if (tracks_[i].kind == TrackKind::master) master_ = &tracks_[i];
+            if (tracks_[i].kind == TrackKind::aux) aux_ = &tracks_[i];
+            const bool is_vca = tracks_[i].kind == TrackKind::vca;
+            if (is_vca ? leads(i) : &tracks_[i] != master_) written_.push_back(i);
+        }
+        settle_solos();
+        for (const std::size_t i : written_) {
+            if (plays_to_master(tracks_[i])) senders_.push_back(tracks_[i].name);
+        }
+        if (needs_solo_track_) senders_.push_back(solo_track);
+        if (master_ == nullptr) return;
+        const bool is_moved =
+            (moves(*master_, master_->volume_lane)) || std::abs(level(*master_)) > 0.0499;
+        own_track_ =
+            is_moved && !mixer.plain_master && !master_->inserts.empty() && !senders_.empty();
+    }
+
+    std::string text() {
+        write_head();
+        for (const std::size_t i : written_) {
+            if (own_track_ && !master_is_written_ && &tracks_[i] > master_) write_master_track();
+            write(i);
+        }
+        if (needs_solo_track_) {
+            add(Line("NAME") << solo_track);
+            add(Line("VOLPAN") << 1 << 0 << -1 << -1 << 1);
+            add(Line("MUTESOLO") << 0 << 2 << 0);
+            add(Line("MAINSEND") << (own_track_ ? 0 : 1) << 0);
+        }
+        if (own_track_ && !master_is_written_) write_master_track();
+        return text_;
+    }
+
+private:
+    static constexpr const char* solo_track = "Pro Tools solo (the soloed tracks were muted)";
+
+    void add(const Line& line) { text_ += line.text() + "\n"; }
+
+    static bool is_off(const TrackSpec& track) { return track.automation_mode == 0; }
+    static bool moves(const TrackSpec& track, const LaneSpec& lane) {
+        return !lane.points.empty() && !is_off(track);
+    }
+    static bool is_silent(const TrackSpec& track) { return !track.active || track.voice_off; }
+    static bool is_muted(const TrackSpec& track) {
+        return is_silent(track) || (track.kind != TrackKind::vca && track.muted);
+    }
+    /// Where the fader stands while nothing moves it: a lane without points still sets it.
+    static double level(const TrackSpec& track) {
+        const auto& lane = track.volume_lane;
+        return lane.points.empty() && lane.initial ? *lane.initial / 10.0 : track.fader_db;
+    }
+    bool leads(std::size_t vca) const {
+        const auto& members = members_.at(vca);
+        return std::ranges::any_of(
+            members, [&](std::size_t i) { return tracks_[i].kind != TrackKind::master; });
+    }
+    bool plays_to_master(const TrackSpec& track) const {
+        return track.output == "Out 1-2" || (track.output == "Bus" && aux_ == nullptr);
+    }
+
+    void solo(std::size_t i, std::set<std::size_t>& soloed) const {
+        if (!soloed.insert(i).second || tracks_[i].kind != TrackKind::vca) return;
+        for (const std::size_t member : members_.at(i)) solo(member, soloed);
+    }
+
+    void settle_solos() {
+        std::set<std::size_t> soloed;
+        for (std::size_t i = 0; i < tracks_.size(); ++i) {
+            if (tracks_[i].soloed) solo(i, soloed);
+        }
+        bool any_dropped = false;
+        for (const std::size_t i : soloed) {
+            const TrackSpec& track = tracks_[i];
+            if (track.kind == TrackKind::vca || &track == master_) continue;
+            const bool will_sound = moves(track, track.mute_lane) && !is_silent(track);
+            if (!is_muted(track) || will_sound) soloed_.insert(i);
+            any_dropped |= is_muted(track) && !will_sound;
+        }
+        needs_solo_track_ = any_dropped && soloed_.empty();
+    }
+
+    void write_lane(const std::string& block, const LaneSpec& lane, double now, bool active,
+                    bool armed) {
+        if (lane.points.empty()) return;
+        const bool is_mute = block.find("MUTE") != std::string::npos;
+        const bool is_pan = block.find("PAN") != std::string::npos;
+        const auto value = [&](double stored) {
+            if (is_mute) return stored == 1 ? 0.0 : 1.0;
+            return is_pan ? -stored / 100 : gain(stored / 10);
+        };
+        add(Line("<" + block));
+        add(Line("ACT") << (active ? 1 : 0) << -1);
+        add(Line("ARM") << (armed ? 1 : 0));
+        add(Line("DEFSHAPE") << (is_mute ? 1 : 0) << -1 << -1);
+        const int shape = is_mute ? 1 : 0;
+        add(Line("PT") << 0 << value(lane.initial.value_or(now)) << shape);
+        for (const auto& point : lane.points) {
+            const double seconds = static_cast<double>(point.position) / sample_rate;
+            add(Line("PT") << seconds << value(point.value) << shape);
+        }
+    }
+
+    void write_head() {
+        const bool is_muted = master_ != nullptr && master_->muted;
+        add(Line("MASTERMUTESOLO") << (is_muted ? 1 : 0));
+        const bool is_parked = master_ != nullptr && moves(*master_, master_->volume_lane);
+        const bool at_rest = master_ == nullptr || own_track_ || is_parked;
+        add(Line("MASTER_VOLUME") << (at_rest ? 1 : gain(level(*master_))) << 0 << -1 << -1 << 1);
+        if (master_ == nullptr) return;
+        add(Line("MASTERAUTOMODE") << (is_off(*master_) ? 0 : 1));
+        if (!own_track_) write_master_volume("MASTERVOLENV2", false);
+        write_lane("MASTERMUTEENV", master_->mute_lane, master_->muted ? 1 : 0, !is_off(*master_),
+                   false);
+    }
+
+    void write_master_volume(const std::string& block, bool armed) {
+        write_lane(block, master_->volume_lane, master_->fader_db * 10, !is_off(*master_), armed);
+    }
+
+    void write_master_track() {
+        master_is_written_ = true;
+        const bool has_lane = !master_->volume_lane.points.empty();
+        const bool is_parked = moves(*master_, master_->volume_lane);
+        add(Line("NAME") << "Master (Pro Tools master fader)");
+        add(Line("AUTOMODE") << (is_parked ? 1 : 0));
+        add(Line("VOLPAN") << (is_parked ? 1 : gain(level(*master_))) << 0 << -1 << -1 << 1);
+        add(Line("MUTESOLO") << 0 << 0 << 0);
+        add(Line("PANMODE") << 6);
+        add(Line("MAINSEND") << 1 << 0);
+        for (const std::string& sender : senders_) receive(sender, 0, 1, 0, 0);
+        if (has_lane) write_master_volume("VOLENV2", is_parked);
+    }
+
+    void receive(const std::string& source, int mode, double level, double pan, int mute) {
+        add(Line("AUXRECV") << "\"" + source + "\"" << mode << level << pan << mute << 0 << 0 << 0
+                            << 0 << "31:U" << 4177951 << -1 << "''");
+    }
+
+    bool feeds_pre_fader(const TrackSpec& track) const {
+        return aux_ != nullptr && std::ranges::any_of(track.sends, [](const SendSpec& send) {
+                   return send.pre_fader && !send.muted;
+               });
+    }
+
+    void write(std::size_t i) {
+        const TrackSpec& track = tracks_[i];
+        constexpr int modes[] = {0, 1, 2, 4, 3, 4};
+        const int mode = modes[track.automation_mode];
+        const bool is_vca = track.kind == TrackKind::vca;
+        const bool has_lanes = moves(track, track.volume_lane) || moves(track, track.mute_lane);
+        const bool plays_on =
+            is_muted(track) && !is_silent(track) && feeds_pre_fader(track) && !has_lanes;
+        add(Line("NAME") << track.name);
+        add(Line("AUTOMODE") << mode);
+        const bool is_parked = !is_vca && moves(track, track.volume_lane);
+        write_volume_and_pan(track, plays_on ? 0 : is_parked ? 1 : gain(level(track)));
+        add(Line("MUTESOLO") << (is_muted(track) && !plays_on ? 1 : 0)
+                             << (soloed_.contains(i) ? 2 : 0) << (track.solo_safe ? 1 : 0));
+        if (!is_vca) add(Line("PANMODE") << (track.channels == 2 ? 6 : 3));
+        add(Line("MAINSEND") << (plays_to_master(track) && !own_track_ ? 1 : 0) << 0);
+        if (&track == aux_) write_receives();
+        if (!is_vca) write_lanes(track, mode == 1 || mode == 2 || mode == 4);
+    }
+
+    void write_volume_and_pan(const TrackSpec& track, double volume) {
+        Line line("VOLPAN");
+        const double left = track.pan.value_or(0);
+        const double right = track.pan_right.value_or(0);
+        const bool stands =
+            is_off(track) || (track.pan_lane.points.empty() && track.pan_right_lane.points.empty());
+        const double pan = track.channels == 2 ? (left + right) / 2 : left;
+        line << volume << (stands ? pan / 100 : 0) << -1;
+        if (track.channels == 2) {
+            line << track.pan_lane.initial.value_or(*track.pan) / 100.0
+                 << track.pan_right_lane.initial.value_or(*track.pan_right) / 100.0;
+        } else {
+            line << -1 << 1;
+        }
+        add(line);
+    }
+
+    void write_lanes(const TrackSpec& track, bool armed) {
+        const bool on = !is_off(track);
+        write_lane("VOLENV2", track.volume_lane, track.fader_db * 10, on, armed);
+        write_lane("MUTEENV", track.mute_lane, track.muted ? 1 : 0, on && !is_silent(track), armed);
+        if (track.channels == 2) {
+            write_lane("DUALPANENVL", track.pan_lane, track.pan.value_or(0), on, armed);
+            write_lane("DUALPANENV", track.pan_right_lane, track.pan_right.value_or(0), on, armed);
+        } else {
+            write_lane("PANENV2", track.pan_lane, track.pan.value_or(0), on, armed);
+        }
+        write_lane("VOLENV3", *track.trim_lane, 0, on, false);
+    }
+
+    void write_receives() {
+        for (const std::size_t i : written_) {
+            if (tracks_[i].output == "Bus") receive(tracks_[i].name, 0, 1, 0, 0);
+        }
+        for (const std::size_t i : written_) {
+            const TrackSpec& source = tracks_[i];
+            for (const SendSpec& send : source.sends) {
+                const double pan = source.channels == 1 ? send.pan / 100.0 : 0;
+                receive(source.name, send.pre_fader ? 3 : 0, gain(send.level_db), pan,
+                        send.muted ? 1 : 0);
+                write_lane("AUXVOLENV", send.level_lane, send.level_db * 10, !is_off(source),
+                           false);
+                write_lane("AUXMUTEENV", send.mute_lane, 0, !is_off(source), false);
+            }
+        }
+    }
+
+    const std::vector<TrackSpec>& tracks_;
+    const std::map<std::size_t, std::set<std::size_t>>& members_;
+    const TrackSpec* master_ = nullptr;
+    const TrackSpec* aux_ = nullptr;
+    std::vector<std::size_t> written_;  ///< places of the tracks that become tracks
+    std::set<std::size_t> soloed_;
+    std::vector<std::string> senders_;  ///< into the master, by name
+    bool needs_solo_track_ = false;
+    bool own_track_ = false;  ///< the master's
+    bool master_is_written_ = false;
+    std::string text_;
+};
+
+/// The project's lines that a model speaks of, sources of receives by name.
+std::string mixer_lines(const std::string& project) {
+    const std::set<std::string> kept = {"MASTERMUTESOLO",
+                                        "MASTER_VOLUME",
+                                        "MASTERAUTOMODE",
+                                        "<MASTERVOLENV2",
+                                        "<MASTERMUTEENV",
+                                        "NAME",
+                                        "AUTOMODE",
+                                        "VOLPAN",
+                                        "MUTESOLO",
+                                        "PANMODE",
+                                        "MAINSEND",
+                                        "AUXRECV",
+                                        "<VOLENV2",
+                                        "<MUTEENV",
+                                        "<PANENV2",
+                                        "<DUALPANENVL",
+                                        "<DUALPANENV",
+                                        "<VOLENV3",
+                                        "<AUXVOLENV",
+                                        "<AUXMUTEENV",
+                                        "ACT",
+                                        "ARM",
+                                        "DEFSHAPE",
+                                        "PT"};
+    Lines names;
+    std::istringstream lines(project);
+    for (std::string line; std::getline(lines, line);) {
+        const auto at = line.find("NAME \"");
+        if (at != std::string::npos) names.push_back(line.substr(at + 6, line.size() - at - 7));
+    }
+    std::string text;
+    std::istringstream again(project);
+    for (std::string line; std::getline(again, line);) {
+        std::istringstream words(line);
+        std::string word;
+        words >> word;
+        if (!kept.contains(word)) continue;
+        Line told(word);
+        if (word == "NAME") {
+            told << line.substr(line.find('"') + 1, line.size() - line.find('"') - 2);
+        } else if (word == "AUXRECV") {
+            std::size_t source = 0;
+            words >> source;
+            told << "\"" + names.at(source) + "\"";
+        }
+        while (word != "NAME" && word[0] != '<' && words >> word) {
+            char* end = nullptr;
+            const double number = std::strtod(word.c_str(), &end);
+            *end == '\0' ? told << number : told << word;
+        }
+        text += told.text() + "\n";
+    }
+    return text;
+}
+
+/// The model's text with the project's numbers where the two are the same but for their last digit.
+std::string with_numbers_of(const std::string& project, const std::string& model) {
+    constexpr double last_digit = 2e-6;
+    std::istringstream written(project), told(model);
+    std::string text, line, word, other_line, other;
+    while (std::getline(told, line)) {
+        std::getline(written, other_line);
+        std::istringstream words(line), others(other_line);
+        for (const char* gap = ""; words >> word; gap = " ") {
+            others >> other;
+            const bool same = std::abs(std::strtod(word.c_str(), nullptr) -
+                                       std::strtod(other.c_str(), nullptr)) < last_digit;
+            text += gap + (same && std::isdigit(word.back()) ? other : word);
+        }
+        text += "\n";
+    }
+    return text;
+}
+
+TEST(MixerModel, AgreesOnRandomMixersAndSoDoesACheck) {
+    NullSink silent;
+    console_state().console_sink = &silent;
+    TempFolder folder;
+    folder.enter();
+    for (unsigned seed = 0; seed < mixers && !HasFailure(); ++seed) {
+        SCOPED_TRACE(seed);
+        const Mixer mixer = Draw(seed).mixer();
+        ASSERT_TRUE(session_of(mixer).write("Song.ptx"));
+        RunOptions options;
+        options.session_path = "Song.ptx";
+        options.overwrite = true;
+        options.plain_master = mixer.plain_master;
+        ConversionResult run, check;
+        ASSERT_EQ(convert_session(options, &run, nullptr), 0);
+        const std::string project = mixer_lines(file_text("Song.rpp"));
+        EXPECT_EQ(project, with_numbers_of(project, Model(mixer).text()));
+        options.check_only = true;
+        ASSERT_EQ(convert_session(options, &check, nullptr), 0);
+        const std::string account = run.console_text.substr(run.console_text.find(" tracks, "));
+        EXPECT_NE(check.console_text.find(account), std::string::npos)
+            << run.console_text << check.console_text;
+    }
+    console_state().console_sink = nullptr;
+}
+
+}  // namespace
+}  // namespace tanrove
