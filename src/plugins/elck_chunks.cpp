@@ -22,6 +22,7 @@ constexpr std::size_t chain_at = 17;
 constexpr std::size_t header_bytes = 56;
 constexpr std::size_t code_at = 8;
 constexpr std::size_t tag_at = 20;
+constexpr std::size_t tag_bytes = 4;
 constexpr std::size_t most_bytes_behind = 8;
 constexpr std::string_view map_tag = "elck";
 
@@ -57,7 +58,7 @@ std::vector<ElckChunk> elck_chain(ByteView image, std::size_t block_start, std::
         if (length < header_bytes || !bytes.holds(at, length)) return {};
         if (!code || !bytes.has(at + code_at, *code)) return {};
         chain.push_back({at + header_bytes, chunk_bytes(length - header_bytes),
-                         bytes.has(at + tag_at, map_tag)});
+                         bytes.has(at + tag_at, map_tag), *bytes.text(at + tag_at, tag_bytes)});
         at += length;
     }
     if (chain.empty() || !chain.front().is_map) return {};

@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/byte_view.hpp"
@@ -19,7 +20,8 @@ constexpr std::string_view elck_how = "AAX chunk after elck";
 struct ElckChunk {
     std::size_t offset = 0;
     std::uint32_t size = 0;
-    bool is_map = false;  ///< tagged "elck"
+    bool is_map = false;   ///< tagged "elck"
+    std::string_view tag;  ///< four characters, in the image
 };
 
 /// All chunks of the block at `block_start`, the parameter map first; empty where the chain does
