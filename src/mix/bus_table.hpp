@@ -1,5 +1,5 @@
-// Which strip takes which bus. Pro Tools routes by the names of buses, REAPER from track to track:
-// every output, send and key input finds its track here.
+// Which strips take which bus. Pro Tools routes by buses, REAPER from track to track: every output,
+// send and key input finds its tracks here.
 #pragma once
 
 #include <cstddef>
@@ -7,16 +7,17 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "mix/path_lookup.hpp"
+#include "session/inactive_tracks.hpp"
 #include "session/io_paths.hpp"
 #include "session/routing.hpp"
 #include "session/strip_rows.hpp"
 
 namespace tanrove {
 
-/// What led from a bus to the strip that takes it.
+/// What led from a bus to the strips that take it.
 enum class BusWay : std::uint8_t {
     input,        ///< the strip's input is the bus
     leg,          ///< its input is one of the bus's legs
@@ -24,46 +25,40 @@ enum class BusWay : std::uint8_t {
 };
 
 struct BusRoute {
-    std::size_t strip_row = 0;  ///< index among the strip rows
+    std::vector<std::size_t> strip_rows;  ///< indices among the strip rows, one at least
     BusWay way = BusWay::input;
-    bool legs_part = false;  ///< other legs are taken by other strips; this is the first
+    bool legs_part = false;  ///< other legs are taken by other strips; these take the first
     int side = 0;            ///< of a leg in its stereo bus: -1 left, 1 right
 };
 
 class BusTable {
 public:
+    /// Strips on one bus that all receive it; what stands behind these is damage.
+    static constexpr std::size_t max_takers = 32;
+
     /// Auxes and instrument tracks pass on what comes in; an audio track plays its clips whatever
-    /// its input is, and takes no bus. A bus's legs are the paths that run on one of its channels
-    /// alone: their stored parent names another bus in many sessions. A bus that was renamed goes
-    /// by the names that strips still know it by as well.
-    BusTable(const std::vector<StripRow>& strips, const std::vector<RoutingRow>& routing,
-             const std::vector<IoPath>& paths);
+    /// its input is, and takes no bus.
+    BusTable(const std::vector<StripRow>& strips, const TrackNameSet& inactive_names,
+             const std::vector<RoutingRow>& routing, std::vector<IoPath> paths);
 
-    /// Where a bus leads; nullopt where no strip takes it.
-    std::optional<BusRoute> route_of(const std::string& bus) const;
+    const PathLookup& paths() const { return paths_; }
 
-    /// Channels of a bus, 0 if there is none of this name.
-    std::size_t width_of(const std::string& bus) const;
+    /// Where a path leads; nullopt where no strip takes it. All active strips on it receive it,
+    /// inactive ones only where there is no active one.
+    std::optional<BusRoute> route_of(std::size_t path) const;
 
     /// Channels of the bus that a strip takes, 0 if it takes none.
     std::size_t width_taken_by(std::size_t strip_row) const;
 
 private:
-    struct PairTaker {
-        std::size_t strip_row = 0;
-        int side = 0;
-    };
+    using Takers = std::map<std::size_t, std::vector<std::size_t>>;  ///< strips, by path
 
-    void enter_takers(const std::vector<StripRow>& strips, const std::vector<RoutingRow>& routing,
-                      const std::vector<IoPath>& paths);
-    void enter_channels(const std::vector<IoPath>& paths);
-    void enter_stored_names(const std::vector<RoutingRow>& routing);
+    std::optional<BusRoute> route_among(const Takers& takers, std::size_t path) const;
 
-    std::map<std::string, std::size_t> taker_of_name_;
-    std::map<std::size_t, std::string> bus_of_taker_;
-    std::map<std::string, std::vector<std::uint16_t>> channels_of_name_;
-    std::map<std::uint16_t, std::size_t> taker_of_leg_;
-    std::map<std::uint16_t, PairTaker> taker_of_pair_;
+    PathLookup paths_;
+    Takers active_;
+    Takers inactive_;
+    std::map<std::size_t, std::size_t> path_of_taker_;
 };
 
 }  // namespace tanrove

@@ -1,4 +1,5 @@
-// Channel counts. REAPER gives a track an even number of channels, 2 to 128.
+// Channel counts. REAPER gives a track an even number of channels, 2 to 128. A track plays all of
+// them to its parent, and the parent loses those that it does not have.
 #include "mix/channel_counts.hpp"
 
 #include <algorithm>
@@ -22,34 +23,68 @@ int width_code(int source_channels, int target_channels) {
     return width / 2 * pair_code;
 }
 
-void settle_count(TrackPlan& plan, int taken_width, RoutingTallies& tallies) {
-    int channels = std::max(stereo_channels, reaper_channels(plan.channels));
-    if (taken_width > stereo_channels) {
-        channels = std::max(channels, reaper_channels(taken_width));
-        ++tallies.wide_auxes;
+/// Channels of the bus that a track takes, 0 for none. A bus plays into the first plan of its
+/// strip.
+int taken_width(std::size_t plan, const RoutingView& routing) {
+    const auto strip = routing.strips.strip_of(plan);
+    if (!strip || routing.strips.plan_of(*strip) != plan) return 0;
+    return static_cast<int>(routing.routes.strips[*strip].taken_width);
+}
+
+void settle_count(TrackPlan& plan, int own, RoutingTallies& tallies) {
+    plan.written_channels = own;
+    for (const ReceivePlan& key : plan.key_receives) {
+        plan.written_channels =
+            std::max(plan.written_channels, key.destination_channel + stereo_channels);
     }
-    if (!plan.key_receives.empty()) {
-        const int keys = static_cast<int>(plan.key_receives.size());
-        channels = std::max(channels, reaper_channels(2 * keys + stereo_channels));
-        plan.parent_gets_first_pair = plan.mixer.plays_to_parent;
-        if (plan.parent_gets_first_pair) ++tallies.tracks_passing_first_pair;
+    if (plan.key_receives.empty() || !plan.mixer.plays_to_parent) return;
+    plan.parent_channels = own;
+    ++tallies.tracks_passing_first_pair;
+}
+
+/// Makes each folder as wide as the widest track that plays through it, and returns how wide the
+/// widest is that plays to the master.
+int widen_folders(std::vector<TrackPlan>& plans) {
+    constexpr std::size_t master = static_cast<std::size_t>(-1);
+    std::vector<std::size_t> parents;
+    std::vector<std::size_t> open = {master};
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        parents.push_back(open.back());
+        if (plans[i].folder.depth > 0) open.push_back(i);
+        for (int depth = plans[i].folder.depth; depth < 0 && open.size() > 1; ++depth) {
+            open.pop_back();
+        }
     }
-    plan.written_channels = channels;
+    int widest = stereo_channels;
+    for (std::size_t i = plans.size(); i-- > 0;) {
+        if (!plans[i].mixer.plays_to_parent) continue;
+        const int brought = plans[i].parent_channels.value_or(plans[i].written_channels);
+        int& parent = parents[i] == master ? widest : plans[parents[i]].written_channels;
+        parent = std::max(parent, brought);
+    }
+    return widest;
 }
 
 }  // namespace
 
+int own_channels(const std::vector<TrackPlan>& plans, std::size_t plan,
+                 const RoutingView& routing) {
+    return std::max({stereo_channels, reaper_channels(plans[plan].channels),
+                     reaper_channels(taken_width(plan, routing))});
+}
+
 void settle_channel_counts(std::vector<TrackPlan>& plans, const RoutingView& routing,
                            RoutingTallies& tallies) {
     for (std::size_t i = 0; i < plans.size(); ++i) {
-        const auto strip = routing.strips.strip_of(i);
-        // A bus plays into the first plan of its strip.
-        const bool takes_bus = strip && routing.strips.plan_of(*strip) == i;
-        const std::size_t width = takes_bus ? routing.routes[*strip].taken_width : 0;
-        settle_count(plans[i], static_cast<int>(width), tallies);
+        if (taken_width(i, routing) > stereo_channels) ++tallies.wide_auxes;
+        settle_count(plans[i], own_channels(plans, i, routing), tallies);
     }
+    tallies.master_channels = widen_folders(plans);
     for (TrackPlan& plan : plans) {
         for (ChannelReceive& receive : plan.channel_receives) {
+            receive.width_code = width_code(plans[receive.source].channels, plan.written_channels);
+        }
+        for (ReceivePlan& receive : plan.receives) {
             receive.width_code = width_code(plans[receive.source].channels, plan.written_channels);
         }
     }

@@ -10,10 +10,14 @@ namespace tanrove {
 /// REAPER's tracks have no more channels.
 constexpr int max_track_channels = 128;
 
-/// Settles `written_channels`: even, at most REAPER's limit, and enough for the track's own
-/// channels, the surround bus that it takes and its key inputs. Then lets the outputs that play
-/// into a track bring every channel that fits, and keeps the keys of a track from its parent.
-/// Outputs and key inputs come first.
+/// The channels of a track itself, in front of those that hold keys: even, at least a pair, at most
+/// REAPER's limit, enough for what lies on it and for the surround bus that it takes.
+int own_channels(const std::vector<TrackPlan>& plans, std::size_t plan, const RoutingView& routing);
+
+/// Settles `written_channels`, enough for the track's own channels and its key inputs, and on a
+/// folder for what plays through it. Then lets outputs and sends bring every channel that fits,
+/// and keeps the keys of a track from its parent. Outputs, sends, key inputs and folders come
+/// first.
 void settle_channel_counts(std::vector<TrackPlan>& plans, const RoutingView& routing,
                            RoutingTallies& tallies);
 

@@ -136,13 +136,12 @@ void add_vca_masters(TrackNeeds& needs, const TrackGroups& groups) {
 
 }  // namespace
 
-TrackNeeds track_needs(const std::vector<StripRoute>& routes,
-                       const std::vector<StripTableEntry>& strip_table,
+TrackNeeds track_needs(const Routes& routes, const std::vector<StripTableEntry>& strip_table,
                        const std::optional<FolderTable>& folder_table, const TrackGroups& groups) {
     TrackNeeds needs;
     auto needed = needed_strips(routes);
-    for (std::size_t i = 0; i < routes.size(); ++i) {
-        auto& names = needs[routes[i].name];
+    for (std::size_t i = 0; i < routes.strips.size(); ++i) {
+        auto& names = needs[routes.strips[i].name];
         std::ranges::move(needed[i], std::back_inserter(names));
     }
     if (folder_table) add_folders(needs, strip_table, *folder_table);

@@ -34,8 +34,7 @@ struct LeaveOutTallies {
 /// where its keys come from, the folder it lies in, the VCA masters that it follows.
 using TrackNeeds = std::map<std::string, std::vector<std::string>, std::less<>>;
 
-TrackNeeds track_needs(const std::vector<StripRoute>& routes,
-                       const std::vector<StripTableEntry>& strip_table,
+TrackNeeds track_needs(const Routes& routes, const std::vector<StripTableEntry>& strip_table,
                        const std::optional<FolderTable>& folder_table, const TrackGroups& groups);
 
 /// Takes out the tracks that the options name, with the alternate playlists behind them, but none

@@ -23,6 +23,7 @@ struct MasterPlan {
     bool muted = false;
     double gain = 1;
     double pan = 0;
+    int channels = 2;                     ///< as many as the widest track plays to it
     std::vector<EnvelopePlan> envelopes;  ///< volume, mute
 
     std::string name;                             ///< the master fader's

@@ -12,8 +12,8 @@
 #include "mix/key_inputs.hpp"
 #include "mix/mixer_lookup.hpp"
 #include "mix/mute_and_solo.hpp"
-#include "mix/output_sides.hpp"
 #include "mix/plan_routes.hpp"
+#include "mix/strip_names.hpp"
 #include "mix/track_envelopes.hpp"
 #include "mix/track_groups.hpp"
 #include "mix/track_levels.hpp"
@@ -23,8 +23,14 @@ namespace tanrove {
 
 namespace {
 
-TrackNameSet names_without_main_send(const std::vector<TrackPlan>& tracks) {
+/// Those that play somewhere else, and those that play no sound: MIDI tracks and VCA masters.
+TrackNameSet names_without_main_send(const std::vector<TrackPlan>& tracks,
+                                     const std::vector<StripRow>& rows) {
     TrackNameSet names;
+    for (const StripRow& row : rows) {
+        const bool is_silent = row.type == StripRowType::midi || row.type == StripRowType::vca;
+        if (is_silent) names.insert(shown_name(row));
+    }
     for (const auto& track : tracks) {
         if (!track.mixer.plays_to_parent) names.insert(track.session_name);
     }
@@ -50,7 +56,7 @@ TrackNameSet folder_names(const FolderInput& folders) {
 
 /// Takes out the tracks that the run leaves out, from the folders as well, and returns their names.
 TrackNameSet prune_tracks(std::vector<TrackPlan>& tracks, const MixInput& input,
-                          const std::vector<StripRow>& rows, const std::vector<StripRoute>& routes,
+                          const std::vector<StripRow>& rows, const Routes& routes,
                           const TrackGroups& groups, FolderInput& folders, MixTallies& tallies) {
     const TrackNameSet before = names_of(tracks);
     leave_out_click_tracks(tracks, rows, input.routing.rows, folder_names(folders), input.click,
@@ -75,7 +81,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     const TrackGroups groups = link_groups(input.groups, rows, input.vca_slots, tallies.groups);
     const std::vector<MidiTrackSettings> midi_settings = input.midi.settings;
     input.assembly.vca_fader_db = groups.vca_fader_db;
-    const std::vector<StripRoute> routes = resolve_routes(rows, input.routing);
+    const Routes routes = resolve_routes(rows, input.routing, input.assembly.inactive_names);
     FolderInput folders;
     folders.strip_table = input.assembly.strip_table;
     folders.folder_table = std::move(input.folder_table);
@@ -91,22 +97,21 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
         return envelopes.plan(block, kind, lane, tallies.levels.envelopes);
     };
     plan_outputs(mix.tracks, routing, tallies.routing);
-    plan_key_inputs(mix.tracks, routing, tallies.routing);
+    plan_key_inputs(mix.tracks, routing, send_envelope, tallies.routing);
     plan_sends(mix.tracks, routing, send_envelope, tallies.routing);
-    folders.without_main_send = names_without_main_send(mix.tracks);
+    folders.without_main_send = names_without_main_send(mix.tracks, rows);
     plan_folders(mix.tracks, folders, tallies.folders);
     settle_channel_counts(mix.tracks, routing, tallies.routing);
 
     mark_surround_panners(mix.tracks, mixer);
     settle_views(mix.tracks, mixer, tallies.views);
     mix.comments = place_comments(mix.tracks, mixer, input.comment_place, tallies.comments);
-    OutputSides sides = output_sides(input.routing.rows, rows, input.routing.paths);
-    sides.merge(sides_in_buses(routes));
-    plan_levels(mix.tracks, mixer, sides, envelopes, tallies.levels);
+    plan_levels(mix.tracks, mixer, mono_outputs(routes), envelopes, tallies.levels);
     count_midi_tracks(mix.tracks, mixer, tallies.midi);
     mix.has_solo_track = settle_solos(mix.tracks, mixer, groups, tallies.solos);
     keep_pre_fader_sends(mix.tracks, tallies.routing);
     mix.master = plan_master(input.master, envelopes, tallies.levels, tallies.master);
+    mix.master.channels = tallies.routing.master_channels;
     place_master_track(mix.master, input.master.masters.row, rows, mix.tracks);
     mix.strip_tracks = plan_strip_tracks(mix.tracks, left_out, mixer, envelopes, tallies.levels);
     tallies.levels.mixer_strips = mixer.strip_count();

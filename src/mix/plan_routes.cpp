@@ -16,9 +16,13 @@ constexpr int post_fader_mode = 0;
 constexpr std::int32_t hard_left = -100;
 constexpr std::int32_t hard_right = 100;
 
-/// The track that a bus plays into; nullopt where its strip is not written.
-std::optional<std::size_t> plan_behind(const BusRoute& bus, const RoutingView& routing) {
-    return routing.strips.plan_of(bus.strip_row);
+/// The tracks that a bus plays into; none where no strip of it is written.
+std::vector<std::size_t> plans_behind(const BusRoute& bus, const RoutingView& routing) {
+    std::vector<std::size_t> plans;
+    for (const std::size_t strip_row : bus.strip_rows) {
+        if (const auto plan = routing.strips.plan_of(strip_row)) plans.push_back(*plan);
+    }
+    return plans;
 }
 
 void plan_output(std::vector<TrackPlan>& plans, std::size_t source, const StripRoute& route,
@@ -29,13 +33,20 @@ void plan_output(std::vector<TrackPlan>& plans, std::size_t source, const StripR
         tallies.without_output.push_back(plan.name);
         return;
     }
+    if (route.feeds_keys_alone) plan.mixer.plays_to_parent = false;
     if (!route.output) return;
-    const auto target = plan_behind(*route.output, routing);
-    if (!target) return;
-    plan.mixer.plays_to_parent = false;
-    if (*target == source) return;
-    plans[*target].channel_receives.push_back({.source = source});
+    auto targets = plans_behind(*route.output, routing);
+    if (targets.empty()) return;
+    plan.mixer.plays_to_parent = route.stays_on_master;
+    std::erase(targets, source);
+    if (targets.empty()) return;
+    for (const std::size_t target : targets) {
+        plans[target].channel_receives.push_back({.source = source});
+    }
     ++tallies.outputs_into_buses;
+    if (route.output_is_hardware && !route.stays_on_master) {
+        tallies.taken_from_hardware.push_back(plan.name);
+    }
     if (route.output->way == BusWay::input) ++tallies.outputs_by_input;
     if (route.output->way == BusWay::stereo_pair) ++tallies.outputs_by_pair;
     if (route.output->legs_part) ++tallies.parted_legs;
@@ -71,23 +82,22 @@ public:
     Sends(std::vector<TrackPlan>& plans, const SendEnvelope& envelope, RoutingTallies& tallies)
         : plans_(plans), envelope_(envelope), tallies_(tallies) {}
 
-    void add(std::size_t source, std::size_t target, const SendRoute& route,
+    void add(std::size_t source, const std::vector<std::size_t>& targets, const SendRoute& route,
              const RoutingSend& send) {
-        ReceivePlan receive;
-        receive.source = source;
-        receive.mode = send.pre_fader ? pre_fader_mode : post_fader_mode;
-        receive.gain = std::pow(10, send.level_db / 20);
-        receive.muted = is_off(send);
+        ReceivePlan receive = receive_of(source, send, envelope_);
         receive.pan = settle_pan(source, route, send);
-        add_envelope(receive, "AUXVOLENV", EnvelopeKind::volume, send.level_lane);
-        add_envelope(receive, "AUXMUTEENV", EnvelopeKind::mute, send.mute_lane);
-        plans_[target].receives.push_back(std::move(receive));
-
+        for (const std::size_t target : targets) {
+            plans_[target].receives.push_back(receive);
+            returns_.insert(target);
+        }
         ++tallies_.sends;
-        returns_.insert(target);
         tallies_.return_tracks = static_cast<int>(returns_.size());
         if (is_off(send)) ++tallies_.sends_off;
         if (route.bus.legs_part) ++tallies_.parted_legs;
+        const bool is_surround_bus = route.bus_width > static_cast<std::size_t>(stereo_channels);
+        if (is_surround_bus && plans_[source].channels <= stereo_channels) {
+            ++tallies_.sends_into_surround;
+        }
     }
 
 private:
@@ -96,7 +106,8 @@ private:
         for (const Lane* lane : {&send.pan_lane, &send.pan_right_lane}) {
             if (!lane->points.empty()) ++tallies_.send_pan_lanes;
         }
-        if (route.is_mono) return 0;
+        if (route.bus.side != 0) return route.bus.side;
+        if (route.bus_width == 1) return 0;
         const TrackPlan& plan = plans_[source];
         if (is_mono_source(plan, send)) {
             const double pan = pan_of_mono(send);
@@ -108,13 +119,6 @@ private:
             tallies_.two_knob_tracks.push_back(plan.name);
         }
         return 0;
-    }
-
-    void add_envelope(ReceivePlan& receive, const char* block, EnvelopeKind kind,
-                      const Lane& lane) {
-        if (lane.points.empty()) return;
-        EnvelopePlan envelope = envelope_(block, kind, lane);
-        if (!envelope.points.empty()) receive.envelopes.push_back(std::move(envelope));
     }
 
     std::vector<TrackPlan>& plans_;
@@ -141,11 +145,27 @@ bool is_muted_source(const TrackPlan& plan) {
 
 }  // namespace
 
+ReceivePlan receive_of(std::size_t source, const RoutingSend& send, const SendEnvelope& envelope) {
+    ReceivePlan receive;
+    receive.source = source;
+    receive.mode = send.pre_fader ? pre_fader_mode : post_fader_mode;
+    receive.gain = std::pow(10, send.level_db / 20);
+    receive.muted = is_off(send);
+    const auto add = [&](const char* block, EnvelopeKind kind, const Lane& lane) {
+        if (lane.points.empty()) return;
+        EnvelopePlan planned = envelope(block, kind, lane);
+        if (!planned.points.empty()) receive.envelopes.push_back(std::move(planned));
+    };
+    add("AUXVOLENV", EnvelopeKind::volume, send.level_lane);
+    add("AUXMUTEENV", EnvelopeKind::mute, send.mute_lane);
+    return receive;
+}
+
 void plan_outputs(std::vector<TrackPlan>& plans, const RoutingView& routing,
                   RoutingTallies& tallies) {
     for (std::size_t i = 0; i < plans.size(); ++i) {
         const auto strip = routing.strips.strip_of(i);
-        if (strip) plan_output(plans, i, routing.routes[*strip], routing, tallies);
+        if (strip) plan_output(plans, i, routing.routes.strips[*strip], routing, tallies);
     }
 }
 
@@ -155,12 +175,13 @@ void plan_sends(std::vector<TrackPlan>& plans, const RoutingView& routing,
     for (std::size_t i = 0; i < plans.size(); ++i) {
         const auto strip = routing.strips.strip_of(i);
         if (!strip) continue;
-        const StripRoute& route = routing.routes[*strip];
+        const StripRoute& route = routing.routes.strips[*strip];
         if (!route.routing_row) continue;
         const RoutingRow& row = routing.records.rows[*route.routing_row];
         for (const SendRoute& send : route.sends) {
-            const auto target = plan_behind(send.bus, routing);
-            if (target && *target != i) sends.add(i, *target, send, row.sends[send.send]);
+            auto targets = plans_behind(send.bus, routing);
+            std::erase(targets, i);
+            if (!targets.empty()) sends.add(i, targets, send, row.sends[send.send]);
         }
     }
 }
@@ -168,9 +189,11 @@ void plan_sends(std::vector<TrackPlan>& plans, const RoutingView& routing,
 void keep_pre_fader_sends(std::vector<TrackPlan>& plans, RoutingTallies& tallies) {
     std::vector<bool> feeds_pre_fader(plans.size(), false);
     for (const TrackPlan& plan : plans) {
-        for (const ReceivePlan& receive : plan.receives) {
-            if (receive.mode == pre_fader_mode && !receive.muted) {
-                feeds_pre_fader[receive.source] = true;
+        for (const auto* receives : {&plan.key_receives, &plan.receives}) {
+            for (const ReceivePlan& receive : *receives) {
+                if (receive.mode == pre_fader_mode && !receive.muted) {
+                    feeds_pre_fader[receive.source] = true;
+                }
             }
         }
     }

@@ -17,11 +17,14 @@ using SendEnvelope =
 
 struct RoutingView {
     const StripPlans& strips;
-    const std::vector<StripRoute>& routes;
+    const Routes& routes;
     const RoutingRecords& records;
 };
 
-/// Sends the output of each track to the track that takes its bus, to the master, or nowhere. The
+/// The send of a track as each track that it leads to receives it, but for its pan.
+ReceivePlan receive_of(std::size_t source, const RoutingSend& send, const SendEnvelope& envelope);
+
+/// Sends the output of each track to the tracks that take its bus, to the master, or nowhere. The
 /// indices of the plans must be final.
 void plan_outputs(std::vector<TrackPlan>& plans, const RoutingView& routing,
                   RoutingTallies& tallies);

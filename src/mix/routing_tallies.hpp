@@ -11,6 +11,7 @@ struct RoutingTallies {
     int return_tracks = 0;                     ///< tracks that sends play into
     int panned_sends = 0;                      ///< of mono tracks, off center
     int sends_off = 0;                         ///< switched off, written muted
+    int sends_into_surround = 0;               ///< of mono and stereo tracks
     int send_pan_lanes = 0;                    ///< that move, and are left out
     std::vector<std::string> two_knob_tracks;  ///< stereo tracks with a send whose knobs are moved
 
@@ -18,8 +19,10 @@ struct RoutingTallies {
     int outputs_by_input = 0;  ///< of them: the aux takes the very bus
     int outputs_by_pair = 0;   ///< of them: the aux takes the stereo bus of the leg
     int parted_legs = 0;       ///< sends and outputs whose bus is taken leg by leg
+    std::vector<std::string> taken_from_hardware;  ///< their output plays to the hardware as well
     std::vector<std::string> without_output;
-    int wide_auxes = 0;  ///< auxes that take a surround bus
+    int wide_auxes = 0;       ///< auxes that take a surround bus
+    int master_channels = 2;  ///< that the widest track plays to it
 
     bool keys_left_out = false;  ///< the run was told to
     int keys_on_first_pair = 0;

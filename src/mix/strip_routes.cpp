@@ -1,86 +1,145 @@
-// Resolves the buses of every strip.
+// Resolves the paths of every strip.
 #include "mix/strip_routes.hpp"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
+#include "mix/key_buses.hpp"
 #include "mix/strip_names.hpp"
 
 namespace tanrove {
 
 namespace {
 
-std::vector<SendRoute> send_routes(const RoutingRow& row, const BusTable& buses) {
-    std::vector<SendRoute> routes;
+/// Receives that the project may still have.
+class ReceiveBudget {
+public:
+    bool spend(std::size_t count) {
+        if (count > left_) return false;
+        left_ -= count;
+        return true;
+    }
+
+private:
+    std::size_t left_ = max_further_receives;
+};
+
+std::optional<BusRoute> route_of(std::size_t path, const BusTable& buses, ReceiveBudget& budget) {
+    auto route = buses.route_of(path);
+    if (route && !budget.spend(route->strip_rows.size() - 1)) route->strip_rows.resize(1);
+    return route;
+}
+
+/// How a strip whose output is this path plays.
+MonoOutput mono_output(std::size_t path, const std::optional<BusRoute>& route,
+                       const PathLookup& paths) {
+    if (paths.at(path).channels.size() != 1) return MonoOutput::no;
+    if (route && route->way == BusWay::input) return MonoOutput::whole;
+    if (route) return static_cast<MonoOutput>(route->side);
+    const auto around = paths.stereo_around(path);
+    return around.empty() ? MonoOutput::no : static_cast<MonoOutput>(around.front().side);
+}
+
+void resolve_output(const RoutingRow& row, const BusTable& buses, const KeyBuses& keys,
+                    ReceiveBudget& budget, StripRoute& route) {
+    route.has_no_output = row.has_slot && !row.has_output;
+    if (!row.has_output) return;
+    const PathLookup& paths = buses.paths();
+    const auto path = paths.find(row.output_identity, row.output_name);
+    if (!path) return;
+    route.output = route_of(*path, buses, budget);
+    route.mono_output = mono_output(*path, route.output, paths);
+    route.output_is_hardware = paths.is_hardware(*path);
+    route.feeds_keys_alone = !route.output && !route.output_is_hardware && keys.listen_to(*path);
+}
+
+void resolve_sends(const RoutingRow& row, const BusTable& buses, ReceiveBudget& budget,
+                   StripRoute& route) {
     const std::size_t count = std::min(row.sends.size(), max_sends_of_strip);
     for (std::size_t i = 0; i < count; ++i) {
-        const std::string& target = row.sends[i].target;
-        const auto bus = buses.route_of(target);
-        if (bus) routes.push_back({i, *bus, buses.width_of(target) == 1});
+        const auto path = buses.paths().find(row.sends[i].target_identity, row.sends[i].target);
+        auto bus = path ? route_of(*path, buses, budget) : std::nullopt;
+        if (!bus) continue;
+        const std::size_t width = buses.paths().at(*path).channels.size();
+        route.sends.push_back({.send = i, .bus = std::move(*bus), .bus_width = width});
     }
-    return routes;
 }
 
-/// "Bus" of "Bus.L": a key that a plug-in takes from one side comes from the whole bus.
-std::string without_side(const std::string& bus) {
-    const auto dot = bus.rfind('.');
-    const bool names_a_side = dot != std::string::npos && dot + 2 >= bus.size();
-    return names_a_side ? bus.substr(0, dot) : bus;
+void resolve_keys(const RoutingRecords& records, const KeyBuses& keys, ReceiveBudget& budget,
+                  std::vector<StripRoute>& strips) {
+    std::set<std::pair<std::size_t, std::size_t>> fed;  // strips and their key buses
+    for (std::size_t i = 0; i < records.keys.size(); ++i) {
+        const std::size_t strip_row = records.keys[i].strip_row;
+        auto& routes = strips[strip_row].keys;
+        if (routes.size() == max_keys_of_strip) continue;
+        KeyRoute route = keys.routes()[i];
+        if (route.key_bus && fed.emplace(strip_row, *route.key_bus).second &&
+            !budget.spend(keys.at(*route.key_bus).feeds.size())) {
+            route.key_bus.reset();
+        }
+        routes.push_back(route);
+    }
 }
 
-std::optional<std::size_t> key_source(const std::string& bus, const BusTable& buses) {
-    auto route = buses.route_of(without_side(bus));
-    if (!route) route = buses.route_of(bus);
-    if (!route) return std::nullopt;
-    return route->strip_row;
-}
-
-void resolve_row(const RoutingRow& row, const BusTable& buses, StripRoute& route) {
-    route.has_no_output = row.has_slot && !row.has_output;
-    if (row.has_output) route.output = buses.route_of(row.output_name);
-    route.sends = send_routes(row, buses);
-    route.taken_width = buses.width_taken_by(row.strip_row);
+/// What comes out of a strip that takes a hardware output must reach the master on its way, or what
+/// plays to that output has to stay there.
+void settle_hardware_outputs(std::vector<StripRoute>& strips) {
+    const auto goes_on = [&](std::size_t strip_row) { return !strips[strip_row].has_no_output; };
+    for (StripRoute& route : strips) {
+        if (!route.output || !route.output_is_hardware) continue;
+        route.stays_on_master = std::ranges::none_of(route.output->strip_rows, goes_on);
+    }
 }
 
 }  // namespace
 
-std::vector<StripRoute> resolve_routes(const std::vector<StripRow>& strips,
-                                       const RoutingRecords& records) {
-    const BusTable buses(strips, records.rows, records.paths);
-    std::vector<StripRoute> routes(strips.size());
-    for (std::size_t i = 0; i < strips.size(); ++i) routes[i].name = shown_name(strips[i]);
+Routes resolve_routes(const std::vector<StripRow>& strips, const RoutingRecords& records,
+                      const TrackNameSet& inactive_names) {
+    const BusTable buses(strips, inactive_names, records.rows, records.paths);
+    KeyBuses keys(buses, records);
+    ReceiveBudget budget;
+    Routes routes;
+    routes.strips.resize(strips.size());
+    for (std::size_t i = 0; i < strips.size(); ++i) routes.strips[i].name = shown_name(strips[i]);
     for (std::size_t i = 0; i < records.rows.size(); ++i) {
-        StripRoute& route = routes[records.rows[i].strip_row];
+        const RoutingRow& row = records.rows[i];
+        StripRoute& route = routes.strips[row.strip_row];
         route.routing_row = i;
-        resolve_row(records.rows[i], buses, route);
+        resolve_output(row, buses, keys, budget, route);
+        resolve_sends(row, buses, budget, route);
+        route.taken_width = buses.width_taken_by(row.strip_row);
     }
-    if (!records.carries_keys) return routes;
-    for (const KeyInput& key : records.keys) {
-        auto& keys = routes[key.strip_row].keys;
-        if (keys.size() < max_keys_of_strip) keys.push_back(key_source(key.bus, buses));
-    }
+    settle_hardware_outputs(routes.strips);
+    if (records.carries_keys) resolve_keys(records, keys, budget, routes.strips);
+    routes.key_buses = keys.take();
     return routes;
 }
 
-std::map<std::string, int, std::less<>> sides_in_buses(const std::vector<StripRoute>& routes) {
-    std::map<std::string, int, std::less<>> sides;
-    for (const StripRoute& route : routes) {
-        if (route.output && route.output->side != 0) {
-            sides.try_emplace(route.name, route.output->side);
-        }
+MonoOutputs mono_outputs(const Routes& routes) {
+    MonoOutputs outputs;
+    for (const StripRoute& route : routes.strips) {
+        if (route.mono_output != MonoOutput::no) outputs.try_emplace(route.name, route.mono_output);
     }
-    return sides;
+    return outputs;
 }
 
-std::vector<std::vector<std::string>> needed_strips(const std::vector<StripRoute>& routes) {
-    std::vector<std::vector<std::string>> needed(routes.size());
-    for (std::size_t i = 0; i < routes.size(); ++i) {
+std::vector<std::vector<std::string>> needed_strips(const Routes& routes) {
+    std::vector<std::vector<std::string>> needed(routes.strips.size());
+    for (std::size_t i = 0; i < routes.strips.size(); ++i) {
+        const StripRoute& route = routes.strips[i];
         const auto need = [&](std::size_t strip_row) {
-            needed[i].push_back(routes[strip_row].name);
+            needed[i].push_back(routes.strips[strip_row].name);
         };
-        if (routes[i].output) need(routes[i].output->strip_row);
-        for (const SendRoute& send : routes[i].sends) need(send.bus.strip_row);
-        for (const auto& key : routes[i].keys) {
-            if (key) need(*key);
+        if (route.output) std::ranges::for_each(route.output->strip_rows, need);
+        for (const SendRoute& send : route.sends) {
+            std::ranges::for_each(send.bus.strip_rows, need);
+        }
+        std::set<std::size_t> fed;
+        for (const KeyRoute& key : route.keys) {
+            if (key.strip_row) need(*key.strip_row);
+            if (!key.key_bus || !fed.insert(*key.key_bus).second) continue;
+            for (const KeyFeed& feed : routes.key_buses[*key.key_bus].feeds) need(feed.strip_row);
         }
     }
     return needed;

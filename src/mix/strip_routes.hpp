@@ -1,15 +1,16 @@
 // Where each strip plays: its output, its sends and the key inputs of its plug-ins, each resolved
-// to the strip that takes the bus. All by strip rows, before the tracks have their final places.
+// to the strips that take the bus. All by strip rows, before the tracks have their final places.
 #pragma once
 
 #include <cstddef>
-#include <functional>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "mix/bus_table.hpp"
+#include "session/inactive_tracks.hpp"
 #include "session/io_paths.hpp"
 #include "session/routing.hpp"
 #include "session/strip_rows.hpp"
@@ -18,8 +19,9 @@ namespace tanrove {
 
 /// The key input of one plug-in.
 struct KeyInput {
-    std::size_t strip_row = 0;  ///< of the strip that the plug-in stands on
-    std::string bus;            ///< empty where the session does not name it
+    std::size_t strip_row = 0;       ///< of the strip that the plug-in stands on
+    std::string bus;                 ///< empty where the session does not name it
+    std::uint64_t bus_identity = 0;  ///< 0 if the session has none
 };
 
 /// What the session says of its routing.
@@ -35,10 +37,44 @@ struct RoutingRecords {
 constexpr std::size_t max_sends_of_strip = 32;
 constexpr std::size_t max_keys_of_strip = 128;
 
+/// Strips that feed one key together. A thousand tracks that all play into one key bus are damage.
+constexpr std::size_t max_feeds_of_key = 256;
+
+/// Receives of a project beyond the first of each output, send and key: parallel auxes and keys
+/// that many strips feed multiply them.
+constexpr std::size_t max_further_receives = 65536;
+
 struct SendRoute {
     std::size_t send = 0;  ///< index among the sends of the routing row
     BusRoute bus;
-    bool is_mono = false;  ///< the bus has one channel: the send has no pan
+    std::size_t bus_width = 0;  ///< channels of the bus; a send into a bus of one has no pan
+};
+
+/// A strip that plays into the bus of a key.
+struct KeyFeed {
+    std::size_t strip_row = 0;
+    std::optional<std::size_t>
+        send;  ///< index among the sends of its routing row; none: its output
+};
+
+/// A bus that a plug-in's key comes from and that no strip takes.
+struct KeyBus {
+    std::vector<KeyFeed> feeds;
+};
+
+/// Where the key of one plug-in comes from: the strip that takes the bus, else the strips that play
+/// into it, else from nowhere.
+struct KeyRoute {
+    std::optional<std::size_t> strip_row;
+    std::optional<std::size_t> key_bus;  ///< index among `Routes::key_buses`
+};
+
+/// How a strip plays whose output is a path of one channel: Pro Tools has no pan there.
+enum class MonoOutput : std::int8_t {
+    left = -1,  ///< into one side of a stereo path
+    whole = 0,  ///< into a strip that takes the path
+    right = 1,
+    no = 2,
 };
 
 struct StripRoute {
@@ -46,21 +82,31 @@ struct StripRoute {
     std::optional<std::size_t> routing_row;
     std::optional<BusRoute> output;  ///< nullopt: a hardware output, or nothing
     bool has_no_output = false;      ///< the strip was set to play into nothing
-    std::vector<SendRoute> sends;    ///< those that some strip takes
-    /// The strip that each plug-in's key comes from; nullopt where none takes its bus.
-    std::vector<std::optional<std::size_t>> keys;
-    std::size_t taken_width = 0;  ///< channels of the bus that the strip takes, 0 for none
+    bool feeds_keys_alone = false;   ///< it plays into a bus that only plug-ins' keys listen to
+    bool output_is_hardware = false;
+    /// It plays to the hardware as well as into `output`, and nothing that comes out of there does.
+    bool stays_on_master = false;
+    MonoOutput mono_output = MonoOutput::no;
+    std::vector<SendRoute> sends;  ///< those that some strip takes
+    std::vector<KeyRoute> keys;    ///< one for each plug-in with a key input
+    std::size_t taken_width = 0;   ///< channels of the bus that the strip takes, 0 for none
 };
 
-/// One entry a strip row, in their order.
-std::vector<StripRoute> resolve_routes(const std::vector<StripRow>& strips,
-                                       const RoutingRecords& records);
+struct Routes {
+    std::vector<StripRoute> strips;  ///< one entry a strip row, in their order
+    std::vector<KeyBus> key_buses;
+};
 
-/// The strips that play into one channel of a stereo bus, by name: -1 left, 1 right.
-std::map<std::string, int, std::less<>> sides_in_buses(const std::vector<StripRoute>& routes);
+/// The strips whose output is a path of one channel, by name.
+using MonoOutputs = std::map<std::string, MonoOutput, std::less<>>;
+
+MonoOutputs mono_outputs(const Routes& routes);
+
+Routes resolve_routes(const std::vector<StripRow>& strips, const RoutingRecords& records,
+                      const TrackNameSet& inactive_names = {});
 
 /// For each strip the names of the strips that it needs to sound as it does: those that its output,
 /// its sends and its keys lead to or come from. A name may stand there more than once.
-std::vector<std::vector<std::string>> needed_strips(const std::vector<StripRoute>& routes);
+std::vector<std::vector<std::string>> needed_strips(const Routes& routes);
 
 }  // namespace tanrove

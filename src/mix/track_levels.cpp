@@ -79,8 +79,8 @@ bool is_leg(const TrackPlan& plan) {
 /// Plans one track after the other from its strip.
 class Levels {
 public:
-    Levels(const OutputSides& sides, EnvelopePlanner& envelopes, LevelTallies& tallies)
-        : sides_(sides), envelopes_(envelopes), tallies_(tallies) {}
+    Levels(const MonoOutputs& mono_outputs, EnvelopePlanner& envelopes, LevelTallies& tallies)
+        : mono_outputs_(mono_outputs), envelopes_(envelopes), tallies_(tallies) {}
 
     void plan(TrackPlan& plan, const Strip* strip, const TrackDisplay* display, bool sends_move) {
         if (strip != nullptr) plan_envelopes(plan, *strip);
@@ -162,21 +162,27 @@ private:
         const bool has_panner = strip != nullptr && strip->surround;
         if (plan.strip_is_mono && !has_panner) plan.pan_mode = balance_pan;
         if (strip != nullptr && has_one_pan(plan, *strip)) plan_knobs(plan, *strip);
-        if (const auto side = sides_.find(plan.session_name);
-            side != sides_.end() && !plan.is_alternate) {
-            plan.mixer.pan = 0;
-            plan.mixer.dual_pan_left = side->second;
-            plan.mixer.dual_pan_right = side->second;
-            plan.pan_mode = dual_pan;
-            // Pro Tools has no pan on such an output.
-            for (EnvelopePlan& envelope : plan.envelopes) {
-                envelope.active = envelope.active && envelope.kind != EnvelopeKind::pan;
-            }
-            tallies_.one_sided.push_back(plan.name);
+        if (const auto output = mono_outputs_.find(plan.session_name);
+            output != mono_outputs_.end() && !plan.is_alternate) {
+            play_unpanned(plan, output->second);
         }
         if (plan.is_basic_folder) plan.pan_mode = dual_pan;
         const bool is_wide = strip != nullptr && plan.channels > 2;
         if (is_wide && wide_.insert(strip).second) tallies_.wide_strips.push_back(plan.name);
+    }
+
+    /// Pro Tools has no pan on an output of one channel: both knobs stand on its side, or each on
+    /// its own.
+    void play_unpanned(TrackPlan& plan, MonoOutput output) {
+        const bool is_whole = output == MonoOutput::whole;
+        plan.mixer.pan = 0;
+        plan.mixer.dual_pan_left = is_whole ? -1 : static_cast<int>(output);
+        plan.mixer.dual_pan_right = is_whole ? 1 : static_cast<int>(output);
+        plan.pan_mode = dual_pan;
+        for (EnvelopePlan& envelope : plan.envelopes) {
+            envelope.active = envelope.active && envelope.kind != EnvelopeKind::pan;
+        }
+        if (!is_whole) tallies_.one_sided.push_back(plan.name);
     }
 
     static void plan_knobs(TrackPlan& plan, const Strip& strip) {
@@ -207,7 +213,7 @@ private:
                            });
     }
 
-    const OutputSides& sides_;
+    const MonoOutputs& mono_outputs_;
     EnvelopePlanner& envelopes_;
     LevelTallies& tallies_;
     std::set<const Strip*> wide_;  ///< those that were counted
@@ -217,8 +223,10 @@ private:
 std::vector<bool> find_moving_sends(const std::vector<TrackPlan>& plans) {
     std::vector<bool> sends_move(plans.size(), false);
     for (const TrackPlan& plan : plans) {
-        for (const ReceivePlan& receive : plan.receives) {
-            if (!receive.envelopes.empty()) sends_move[receive.source] = true;
+        for (const auto* receives : {&plan.key_receives, &plan.receives}) {
+            for (const ReceivePlan& receive : *receives) {
+                if (!receive.envelopes.empty()) sends_move[receive.source] = true;
+            }
         }
     }
     return sends_move;
@@ -227,18 +235,21 @@ std::vector<bool> find_moving_sends(const std::vector<TrackPlan>& plans) {
 /// Where a track's automation is off, that of its sends is.
 void settle_send_envelopes(std::vector<TrackPlan>& plans) {
     for (TrackPlan& plan : plans) {
-        for (ReceivePlan& receive : plan.receives) {
-            if (!plans[receive.source].mixer.automation_off) continue;
-            for (EnvelopePlan& envelope : receive.envelopes) envelope.active = false;
+        for (auto* receives : {&plan.key_receives, &plan.receives}) {
+            for (ReceivePlan& receive : *receives) {
+                if (!plans[receive.source].mixer.automation_off) continue;
+                for (EnvelopePlan& envelope : receive.envelopes) envelope.active = false;
+            }
         }
     }
 }
 
 }  // namespace
 
-void plan_levels(std::vector<TrackPlan>& plans, const MixerLookup& mixer, const OutputSides& sides,
-                 EnvelopePlanner& envelopes, LevelTallies& tallies) {
-    Levels levels(sides, envelopes, tallies);
+void plan_levels(std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+                 const MonoOutputs& mono_outputs, EnvelopePlanner& envelopes,
+                 LevelTallies& tallies) {
+    Levels levels(mono_outputs, envelopes, tallies);
     const std::vector<bool> sends_move = find_moving_sends(plans);
     for (std::size_t i = 0; i < plans.size(); ++i) {
         TrackPlan& plan = plans[i];
@@ -250,8 +261,8 @@ void plan_levels(std::vector<TrackPlan>& plans, const MixerLookup& mixer, const 
 std::vector<TrackPlan> plan_strip_tracks(const std::vector<TrackPlan>& plans,
                                          const TrackNameSet& left_out, const MixerLookup& mixer,
                                          EnvelopePlanner& envelopes, LevelTallies& tallies) {
-    const OutputSides no_sides;
-    Levels levels(no_sides, envelopes, tallies);
+    const MonoOutputs none;
+    Levels levels(none, envelopes, tallies);
     std::vector<TrackPlan> tracks;
     for (const Strip* strip : mixer.strips_without(plans, left_out)) {
         TrackPlan& plan = tracks.emplace_back();

@@ -57,12 +57,8 @@ struct ReceivePlan {
     double pan = 0;          ///< -1 to 1
     bool muted = false;
     std::vector<EnvelopePlan> envelopes;  ///< volume, mute
-};
-
-/// The key input of a plug-in: channels of another track on channels behind the main pair.
-struct KeyReceive {
-    std::size_t source = 0;
-    int destination_channel = 2;  ///< from 0
+    int width_code = 0;                   ///< 0 stereo, else (channels / 2) << 10
+    int destination_channel = 0;          ///< the first, from 0
 };
 
 /// The output of a track into the aux that takes its bus.
@@ -123,11 +119,15 @@ struct TrackPlan {
     FolderState folder;
     bool is_basic_folder = false;  ///< a container: no sound runs through it
     std::vector<std::uint32_t>
-        group_flags;                      ///< the words of the `GROUP_FLAGS` line, none for no line
-    std::optional<int> pan_mode;          ///< of the `PANMODE` line, nullopt for no line
-    int written_channels = 2;             ///< even: what REAPER gives the track
-    bool parent_gets_first_pair = false;  ///< only channels 1/2 go on: the others hold keys
-    std::vector<KeyReceive> key_receives;
+        group_flags;                     ///< the words of the `GROUP_FLAGS` line, none for no line
+    std::optional<int> pan_mode;         ///< of the `PANMODE` line, nullopt for no line
+    int written_channels = 2;            ///< even: what REAPER gives the track
+    std::optional<int> parent_channels;  ///< only so many go on: the others hold keys
+    /// What the keys of plug-ins hear, on channels behind the track's own.
+    std::vector<ReceivePlan> key_receives;
+    /// For each plug-in with a key input the channel that its key begins on, from 0; none where it
+    /// hears no key.
+    std::vector<std::optional<int>> key_channels;
     std::vector<ChannelReceive> channel_receives;
     std::vector<ReceivePlan> receives;
     std::vector<EnvelopePlan> envelopes;  ///< in the order in which they are written

@@ -8,8 +8,6 @@
 // record ahead of the second one of any: so product and build of one plug-in never hide maker and
 // product of another. A record whose name or code is no text may hold a further text in front of
 // both.
-//
-// A type record 0x2602 holds a counted name, at 9, or at 11 behind two bytes of its own.
 #include "plugins/plugin_names.hpp"
 
 #include <optional>
@@ -29,10 +27,6 @@ constexpr std::uint32_t max_record_size = 4000;
 constexpr std::size_t max_name_bytes = 60;
 constexpr std::size_t word_bytes = 4;
 constexpr std::size_t code_bytes = 8;
-
-constexpr std::uint16_t type_record_type = 0x2602;
-constexpr std::size_t type_name_places[] = {9, 11};
-constexpr std::size_t max_type_name_bytes = 80;
 
 /// The two words at `at`, turned round; nullopt where they are no text.
 std::optional<std::string> code_at(ByteView record, std::size_t at) {
@@ -84,20 +78,6 @@ std::map<std::string, std::string> read_plugin_names(const BlockIndex& index) {
         if (row->later_code) rows_with_later_code.push_back(std::move(*row));
     }
     for (const NameRow& row : rows_with_later_code) names.emplace(*row.later_code, row.name);
-    return names;
-}
-
-std::vector<PluginTypeName> read_plugin_type_names(const BlockIndex& index) {
-    std::vector<PluginTypeName> names;
-    for (const Block& block : index.of_type(type_record_type).all()) {
-        for (const std::size_t place : type_name_places) {
-            const auto name =
-                readCountedText(index.image(), block.at + place, max_type_name_bytes, block.end());
-            if (!name || name->empty() || !is_session_text(*name)) continue;
-            names.push_back({block.at, std::string(*name)});
-            break;
-        }
-    }
     return names;
 }
 

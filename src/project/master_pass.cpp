@@ -33,6 +33,10 @@ constexpr std::string_view name_opening = "    NAME ";
 constexpr std::string_view folder_opening = "    ISBUS ";
 constexpr std::string_view plays_to_master = "    MAINSEND 1 0";
 constexpr std::string_view plays_elsewhere = "    MAINSEND 0 0";
+constexpr std::string_view channels_opening = "    NCHAN ";
+constexpr std::string_view parent_channels_opening = "    MAINSEND_NCH ";
+constexpr int stereo_channels = 2;
+constexpr int pair_code = 1024;  // of a receive: the pairs that it brings stand above ten bits
 constexpr std::size_t nowhere = std::string_view::npos;
 
 std::vector<std::string_view> lines_of(std::string_view text) {
@@ -61,6 +65,12 @@ std::optional<FolderNumbers> folder_numbers(std::string_view line) {
     const auto depth = std::from_chars(depth_at, rest.data() + rest.size(), numbers.depth);
     if (depth.ec != std::errc()) return std::nullopt;
     return numbers;
+}
+
+int number_behind(std::string_view line, std::string_view opening) {
+    int number = 0;
+    std::from_chars(line.data() + opening.size(), line.data() + line.size(), number);
+    return number;
 }
 
 /// What the first walk finds, all of it numbers of lines and tracks.
@@ -93,6 +103,7 @@ public:
     std::size_t insertion_track = nowhere;
     std::vector<std::size_t> sender_lines;   ///< their `MAINSEND` lines, ascending
     std::vector<std::size_t> sender_tracks;  ///< in step with them
+    std::vector<int> sender_channels;        ///< in step with them: what each brings
 
     bool has_envelope() const { return envelope_first != nowhere; }
 
@@ -104,6 +115,7 @@ private:
         track_line_ = line;
         in_track_ = true;
         is_named_ = false;
+        channels_ = stereo_channels;
         is_top_level_ = depth_ == 0;
     }
 
@@ -128,9 +140,15 @@ private:
             const auto numbers = folder_numbers(line);
             if (numbers && (numbers->kind == 1 || numbers->kind == 2)) depth_ += numbers->depth;
             return depth_ >= 0;
+        } else if (line.starts_with(channels_opening)) {
+            channels_ = number_behind(line, channels_opening);
         } else if (is_top_level_ && line == plays_to_master) {
             sender_lines.push_back(i);
             sender_tracks.push_back(track_count_ - 1);
+            sender_channels.push_back(channels_);
+        } else if (line.starts_with(parent_channels_opening) && !sender_tracks.empty() &&
+                   sender_tracks.back() == track_count_ - 1) {
+            sender_channels.back() = number_behind(line, parent_channels_opening);
         }
         return true;
     }
@@ -149,6 +167,7 @@ private:
     std::size_t track_count_ = 0;
     std::size_t track_line_ = 0;
     long depth_ = 0;
+    int channels_ = stereo_channels;  ///< of the track
     bool in_track_ = false;
     bool is_named_ = false;
     bool is_top_level_ = false;
@@ -189,15 +208,20 @@ std::string master_track(const std::vector<std::string_view>& lines, const Proje
     out.line(2, "BEAT -1");
     out.line(2, "AUTOMODE %d", walk.has_envelope() ? walk.automation_mode : 0);
     out.line(2, "VOLPAN %.9f 0 -1 -1.000000 1.000000", gain);
-    out.raw(
-        "    MUTESOLO 0 0 0\n    IPHASE 0\n    ISBUS 0 0\n    PANMODE 6\n    NCHAN 2\n"
-        "    FX 1\n");
+    out.raw("    MUTESOLO 0 0 0\n    IPHASE 0\n    ISBUS 0 0\n    PANMODE 6\n");
+    out.line(2, "NCHAN %d", std::max(stereo_channels, std::ranges::max(walk.sender_channels)));
+    out.raw("    FX 1\n");
     out.line(2, "TRACKID %s", guid(master_track_id_seed).c_str());
     out.raw("    PERF 0\n    MIDIOUT -1 -1\n    MAINSEND 1 0\n");
-    for (const std::size_t track : walk.sender_tracks) {
+    for (std::size_t i = 0; i < walk.sender_tracks.size(); ++i) {
+        const std::size_t track = walk.sender_tracks[i];
+        const int channels = walk.sender_channels[i];
+        const int width_code =
+            channels > stereo_channels ? channels / stereo_channels * pair_code : 0;
         const bool moves_down = walk.insertion_track != nowhere && track >= walk.insertion_track;
         const auto source = static_cast<unsigned long>(moves_down ? track + 1 : track);
-        out.line(2, "AUXRECV %lu 0 1.0000000000 0 0 0 0 0 0 31:U 4177951 -1 ''", source);
+        out.line(2, "AUXRECV %lu 0 1.0000000000 0 0 0 0 %d 0 31:U 4177951 -1 ''", source,
+                 width_code);
     }
     if (walk.has_envelope()) write_envelope(out, lines, walk);
     out.line(1, ">");

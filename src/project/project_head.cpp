@@ -112,7 +112,7 @@ int write_project_head(TextSink& out, const HeadPlan& plan) {
     write_tempo_envelope(out, plan.tempo_envelope);
     write_markers(out, plan.markers);
     out.line(1, "MASTERMUTESOLO %d", plan.master.muted ? 1 : 0);
-    out.line(1, "MASTER_NCH 2 2");
+    out.line(1, "MASTER_NCH %d 2", plan.master.channels);
     write_pan_law(out, plan.pan_law);
     if (plan.grid.quarter_notes) {
         out.line(1, "GRID 3199 8 %.14g 8 1 0 0 0", *plan.grid.quarter_notes);

@@ -65,7 +65,7 @@ void write_channels(TextSink& out, const TrackPlan& plan, std::uint32_t index) {
     out.line(2, "FX 1");
     out.line(2, "TRACKID %s", guid(track_id_seed + index).c_str());
     out.line(2, "MAINSEND %d 0", plan.mixer.plays_to_parent ? 1 : 0);
-    if (plan.parent_gets_first_pair) out.line(2, "MAINSEND_NCH 2");
+    if (plan.parent_channels) out.line(2, "MAINSEND_NCH %d", *plan.parent_channels);
 }
 
 /// Pro Tools plays one playlist a track. An alternate that stands as a track of its own is silenced
@@ -163,7 +163,7 @@ void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaS
     write_groups_and_pan_mode(out, plan);
     write_layout(out, plan);
     write_channels(out, plan, number);
-    write_key_receives(out, plan);
+    tallies.send_points += write_key_receives(out, plan);
     write_channel_receives(out, plan);
     const bool frozen = freeze(out, plan, media, takes, tallies, freezer);
     tallies.send_points += write_sends(out, plan);

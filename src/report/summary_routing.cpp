@@ -8,11 +8,17 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::size_t max_without_output = 12;
+constexpr std::size_t max_listed_tracks = 12;
 
 constexpr CountRow<RoutingTallies> send_detail_rows[] = {
     {&RoutingTallies::panned_sends, "      %d send(s) panned off center, carried\n"},
     {&RoutingTallies::sends_off, "      %d send(s) switched off in Pro Tools, written muted\n"},
+};
+
+constexpr CountRow<RoutingTallies> surround_send_rows[] = {
+    {&RoutingTallies::sends_into_surround,
+     "  NOTE: %d send(s) go into a surround bus: their own panner is not carried, and\n"
+     "      they play on its first two channels.\n"},
 };
 
 constexpr CountRow<RoutingTallies> output_rows[] = {
@@ -53,6 +59,15 @@ void print_two_knob_tracks(TextBuffer& out, const std::vector<std::string>& trac
         count_of(tracks), listed(tracks).c_str());
 }
 
+void print_taken_outputs(TextBuffer& out, const std::vector<std::string>& tracks) {
+    if (tracks.empty()) return;
+    out.print(
+        "  NOTE: %d track(s) play to a hardware output that an aux takes as its input.\n"
+        "      Pro Tools plays them there and through the aux; they arrive through\n"
+        "      the aux alone, so that nothing is heard twice:%s\n",
+        count_of(tracks), quoted_names(tracks, max_listed_tracks).c_str());
+}
+
 void print_pre_fader_sources(TextBuffer& out, const RoutingTallies& tallies) {
     if (!tallies.unmuted_sources.empty()) {
         out.print(
@@ -87,7 +102,7 @@ void print_tracks_without_output(TextBuffer& out, const RoutingTallies& tallies)
         "  %d track(s) have NO OUTPUT in Pro Tools, so they reach the mix only through\n"
         "      their sends (or not at all); REAPER's master send is off on them:%s\n",
         count_of(tallies.without_output),
-        quoted_names(tallies.without_output, max_without_output).c_str());
+        quoted_names(tallies.without_output, max_listed_tracks).c_str());
 }
 
 void print_send_details_and_outputs(TextBuffer& out, const RoutingTallies& tallies) {
@@ -102,7 +117,9 @@ void print_send_details_and_outputs(TextBuffer& out, const RoutingTallies& talli
             "      Follow Main Pan on a send is not read yet: such a send keeps\n"
             "      its own pan setting\n");
     }
+    print_rows(out, tallies, surround_send_rows);
     print_rows(out, tallies, output_rows);
+    print_taken_outputs(out, tallies.taken_from_hardware);
 }
 
 void print_key_inputs(TextBuffer& out, const RoutingTallies& tallies) {
@@ -135,6 +152,13 @@ void print_wide_auxes(TextBuffer& out, const RoutingTallies& tallies) {
     print_count(out, tallies.wide_auxes,
                 "  %d aux(es) taking a surround bus written as wide as that bus, and\n"
                 "      the tracks feeding it send every channel, not just the first two.\n");
+    if (tallies.master_channels > 2) {
+        out.print(
+            "  REAPER's master has %d channels, as many as the widest track that plays to\n"
+            "      it, so that none of them is lost. Listen through hardware outputs of\n"
+            "      that width, or fold them down.\n",
+            tallies.master_channels);
+    }
 }
 
 void print_hardware_inserts(TextBuffer& out, const RoutingTallies& tallies) {

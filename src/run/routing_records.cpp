@@ -21,9 +21,12 @@ std::vector<KeyInput> key_inputs(const BlockIndex& index, const std::vector<Stri
     for (const PluginInsert& insert : inserts) {
         const auto strip = strip_at.find(insert.hostStart);
         if (insert.keyInput < 0 || insert.hostEnd == 0 || strip == strip_at.end()) continue;
-        KeyInput key{.strip_row = strip->second, .bus = {}};
+        KeyInput key{.strip_row = strip->second, .bus = {}, .bus_identity = 0};
         const auto bus = bus_of_output.find(static_cast<std::uint16_t>(insert.keyInput));
-        if (bus != bus_of_output.end()) key.bus = bus->second;
+        if (bus != bus_of_output.end()) {
+            key.bus = bus->second.name;
+            key.bus_identity = bus->second.identity;
+        }
         keys.push_back(std::move(key));
     }
     return keys;

@@ -1,11 +1,14 @@
-// No record says which paths are buses of two channels; the texts do. A bus "Verb" has paths
-// "Verb.L" and "Verb.R" for its legs, each followed by a byte that is no text. A bus that still has
-// its first name, "Bus 3-4", has the legs "Bus 3" and "Bus 4".
+// The session's own path table says which buses it has. In sessions without one the texts tell
+// those of two channels. A bus "Verb" has paths "Verb.L" and "Verb.R" for its legs, each followed
+// by a byte that is no text. A bus that still has its first name, "Bus 3-4", has the legs "Bus 3"
+// and "Bus 4".
 #include "session/buses.hpp"
 
 #include <algorithm>
+#include <set>
 #include <unordered_set>
 
+#include "session/path_table.hpp"
 #include "session/track_table.hpp"
 
 namespace tanrove {
@@ -106,7 +109,7 @@ private:
 
 }  // namespace
 
-std::vector<std::string> readBuses(const BlockIndex& index) {
+std::vector<std::string> tell_buses(const BlockIndex& index) {
     const NameSet names = find_names(index.image());
     LegMarks marks(names);
     marks.find_in(index.image());
@@ -119,6 +122,16 @@ std::vector<std::string> readBuses(const BlockIndex& index) {
     }
     std::sort(buses.begin(), buses.end());
     return buses;
+}
+
+std::vector<std::string> readBuses(const BlockIndex& index) {
+    const auto paths = readPathTable(index);
+    if (!paths) return tell_buses(index);
+    std::set<std::string> buses;
+    for (const IoPath& path : *paths) {
+        if (!path.mapped && path.parent_identity == 0) buses.insert(path.name);
+    }
+    return {buses.begin(), buses.end()};
 }
 
 /// Looks for occurrences up to `limit`, until one at or behind the position asked for is found.

@@ -1,4 +1,4 @@
-// The names of the session's buses, told from the texts around them.
+// The names of the session's buses, and which of them stands nearest to a place.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +11,12 @@
 
 namespace tanrove {
 
-/// Names of all buses of two channels, sorted by their bytes.
+/// Names of the buses, sorted by their bytes: those of the session's own path table that play to no
+/// hardware and are no part of another, of any width; without such a table all of two channels.
 std::vector<std::string> readBuses(const BlockIndex& index);
+
+/// The buses of two channels as the texts of a session tell them, whatever its path table says.
+std::vector<std::string> tell_buses(const BlockIndex& index);
 
 /// Finds the bus that is named nearest to a position. Positions are asked for in ascending order,
 /// so that every byte of the image is looked at once at most.

@@ -9,11 +9,15 @@
 //
 // A second form has four more bytes in front of the count of channels, which may be 0, and the
 // marker anywhere behind the channels.
+//
+// Sessions with a path table of their own repeat here the paths of it that no hardware plays.
 #include "session/io_paths.hpp"
 
 #include <algorithm>
 #include <set>
 #include <tuple>
+
+#include "session/path_table.hpp"
 
 namespace tanrove {
 
@@ -99,16 +103,19 @@ std::vector<IoPath> readIoPaths(const BlockIndex& index) {
     // Found once: records that overlap must not each search their own span.
     const auto markers = find_in(index.image(), blocks.reach(), identity_marker);
     std::vector<IoPath> paths;
-    std::set<std::tuple<std::uint32_t, std::uint32_t, std::uint32_t, std::string,
-                        std::vector<std::uint16_t>>>
+    std::set<std::uint64_t> own;
+    if (auto table = readPathTable(index)) {
+        paths = std::move(*table);
+        for (const IoPath& path : paths) own.insert(path.identity());
+        own.erase(0);
+    }
+    std::set<std::tuple<std::uint64_t, std::uint32_t, std::string, std::vector<std::uint16_t>>>
         known;
     for (const Block& block : blocks.all()) {
         auto path = read_path(index.image(), markers, block);
-        if (!path) continue;
-        const bool is_new = known
-                                .emplace(path->identity_low, path->identity_high, path->type,
-                                         path->name, path->channels)
-                                .second;
+        if (!path || own.contains(path->identity())) continue;
+        const bool is_new =
+            known.emplace(path->identity(), path->type, path->name, path->channels).second;
         if (is_new) paths.push_back(std::move(*path));
     }
     return paths;

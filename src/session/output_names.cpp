@@ -14,22 +14,31 @@ namespace tanrove {
 namespace {
 
 constexpr std::size_t id_at = 9;
+constexpr std::size_t marker_at = 17;
 constexpr std::size_t search_from = 11;
 constexpr std::size_t search_to = 256;  // a name farther in is chance
+constexpr std::size_t identity_width = 8;
 
 }  // namespace
 
-std::optional<std::string> readOutputName(ByteView image, const Block& block) {
+std::optional<OutputName> readOutputName(ByteView image, const Block& block) {
     const std::size_t last = std::min(block.at + search_to, block.end());
     for (std::size_t at = block.at + search_from; at < last; ++at) {
         const auto name = read_name(image, at, block.end());
-        if (name && !name->empty()) return std::string(*name);
+        if (!name || name->empty()) continue;
+        OutputName output{.name = std::string(*name)};
+        const std::size_t marker = block.at + marker_at;
+        const std::size_t identity = marker + identity_marker.size();
+        if (image.has(marker, identity_marker) && identity + identity_width <= at) {
+            output.identity = image.u64(identity);
+        }
+        return output;
     }
     return std::nullopt;
 }
 
-std::map<std::uint16_t, std::string> readOutputNames(const BlockIndex& index) {
-    std::map<std::uint16_t, std::string> names;
+std::map<std::uint16_t, OutputName> readOutputNames(const BlockIndex& index) {
+    std::map<std::uint16_t, OutputName> names;
     for (const Block& block : index.of_type(output_name_type).all()) {
         auto name = readOutputName(index.image(), block);
         if (name) names.try_emplace(index.image().u16(block.at + id_at), std::move(*name));

@@ -12,10 +12,16 @@ namespace tanrove {
 
 constexpr std::uint16_t output_name_type = 0x260e;
 
-/// The text of a block of type 0x260e; nullopt if it names nothing.
-std::optional<std::string> readOutputName(ByteView image, const Block& block);
+/// How a session names the path that something plays into or comes from.
+struct OutputName {
+    std::string name;            ///< the path's, as it was when the name was stored
+    std::uint64_t identity = 0;  ///< the path's; 0 if the record has none
+};
 
-/// The name of each output by its id; of two records with one id the first counts.
-std::map<std::uint16_t, std::string> readOutputNames(const BlockIndex& index);
+/// What a block of type 0x260e names; nullopt if it names nothing.
+std::optional<OutputName> readOutputName(ByteView image, const Block& block);
+
+/// Each output by its id; of two records with one id the first counts.
+std::map<std::uint16_t, OutputName> readOutputNames(const BlockIndex& index);
 
 }  // namespace tanrove

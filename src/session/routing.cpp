@@ -14,7 +14,8 @@
 #include <algorithm>
 #include <optional>
 #include <set>
-#include <tuple>
+#include <string_view>
+#include <utility>
 
 #include "session/channel_records.hpp"
 #include "session/enclosing_blocks.hpp"
@@ -73,21 +74,37 @@ std::optional<InputMark> read_input(ByteView image, std::size_t marker) {
     };
 }
 
+/// The paths that an input can be: by identity, or by name where a session was put together from
+/// others and names an identity that it does not hold.
+class KnownPaths {
+public:
+    explicit KnownPaths(const std::vector<IoPath>& paths) {
+        for (const IoPath& path : paths) {
+            if (path.identity() != 0) identities_.emplace(path.identity(), path.type);
+            names_.emplace(path.name, path.type);
+        }
+    }
+
+    bool contain(const InputMark& input) const {
+        const std::uint64_t identity =
+            std::uint64_t{input.identity_high} << 32 | std::uint64_t{input.identity_low};
+        return identities_.contains({identity, input.type}) ||
+               names_.contains({input.name, input.type});
+    }
+
+private:
+    std::set<std::pair<std::uint64_t, std::uint32_t>> identities_;
+    std::set<std::pair<std::string_view, std::uint32_t>> names_;
+};
+
 /// Every place that reads as an input and names one of the paths, in order of position.
 std::vector<InputMark> find_inputs(ByteView image, const std::vector<IoPath>& paths) {
-    using Key = std::tuple<std::uint32_t, std::uint32_t, std::uint32_t>;
-    std::set<Key> known;
-    for (const IoPath& path : paths) {
-        if (path.identity_low == 0 && path.identity_high == 0) continue;
-        known.emplace(path.identity_low, path.identity_high, path.type);
-    }
+    const KnownPaths known(paths);
     std::vector<InputMark> inputs;
     for (auto at = image.find(identity_marker, 0); at != ByteView::npos;
          at = image.find(identity_marker, at + identity_marker.size())) {
         const auto input = read_input(image, at);
-        if (input && known.contains({input->identity_low, input->identity_high, input->type})) {
-            inputs.push_back(*input);
-        }
+        if (input && known.contain(*input)) inputs.push_back(*input);
     }
     return inputs;
 }
@@ -142,9 +159,10 @@ std::vector<std::size_t> starts_of(std::span<const Block> blocks) {
 }
 
 RoutingSend read_send(const BlockIndex& index, const Block& slot, const ChannelRecord& record,
-                      std::string target, LaneReader& lanes) {
+                      OutputName target, LaneReader& lanes) {
     RoutingSend send;
-    send.target = std::move(target);
+    send.target = std::move(target.name);
+    send.target_identity = target.identity;
     send.level_db = record.fader_db;
     send.pre_fader = record.link;
     send.muted = record.muted;
@@ -173,7 +191,8 @@ void read_slots(const BlockIndex& index, RoutingRows& rows) {
         if (begun.insert(row).second) {
             row->has_slot = true;
             row->has_output = name.has_value();
-            row->output_name = name.value_or("");
+            row->output_identity = name ? name->identity : 0;
+            row->output_name = name ? std::move(name->name) : std::string();
         } else if (name) {
             row->sends.push_back(read_send(index, slots[i], *record, std::move(*name), lanes));
         }

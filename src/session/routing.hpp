@@ -15,6 +15,7 @@ namespace tanrove {
 
 struct RoutingSend {
     std::string target;  ///< name of the output or bus
+    std::uint64_t target_identity = 0;
     double level_db = 0;
     bool pre_fader = false;
     bool muted = false;  ///< the mute word of the send's channel record
@@ -34,6 +35,7 @@ struct RoutingRow {
     std::size_t strip_row = 0;  ///< index among the strip rows
     std::string name;           ///< under which the strip was made
     std::string output_name;
+    std::uint64_t output_identity = 0;
     bool has_slot = false;    ///< the row holds a send channel of its own
     bool has_output = false;  ///< false on a track that plays into nothing
     std::string input_name;   ///< empty where no path is known for the input

@@ -152,14 +152,16 @@ TEST(PlanLevels, GivesAPanOnlyToWhatHasOneAndStopsItWhereProToolsHasNone) {
         const char* what;
         int channels;
         double leg_pan;
-        bool one_sided, surround;
-        std::string envelopes;  ///< those of the pan, "!" where one is not active
+        MonoOutput output;
+        bool surround;
+        std::string envelopes;  ///< of the pan, "!" where not active; knobs that stand unpanned
         double pan;
-    } cases[] = {{"stereo", 2, 0, false, false, "DUALPANENVL DUALPANENV ", 0},
-                 {"right leg", 2, 1, false, false, "PANENV2 ", 0},
-                 {"one side", 2, 0, true, false, "DUALPANENVL! DUALPANENV! ", 0},
-                 {"wide", 6, 0, false, false, "", 0},
-                 {"surround", 2, 0, false, true, "", 0}};
+    } cases[] = {{"stereo", 2, 0, MonoOutput::no, false, "DUALPANENVL DUALPANENV ", 0},
+                 {"right leg", 2, 1, MonoOutput::no, false, "PANENV2 ", 0},
+                 {"one side", 2, 0, MonoOutput::right, false, "DUALPANENVL! DUALPANENV! 1 1", 0},
+                 {"mono", 2, 0, MonoOutput::whole, false, "DUALPANENVL! DUALPANENV! -1 1", 0},
+                 {"wide", 6, 0, MonoOutput::no, false, "", 0},
+                 {"surround", 2, 0, MonoOutput::no, true, "", 0}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         std::vector<Strip> strips(1);
@@ -174,10 +176,16 @@ TEST(PlanLevels, GivesAPanOnlyToWhatHasOneAndStopsItWhereProToolsHasNone) {
         plans[0].leg_pan = c.leg_pan;
         EnvelopePlanner envelopes = planner();
         LevelTallies tallies;
-        const OutputSides sides = {{c.one_sided ? "Vox" : "Gtr", 1}};
-        plan_levels(plans, MixerLookup(strips, {}, {}), sides, envelopes, tallies);
+        const bool is_mono = c.output != MonoOutput::no;
+        const MonoOutputs outputs = {{is_mono ? "Vox" : "Gtr", c.output}};
+        plan_levels(plans, MixerLookup(strips, {}, {}), outputs, envelopes, tallies);
         std::string pans;
         for (const auto& e : plans[0].envelopes) pans += e.block + (e.active ? " " : "! ");
+        const MixerPlan& knobs = plans[0].mixer;
+        if (is_mono) {
+            pans += std::to_string(static_cast<int>(knobs.dual_pan_left)) + ' ' +
+                    std::to_string(static_cast<int>(knobs.dual_pan_right));
+        }
         EXPECT_EQ(pans, c.envelopes);
         EXPECT_EQ(plans[0].mixer.pan, c.pan);
         EXPECT_EQ(tallies.panners_left_still, c.envelopes.empty() ? 1 : 0);

@@ -44,7 +44,8 @@ TrackPlan plain_track() {
 /// A track with all that a plan can hold between its mixer and its automation.
 TrackPlan full_track() {
     TrackPlan plan;
-    plan.muted = plan.hidden = plan.parent_gets_first_pair = plan.unmatched_alternate = true;
+    plan.muted = plan.hidden = plan.unmatched_alternate = true;
+    plan.parent_channels = 2;
     plan.height_pixels = 72;
     plan.mixer = {.gain = 0.25,
                   .pan = -0.5,
@@ -58,10 +59,12 @@ TrackPlan full_track() {
     plan.folder = {2, -3};
     plan.group_flags = {5, 4294967295U};
     plan.written_channels = 6;
-    plan.key_receives = {{4, 2}, {7, 4}};
+    plan.key_receives = {
+        {.source = 4, .mode = 1, .envelopes = {}, .destination_channel = 2},
+        {.source = 7, .mode = 3, .gain = 0.5, .envelopes = {}, .destination_channel = 4}};
     plan.channel_receives = {{2, 3072}};
     const EnvelopePlan mute{"AUXMUTEENV", EnvelopeKind::mute, true, false, {{0, 1, 1}}};
-    plan.receives = {{9, 3, 0.5, -1, true, {}}, {1, 0, 1, 0, false, {mute}}};
+    plan.receives = {{9, 3, 0.5, -1, true, {}}, {1, 0, 1, 0, false, {mute}, 3072}};
     plan.envelopes = {{"VOLENV2", EnvelopeKind::volume, false, true, {{0, 1, 0}, {1.5, 0.25, 0}}},
                       {"PANENV2", EnvelopeKind::pan, true, true, {}}};
     return plan;

@@ -93,10 +93,12 @@ RunTallies every_counter_at_one() {
     mix.views = {1, 1};
     tallies.written = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
     const std::vector<std::string> many(13, "Cue");  // only some lists end at twelve
-    mix.routing = {
-        2,       1,    1, 1, 1, {"Pad"}, 1, 1,        1,    1,         many,
-        1,       true, 1, 1, 1, 1,       1, {"Bass"}, many, {"Click"}, {"Vox: Insert 1-2"},
-        {"Keys"}};
+    mix.routing = {2,       1,        1,    1,         1,
+                   1,       {"Pad"},  1,    1,         1,
+                   1,       {"Stem"}, many, 1,         6,
+                   true,    1,        1,    1,         1,
+                   1,       {"Bass"}, many, {"Click"}, {"Vox: Insert 1-2"},
+                   {"Keys"}};
     mix.groups = {.listed = {{"Drums", std::nullopt, {"Kick", "Snare"}}, {"Band", "VCA 1", {}}},
                   .written = 1,
                   .vca_written = {{"VCA 1", -6.5}},

@@ -33,10 +33,10 @@ std::string joined(const Names& names) {
     return text;
 }
 
-// Buses: names with both legs beside them.
+// Buses that the texts tell: names with both legs beside them.
 
 std::string walked_buses(const BlockIndex& index) {
-    return joined(readBuses(index));
+    return joined(tell_buses(index));
 }
 
 std::string scanned_buses(const SlowScan& scan) {
@@ -275,7 +275,7 @@ TEST(ByteScanTwins, AgreeOnBusesAmongLegsOfOthers) {
         const Bytes bytes = image.zeros(40).bytes();
         EXPECT_EQ(walked_buses(BlockIndex{ByteView(bytes)}),
                   scanned_buses(SlowScan{ByteView(bytes)}));
-        buses += readBuses(BlockIndex{ByteView(bytes)}).size();
+        buses += tell_buses(BlockIndex{ByteView(bytes)}).size();
     }
     EXPECT_GT(buses, 500U);
 }

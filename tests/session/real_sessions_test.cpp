@@ -4,13 +4,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
+#include <set>
 #include <sstream>
 
 #include "reading.hpp"
+#include "session/buses.hpp"
 #include "session/fades.hpp"
 #include "session/midi_track_settings.hpp"
 #include "session/playlists.hpp"
+#include "session/routing.hpp"
 #include "session/strip_lanes.hpp"
 #include "session/track_displays.hpp"
 #include "slow_scan.hpp"
@@ -26,17 +30,17 @@ TEST(RealSessions, EveryReaderFindsItsRecords) {
     const std::pair<const char*, const char*> sessions[] = {
         {"RegionTest.ptx",
          "readStripRows 4, readStripTable 4, readTrackNames 4, readTrackTable 4, "
-         "readTrackColours 0, readBuses 16, readIoPaths 48, readRouting 4, readChannelRecords 4, "
+         "readTrackColours 0, readBuses 15, readIoPaths 51, readRouting 4, readChannelRecords 4, "
          "readFades 6, readRegionStarts 3, readPlaylists 6, readSessionLists tracks 9, "
          "readMidiOutputs 0, readGroups 2, readVideoClips 0, readVideoQuality 1"},
         {"TestPTX.ptx",
-         "readStripRows 5, readTrackNames 2, readStrips 5, readIoPaths 214, readRouting 2, "
+         "readStripRows 5, readTrackNames 2, readStrips 5, readIoPaths 236, readRouting 2, "
          "readLane 12, readRegionStarts 4, readMidiChunks 3, readMidiPlaylists 3, "
          "readMidiPlaylistRows 3, readMidiClipCounts 0, readFreezeRenders 4, "
          "readInstrumentLinks 0, readAltPlaylists 0"},
         {"TempoTimeKeySig.ptx",
          "readTrackNames 2, readPlaylists 2, readRegionStarts 7, readLane 8"},
-        {"Untitled32.ptx", "readStripRows 0, readMidiOutputs 1, readIoPaths 39"},
+        {"Untitled32.ptx", "readStripRows 0, readMidiOutputs 1, readIoPaths 42"},
     };
     for (const auto& [file, expected] : sessions) {
         SCOPED_TRACE(file);
@@ -55,6 +59,35 @@ TEST(RealSessions, EveryReaderFindsItsRecords) {
             if (isBlockAt(index.image(), p, image.size())) ++block_count;
         }
         EXPECT_EQ(index.blocks().all().size(), block_count);
+    }
+}
+
+TEST(RealSessions, OutputsAndBusesStandInThePathTable) {
+    const std::pair<const char*, const char*> sessions[] = {
+        {"RegionTest.ptx", "48 own, 15 buses from Bus 1-2, outputs: Monitors mapped; "},
+        {"TempoTimeKeySig.ptx", "39 own, 12 buses from Bus 1-2, outputs: Out 1-2 mapped; "},
+        {"TestPTX.ptx", "23 own, 1 buses from QT BOUNCE, outputs: Main 51.Stereo mapped; "},
+        {"Untitled32.ptx", "39 own, 12 buses from Bus 1-2, outputs: "},
+        {"protools-texts/RobinHood.ptx", "55 own, 0 buses from -, outputs: Alt Mix mapped; "},
+        {"protools-texts/TestExport.ptx",
+         "228 own, 67 buses from Bus 101-102, outputs: Out 1-2 mapped; "},
+    };
+    for (const auto& [file, expected] : sessions) {
+        TANROVE_REAL_SESSION(image, file);
+        const BlockIndex index{ByteView(image)};
+        const auto paths = readIoPaths(index);
+        const auto buses = readBuses(index);
+        std::set<std::string> outputs;
+        for (const auto& row : readRouting(index, readStripRows(index).rows, paths)) {
+            const auto path = std::ranges::find(paths, row.output_identity, &IoPath::identity);
+            ASSERT_NE(path, paths.end()) << file << row.name;
+            outputs.insert(path->name + (path->own && path->mapped ? " mapped; " : "; "));
+        }
+        std::string text = fields(std::ranges::count(paths, true, &IoPath::own), "own,",
+                                  buses.size(), "buses from", buses.empty() ? "-" : buses.front()) +
+                           ", outputs: ";
+        for (const auto& output : outputs) text += output;
+        EXPECT_EQ(text, expected) << file;
     }
 }
 

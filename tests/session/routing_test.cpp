@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "reading.hpp"
+#include "session/buses.hpp"
 #include "session/hardware_inserts.hpp"
 #include "session/output_names.hpp"
 #include "support/session_builder.hpp"
@@ -45,17 +46,72 @@ TEST(ReadIoPaths, BothFormsGiveTheSamePathWithinItsLimits) {
     EXPECT_EQ(over(io_paths_block({one, other, one}), readIoPaths).size(), 2U);
 }
 
+/// A path each: name, place in the session ("own", "mapped", or nothing), the whole's name.
+std::string paths_text(const Bytes& image) {
+    const auto paths = over(image, readIoPaths);
+    std::string text;
+    for (const IoPath& path : paths) {
+        text += path.name + (path.mapped ? " mapped" : path.own ? " own" : "");
+        for (const IoPath& whole : paths) {
+            if (path.parent_identity == whole.identity()) text += " of " + whole.name;
+        }
+        text += "; ";
+    }
+    return text;
+}
+
+TEST(ReadIoPaths, TheSessionsOwnTableComesFirstAndTellsWhatPlaysToTheHardware) {
+    SessionBuilder session;
+    session.io_path({"Mic", 0, {1}}).io_path({"Speakers", 1, {1, 2}});
+    session.io_path({.name = "Main", .type = 2, .channels = {1, 2}, .mapped = true});
+    session.io_path({.name = "Main.L", .type = 2, .channels = {1}, .parent = 2});
+    session.bus("Verb", 3).io_path({.name = "Key", .type = 2, .channels = {9}});
+    const std::string own =
+        "Main mapped; Main.L mapped of Main; Verb own; Verb.L own of Verb; Verb.R own of Verb; "
+        "Key own; Mic; Speakers; ";
+    EXPECT_EQ(paths_text(session.image()), own);
+    EXPECT_EQ(over(session.image(), readBuses), (std::vector<std::string>{"Key", "Verb"}));
+    const std::string told = "Mic; Speakers; Main; Main.L; Verb; Verb.L; Verb.R; Key; ";
+    SessionBuilder old = session;
+    EXPECT_EQ(paths_text(old.without_path_table().image()), told);
+    EXPECT_EQ(over(old.image(), readBuses), std::vector<std::string>{"Verb"});
+    // A record that breaks its layout makes the whole table unread.
+    const IoPathSpec verb{.name = "Verb", .type = 2, .channels = {3}};
+    const auto table = [&](const Bytes& record, std::uint32_t count) {
+        return block(0x2603, ByteWriter().u32(count).raw(record).bytes());
+    };
+    const Bytes whole = own_path_record(verb);
+    Bytes no_marker = whole;
+    no_marker[std::string("Z________tw____Verb").size() + 6 + 8] ^= 1;
+    const std::pair<Bytes, bool> tables[] = {
+        {table(whole, 1), true},
+        {table(whole, 2), false},
+        {table(whole, 0), false},
+        {table(no_marker, 1), false},
+        {table(own_path_record({.name = "Wide", .channels = std::vector<std::uint16_t>(16)}), 1),
+         true},
+        {table(own_path_record({.name = "Wide", .channels = std::vector<std::uint16_t>(17)}), 1),
+         false},
+        {table(own_path_record({.name = "", .channels = {1}}), 1), false}};
+    for (const auto& [image, reads] : tables) {
+        EXPECT_EQ(!over(image, readIoPaths).empty(), reads);
+    }
+}
+
 TEST(ReadRouting, AnInputStandsInItsRowAndInNoSendChannel) {
     const Bytes mark = input_mark("Mic", 0);
     const Bytes room = Bytes(9);
     const Bytes channel = channel_record({});
     const Bytes in_channel = send_channel(channel, {}, ByteWriter().raw(mark).raw(room).bytes());
     const Bytes other_type = ByteWriter().raw(input_mark("Mic", 1)).raw(room).bytes();
+    Bytes renumbered = mark;
+    renumbered[std::string("____Mic________").size()] ^= 1;
     const Reads cases[] = {
         {"in the row", ByteWriter().raw(send_channel(channel, {}, {})).raw(mark).raw(room).bytes(),
          "Mic"},
         {"in a send channel", in_channel, ""},
         {"of another type", other_type, ""},
+        {"known by its name alone", ByteWriter().raw(renumbered).raw(room).bytes(), "Mic"},
         {"24 bytes behind the name", ByteWriter().raw(mark).zeros(1).bytes(), "Mic"},
         {"23 bytes behind the name", mark, ""},
         {"cut", cut_to(mark, mark.size() - 4), ""},
@@ -134,8 +190,11 @@ TEST(ReadOutputNames, EachIdHasItsFirstName) {
                             .raw(output_name_record("Verb", 7))
                             .raw(output_name_record("Other", 7))
                             .bytes();
-    const std::map<std::uint16_t, std::string> expected = {{2, "Out 1-2"}, {7, "Verb"}};
-    EXPECT_EQ(over(image, readOutputNames), expected);
+    std::string text;
+    for (const auto& [id, output] : over(image, readOutputNames)) {
+        text += fields(id, output.name, output.identity == path_identity(output.name)) + "; ";
+    }
+    EXPECT_EQ(text, "2 Out 1-2 1; 7 Verb 1; ");
 }
 
 }  // namespace

@@ -300,7 +300,6 @@ void read_plugins(Session& session, Readings& out) {
     }
     out.list("read_elck_map", maps);
     out.list("read_plugin_names", read_plugin_names(index));
-    out.list("read_plugin_type_names", read_plugin_type_names(index));
 }
 
 using FamilyReader = void (*)(Session&, Readings&);

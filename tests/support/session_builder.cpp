@@ -123,7 +123,8 @@ Bytes SessionBuilder::image() const {
     image.raw(track_list_block(track_list));
     if (!plugin_names_.empty()) image.raw(plugin_names_block(plugin_names_));
     image.raw(tables_before_rows(tables_));
-    if (!paths_.empty()) image.raw(io_paths_block(paths_));
+    if (has_path_table_) image.raw(path_table_block(paths_));
+    if (!paths_.empty()) image.raw(io_paths_block(paths_, has_path_table_));
     image.raw(midi_blocks(tracks_, midi_outputs_));
     image.raw(strip_rows_block(tracks_));
     const auto strip_count = std::ranges::count_if(tracks_, &TrackSpec::has_row);

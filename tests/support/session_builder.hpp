@@ -42,6 +42,8 @@ public:
     SessionBuilder& io_path(const IoPathSpec& path) { return keep(paths_, path); }
     /// A stereo bus on this channel and the next, with its two legs.
     SessionBuilder& bus(const std::string& name, std::uint16_t first_channel);
+    /// Leaves out the table of the session's own paths, as old sessions do.
+    SessionBuilder& without_path_table() { return set(has_path_table_, false); }
     /// A place where MIDI tracks can send to, behind those that are there.
     SessionBuilder& midi_output(const MidiOutputSpec& o) { return keep(midi_outputs_, o); }
     SessionBuilder& strip_table_form(StripTableForm form) { return set(strip_table_form_, form); }
@@ -110,6 +112,7 @@ private:
     SettingsSpec settings_;
     ProductSpec product_;
     bool has_product_ = true;
+    bool has_path_table_ = true;
     int container_version_ = 12;
     std::vector<AudioFileSpec> files_;
     std::vector<TrackSpec> tracks_;

@@ -94,12 +94,16 @@ std::uint64_t path_identity(const std::string& name) {
     return identity;
 }
 
+std::uint64_t identity_of(const IoPathSpec& path) {
+    return path.identity != 0 ? path.identity : path_identity(path.name);
+}
+
 Bytes io_path_record(const IoPathSpec& path) {
     const std::uint8_t width = width_code(path.channels.size());
     ByteWriter record;
     record.u8(path.type).u8(width).counted(path.name).u32(path.channels.size());
     for (const auto channel : path.channels) record.u16(channel);
-    record.u16(path.parent.value_or(0xffff)).u8(1).zeros(4).raw(marked(path_identity(path.name)));
+    record.u16(path.parent.value_or(0xffff)).u8(1).zeros(4).raw(marked(identity_of(path)));
     record.zeros(3).u16(0xffff).u8(0).counted(path.name).u8(width).zeros(2).u8(width).zeros(4);
     return block(0x1021, record.u8(1).u8(0).bytes(), 11);
 }
@@ -109,15 +113,76 @@ Bytes io_path_record_later_count(const IoPathSpec& path, std::size_t gap) {
     record.u8(path.type).u8(width_code(path.channels.size())).counted(path.name);
     record.u32(0).u32(path.channels.size());
     for (const auto channel : path.channels) record.u16(channel);
-    record.zeros(gap).raw(marked(path_identity(path.name))).zeros(3);
+    record.zeros(gap).raw(marked(identity_of(path))).zeros(3);
     return block(0x1021, record.bytes(), 11);
 }
 
-Bytes io_paths_block(const std::vector<IoPathSpec>& paths) {
+namespace {
+
+bool is_own(const IoPathSpec& path) {
+    return path.type == 2;
+}
+
+/// With their parents counted as sessions with a path table count them: the hardware's paths first.
+std::vector<IoPathSpec> with_stored_parents(std::vector<IoPathSpec> paths) {
+    std::vector<std::uint16_t> stored(paths.size());
+    std::uint16_t next = 0;
+    for (const bool own : {false, true}) {
+        for (std::size_t i = 0; i < paths.size(); ++i) {
+            if (is_own(paths[i]) == own) stored[i] = next++;
+        }
+    }
+    for (auto& path : paths) {
+        if (path.parent) path.parent = stored.at(*path.parent);
+    }
+    return paths;
+}
+
+}  // namespace
+
+Bytes io_paths_block(const std::vector<IoPathSpec>& paths, bool has_path_table) {
+    const auto is_here = [&](const IoPathSpec& path) {
+        const bool is_mapped = path.mapped || (path.parent && paths.at(*path.parent).mapped);
+        return !has_path_table || !is_own(path) || !is_mapped;
+    };
+    const auto stored = has_path_table ? with_stored_parents(paths) : paths;
     ByteWriter records;
-    records.u32(paths.size());
-    for (const auto& path : paths) records.raw(io_path_record(path));
-    return block(0x1022, records.zeros(4).bytes());
+    std::uint32_t count = 0;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        if (!is_here(paths[i])) continue;
+        records.raw(io_path_record(stored[i]));
+        ++count;
+    }
+    return block(0x1022, ByteWriter().u32(count).raw(records.bytes()).zeros(4).bytes());
+}
+
+Bytes own_path_record(const IoPathSpec& path, std::uint64_t parent_identity) {
+    ByteWriter hardware;
+    if (path.mapped) hardware.u32(1).block(0x2600, Bytes(60), 7);
+    if (!path.mapped) hardware.u32(0);
+    ByteWriter record;
+    record.u8(path.type).u8(width_code(path.channels.size())).counted(path.name);
+    record.u32(path.channels.size());
+    for (const auto channel : path.channels) record.u16(channel);
+    record.u16(path.parent.value_or(0xffff)).u8(1).u8(path.mapped ? 1 : 0).zeros(4);
+    record.raw(marked(identity_of(path))).zeros(4);
+    record.raw(parent_identity != 0 ? marked(parent_identity) : Bytes(12));
+    record.block(0x2601, hardware.bytes(), 1).u8(0xff).zeros(11);
+    return block(0x2602, record.bytes(), 7);
+}
+
+Bytes path_table_block(const std::vector<IoPathSpec>& paths) {
+    const auto stored = with_stored_parents(paths);
+    ByteWriter records;
+    std::uint32_t count = 0;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        if (!is_own(paths[i])) continue;
+        const auto parent = paths[i].parent;
+        records.raw(own_path_record(stored[i], parent ? identity_of(paths.at(*parent)) : 0));
+        ++count;
+    }
+    if (count == 0) return {};
+    return block(0x2603, ByteWriter().u32(count).raw(records.bytes()).bytes(), 1);
 }
 
 Bytes channel_record(const ChannelSpec& channel) {

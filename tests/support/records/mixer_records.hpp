@@ -17,6 +17,8 @@ struct IoPathSpec {
     std::uint8_t type = 0;  ///< 0 input, 1 and 6 hardware output, 2 bus, 3 insert
     std::vector<std::uint16_t> channels = {1, 2};
     std::optional<std::uint16_t> parent = {};  ///< place among the paths
+    bool mapped = false;                       ///< a bus that plays to the hardware
+    std::uint64_t identity = 0;                ///< 0: by the name
 };
 
 /// The identity of the path with this name.
@@ -26,8 +28,12 @@ std::uint64_t path_identity(const std::string& name);
 Bytes io_path_record(const IoPathSpec& path);
 /// The same with four bytes in front of the count and `gap` bytes in front of the identity.
 Bytes io_path_record_later_count(const IoPathSpec& path, std::size_t gap);
-/// 0x1022: all paths.
-Bytes io_paths_block(const std::vector<IoPathSpec>& paths);
+/// 0x1022: all paths, or those that a session with a path table of its own has here.
+Bytes io_paths_block(const std::vector<IoPathSpec>& paths, bool has_path_table = false);
+/// 0x2602, which stands in the path table.
+Bytes own_path_record(const IoPathSpec& path, std::uint64_t parent_identity = 0);
+/// 0x2603: the buses among the paths. Empty if there is none.
+Bytes path_table_block(const std::vector<IoPathSpec>& paths);
 
 struct ChannelSpec {
     int fader_tenths = 0;  ///< of a dB

@@ -1,0 +1,110 @@
+// The session's own paths stand in a table 0x2603: u32 count at 9, and from 13 on a 0x2602 each,
+// one behind the other. A path, n being the bytes of its name, E the position behind it and c its
+// channels:
+//
+//   9            u8 type, always 2
+//   10           u8 width code
+//   11           u32 n, 1 to 255, name at 15
+//   E            u32 c, 1 to 16, then c u16 channel numbers
+//   E + 4 + 2c   u16 place of the path it is a part of, 0xffff for none; u8 1; u8 1 if it is mapped
+//                to the hardware; four zeros
+//   E + 12 + 2c  the identity marker, u64 identity, four zeros
+//   E + 28 + 2c  of a part: the identity marker, u64 identity of the whole; else zeros
+//   E + 40 + 2c  0x2601, the hardware that it is mapped to, or was on other machines
+#include "session/path_table.hpp"
+
+#include <map>
+
+namespace tanrove {
+
+namespace {
+
+constexpr std::uint16_t path_table_type = 0x2603;
+constexpr std::uint16_t own_path_type = 0x2602;
+
+constexpr std::size_t count_at = 9;
+constexpr std::size_t first_path_at = 13;
+
+constexpr std::size_t type_at = 9;
+constexpr std::size_t width_at = 10;
+constexpr std::size_t name_length_at = 11;
+constexpr std::size_t name_at = 15;
+constexpr std::size_t count_width = 4;
+constexpr std::size_t channel_width = 2;
+constexpr std::size_t max_channels = 16;
+constexpr std::uint16_t no_parent = 0xffff;
+
+// Counted from the position behind the channels.
+constexpr std::size_t mapped_behind = 3;
+constexpr std::size_t identity_behind = 8;
+constexpr std::size_t parent_identity_behind = 24;
+constexpr std::size_t identity_bytes = 12;  // the marker and the identity
+
+std::optional<IoPath> read_own_path(ByteView image, const Block& block) {
+    const auto name = read_name(image, block.at + name_length_at, block.end());
+    if (!name || name->empty()) return std::nullopt;
+    const std::size_t behind_name = block.at + name_at + name->size();
+    const std::size_t count = image.u32(behind_name);
+    if (count < 1 || count > max_channels) return std::nullopt;
+    const std::size_t behind = behind_name + count_width + count * channel_width;
+    if (behind + parent_identity_behind + identity_bytes > block.end()) return std::nullopt;
+    if (!image.has(behind + identity_behind, identity_marker)) return std::nullopt;
+
+    IoPath path;
+    path.own = true;
+    path.type = image.u8(block.at + type_at);
+    path.width_code = image.u8(block.at + width_at);
+    path.name = *name;
+    path.position = block.at;
+    for (std::size_t i = 0; i < count; ++i) {
+        path.channels.push_back(image.u16(behind_name + count_width + i * channel_width));
+    }
+    const std::uint16_t parent = image.u16(behind);
+    if (parent != no_parent) path.parent = parent;
+    path.mapped = image.u8(behind + mapped_behind) == 1;
+    const std::size_t identity = behind + identity_behind + identity_marker.size();
+    path.identity_low = image.u32(identity);
+    path.identity_high = image.u32(identity + 4);
+    const std::size_t whole = behind + parent_identity_behind;
+    if (image.has(whole, identity_marker)) {
+        path.parent_identity = image.u64(whole + identity_marker.size());
+    }
+    return path;
+}
+
+/// What is a part of a mapped path plays to the hardware with it.
+void map_parts(std::vector<IoPath>& paths) {
+    std::map<std::uint64_t, bool> is_mapped;
+    for (const IoPath& path : paths) is_mapped.try_emplace(path.identity(), path.mapped);
+    for (IoPath& path : paths) {
+        const auto whole = is_mapped.find(path.parent_identity);
+        if (path.parent_identity != 0 && whole != is_mapped.end() && whole->second) {
+            path.mapped = true;
+        }
+    }
+}
+
+}  // namespace
+
+std::optional<std::vector<IoPath>> readPathTable(const BlockIndex& index) {
+    const auto tables = index.of_type(path_table_type).all();
+    if (tables.empty()) return std::nullopt;
+    const Block& table = tables.front();
+    const ByteView image = index.image();
+    std::vector<IoPath> paths;
+    std::size_t at = table.at + first_path_at;
+    for (std::size_t left = image.u32(table.at + count_at); left > 0; --left) {
+        const Block* block = index.at(at);
+        if (block == nullptr || block->content_type != own_path_type) return std::nullopt;
+        if (block->end() > table.end()) return std::nullopt;
+        auto path = read_own_path(image, *block);
+        if (!path) return std::nullopt;
+        paths.push_back(std::move(*path));
+        at = block->end();
+    }
+    if (paths.empty()) return std::nullopt;
+    map_parts(paths);
+    return paths;
+}
+
+}  // namespace tanrove
