@@ -435,6 +435,47 @@ GoldenCase routing() {
     return {"routing", session, {}, {"Voice.wav"}};
 }
 
+/// Who takes a bus: parallel auxes, an inactive one before an active one, a bus that was renamed, a
+/// key that no aux takes, a mono bus, one leg of the main output, a hardware output with an aux on
+/// it, a wide send; and a Routing folder with a MIDI track in front of a track that leaves it.
+GoldenCase bus_takers() {
+    const auto bed_channels = std::vector<std::uint16_t>{20, 21, 22, 23, 24, 25};
+    SessionBuilder session = with_files();
+    session.io_path({.name = "Main", .type = 2, .channels = {1, 2}, .mapped = true});
+    session.io_path({.name = "Main.R", .type = 2, .channels = {2}, .parent = 0});
+    session.io_path({.name = "Phones", .type = 2, .channels = {3, 4}, .mapped = true});
+    session.bus("Comp", 5).bus("Band", 7).io_path({"Key", 2, {9}}).io_path({"Mono", 2, {10}});
+    const std::uint64_t as_assigned = builder::path_identity("Drums");
+    session.io_path({.name = "Kit", .type = 2, .channels = {11, 12}, .identity = as_assigned});
+    session.io_path({"Bed", 2, bed_channels});
+    TrackSpec kick = track("Kick", {clip("Voice", 0, second)});
+    kick.output = "Drums";
+    kick.sends = {{.target = "Comp", .level_db = -6, .level_lane = {-60, {{second, 0}}}},
+                  {.target = "Key", .level_db = -3, .pre_fader = true},
+                  {.target = "Bed", .pan = -40}};
+    TrackSpec bass = routed("Bass", "Mono");
+    bass.inserts = {{.key_input = builder::output_id("Key")}};
+    bass.pan_lane = {0, {{second, 50}}};
+    TrackSpec off = aux("Old kit", "Drums", 2);
+    off.active = false;
+    TrackSpec keys = routed("Keys", "");
+    keys.kind = TrackKind::midi;
+    TrackSpec wide = routed("Wide", "Main");
+    wide.channels = 6;
+    wide.sends = {{.target = "Bed"}};
+    TrackSpec band = routed("Band", "Main", TrackKind::routing_folder);
+    band.input = "Band";
+    band.input_is_bus = true;
+    session.track(kick).track(routed("Trigger", "Key")).track(bass).track(routed("Hat", "Main.R"));
+    session.track(routed("Guide", "Phones")).track(off).track(aux("Drum bus", "Drums", 2));
+    session.track(aux("Comp 1", "Comp", 2)).track(aux("Comp 2", "Comp", 2));
+    session.track(aux("Mono aux", "Mono", 1)).track(aux("Monitor", "Phones", 2));
+    session.track(wide).track(aux("Bed bus", "Bed", 6));
+    session.track(band).track(keys).track(routed("Guitar", "Band")).track(routed("Solo", "Main"));
+    session.folder(13, {14, 15, 16}).strip_table_form(builder::StripTableForm::since_2022);
+    return {"bus_takers", session, {}, {"Voice.wav"}};
+}
+
 /// Hidden and inactive tracks, some of them needed: by a send of what is written, by a key of what
 /// is kept, by the members of a folder, of a VCA.
 GoldenCase left_out_tracks() {
@@ -533,7 +574,7 @@ std::vector<GoldenCase> golden_cases() {
         mixer(),           stretched_and_looped(),
         master_fader(),    routing(),
         left_out_tracks(), video(),
-        frozen(),
+        frozen(),          bus_takers(),
     };
 }
 
