@@ -7,7 +7,8 @@
 
 namespace tanrove {
 
-/// The key inputs of the track's plug-ins, with their envelopes; returns the number of their points.
+/// The key inputs of the track's plug-ins, with their envelopes; returns the number of their
+/// points.
 int write_key_receives(TextSink& out, const TrackPlan& plan);
 
 /// The outputs that play into the bus of the track.
