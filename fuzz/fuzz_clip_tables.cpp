@@ -4,7 +4,7 @@
 #include "fuzz/reader_promises.hpp"
 #include "session/clip_effects.hpp"
 #include "session/clip_gains.hpp"
-#include "session/clip_groups.hpp"
+#include "session/group_lists.hpp"
 #include "session/pitch_shifts.hpp"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -25,7 +25,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& [clip, semitones] : readPitchShifts(index)) {
         promise(semitones != 0 && std::abs(semitones) <= 49, "shifts are in range");
     }
-    const ClipGroups groups = readClipGroups(index, {});
+    ClipGroups groups = readClipGroups(index);
+    number_group_lists(groups, {});
     for (const ClipGroupClip& clip : groups.clips) {
         const bool known = clip.table_index < static_cast<std::int32_t>(groups.lists.size());
         promise(clip.table_index >= -1 && known, "a group's list is there");

@@ -149,9 +149,9 @@ void print_sample_based_midi(TextBuffer& out, const MidiTallies& tallies) {
 void print_midi_clip_groups(TextBuffer& out, const MidiTallies& tallies) {
     if (tallies.clip_groups <= 0) return;
     out.print(
-        "  WARNING: %d MIDI clip group(s) sit on MIDI tracks, and MIDI clip groups\n"
-        "      are not read yet -- the MIDI written at those places may be the\n"
-        "      wrong clip. Check these tracks against Pro Tools:%s\n",
+        "  WARNING: %d MIDI clip group(s) sit on MIDI tracks. MIDI clip groups are\n"
+        "      not read yet, so the MIDI that they play is NOT in the project.\n"
+        "      Check these tracks against Pro Tools:%s\n",
         tallies.clip_groups, quoted_names(tallies.clip_group_tracks, no_cap).c_str());
 }
 

@@ -88,7 +88,7 @@ ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index) {
     clips.fades = readFades(index);
     clips.region_starts = readRegionStarts(index);
     clips.gains = readClipGains(index);
-    clips.clip_groups = readClipGroups(index, clips.lists.regions);
+    clips.clip_groups = readClipGroups(index);
     clips.warp_maps = readWarpMaps(index);
     clips.pitch_shifts = readPitchShifts(index);
     clips.loops = readLoopRecords(index);

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "session/block_index.hpp"
-#include "session/session_lists.hpp"
 
 namespace tanrove {
 
@@ -15,14 +14,15 @@ namespace tanrove {
 struct ClipGroupClip {
     bool valid = false;  ///< false: the record could not be read and only keeps its number
     std::string name;
-    bool flag = false;  ///< set on a piece cut from a group
+    bool flag = false;  ///< set, in some sessions, on a piece cut from a group
     std::int64_t source_offset = 0;
     std::int64_t length = 0;
-    std::int64_t start = 0;  ///< samples into the group; 0 where none is stored
+    std::int64_t start = 0;  ///< samples into the group, below 0 in front of its head
     bool has_start = false;
     std::int64_t recorded_at = 0;  ///< the third number, as stored
     std::uint8_t is_compound = 0;  ///< not 0 on compound clips
     std::uint8_t kind = 0;
+    std::size_t number_place = static_cast<std::size_t>(-1);  ///< of its record of list numbers
     std::int32_t table_index = -1;  ///< its member list in `ClipGroups::lists`, -1 none
 };
 
@@ -37,15 +37,16 @@ struct ClipGroupMember {
 
 struct ClipGroupList {
     std::vector<ClipGroupMember> members;
-    std::uint8_t kind = 0;  ///< 1 samples, 2 ticks
+    std::uint8_t kind = 0;  ///< 1 samples, 2 ticks, 0 on a list that could not be read
 };
 
 struct ClipGroups {
     std::vector<ClipGroupClip> clips;
     std::vector<ClipGroupList> lists;
+    bool lists_are_told = false;  ///< the session says which definition plays which list
 };
 
-/// Definitions with the numbers of their lists. `regions` gives the lengths of members.
-ClipGroups readClipGroups(const BlockIndex& index, const std::vector<Region>& regions);
+/// Definitions, lists, and what the session says of who plays which.
+ClipGroups readClipGroups(const BlockIndex& index);
 
 }  // namespace tanrove

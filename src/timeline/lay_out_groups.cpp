@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "session/group_lists.hpp"
 #include "timeline/collect_clips.hpp"
 #include "timeline/track_pairing.hpp"
 #include "timeline/track_timebase.hpp"
@@ -19,11 +20,22 @@ bool is_set(const std::vector<std::uint32_t>& values, std::size_t row, bool othe
     return row < values.size() ? values[row] != 0 : otherwise;
 }
 
+/// The groups with the lists that they play.
+ClipGroups numbered_groups(const TimelineInput& input) {
+    ClipGroups groups = *input.clip_groups;
+    std::vector<std::int64_t> lengths;
+    lengths.reserve(input.regions.size());
+    for (const Region& region : input.regions) lengths.push_back(region.length);
+    number_group_lists(groups, lengths);
+    return groups;
+}
+
 class GroupLayout {
 public:
     GroupLayout(const TimelineInput& input, ClipGroupTallies& tallies, FadeTallies& fade_tallies)
         : input_(input),
-          material_{.groups = *input.clip_groups,
+          groups_(numbered_groups(input)),
+          material_{.groups = groups_,
                     .regions = input.regions,
                     .sync_points = {},
                     .fades = input.fades,
@@ -120,6 +132,7 @@ private:
     }
 
     const TimelineInput& input_;
+    ClipGroups groups_;
     GroupMaterial material_;
     TempoClock clock_;
     GroupBudget budget_;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "reading.hpp"
+#include "session/group_lists.hpp"
 #include "session/midi_playlists.hpp"
 #include "session/playlist_walk.hpp"
 #include "support/records/clip_table_records.hpp"
@@ -24,17 +25,20 @@ PlaylistSpec list(const std::vector<std::pair<std::uint32_t, std::int64_t>>& mem
     return playlist;
 }
 
-std::vector<Region> regions_of(const std::vector<std::int64_t>& lengths) {
-    std::vector<Region> regions(lengths.size());
-    for (std::size_t i = 0; i < lengths.size(); ++i) regions[i].length = lengths[i];
-    return regions;
-}
+using ListNumbers = std::vector<std::pair<std::uint32_t, std::string>>;
 
 ClipGroups read_groups(const std::vector<GroupClipSpec>& clips,
-                       const std::vector<PlaylistSpec>& lists, const std::vector<Region>& regions) {
-    const Bytes image =
-        ByteWriter().raw(group_definitions_block(clips)).raw(group_lists_block(lists)).bytes();
-    return readClipGroups(BlockIndex{ByteView(image)}, regions);
+                       const std::vector<PlaylistSpec>& lists,
+                       const std::vector<std::int64_t>& region_lengths,
+                       const ListNumbers& numbers = {}) {
+    const Bytes image = ByteWriter()
+                            .raw(group_definitions_block(clips))
+                            .raw(group_lists_block(lists))
+                            .raw(numbers.empty() ? Bytes() : list_numbers_block(numbers))
+                            .bytes();
+    ClipGroups groups = readClipGroups(BlockIndex{ByteView(image)});
+    number_group_lists(groups, region_lengths);
+    return groups;
 }
 
 std::string list_numbers(const ClipGroups& groups) {
@@ -52,7 +56,7 @@ TEST(ReadClipGroups, GivesDefinitionsAndMembersBack) {
         {{.name = "Chorus", .length = 9000},
          {.name = "cut", .is_piece = true, .start = 0, .length = 50, .compound = 2, .kind = 3},
          {.name = "broken", .broken = true}},
-        {members}, regions_of({100}));
+        {members}, {100});
     std::string text;
     for (const auto& c : groups.clips) {
         text += c.valid
@@ -71,13 +75,15 @@ TEST(ReadClipGroups, GivesDefinitionsAndMembersBack) {
 }
 
 TEST(ReadClipGroups, ListsGoByLengthWhereItTellsAndByOrderElse) {
-    const auto regions = regions_of({100, 200, 300});
+    const std::vector<std::int64_t> regions = {100, 200, 300};
     const PlaylistSpec ends_at_150 = list({{0, 50}});
     const PlaylistSpec ends_at_700 = list({{2, 0}, {1, 500}});
     PlaylistSpec plain_150 = ends_at_150;  // positions in samples, without an origin
     plain_150.tick_based = false;
     const GroupClipSpec of_150 = {.name = "a", .length = 150};
     const GroupClipSpec of_700 = {.name = "b", .length = 700};
+    const PlaylistSpec ends_at_200 = list({{1, 0}});
+    const GroupClipSpec later_150 = {.name = "d", .start = 50, .length = 150};
     const GroupClipSpec of_none = {.name = "c", .length = 9};
     const struct {
         const char* what;
@@ -89,7 +95,9 @@ TEST(ReadClipGroups, ListsGoByLengthWhereItTellsAndByOrderElse) {
         {"plain positions", {of_700, of_150}, {plain_150, ends_at_700}, "1,0"},
         {"no length fits", {of_none, of_none}, {ends_at_700, ends_at_150}, "0,1"},
         {"two lists of one length", {of_700, of_150}, {ends_at_150, ends_at_150}, "0,1"},
-        {"a list serves one", {of_150, of_150}, {ends_at_700, ends_at_150}, "1,1"},
+        {"a trimmed group", {of_150, of_150}, {ends_at_700, ends_at_150}, "0,1"},
+        {"a window behind its head", {later_150, of_none}, {ends_at_200, {}}, "0,1"},
+        {"a list serves one", {of_150, of_150, of_700}, {ends_at_700, ends_at_150, {}}, "1,1,0"},
         {"one list too few", {of_150, of_700}, {ends_at_150}, "-1,-1"},
     };
     for (const auto& c : cases) {
@@ -100,13 +108,54 @@ TEST(ReadClipGroups, ListsGoByLengthWhereItTellsAndByOrderElse) {
 TEST(ReadClipGroups, APieceTakesTheListOfTheOneGroupItLiesIn) {
     const GroupClipSpec whole = {.name = "g", .length = 700};
     const GroupClipSpec namesake = {.name = "g", .length = 300};
-    const auto piece = [](const std::string& name, std::uint64_t start, std::uint64_t length) {
+    const auto piece = [](const std::string& name, std::int64_t start, std::uint64_t length) {
         return GroupClipSpec{.name = name, .is_piece = true, .start = start, .length = length};
     };
     const auto groups = read_groups({piece("g", 100, 600), piece("g", 101, 600),
                                      piece("g", 100, 200), piece("other", 0, 1), whole, namesake},
                                     {list({}), list({})}, {});
     EXPECT_EQ(list_numbers(groups), "0,-1,-1,-1,0,1");
+}
+
+TEST(ReadClipGroups, TheTableOfListNumbersComesBeforeCounting) {
+    const auto named = [](const char* name, std::uint32_t place, std::int64_t start = 0) {
+        return GroupClipSpec{.name = name, .start = start, .length = 9, .number_place = place};
+    };
+    PlaylistSpec unreadable = list({});
+    unreadable.kind = 7;
+    const std::vector<PlaylistSpec> lists = {list({}), unreadable, list({})};
+    const struct {
+        const char* what;
+        std::vector<GroupClipSpec> clips;
+        ListNumbers numbers;
+        const char* expected;
+    } cases[] = {
+        {"halves share a list, beside one that cannot be read",
+         {named("a", 0), named("b", 1), named("a", 2, 5)},
+         {{2, "a"}, {1, "b"}, {2, "a"}},
+         "2,1,2"},
+        {"names find their records", {named("a", 1), named("b", 0)}, {{2, "b"}, {0, "a"}}, "0,2"},
+        {"names do, the counts do not", {named("a", 1)}, {{2, "b"}, {0, "a"}}, "0"},
+        {"without names the order does",
+         {named("a", 7), named("b", 0)},
+         {{2, "x"}, {0, "y"}},
+         "2,0"},
+        {"a number of no list",
+         {named("x", 7), named("y", 7), named("z", 7)},
+         {{3, "a"}, {0, "b"}, {1, "c"}},
+         "0,1,2"},
+    };
+    for (const auto& c : cases) {
+        const ClipGroups groups = read_groups(c.clips, lists, {}, c.numbers);
+        EXPECT_EQ(list_numbers(groups), c.expected) << c.what;
+        EXPECT_EQ(groups.lists.at(1).kind, 0);
+    }
+}
+
+TEST(ReadClipGroups, AWindowCanBeginInFrontOfTheGroup) {
+    const auto groups = read_groups(
+        {{.name = "g", .start = -700, .length = 9}, {.name = "h", .start = 700}}, {}, {});
+    EXPECT_EQ(fields(groups.clips.at(0).start, groups.clips.at(1).start), "-700 700");
 }
 
 TEST(ReadMidiPlaylists, PositionsAreSamplesOrTheirDistanceFromTheTickOrigin) {

@@ -230,7 +230,7 @@ void read_clip_tables(Session& session, Readings& out) {
     out.list("readLoopRecords", readLoopRecords(index));
     const ClipEffects effects = readClipEffects(index);
     out.keep("readClipEffects", effects.records.size(), effects);
-    const ClipGroups groups = readClipGroups(index, session.clips().lists.regions);
+    const ClipGroups groups = readClipGroups(index);
     out.keep("readClipGroups clips", groups.clips.size(), groups.clips);
     out.keep("readClipGroups lists", groups.lists.size(), groups.lists);
     out.list("readAltPlaylists", readAltPlaylists(index));

@@ -111,8 +111,17 @@ Bytes SessionBuilder::image() const {
     ClipTables clips = clip_tables(tracks_, clip_groups_);
     for (const auto& render : tables_.freeze_renders) clips.regions.push_back(render);
     std::vector<GroupClipSpec> groups;
+    std::vector<std::pair<std::uint32_t, std::string>> list_numbers;
+    std::vector<std::uint32_t> list_of_group;
+    std::uint32_t lists = 0;
     for (const auto& group : clip_groups_) {
-        groups.push_back({.name = group.name, .length = group.length});
+        const auto place = static_cast<std::uint32_t>(groups.size());
+        groups.push_back({.name = group.name,
+                          .start = group.start,
+                          .length = group.length,
+                          .number_place = place});
+        list_of_group.push_back(group.list_of ? list_of_group.at(*group.list_of) : lists++);
+        list_numbers.emplace_back(list_of_group.back(), group.name);
     }
     image.raw(clip_gain_block(clips.gains)).raw(group_definitions_block(groups));
     image.raw(tables_before_clips(tables_, path_));
@@ -130,6 +139,7 @@ Bytes SessionBuilder::image() const {
     const auto strip_count = std::ranges::count_if(tracks_, &TrackSpec::has_row);
     image.raw(tables_after_rows(tables_, static_cast<std::uint16_t>(strip_count)));
     image.raw(group_lists_block(clips.group_lists));
+    if (!groups.empty()) image.raw(list_numbers_block(list_numbers));
     image.raw(extra_);
     image.raw(tempo_and_meter_blocks(time_));
     image.raw(grid_and_location_blocks(time_));

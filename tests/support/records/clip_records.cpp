@@ -296,7 +296,9 @@ ClipTables clip_tables(const std::vector<TrackSpec>& tracks,
             collector.add_playlists(track, alternate.name, alternate.clips);
         }
     }
-    for (const auto& group : groups) collector.add_group(group);
+    for (const auto& group : groups) {
+        if (!group.list_of) collector.add_group(group);
+    }
     return collector.tables();
 }
 

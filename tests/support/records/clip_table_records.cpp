@@ -38,13 +38,32 @@ Bytes group_definitions_block(const std::vector<GroupClipSpec>& clips) {
         region.name = clip.name;
         region.length = clip.length;
         region.gain_entry = clip.gain_entry;
-        if (clip.is_piece) region.source_offset = 1000000000000 + clip.start;
-        const Bytes name = clip_name_block(region, clip.broken ? 0x2629 : 0x2628);
+        const bool is_window = clip.is_piece || clip.start != 0;
+        const std::int64_t origin = 1000000000000;
+        if (is_window) region.source_offset = static_cast<std::uint64_t>(origin + clip.start);
+        Bytes name = clip_name_block(region, clip.broken ? 0x2629 : 0x2628);
+        if (!clip.is_piece) name[13 + clip.name.size()] = 0;
         ByteWriter record;
-        record.raw(name).zeros(16).u8(clip.compound).zeros(4).u8(clip.kind).zeros(10);
+        record.raw(name)
+            .u8(0)
+            .u32(clip.number_place)
+            .zeros(11)
+            .u8(clip.compound)
+            .zeros(4)
+            .u8(clip.kind)
+            .zeros(10);
         table.block(0x262b, record.bytes());
     }
     return block(0x262c, table.bytes());
+}
+
+Bytes list_numbers_block(const std::vector<std::pair<std::uint32_t, std::string>>& numbers) {
+    ByteWriter table;
+    table.u32(numbers.size());
+    for (const auto& [list, name] : numbers) {
+        table.block(0x2423, ByteWriter().u32(list).counted(name).u32(0).bytes());
+    }
+    return block(0x2424, table.bytes());
 }
 
 Bytes group_lists_block(const std::vector<PlaylistSpec>& lists) {

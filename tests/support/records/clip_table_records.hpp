@@ -20,14 +20,18 @@ Bytes loop_block(const LoopSpec& loop);
 
 struct GroupClipSpec {
     std::string name = {};
-    bool is_piece = false;  ///< cut from a group, `start` samples into it
-    std::uint64_t start = 0;
+    bool is_piece = false;   ///< bears the mark of one that was cut from a group
+    std::int64_t start = 0;  ///< of its window, samples of the group
     std::uint64_t length = 0;
     std::uint8_t compound = 0;
     std::uint8_t kind = 1;
-    bool broken = false;  ///< holds no clip
+    bool broken = false;                  ///< holds no clip
+    std::uint32_t number_place = 0xffff;  ///< of its record in the table of list numbers
     std::uint32_t gain_entry = 0xffffffff;
 };
+
+/// 0x2424: which list each definition plays, and the definition's name.
+Bytes list_numbers_block(const std::vector<std::pair<std::uint32_t, std::string>>& numbers);
 
 /// 0x262c: the definitions of clip groups.
 Bytes group_definitions_block(const std::vector<GroupClipSpec>& clips);
