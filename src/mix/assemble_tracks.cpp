@@ -78,6 +78,15 @@ void settle_mono_strips(std::vector<TrackPlan>& plans, const AssemblyInput& inpu
     }
 }
 
+/// True if the track of an audio or aux strip has nothing on any of its lists.
+bool is_empty_audio_track(const TrackPlan& plan, const std::vector<StripRow>& rows,
+                          const TrackNameSet& folders) {
+    const bool has_row = plan.strip_row && *plan.strip_row < rows.size();
+    if (!has_row || folders.contains(plan.session_name)) return false;
+    return rows[*plan.strip_row].type == StripRowType::audio_or_aux && plan.clips.empty() &&
+           std::ranges::all_of(plan.lanes, [](const LanePlan& lane) { return lane.clips.empty(); });
+}
+
 }  // namespace
 
 std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallies) {
@@ -101,7 +110,8 @@ std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallie
     return plans;
 }
 
-void count_tracks(const std::vector<TrackPlan>& plans, TrackTallies& tallies) {
+void count_tracks(const std::vector<TrackPlan>& plans, const std::vector<StripRow>& rows,
+                  const TrackNameSet& folders, TrackTallies& tallies) {
     for (const TrackPlan& plan : plans) {
         const int lanes = static_cast<int>(plan.lanes.size());
         (plan.is_bare_strip ? tallies.alternates_folded_into_empty_parent
@@ -109,8 +119,7 @@ void count_tracks(const std::vector<TrackPlan>& plans, TrackTallies& tallies) {
         tallies.alternates_kept_as_lanes += lanes;
         tallies.stereo_merges += is_merged_pair(plan) ? 1 : 0;
         tallies.surround_folds += plan.folded_width > 0 ? 1 : 0;
-        const bool is_strip_without_clips = plan.is_bare_strip && plan.strip_row && !plan.is_vca;
-        tallies.tracks_written_empty += is_strip_without_clips && !plan.is_midi ? 1 : 0;
+        tallies.tracks_written_empty += is_empty_audio_track(plan, rows, folders) ? 1 : 0;
         tallies.alternates_unmatched += plan.unmatched_alternate ? 1 : 0;
         tallies.inactive_tracks += plan.inactive ? 1 : 0;
         tallies.voice_off_tracks += plan.voice_off ? 1 : 0;

@@ -31,7 +31,8 @@ struct AssemblyInput {
 std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallies);
 
 /// Counts the tracks that are silent, empty or alternates: to be called when it is settled which
-/// ones are written.
-void count_tracks(const std::vector<TrackPlan>& plans, TrackTallies& tallies);
+/// ones are written. `folders` are names of folder tracks, on which nothing can lie.
+void count_tracks(const std::vector<TrackPlan>& plans, const std::vector<StripRow>& rows,
+                  const TrackNameSet& folders, TrackTallies& tallies);
 
 }  // namespace tanrove

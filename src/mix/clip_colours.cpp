@@ -27,7 +27,8 @@ constexpr double marker_slack_seconds = 1e-6;
 /// What all pieces of one placement share: the passes of a loop, the clips of a group. The legs of
 /// a pair have placements of their own.
 std::tuple<std::size_t, bool, double> placement_of(const ClipItem& clip) {
-    return {clip.index_on_track, !clip.group_name.empty(), clip.take_pan};
+    const bool is_group = clip.is_placeholder || !clip.group_name.empty();
+    return {clip.index_on_track, is_group, clip.take_pan};
 }
 
 }  // namespace

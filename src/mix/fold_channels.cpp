@@ -90,12 +90,35 @@ TrackPlan plan_named(const TimelineTrack& track) {
     return plan;
 }
 
+bool plays_like(const ClipItem& one, const ClipItem& other) {
+    return one.name == other.name && std::abs(one.start - other.start) <= same_time_seconds &&
+           std::abs(one.length - other.length) <= same_time_seconds;
+}
+
+bool is_same_placeholder(const ClipItem& one, const ClipItem& other) {
+    return one.is_placeholder && other.is_placeholder && plays_like(one, other);
+}
+
+/// A group without audio on both legs is one empty item. Both lists are ordered by their starts.
+void drop_twin_placeholders(const std::vector<ClipItem>& left, std::vector<ClipItem>& right) {
+    std::erase_if(right, [&](const ClipItem& clip) {
+        if (!clip.is_placeholder) return false;
+        auto twin =
+            std::ranges::lower_bound(left, clip.start - same_time_seconds, {}, &ClipItem::start);
+        while (twin != left.end() && twin->start <= clip.start + same_time_seconds) {
+            if (is_same_placeholder(*twin++, clip)) return true;
+        }
+        return false;
+    });
+}
+
 /// Both legs play at every place, one hard to each side: so the two files sound together without
 /// an interleaved one.
 void take_both_legs(TrackPlan& plan, std::span<Channel> legs) {
     plan.channels = static_cast<int>(stereo_legs);
     auto& left = legs[0].track.clips;
     auto& right = legs[1].track.clips;
+    drop_twin_placeholders(left, right);
     for (auto& clip : left) clip.take_pan = -1;
     for (auto& clip : right) clip.take_pan = 1;
     plan.clips.reserve(left.size() + right.size());
@@ -109,11 +132,6 @@ TrackPlan merged_pair(std::span<Channel> legs) {
     TrackPlan plan = plan_named(legs.front().track);
     take_both_legs(plan, legs);
     return plan;
-}
-
-bool plays_like(const ClipItem& one, const ClipItem& other) {
-    return one.name == other.name && std::abs(one.start - other.start) <= same_time_seconds &&
-           std::abs(one.length - other.length) <= same_time_seconds;
 }
 
 bool can_fold(std::span<const Channel> legs) {

@@ -66,7 +66,7 @@ TrackNameSet prune_tracks(std::vector<TrackPlan>& tracks, const MixInput& input,
                      tallies.leave_out);
     TrackNameSet left_out = names_left_out(before, tracks);
     forget_tracks(left_out, folders.strip_table, folders.folder_table);
-    count_tracks(tracks, tallies.tracks);
+    count_tracks(tracks, rows, folder_names(folders), tallies.tracks);
     return left_out;
 }
 

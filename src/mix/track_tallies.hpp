@@ -11,7 +11,7 @@ struct TrackTallies {
     int alternates_kept_as_lanes = 0;             ///< all that ended as lanes
     int alternates_set_aside = 0;                 ///< left out because the run was told to
     int alternates_unmatched = 0;                 ///< arrive as muted tracks of their own
-    int tracks_written_empty = 0;                 ///< strips that no clips belong to
+    int tracks_written_empty = 0;                 ///< of audio and aux strips, without a clip
     int tracks_without_strip_row = 0;             ///< appended behind all others
     int inactive_tracks = 0;
     int voice_off_tracks = 0;

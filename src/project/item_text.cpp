@@ -29,11 +29,6 @@ void write_mute_and_lock(TextSink& out, const ClipItem& clip) {
     if (clip.locked) out.line(3, "LOCK 1");
 }
 
-void write_lane_place(TextSink& out, const LanePlace& place) {
-    const auto count = static_cast<double>(place.count);
-    out.line(3, "YPOS %.6f %.6f 2", static_cast<double>(place.lane) / count, 1 / count);
-}
-
 void write_stretch_markers(TextSink& out, const std::vector<StretchMarker>& markers) {
     if (markers.size() <= 2) return;
     for (std::size_t i = 0; i < markers.size(); ++i) {
@@ -80,6 +75,15 @@ void write_source(TextSink& out, const std::string& path) {
 
 }  // namespace
 
+void write_item_colour(TextSink& out, const ClipItem& clip) {
+    if (clip.colour) out.line(3, "COLOR %lu R", static_cast<unsigned long>(*clip.colour));
+}
+
+void write_lane_place(TextSink& out, const LanePlace& place) {
+    const auto count = static_cast<double>(place.count);
+    out.line(3, "YPOS %.6f %.6f 2", static_cast<double>(place.lane) / count, 1 / count);
+}
+
 void write_audio_item(TextSink& out, const ClipItem& clip, const TakePlan& take,
                       const std::string& path, const std::optional<LanePlace>& place) {
     out.line(2, "<ITEM");
@@ -87,7 +91,7 @@ void write_audio_item(TextSink& out, const ClipItem& clip, const TakePlan& take,
     write_fades(out, take);
     write_mute_and_lock(out, clip);
     out.line(3, "SOFFS %.10f", clip.source_offset);
-    if (clip.colour) out.line(3, "COLOR %lu R", static_cast<unsigned long>(*clip.colour));
+    write_item_colour(out, clip);
     if (place) write_lane_place(out, *place);
     write_take(out, clip, take);
     write_source(out, path);

@@ -17,6 +17,10 @@ struct LanePlace {
     std::size_t count = 1;
 };
 
+// Lines that items of several kinds share.
+void write_item_colour(TextSink& out, const ClipItem& clip);
+void write_lane_place(TextSink& out, const LanePlace& place);
+
 /// Writes a clip as an audio item of one take, which `take` plans. `path` is the full path of its
 /// file; `place` is given on a track with lanes. Every number of the clip must be finite.
 void write_audio_item(TextSink& out, const ClipItem& clip, const TakePlan& take,

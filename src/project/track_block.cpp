@@ -13,6 +13,7 @@
 #include "project/frozen_track.hpp"
 #include "project/item_text.hpp"
 #include "project/midi_item_text.hpp"
+#include "project/placeholder_item.hpp"
 #include "project/project_text.hpp"
 #include "project/receive_text.hpp"
 
@@ -89,9 +90,14 @@ void write_playlist(TextSink& out, const std::vector<ClipItem>& clips,
                     const std::optional<LanePlace>& place, MediaSearch& media, TakePlanner& takes,
                     WrittenTallies& tallies) {
     for (const ClipItem& clip : clips) {
+        if (clip.locked) ++tallies.locked_clips;
+        if (clip.is_placeholder) {
+            const auto number = static_cast<std::uint32_t>(tallies.placeholders++);
+            write_placeholder_item(out, clip, number, place);
+            continue;
+        }
         const MediaPath& file = media.use(clip.file);
         if (!file.in_media_folder) ++tallies.clips_in_siblings;
-        if (clip.locked) ++tallies.locked_clips;
         ++tallies.clips;
         count_untold_path(file.path, tallies);
         write_audio_item(out, clip, takes.plan(clip), file.path, place);

@@ -22,12 +22,13 @@ struct WrittenTallies {
     int clips = 0;              ///< audio items, those on lanes included
     int notes = 0;              ///< MIDI notes
     int clips_in_siblings = 0;  ///< of `clips`: those whose file lies outside the media folder
-    int locked_clips = 0;       ///< items, of audio and MIDI
+    int locked_clips = 0;       ///< items, of audio, MIDI and groups without audio
     int time_tracks = 0;        ///< of `tracks`: their items keep their times
     int beats_tracks = 0;       ///< of `tracks`: their items keep their bars and beats
     int automation_points = 0;  ///< of tracks and the master, those that follow the fader included
     int automated_tracks = 0;   ///< tracks with such points; the master counts
     int send_points = 0;        ///< of the envelopes of sends
+    int placeholders = 0;       ///< empty items in place of clip groups without audio
     std::set<std::string> untold_paths = {};  ///< of items: paths that no project line can hold
 };
 

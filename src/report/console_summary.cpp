@@ -120,7 +120,7 @@ void print_edits_and_gaps(TextBuffer& out, const RunTallies& tallies) {
     print_hardware_inserts(out, tallies.mix.routing);
     print_timebases(out, tallies.timeline);
     print_midi_clip_groups(out, tallies.mix.midi);
-    print_clip_groups(out, tallies.timeline.clip_groups);
+    print_clip_groups(out, tallies.timeline.clip_groups, tallies.written);
     print_inferred_tracks(out, tallies.timeline.stretch);
     print_matched_alternates_and_merges(out, tallies.mix.tracks);
     print_sides_and_wide_strips(out, tallies.mix.levels);

@@ -10,6 +10,7 @@ namespace {
 void measure(const std::vector<ClipItem>& clips,
              const std::map<std::string, double>& source_seconds, LongMedia& found) {
     for (const ClipItem& clip : clips) {
+        if (clip.is_placeholder) continue;
         if (clip.length > long_media_seconds) ++found.clips;
         found.longest_clip_seconds = std::max(found.longest_clip_seconds, clip.length);
         const auto source = source_seconds.find(clip.file);

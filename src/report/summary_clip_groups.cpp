@@ -1,11 +1,13 @@
 // What clip groups became.
 #include "report/summary_clip_groups.hpp"
 
+#include "report/count_rows.hpp"
 #include "report/name_lists.hpp"
 
 namespace tanrove {
 
-void print_clip_groups(TextBuffer& out, const ClipGroupTallies& tallies) {
+void print_clip_groups(TextBuffer& out, const ClipGroupTallies& tallies,
+                       const WrittenTallies& written) {
     if (tallies.groups > 0) {
         out.print(
             "  %d clip group(s) laid out as the %d clip(s) they play -- REAPER has\n"
@@ -18,6 +20,9 @@ void print_clip_groups(TextBuffer& out, const ClipGroupTallies& tallies) {
                 tallies.fades, tallies.fade_ins, tallies.fade_outs, tallies.fades_left_off);
         }
     }
+    print_count(out, written.placeholders,
+                "  %d clip group(s) hold no audio (placeholders, as an ADR cue list has\n"
+                "      them) and are written as empty items: same places, same names\n");
     if (tallies.unreadable > 0) {
         out.print(
             "  WARNING: %d clip group piece(s) could not be read, so that audio is\n"

@@ -20,8 +20,8 @@ namespace {
 struct FadeRow {
     double seconds = 0;
     const FadeRecord* record = nullptr;
-    ClipItem* outgoing = nullptr;  ///< null: no clip ends there
-    ClipItem* incoming = nullptr;  ///< null: no clip begins there
+    ClipItem* outgoing = nullptr;  ///< null: no clip or group ends there
+    ClipItem* incoming = nullptr;  ///< null: no clip or group begins there
 };
 
 double end_of(const ClipItem& clip) {
@@ -31,13 +31,18 @@ double end_of(const ClipItem& clip) {
 /// Seconds of the clip's file that `extension` seconds beyond that edge take.
 double source_extension(const ClipItem& clip, FadeSide edge, double extension,
                         const FadeBinding& binding) {
-    if (binding.no_stretch) return extension;
+    if (binding.no_stretch || clip.clip_group) return extension;
     return edge == FadeSide::fade_in ? binding.warps.source_seconds_before(clip, extension)
                                      : binding.warps.source_seconds_behind(clip, extension);
 }
 
-ClipItem* clip_at(std::vector<ClipItem>& clips, std::optional<std::size_t> number) {
-    return number ? &clips[*number] : nullptr;
+/// Clips and groups: a fade lies on either, and its row tells which.
+std::vector<ClipItem*> fadable(TimelineTrack& track) {
+    std::vector<ClipItem*> clips;
+    clips.reserve(track.clips.size() + track.groups.size());
+    for (ClipItem& clip : track.clips) clips.push_back(&clip);
+    for (ClipItem& group : track.groups) clips.push_back(&group);
+    return clips;
 }
 
 /// Number and stored position of a fade, by which its row and its rendered file know each other.
@@ -80,17 +85,18 @@ std::vector<FadeRow> rows_with_clips(TimelineTrack& track, const PlaylistDetail&
     }
     if (rows.empty()) return rows;
 
+    const auto clips = fadable(track);
     std::vector<ClipEdge> starts;
     std::vector<ClipEdge> ends;
-    for (const ClipItem& clip : track.clips) {
-        starts.push_back({clip.start, clip.edit_row});
-        ends.push_back({end_of(clip), clip.edit_row});
+    for (const ClipItem* clip : clips) {
+        starts.push_back({clip->start, clip->edit_row});
+        ends.push_back({end_of(*clip), clip->edit_row});
     }
     const auto outgoing = edges_of_fades(ends, places, RowSide::before_fade);
     const auto incoming = edges_of_fades(starts, places, RowSide::behind_fade);
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        rows[i].outgoing = clip_at(track.clips, outgoing[i]);
-        rows[i].incoming = clip_at(track.clips, incoming[i]);
+        if (outgoing[i]) rows[i].outgoing = clips[*outgoing[i]];
+        if (incoming[i]) rows[i].incoming = clips[*incoming[i]];
     }
     return rows;
 }
@@ -106,9 +112,11 @@ Extension extension_of(const ClipItem& clip, FadeSide edge, double seconds,
     return {seconds, source_extension(clip, edge, seconds, binding)};
 }
 
-/// True if clip and file go on that far in front of the clip's head.
+/// True if clip and file go on that far in front of the clip's head. In front of a group's window
+/// its list goes on, if only in silence.
 bool has_handle(const ClipItem& incoming, const Extension& head) {
-    return incoming.start >= head.seconds && incoming.source_offset >= head.source_seconds;
+    const bool has_source = incoming.clip_group || incoming.source_offset >= head.source_seconds;
+    return incoming.start >= head.seconds && has_source;
 }
 
 /// The tail reaches to the fade's end, also from an edge that lies beside the fade's centre.
@@ -128,9 +136,18 @@ Extension head_extension(const FadeRow& row, double pre, const FadeBinding& bind
     return extension_of(*row.incoming, FadeSide::fade_in, pre, binding);
 }
 
-void extend(ClipItem& clip, const Extension& extension) {
+// An empty item has nothing that it could draw out.
+void extend_tail(ClipItem& clip, const Extension& extension) {
+    if (clip.is_placeholder) return;
     clip.length += extension.source_seconds;
     if (clip.warped_length > 0) clip.warped_length += extension.seconds;
+}
+
+void extend_head(ClipItem& clip, const Extension& extension) {
+    if (clip.is_placeholder) return;
+    extend_tail(clip, extension);
+    clip.start -= extension.seconds;
+    clip.source_offset -= extension.source_seconds;
 }
 
 void bind_crossfade(const FadeRow& row, const FadeBinding& binding, FadeTallies& tallies) {
@@ -147,10 +164,8 @@ void bind_crossfade(const FadeRow& row, const FadeBinding& binding, FadeTallies&
     FadeForm form = binding.form;
     const bool has_room = has_handle(incoming, head);
     if (has_room) {
-        extend(outgoing, tail);
-        extend(incoming, head);
-        incoming.start -= head.seconds;
-        incoming.source_offset -= head.source_seconds;
+        extend_tail(outgoing, tail);
+        extend_head(incoming, head);
     } else {
         // No room to overlap: each clip fades by itself inside its own bounds.
         tail_fade = pre == 0 ? length : pre;
@@ -160,7 +175,7 @@ void bind_crossfade(const FadeRow& row, const FadeBinding& binding, FadeTallies&
     outgoing.fade_out = clip_fade(*row.record, FadeSide::fade_out, tail_fade, form, tallies);
     incoming.fade_in = clip_fade(*row.record, FadeSide::fade_in, head_fade, form, tallies);
     // Unstretched clips end where their files do: not where the fades were drawn.
-    if (binding.no_stretch) {
+    if (binding.no_stretch && !outgoing.is_placeholder) {
         const double shared = has_room ? length : 0;
         outgoing.length =
             std::clamp(incoming.start + shared - outgoing.start, 0.0, outgoing.length);
@@ -178,6 +193,9 @@ void bind_fade(const FadeRow& row, const FadeBinding& binding, FadeTallies& tall
         ++tallies.without_edge;
         return;
     }
+    const bool is_heard = (kind != FadeKind::fade_in && !row.outgoing->is_placeholder) ||
+                          (kind != FadeKind::fade_out && !row.incoming->is_placeholder);
+    if (!is_heard) return;
     if (kind == FadeKind::crossfade) {
         bind_crossfade(row, binding, tallies);
         return;

@@ -24,9 +24,9 @@ struct FadeBinding {
     bool no_stretch = false;  ///< clips play at their file's speed, whatever their maps say
 };
 
-/// Gives the track's clips the fades of its rows, in the order of the rows, but for those whose
-/// rendered files were kept. Clips must stand as
-/// they were matched to the rows: not covered yet, and with `warped_length` set. Costs n log n.
+/// Gives the track's clips and groups the fades of its rows, in the order of the rows, but for
+/// those whose rendered files were kept. Clips must stand as they were matched to the rows: not
+/// covered yet, and with `warped_length` set. Costs n log n.
 void bind_fades(TimelineTrack& track, const PlaylistDetail& edit_list, const FadeBinding& binding,
                 FadeTallies& tallies);
 

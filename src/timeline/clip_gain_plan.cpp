@@ -79,7 +79,9 @@ void give_clip_gain(std::vector<TimelineTrack>& tracks, const ClipGains& gains,
     if (gains.entries.empty()) return;
     GainGiver giver(gains, tallies);
     for (TimelineTrack& track : tracks) {
-        for (ClipItem& clip : track.clips) giver.give(clip);
+        for (ClipItem& clip : track.clips) {
+            if (!clip.is_placeholder) giver.give(clip);
+        }
     }
 }
 

@@ -1,11 +1,16 @@
-// The fades inside a clip group, put on the edges of its pieces.
+// The fades in the list of a clip group, and those on the edges of the group itself.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <vector>
 
-#include "timeline/clip_group_pieces.hpp"
+#include "session/clip_groups.hpp"
+#include "session/fades.hpp"
+#include "timeline/clip_item.hpp"
+#include "timeline/fade_shapes.hpp"
+#include "timeline/fade_tallies.hpp"
 
 namespace tanrove {
 
@@ -18,35 +23,52 @@ struct SampleWindow {
     std::int64_t end = 0;
 };
 
-/// Where a piece stands in its group.
-struct PieceEdges {
-    std::size_t piece = 0;  ///< its place among the pieces
-    SampleWindow span;
-    std::int64_t source = 0;  ///< sample of the file at the span's start
+/// A clip or a nested group of a list as its group's window shows it, in samples of the group.
+struct ListEntry {
+    const ClipGroupMember* member = nullptr;
+    std::int64_t head = 0;      ///< where it begins, shown or not
+    SampleWindow stored;        ///< what is shown of it before crossfades draw it out
+    SampleWindow span;          ///< what is shown of it
+    std::int64_t fade_end = 0;  ///< where its end counts for fades
+    ClipFade fade_in = {};
+    ClipFade fade_out = {};
+    bool crossfaded = false;  ///< at its tail
 };
 
-/// A fade of the group's list.
+/// A fade of a group's list.
 struct GroupFade {
     std::int64_t at = 0;  ///< samples of the group
     const FadeRecord* record = nullptr;
 };
 
-/// What an expanded group plays. Nested groups have pieces but neither edges nor fades of their
-/// own.
-struct GroupContents {
-    std::vector<GroupPiece> pieces;
-    std::vector<PieceEdges> edges;
-    std::vector<GroupFade> fades;
-};
-
 struct GroupFadeSettings {
     FadeForm form = FadeForm::exact;
     double rate_hz = 48000;
+    bool no_stretch = false;
+    /// How many samples of those wanted an entry's file lets its head begin earlier.
+    std::function<std::int64_t(const ListEntry& entry, std::int64_t wanted)> head_room;
 };
 
-/// Puts each fade on the first piece that ends or begins within two samples of it and opens
-/// crossfades as far as window and files go. Returns how many were left off. Costs n log n.
-int fade_pieces(GroupContents& contents, const SampleWindow& window,
-                const GroupFadeSettings& settings, FadeTallies& tallies);
+/// Puts each fade on the first clip, failing that the first group, that ends or begins within two
+/// samples of it, and opens crossfades as far as window and files go. Returns how many were left
+/// off. Costs n log n.
+int fade_entries(std::vector<ListEntry>& entries, std::span<const GroupFade> fades,
+                 const SampleWindow& window, const GroupFadeSettings& settings,
+                 FadeTallies& tallies);
+
+/// The edges of a group on the timeline, in seconds, with their fades. A crossfade draws a window
+/// out beyond where it was stored, and what the group plays may not reach as far.
+struct GroupEdges {
+    double start = 0;
+    double end = 0;
+    double stored_start = 0;
+    double stored_end = 0;
+    ClipFade fade_in;
+    ClipFade fade_out;
+};
+
+/// Gives a group's fades to those of its pieces that lie on its edges. A longer fade of the piece's
+/// own stays.
+void fade_group_edges(std::span<ClipItem> pieces, const GroupEdges& edges, double rate_hz);
 
 }  // namespace tanrove

@@ -3,21 +3,26 @@
 #include "timeline/clip_group_pieces.hpp"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <optional>
 #include <utility>
 
 #include "session/block_scan.hpp"
-#include "timeline/clip_group_fades.hpp"
+#include "timeline/collect_clips.hpp"
+#include "timeline/cut_clip.hpp"
 
 namespace tanrove {
 
 namespace {
 
 constexpr std::uint8_t sample_list = 1;
+constexpr std::uint8_t tick_list = 2;
 constexpr std::int64_t group_origin = static_cast<std::int64_t>(tick_origin);
 
-// Longer than any timeline, and far from where sums would overflow.
+// Places near the origin count from it; a plain number does not. The other end is longer than any
+// timeline, and far from where sums would overflow.
+constexpr std::uint64_t min_member_position = tick_origin / 2;
 constexpr std::uint64_t max_member_position = std::uint64_t{1} << 56;
 
 /// One group being played: what sounds of it, and where its window stands on the timeline.
@@ -44,126 +49,314 @@ bool is_beside(const SampleWindow& window, std::int64_t at) {
     return at >= window.start - edge_tolerance_samples && at <= window.end + edge_tolerance_samples;
 }
 
-class Expansion {
+bool has_place(const ClipGroupMember& member) {
+    return member.position >= min_member_position && member.position <= max_member_position;
+}
+
+std::int64_t place_of(const ClipGroupMember& member) {
+    return static_cast<std::int64_t>(member.position) - group_origin;
+}
+
+/// What a group's list holds, looked up with every doubt settled.
+class GroupLists {
 public:
-    Expansion(const GroupMaterial& material, GroupBudget& budget, ClipGroupTallies& tallies)
-        : material_(material), budget_(budget), tallies_(tallies) {}
+    explicit GroupLists(const GroupMaterial& material) : material_(material) {}
 
-    void play(const GroupView& view) {
-        const ClipGroupList* list = view.depth <= max_group_depth ? list_of(view.group) : nullptr;
-        if (list == nullptr || list->kind != sample_list) {
-            tallies_.add_unreadable(1);
-            return;
-        }
-        for (std::size_t i = 0; i < list->members.size(); ++i) {
-            if (budget_.visits == 0) {
-                tallies_.add_unreadable(list->members.size() - i);
-                return;
-            }
-            --budget_.visits;
-            play_member(list->members[i], view);
-        }
-    }
-
-    GroupContents take() { return std::move(contents_); }
-
-private:
     const ClipGroupClip* definition_of(std::uint32_t group) const {
         if (group >= material_.groups.clips.size()) return nullptr;
         const ClipGroupClip& clip = material_.groups.clips[group];
         return clip.valid ? &clip : nullptr;
     }
 
-    const ClipGroupList* list_of(std::uint32_t group) const {
-        const ClipGroupClip* clip = definition_of(group);
-        if (clip == nullptr || clip->table_index < 0) return nullptr;
-        const auto list = static_cast<std::size_t>(clip->table_index);
-        return list < material_.groups.lists.size() ? &material_.groups.lists[list] : nullptr;
+    /// The list of the group that is viewed; nullptr where there is none that can be read. An empty
+    /// one in ticks says as much as one in samples.
+    const ClipGroupList* list_of(const GroupView& view) const {
+        const ClipGroupClip* clip = definition_of(view.group);
+        if (view.depth > max_group_depth || clip == nullptr || clip->table_index < 0)
+            return nullptr;
+        const auto number = static_cast<std::size_t>(clip->table_index);
+        if (number >= material_.groups.lists.size()) return nullptr;
+        const ClipGroupList& list = material_.groups.lists[number];
+        const bool is_empty = list.kind == tick_list && list.members.empty();
+        return list.kind == sample_list || is_empty ? &list : nullptr;
+    }
+
+    /// The region that a clip of a list plays; nullptr if there is no sound of it.
+    const Region* region_of(const ClipGroupMember& member) const {
+        const auto& regions = material_.input.regions;
+        if (member.id >= regions.size() || !has_file(regions[member.id], material_.input)) {
+            return nullptr;
+        }
+        return &regions[member.id];
+    }
+
+    std::int64_t sync_samples(const ClipGroupMember& member) const {
+        if (member.id >= material_.sync_points.size()) return 0;
+        return static_cast<std::int64_t>(material_.sync_points[member.id].sync_samples);
     }
 
     double seconds(std::int64_t samples) const {
-        return static_cast<double>(samples) / material_.rate_hz;
+        return static_cast<double>(samples) / material_.input.rate_hz;
     }
 
-    void play_member(const ClipGroupMember& member, const GroupView& view) {
-        const bool has_place =
-            member.position >= tick_origin && member.position <= max_member_position;
-        const auto at = has_place ? static_cast<std::int64_t>(member.position) - group_origin : 0;
-        if (member.is_fade) {
-            note_fade(member, has_place && view.depth == 1 && is_beside(view.window, at), at);
-        } else if (!member.live) {
-            return;
-        } else if (!has_place) {
+    /// A nested group as the window shows it; nullopt if it does not.
+    std::optional<ListEntry> group_entry(const ClipGroupMember& member, const ClipGroupClip& nested,
+                                         const GroupView& view) const {
+        const std::int64_t at = place_of(member);
+        const auto part = shown(view.window, at, nested.length);
+        if (!part) return std::nullopt;
+        return ListEntry{
+            .member = &member, .head = at, .stored = *part, .span = *part, .fade_end = part->end};
+    }
+
+    /// A clip as the window shows it. One with a sync point is stored where that point lies.
+    std::optional<ListEntry> clip_entry(const ClipGroupMember& member, const Region& region,
+                                        const GroupView& view) const {
+        const std::int64_t head = place_of(member) - sync_samples(member);
+        const double start = view.start + seconds(head - view.window.start);
+        const std::int64_t length = sounding_length(material_, member.id, start);
+        const bool no_stretch = material_.input.no_stretch;
+        const auto part = shown(view.window, head, no_stretch ? region.length : length);
+        if (!part) return std::nullopt;
+        // Fades lie where stretched clips end, also while these are left unstretched.
+        const auto faded = no_stretch ? shown(view.window, head, length) : part;
+        return ListEntry{.member = &member,
+                         .head = head,
+                         .stored = *part,
+                         .span = *part,
+                         .fade_end = faded ? faded->end : part->end};
+    }
+
+    GroupView view_of(const ListEntry& entry, const ClipGroupClip& nested,
+                      const GroupView& outer) const {
+        const std::int64_t first = entry.span.start - entry.head + nested.start;
+        return {.group = entry.member->id,
+                .window = {first, first + entry.span.end - entry.span.start},
+                .start = outer.start + seconds(entry.span.start - outer.window.start),
+                .muted = outer.muted || entry.member->muted,
+                .depth = outer.depth + 1};
+    }
+
+private:
+    const GroupMaterial& material_;
+};
+
+class Expansion {
+public:
+    Expansion(const GroupMaterial& material, const WarpOneClip* warp, GroupBudget& budget,
+              ClipGroupTallies& tallies, FadeTallies& fade_tallies)
+        : material_(material),
+          lists_(material),
+          warp_(warp),
+          budget_(budget),
+          tallies_(tallies),
+          fade_tallies_(fade_tallies) {
+        settings_.form = material.input.plain_fades ? FadeForm::plain : FadeForm::exact;
+        settings_.rate_hz = material.input.rate_hz;
+        settings_.no_stretch = material.input.no_stretch;
+        settings_.head_room = [this](const ListEntry& entry, std::int64_t wanted) {
+            return head_room(entry, wanted);
+        };
+    }
+
+    void play(const GroupView& view) {
+        const ClipGroupList* list = lists_.list_of(view);
+        if (list == nullptr) {
             tallies_.add_unreadable(1);
-        } else if (member.nested) {
-            play_group(member, at, view);
-        } else {
-            play_clip(member, at, view);
+            return;
+        }
+        std::vector<ListEntry> entries;
+        std::vector<GroupFade> fades;
+        for (std::size_t i = 0; i < list->members.size(); ++i) {
+            if (budget_.visits == 0) {
+                tallies_.add_unreadable(list->members.size() - i);
+                break;
+            }
+            --budget_.visits;
+            collect(list->members[i], view, entries, fades);
+        }
+        tallies_.fades_left_off +=
+            fade_entries(entries, fades, view.window, settings_, fade_tallies_);
+        for (const ListEntry& entry : entries) {
+            if (entry.member->nested) {
+                play_group(entry, view);
+            } else {
+                pieces_.push_back(piece_of(entry, view));
+            }
         }
     }
 
-    void note_fade(const ClipGroupMember& member, bool can_be_placed, std::int64_t at) {
-        if (material_.no_fades) return;
+    std::vector<ClipItem> take() { return std::move(pieces_); }
+
+private:
+    void collect(const ClipGroupMember& member, const GroupView& view,
+                 std::vector<ListEntry>& entries, std::vector<GroupFade>& fades) {
+        if (member.is_fade) return note_fade(member, view, fades);
+        if (!member.live) return;
+        const ClipGroupClip* nested = member.nested ? lists_.definition_of(member.id) : nullptr;
+        const Region* region = member.nested ? nullptr : lists_.region_of(member);
+        if (!has_place(member) || (nested == nullptr && region == nullptr)) {
+            tallies_.add_unreadable(1);
+            return;
+        }
+        const auto entry = nested != nullptr ? lists_.group_entry(member, *nested, view)
+                                             : lists_.clip_entry(member, *region, view);
+        if (!entry) return;
+        if (region != nullptr && budget_.pieces == 0) {
+            tallies_.add_unreadable(1);
+            return;
+        }
+        if (region != nullptr) --budget_.pieces;
+        entries.push_back(*entry);
+    }
+
+    void note_fade(const ClipGroupMember& member, const GroupView& view,
+                   std::vector<GroupFade>& fades) {
+        if (material_.input.no_fades) return;
         ++tallies_.fades;
-        if (can_be_placed && member.id < material_.fades.size() &&
-            material_.fades[member.id].kind != FadeKind::unusable) {
-            contents_.fades.push_back({at, &material_.fades[member.id]});
+        const auto& records = material_.input.fades;
+        if (has_place(member) && is_beside(view.window, place_of(member)) &&
+            member.id < records.size() && records[member.id].kind != FadeKind::unusable) {
+            fades.push_back({place_of(member), &records[member.id]});
         } else {
             ++tallies_.fades_left_off;
         }
     }
 
-    void play_group(const ClipGroupMember& member, std::int64_t at, const GroupView& view) {
-        const ClipGroupClip* nested = definition_of(member.id);
-        if (nested == nullptr) {
-            tallies_.add_unreadable(1);
-            return;
-        }
-        const auto part = shown(view.window, at, nested->length);
-        if (!part) return;
-        const std::int64_t first = part->start - at + nested->start;
-        play({.group = member.id,
-              .window = {first, first + part->end - part->start},
-              .start = view.start + seconds(part->start - view.window.start),
-              .muted = view.muted || member.muted,
-              .depth = view.depth + 1});
+    void play_group(const ListEntry& entry, const GroupView& view) {
+        const ClipGroupClip& nested = *lists_.definition_of(entry.member->id);
+        const std::size_t first = pieces_.size();
+        play(lists_.view_of(entry, nested, view));
+        const auto on_timeline = [&](std::int64_t at) {
+            return view.start + lists_.seconds(at - view.window.start);
+        };
+        const GroupEdges edges{.start = on_timeline(entry.span.start),
+                               .end = on_timeline(entry.span.end),
+                               .stored_start = on_timeline(entry.stored.start),
+                               .stored_end = on_timeline(entry.stored.end),
+                               .fade_in = entry.fade_in,
+                               .fade_out = entry.fade_out};
+        fade_group_edges(std::span(pieces_).subspan(first), edges, material_.input.rate_hz);
     }
 
-    void play_clip(const ClipGroupMember& member, std::int64_t at, const GroupView& view) {
-        if (member.id >= material_.regions.size()) {
-            tallies_.add_unreadable(1);
-            return;
-        }
-        const Region& region = material_.regions[member.id];
-        // A clip with a sync point is stored where that point lies.
-        const std::int64_t head =
-            member.id < material_.sync_points.size()
-                ? at - static_cast<std::int64_t>(material_.sync_points[member.id].sync_samples)
-                : at;
-        const auto part = shown(view.window, head, region.length);
-        if (!part) return;
-        if (budget_.pieces == 0) {
-            tallies_.add_unreadable(1);
-            return;
-        }
+    /// A group's list goes on in front of its window, if only in silence.
+    std::int64_t head_room(const ListEntry& entry, std::int64_t wanted) const {
+        if (entry.member->nested) return wanted;
+        const Region& region = material_.input.regions[entry.member->id];
+        const double needed =
+            source_before(whole_clip(entry, 0), lists_.seconds(wanted)) * material_.input.rate_hz;
+        const auto room = static_cast<double>(region.source_offset);
+        if (needed <= room) return wanted;
+        return static_cast<std::int64_t>(static_cast<double>(wanted) * (room / needed));
+    }
 
-        --budget_.pieces;
-        GroupPiece piece;
-        piece.region = member.id;
-        piece.start = view.start + seconds(part->start - view.window.start);
-        piece.length = seconds(part->end - part->start);
-        const std::int64_t source = part->start - head + region.source_offset;
-        piece.source_offset = seconds(source);
-        piece.muted = view.muted || member.muted;
-        piece.sync_offset = std::max(seconds(at - part->start), 0.0);
-        if (view.depth == 1) contents_.edges.push_back({contents_.pieces.size(), *part, source});
-        contents_.pieces.push_back(piece);
+    double source_before(const ClipItem& clip, double seconds) const {
+        return warp_ != nullptr ? material_.slicer.source_seconds_before(clip, seconds) : seconds;
+    }
+
+    ClipItem whole_clip(const ListEntry& entry, double start) const {
+        ClipItem clip;
+        const std::uint32_t number = entry.member->id;
+        take_region(clip, number, material_.input.regions[number], material_.input);
+        clip.stored_position = no_stored_position;
+        clip.start = start;
+        return clip;
+    }
+
+    ClipItem piece_of(const ListEntry& entry, const GroupView& view) {
+        const double head = view.start + lists_.seconds(entry.head - view.window.start);
+        ClipItem clip = whole_clip(entry, head);
+        if (warp_ == nullptr || material_.slicer.warp_of(clip.name) == nullptr) {
+            cut_plain(clip, entry);
+        } else {
+            cut_warped(clip, entry);
+        }
+        clip.start = view.start + lists_.seconds(entry.span.start - view.window.start);
+        clip.source_offset_samples =
+            offset_in_samples(std::llround(clip.source_offset * material_.input.rate_hz));
+        clip.head_of_file = begins_with_its_file(clip);
+        clip.muted = view.muted || entry.member->muted;
+        clip.fade_in = entry.fade_in;
+        clip.fade_out = entry.fade_out;
+        clip.crossfaded = entry.crossfaded;
+        const std::int64_t sync = lists_.sync_samples(*entry.member);
+        const std::int64_t to_sync = entry.head + sync - entry.span.start;
+        if (sync > 0 && to_sync > 0) clip.sync_offset = lists_.seconds(to_sync);
+        return clip;
+    }
+
+    void cut_plain(ClipItem& clip, const ListEntry& entry) const {
+        const Region& region = material_.input.regions[entry.member->id];
+        clip.length = lists_.seconds(entry.span.end - entry.span.start);
+        clip.source_offset = lists_.seconds(region.source_offset + entry.span.start - entry.head);
+    }
+
+    /// The clip, drawn out as far as its crossfades want it, is warped whole; then its span is cut
+    /// out of it.
+    void cut_warped(ClipItem& clip, const ListEntry& entry) {
+        const WarpSlicer& slicer = material_.slicer;
+        const double rate_hz = material_.input.rate_hz;
+        const auto slice = slicer.slice(clip);
+        if (slice) clip.warp_origin_samples = slice->origin_samples;
+        const double length = slice ? slice->length : clip.length;
+        const double before = lists_.seconds(entry.head - entry.span.start);
+        const double behind = lists_.seconds(entry.span.end - entry.head) - length;
+        const double source_behind = behind > 0 ? slicer.source_seconds_behind(clip, behind) : 0;
+        if (before > 0) {
+            const double source = slicer.source_seconds_before(clip, before);
+            clip.start -= before;
+            clip.length += source;
+            clip.source_offset -= source;
+        }
+        clip.length += source_behind;
+        (*warp_)(clip);
+
+        if (before < 0) start_later(clip, -before, rate_hz);
+        const double shown = lists_.seconds(entry.span.end - entry.span.start);
+        if (shown < clip.length - 0.5 / rate_hz) cut_tail(clip, shown);
     }
 
     const GroupMaterial& material_;
+    GroupLists lists_;
+    const WarpOneClip* warp_;
     GroupBudget& budget_;
     ClipGroupTallies& tallies_;
-    GroupContents contents_;
+    FadeTallies& fade_tallies_;
+    GroupFadeSettings settings_;
+    std::vector<ClipItem> pieces_;
+};
+
+/// Looks for the first sound of a group, or for something of it that cannot be read.
+class SoundSearch {
+public:
+    SoundSearch(const GroupMaterial& material, GroupBudget& budget)
+        : lists_(material), budget_(budget) {}
+
+    bool finds_in(const GroupView& view) {
+        const ClipGroupList* list = lists_.list_of(view);
+        return list == nullptr || std::ranges::any_of(list->members, [&](const auto& member) {
+                   return finds_in(member, view);
+               });
+    }
+
+private:
+    bool finds_in(const ClipGroupMember& member, const GroupView& view) {
+        if (budget_.visits == 0) return true;
+        --budget_.visits;
+        if (!member.live) return false;
+        if (!has_place(member)) return true;
+        if (!member.nested) {
+            const Region* region = lists_.region_of(member);
+            return region == nullptr || lists_.clip_entry(member, *region, view).has_value();
+        }
+        const ClipGroupClip* nested = lists_.definition_of(member.id);
+        if (nested == nullptr) return true;
+        const auto entry = lists_.group_entry(member, *nested, view);
+        return entry && finds_in(lists_.view_of(*entry, *nested, view));
+    }
+
+    GroupLists lists_;
+    GroupBudget& budget_;
 };
 
 }  // namespace
@@ -173,18 +366,37 @@ void ClipGroupTallies::add_unreadable(std::size_t count) {
     unreadable += static_cast<int>(std::min(count, room));
 }
 
-std::vector<GroupPiece> pieces_of_group(const PlacedGroup& placed, const GroupMaterial& material,
-                                        GroupBudget& budget, ClipGroupTallies& tallies,
-                                        FadeTallies& fade_tallies) {
-    const ClipGroupClip& group = material.groups.clips[placed.group];
-    const SampleWindow window{group.start, group.start + group.length};
-    Expansion expansion(material, budget, tallies);
-    expansion.play(
-        {.group = placed.group, .window = window, .start = placed.start, .muted = placed.muted});
-    GroupContents contents = expansion.take();
-    tallies.fades_left_off += fade_pieces(
-        contents, window, {.form = material.fade_form, .rate_hz = material.rate_hz}, fade_tallies);
-    return std::move(contents.pieces);
+SampleWindow window_of(const ClipGroupClip& group) {
+    return {group.start, group.start + group.length};
+}
+
+std::int64_t sounding_length(const GroupMaterial& material, std::uint32_t region,
+                             double start_seconds) {
+    const Region& stored = material.input.regions[region];
+    if (material.slicer.warp_of(stored.name) == nullptr) return stored.length;
+    ClipItem clip;
+    clip.name = stored.name;
+    clip.start = start_seconds;
+    clip.length = static_cast<double>(stored.length) / material.input.rate_hz;
+    clip.source_offset = static_cast<double>(stored.source_offset) / material.input.rate_hz;
+    const auto slice = material.slicer.slice(clip);
+    return slice ? std::llround(slice->length * material.input.rate_hz) : stored.length;
+}
+
+bool holds_no_audio(const GroupMaterial& material, std::uint32_t group, GroupBudget& budget) {
+    const SampleWindow window = window_of(material.groups.clips[group]);
+    return !SoundSearch(material, budget).finds_in({.group = group, .window = window});
+}
+
+std::vector<ClipItem> pieces_of_group(const PlacedGroup& placed, const GroupMaterial& material,
+                                      const WarpOneClip* warp, GroupBudget& budget,
+                                      ClipGroupTallies& tallies, FadeTallies& fade_tallies) {
+    Expansion expansion(material, warp, budget, tallies, fade_tallies);
+    expansion.play({.group = placed.group,
+                    .window = placed.window,
+                    .start = placed.start,
+                    .muted = placed.muted});
+    return expansion.take();
 }
 
 }  // namespace tanrove

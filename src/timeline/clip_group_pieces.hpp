@@ -9,12 +9,10 @@
 #include <vector>
 
 #include "session/clip_groups.hpp"
-#include "session/fades.hpp"
-#include "session/region_starts.hpp"
-#include "session/session_lists.hpp"
-#include "timeline/clip_item.hpp"
-#include "timeline/fade_shapes.hpp"
-#include "timeline/fade_tallies.hpp"
+#include "timeline/clip_group_fades.hpp"
+#include "timeline/clip_group_tallies.hpp"
+#include "timeline/place_clips.hpp"
+#include "timeline/warp_clips.hpp"
 
 namespace tanrove {
 
@@ -27,48 +25,20 @@ constexpr int max_group_depth = 9;
 constexpr std::size_t max_group_pieces = 200'000;
 constexpr std::size_t max_group_visits = 100'000'000;  ///< entries looked at
 
-struct ClipGroupTallies {
-    int groups = 0;          ///< laid out
-    int pieces = 0;          ///< the items that they became
-    int fades = 0;           ///< fades inside groups
-    int fade_ins = 0;        ///< on pieces
-    int fade_outs = 0;       ///< likewise
-    int fades_left_off = 0;  ///< of `fades`: on no edge of a piece, or below the first level
-    int unreadable = 0;      ///< groups and pieces that are missing
-    std::vector<std::string> unreadable_on = {};  ///< names of the tracks that miss them
-
-    void add_unreadable(std::size_t count);
-};
-
 /// What groups are made from.
 struct GroupMaterial {
-    const ClipGroups& groups;
-    std::span<const Region> regions;
+    const TimelineInput& input;
+    const ClipGroups& groups;                  ///< with the numbers of their lists
     std::span<const RegionStart> sync_points;  ///< one a region, or none where they are of no use
-    std::span<const FadeRecord> fades;
-    bool no_fades = false;
-    FadeForm fade_form = FadeForm::exact;
-    double rate_hz = 48000;  ///< above 0
+    const WarpSlicer& slicer;
 };
 
 /// A group on a track.
 struct PlacedGroup {
     std::uint32_t group = 0;
-    double start = 0;  ///< seconds
+    SampleWindow window;  ///< what is seen of it
+    double start = 0;     ///< seconds
     bool muted = false;
-};
-
-/// One clip that a group plays, in seconds of the session timeline.
-struct GroupPiece {
-    std::uint32_t region = 0;
-    double start = 0;
-    double length = 0;
-    double source_offset = 0;
-    bool muted = false;
-    double sync_offset = 0;  ///< from its start to its clip's sync point, 0 where that is cut
-    ClipFade fade_in;
-    ClipFade fade_out;
-    bool crossfaded = false;
 };
 
 /// What may still be spent on groups in this session.
@@ -77,10 +47,22 @@ struct GroupBudget {
     std::size_t visits = max_group_visits;
 };
 
-/// The pieces of one group, nested groups laid out, in the order in which the lists name them; the
-/// fades of the group's own list are on them. What cannot be read is counted.
-std::vector<GroupPiece> pieces_of_group(const PlacedGroup& placed, const GroupMaterial& material,
-                                        GroupBudget& budget, ClipGroupTallies& tallies,
-                                        FadeTallies& fade_tallies);
+/// The stored window of a group.
+SampleWindow window_of(const ClipGroupClip& group);
+
+/// How long a region sounds, in samples, when it begins at this moment: a warped one plays longer
+/// or shorter than its file.
+std::int64_t sounding_length(const GroupMaterial& material, std::uint32_t region,
+                             double start_seconds);
+
+/// True if the group plays nothing, at no depth, and all of it could be read.
+bool holds_no_audio(const GroupMaterial& material, std::uint32_t group, GroupBudget& budget);
+
+/// The pieces of one group, nested groups laid out, in the order in which the lists name them, as
+/// clips; the fades of the lists are on them, and their warp maps if there is a `warp`. What
+/// cannot be read is counted.
+std::vector<ClipItem> pieces_of_group(const PlacedGroup& placed, const GroupMaterial& material,
+                                      const WarpOneClip* warp, GroupBudget& budget,
+                                      ClipGroupTallies& tallies, FadeTallies& fade_tallies);
 
 }  // namespace tanrove

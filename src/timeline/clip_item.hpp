@@ -86,6 +86,11 @@ struct ClipItem {
     bool polarity_inverted = false;
     double sync_offset = 0;  ///< from the clip's start to its sync point; 0 none
     bool locked = false;
+    /// On the row of a clip group, as it is drawn until its pieces take its place: the number of
+    /// the group's definition. `source_offset` is then where its window begins in the group.
+    std::optional<std::uint32_t> clip_group = {};
+    bool is_placeholder = false;  ///< an empty item: a clip group that holds no audio
+    bool covered = false;         ///< other clips lie over all of it
 };
 
 /// Where REAPER snaps the item, in seconds from its start: the sync point when it lies inside the

@@ -56,27 +56,33 @@ private:
 const Region* played_region(const ClipTrack& placement, const TimelineInput& input) {
     if (placement.is_clip_group || placement.region_index >= input.regions.size()) return nullptr;
     const Region& region = input.regions[placement.region_index];
-    const bool has_file =
-        region.file >= 0 && static_cast<std::size_t>(region.file) < input.files.size();
-    return region.length > 0 && has_file ? &region : nullptr;
+    return region.length > 0 && has_file(region, input) ? &region : nullptr;
 }
 
 void fill(ClipItem& clip, const ClipTrack& placement, const Region& region,
           const TimelineInput& input) {
-    const double rate_hz = input.rate_hz;
-    clip.region = placement.region_index;
+    take_region(clip, placement.region_index, region, input);
     clip.stored_position = static_cast<std::uint64_t>(std::max<std::int64_t>(placement.start, 0));
-    clip.source_offset_samples = offset_in_samples(region.source_offset);
     clip.start = static_cast<double>(clip.stored_position);
-    clip.length = static_cast<double>(region.length) / rate_hz;
-    clip.source_offset = static_cast<double>(region.source_offset) / rate_hz;
+}
+
+}  // namespace
+
+bool has_file(const Region& region, const TimelineInput& input) {
+    return region.file >= 0 && static_cast<std::size_t>(region.file) < input.files.size();
+}
+
+void take_region(ClipItem& clip, std::uint32_t number, const Region& region,
+                 const TimelineInput& input) {
+    clip.region = number;
+    clip.source_offset_samples = offset_in_samples(region.source_offset);
+    clip.length = static_cast<double>(region.length) / input.rate_hz;
+    clip.source_offset = static_cast<double>(region.source_offset) / input.rate_hz;
     clip.name = region.name;
     clip.file = without_folder(input.files[static_cast<std::size_t>(region.file)].name);
     clip.file_kind = file_kind_of(clip.file);
     clip.head_of_file = begins_with_its_file(clip);
 }
-
-}  // namespace
 
 bool sync_table_lines_up(const TimelineInput& input) {
     return std::ranges::equal(input.sync_points, input.regions, {}, &RegionStart::name,

@@ -15,6 +15,13 @@ struct CollectedTracks {
     std::vector<std::size_t> placement_counts;
 };
 
+/// True if the region plays a file of the session's list.
+bool has_file(const Region& region, const TimelineInput& input);
+
+/// Gives a clip what its region says: name, file, and what of the file it plays.
+void take_region(ClipItem& clip, std::uint32_t number, const Region& region,
+                 const TimelineInput& input);
+
 /// True if the table of sync points names every region in turn: only then is it told whose sync
 /// point an entry is.
 bool sync_table_lines_up(const TimelineInput& input);

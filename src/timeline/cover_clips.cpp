@@ -2,8 +2,8 @@
 // under another clip is cut away or muted here.
 //
 // The rows of an edit list stand in the order in which Pro Tools draws them: a later clip lies over
-// the earlier ones, unless an earlier one keeps its tail. What a clip has lost to another does not
-// come back where that one ends.
+// the earlier ones, unless an earlier one keeps its tail. A clip that is cut in its middle does not
+// come back where the other one ends.
 #include "timeline/cover_clips.hpp"
 
 #include <algorithm>
@@ -14,7 +14,7 @@
 #include <span>
 #include <tuple>
 
-#include "timeline/stretch_markers.hpp"
+#include "timeline/cut_clip.hpp"
 
 namespace tanrove {
 
@@ -26,29 +26,6 @@ constexpr double same_place_seconds = 0.001;
 
 double end_of(const ClipItem& clip) {
     return clip.start + clip.length;
-}
-
-void clamp_fades(ClipItem& clip) {
-    clip.fade_in.length = std::min(clip.fade_in.length, clip.length);
-    clip.fade_out.length = std::min(clip.fade_out.length, clip.length);
-}
-
-void cut_tail(ClipItem& clip, double length) {
-    clip.length = length;
-    truncate_marker_tail(clip, length);
-    clamp_fades(clip);
-}
-
-void start_later(ClipItem& clip, double cut, double rate_hz) {
-    const auto source_at_cut = cut_marker_head(clip, cut);
-    clip.source_offset = source_at_cut.value_or(clip.source_offset + clip.playrate * cut);
-    clip.source_offset_samples = offset_in_samples(std::llround(clip.source_offset * rate_hz));
-    clip.start += cut;
-    clip.length -= cut;
-    clip.fade_in.length = std::max(clip.fade_in.length - cut, 0.0);
-    clip.sync_offset = std::max(clip.sync_offset - cut, 0.0);
-    clamp_fades(clip);
-    clip.head_of_file = false;
 }
 
 /// Parts of the timeline on which clips lie that play to their own end. They never overlap.
@@ -132,15 +109,20 @@ private:
             mute(row, row.clips);
             return false;
         }
+        hide_head(row, shows_from);
+        return true;
+    }
+
+    /// Takes what lies in front of a moment inside the row; passes in front are not heard.
+    void hide_head(DrawnRow& row, double shows_from) {
         std::size_t hidden = 0;
         while (end_of(*row.clips[hidden]) <= shows_from + half_sample_) ++hidden;
         mute(row, row.clips.first(hidden));
         row.clips = row.clips.subspan(hidden);
         const double cut = shows_from - row.start();
-        if (cut <= half_sample_) return true;
+        if (cut <= half_sample_) return;
         start_later(*row.clips.front(), cut, rate_hz_);
         ++tallies_.later_heads;
-        return true;
     }
 
     /// Rows mostly stand in the order of time; a clip that reaches under an earlier row's from the
@@ -158,7 +140,15 @@ private:
         }
         while (under != open_.end() && under->first < row.end() - half_sample_) {
             DrawnRow& covered = under->second.row;
-            if (start - under->first < half_sample_) {
+            const bool keeps_start = start - under->first >= half_sample_;
+            if (!keeps_start && under->second.end > row.end() + half_sample_) {
+                OpenRow left = under->second;
+                open_.erase(under);
+                hide_head(left.row, row.end());
+                add_open(left.row, left.end);
+                return;
+            }
+            if (!keeps_start) {
                 mute(covered, covered.clips);
                 cut_tail(*covered.clips.front(), 1 / rate_hz_);
                 under = open_.erase(under);
@@ -182,7 +172,7 @@ private:
     }
 
     void mute(DrawnRow& row, std::span<ClipItem* const> hidden) {
-        for (ClipItem* clip : hidden) clip->muted = true;
+        for (ClipItem* clip : hidden) clip->muted = clip->covered = true;
         if (hidden.empty() || row.counted) return;
         row.counted = true;
         ++tallies_.muted_clips;
@@ -199,13 +189,15 @@ private:
     std::map<double, OpenRow> open_;  ///< by the start; none reaches into the next
 };
 
-/// The track's clips without the rendered fades that were kept: those lie where they fade a clip.
+/// The track's clips and groups without the rendered fades that were kept: those lie where they
+/// fade a clip.
 std::vector<ClipItem*> clips_that_cover(TimelineTrack& track) {
     std::vector<ClipItem*> clips;
-    clips.reserve(track.clips.size());
+    clips.reserve(track.clips.size() + track.groups.size());
     for (ClipItem& clip : track.clips) {
         if (!clip.is_fade_reference) clips.push_back(&clip);
     }
+    for (ClipItem& group : track.groups) clips.push_back(&group);
     return clips;
 }
 
@@ -236,7 +228,7 @@ void cover_head(ClipItem& over, ClipItem& clip, double room, double rate_hz,
     if (overlap <= same_place_seconds) {
         cut_tail(over, clip.start - over.start);
     } else if (overlap >= std::min(clip.length, room) - same_place_seconds) {
-        clip.muted = true;
+        clip.muted = clip.covered = true;
         ++tallies.muted_clips;
     } else {
         start_later(clip, overlap, rate_hz);
@@ -245,7 +237,8 @@ void cover_head(ClipItem& over, ClipItem& clip, double room, double rate_hz,
 }
 
 void cover_by_positions(TimelineTrack& track, double rate_hz, CoveringTallies& tallies) {
-    const auto clips = clips_that_cover(track);
+    auto clips = clips_that_cover(track);
+    if (!track.groups.empty()) std::ranges::stable_sort(clips, {}, &ClipItem::start);
     for (std::size_t i = 1; i < clips.size(); ++i) {
         ClipItem& previous = *clips[i - 1];
         ClipItem& clip = *clips[i];

@@ -15,8 +15,8 @@ struct CoveringTallies {
 };
 
 /// Leaves each track one clip to play at each moment, crossfades excepted: in the order of the rows
-/// where every clip has one, else by the clips' positions. Fade references lie under nothing and
-/// over nothing. The clips are ordered by `start` afterwards.
+/// where every clip has one, else by the clips' positions. A group is one clip of its window. Fade
+/// references lie under nothing and over nothing. The clips are ordered by `start` afterwards.
 void cover_clips(std::vector<TimelineTrack>& tracks, double rate_hz, CoveringTallies& tallies);
 
 }  // namespace tanrove

@@ -1,14 +1,15 @@
-// Lays the clip groups of the tracks out flat: one item for each clip that a group plays.
+// A group's row stands on its track as one clip of its window while fades are bound and clips cover
+// each other; what is left of the window then decides what of its clips is heard.
 #include "timeline/lay_out_groups.hpp"
 
 #include <algorithm>
 #include <cmath>
-#include <map>
-#include <set>
+#include <span>
 #include <utility>
 
 #include "session/group_lists.hpp"
 #include "timeline/collect_clips.hpp"
+#include "timeline/row_matching.hpp"
 #include "timeline/track_pairing.hpp"
 #include "timeline/track_timebase.hpp"
 
@@ -16,145 +17,167 @@ namespace tanrove {
 
 namespace {
 
+constexpr std::uint32_t over_next = 1;
+constexpr std::uint32_t over_previous = 2;
+constexpr std::int32_t no_colour = -2;
+
 bool is_set(const std::vector<std::uint32_t>& values, std::size_t row, bool otherwise) {
     return row < values.size() ? values[row] != 0 : otherwise;
 }
 
-/// The groups with the lists that they play.
-ClipGroups numbered_groups(const TimelineInput& input) {
-    ClipGroups groups = *input.clip_groups;
-    std::vector<std::int64_t> lengths;
-    lengths.reserve(input.regions.size());
-    for (const Region& region : input.regions) lengths.push_back(region.length);
-    number_group_lists(groups, lengths);
-    return groups;
+std::int64_t samples(double seconds, double rate_hz) {
+    return std::llround(seconds * rate_hz);
 }
 
-class GroupLayout {
-public:
-    GroupLayout(const TimelineInput& input, ClipGroupTallies& tallies, FadeTallies& fade_tallies)
-        : input_(input),
-          groups_(numbered_groups(input)),
-          material_{.groups = groups_,
-                    .regions = input.regions,
-                    .sync_points = {},
-                    .fades = input.fades,
-                    .no_fades = input.no_fades,
-                    .fade_form = input.plain_fades ? FadeForm::plain : FadeForm::exact,
-                    .rate_hz = input.rate_hz},
-          clock_(input.tempo_map, input.default_tempo),
-          tallies_(tallies),
-          fade_tallies_(fade_tallies) {
-        if (sync_table_lines_up(input)) material_.sync_points = input.sync_points;
-        for (const ClipTrack& placement : input.placements) {
-            if (placement.is_clip_group) ++groups_on_[placement.index];
-        }
+/// The item in place of a group without audio. One that lies under others is kept whole, muted.
+ClipItem placeholder(const ClipItem& group) {
+    ClipItem item = group;
+    item.clip_group.reset();
+    item.fade_in = item.fade_out = {};
+    if (item.covered) {
+        item.start = item.placed_start;
+        item.length = item.placed_length;
     }
-
-    void lay_out(TimelineTrack& track) {
-        const PlaylistDetail& list = input_.edit_lists[*track.record];
-        const int unreadable_before = tallies_.unreadable;
-        const std::size_t clips_before = track.clips.size();
-        const std::size_t rows = std::min(list.region_ids.size(), list.positions.size());
-        for (std::size_t row = 0; row < rows; ++row) {
-            if (!is_set(list.in_group, row, false) || !is_set(list.live, row, true)) continue;
-            lay_out_row(track, list, row);
-        }
-        if (track.clips.size() > clips_before) order_by_start(track.clips);
-        if (tallies_.unreadable > unreadable_before) name(track);
-    }
-
-    /// Counts the groups of a track whose edit list is not known: only its rows tell where they
-    /// stand.
-    void miss(const TimelineTrack& track) {
-        const auto missed = groups_on_.find(track.id);
-        if (missed == groups_on_.end()) return;
-        tallies_.add_unreadable(missed->second);
-        name(track);
-    }
-
-private:
-    void name(const TimelineTrack& track) {
-        if (incomplete_tracks_.insert(track.name).second) {
-            tallies_.unreadable_on.push_back(track.name);
-        }
-    }
-
-    void lay_out_row(TimelineTrack& track, const PlaylistDetail& list, std::size_t row) {
-        const std::uint32_t group = list.region_ids[row];
-        const auto& groups = material_.groups.clips;
-        if (group >= groups.size() || !groups[group].valid || groups[group].table_index < 0) {
-            tallies_.add_unreadable(1);
-            return;
-        }
-        ++tallies_.groups;
-        const PlacedGroup placed{
-            .group = group,
-            .start = stored_seconds(list.positions[row], track.tick_based, input_.rate_hz, clock_),
-            .muted = is_set(list.muted, row, false)};
-        for (const GroupPiece& piece :
-             pieces_of_group(placed, material_, budget_, tallies_, fade_tallies_)) {
-            const std::int32_t file = input_.regions[piece.region].file;
-            if (file < 0 || static_cast<std::size_t>(file) >= input_.files.size()) {
-                tallies_.add_unreadable(1);
-                continue;
-            }
-            track.clips.push_back(item_of(piece));
-            track.clips.back().index_on_track = row;
-            track.clips.back().group_name = groups[group].name;
-            if (row < list.colours.size()) track.clips.back().color_index = list.colours[row];
-            ++tallies_.pieces;
-            tallies_.fade_ins += piece.fade_in.length > 0 ? 1 : 0;
-            tallies_.fade_outs += piece.fade_out.length > 0 ? 1 : 0;
-        }
-    }
-
-    ClipItem item_of(const GroupPiece& piece) const {
-        const Region& region = input_.regions[piece.region];
-        ClipItem clip;
-        clip.region = piece.region;
-        clip.stored_position = no_stored_position;
-        clip.source_offset_samples =
-            offset_in_samples(std::llround(piece.source_offset * input_.rate_hz));
-        clip.start = piece.start;
-        clip.length = piece.length;
-        clip.source_offset = piece.source_offset;
-        clip.name = region.name;
-        clip.file = without_folder(input_.files[static_cast<std::size_t>(region.file)].name);
-        clip.file_kind = file_kind_of(clip.file);
-        clip.head_of_file = begins_with_its_file(clip);
-        clip.muted = piece.muted;
-        clip.fade_in = piece.fade_in;
-        clip.fade_out = piece.fade_out;
-        clip.crossfaded = piece.crossfaded;
-        clip.sync_offset = piece.sync_offset;
-        return clip;
-    }
-
-    const TimelineInput& input_;
-    ClipGroups groups_;
-    GroupMaterial material_;
-    TempoClock clock_;
-    GroupBudget budget_;
-    ClipGroupTallies& tallies_;
-    FadeTallies& fade_tallies_;
-    std::map<std::uint16_t, std::size_t> groups_on_;  ///< how many, by the track's id
-    std::set<std::string> incomplete_tracks_;
-};
+    return item;
+}
 
 }  // namespace
 
-void lay_out_groups(std::vector<TimelineTrack>& tracks, const TimelineInput& input,
-                    ClipGroupTallies& tallies, FadeTallies& fade_tallies) {
+GroupLayout::GroupLayout(const TimelineInput& input, const WarpSlicer& slicer,
+                         ClipGroupTallies& tallies, FadeTallies& fade_tallies)
+    : input_(input),
+      material_{.input = input, .groups = groups_, .sync_points = {}, .slicer = slicer},
+      clock_(input.tempo_map, input.default_tempo),
+      tallies_(tallies),
+      fade_tallies_(fade_tallies) {
     if (input.clip_groups == nullptr) return;
-    const bool has_lists = edit_lists_match_records(input);
-    GroupLayout layout(input, tallies, fade_tallies);
-    for (TimelineTrack& track : tracks) {
-        if (has_lists && track.record) {
-            layout.lay_out(track);
-        } else {
-            layout.miss(track);
+    groups_ = *input.clip_groups;
+    if (sync_table_lines_up(input)) material_.sync_points = input.sync_points;
+    if (!groups_.lists_are_told) {
+        std::vector<std::int64_t> lengths;
+        for (std::uint32_t i = 0; i < input.regions.size(); ++i) {
+            lengths.push_back(sounding_length(material_, i, 0));
         }
+        number_group_lists(groups_, lengths);
+    }
+    for (const ClipTrack& placement : input.placements) {
+        if (placement.is_clip_group) ++groups_on_[placement.index];
+    }
+}
+
+void GroupLayout::place(std::vector<TimelineTrack>& tracks) {
+    if (input_.clip_groups == nullptr) return;
+    const bool has_lists = edit_lists_match_records(input_);
+    for (TimelineTrack& track : tracks) {
+        const int unreadable_before = tallies_.unreadable;
+        if (has_lists && track.record) {
+            place_rows(track, input_.edit_lists[*track.record]);
+        } else if (const auto missed = groups_on_.find(track.id); missed != groups_on_.end()) {
+            // Only the rows tell where the groups of a track stand.
+            tallies_.add_unreadable(missed->second);
+        }
+        name_if_missing(track, unreadable_before);
+    }
+}
+
+void GroupLayout::place_rows(TimelineTrack& track, const PlaylistDetail& list) {
+    const std::size_t rows = std::min(list.region_ids.size(), list.positions.size());
+    for (std::size_t row = 0; row < rows; ++row) {
+        if (!is_set(list.in_group, row, false) || !is_set(list.live, row, true)) continue;
+        const std::uint32_t group = list.region_ids[row];
+        if (group >= groups_.clips.size() || !groups_.clips[group].valid) {
+            tallies_.add_unreadable(1);
+        } else if (groups_.clips[group].length > 0) {
+            track.groups.push_back(group_row(list, row, track));
+        }
+    }
+    if (track.clips.empty() && !track.groups.empty()) track.row_ordered = true;
+}
+
+ClipItem GroupLayout::group_row(const PlaylistDetail& list, std::size_t row,
+                                const TimelineTrack& track) {
+    const std::uint32_t number = list.region_ids[row];
+    const ClipGroupClip& group = groups_.clips[number];
+    const std::uint32_t overlap = row < list.overlap.size() ? list.overlap[row] : 0;
+    ClipItem item;
+    item.clip_group = number;
+    item.region = no_region;
+    item.stored_position = no_stored_position;
+    item.index_on_track = row;
+    item.name = group.name;
+    item.start = item.placed_start =
+        stored_seconds(list.positions[row], track.tick_based, input_.rate_hz, clock_);
+    item.length = item.placed_length = static_cast<double>(group.length) / input_.rate_hz;
+    item.source_offset = static_cast<double>(group.start) / input_.rate_hz;
+    item.muted = is_set(list.muted, row, false);
+    item.locked = is_set(list.locked, row, false);
+    item.color_index = row < list.colours.size() ? list.colours[row] : no_colour;
+    item.edit_row = static_cast<std::int32_t>(row);
+    item.tail_kept = row_keeps_tail(list, input_.fades, row);
+    item.drawn_over_next = overlap == over_next;
+    item.drawn_over_previous = overlap == over_previous;
+    item.is_placeholder = is_placeholder(number);
+    return item;
+}
+
+bool GroupLayout::is_placeholder(std::uint32_t group) {
+    const auto known = placeholders_.find(group);
+    if (known != placeholders_.end()) return known->second;
+    return placeholders_[group] = holds_no_audio(material_, group, budget_);
+}
+
+void GroupLayout::lay_out(std::vector<TimelineTrack>& tracks, const WarpOneClip* warp,
+                          StretchTallies& stretch) {
+    for (TimelineTrack& track : tracks) {
+        if (track.groups.empty()) continue;
+        const int unreadable_before = tallies_.unreadable;
+        for (const ClipItem& group : track.groups) {
+            if (group.is_placeholder) {
+                track.clips.push_back(placeholder(group));
+            } else if (!group.covered) {
+                lay_out_group(track, group, warp, stretch);
+            }
+        }
+        track.groups.clear();
+        order_by_start(track.clips);
+        name_if_missing(track, unreadable_before);
+    }
+}
+
+void GroupLayout::lay_out_group(TimelineTrack& track, const ClipItem& group,
+                                const WarpOneClip* warp, StretchTallies& stretch) {
+    const std::int64_t first = samples(group.source_offset, input_.rate_hz);
+    const PlacedGroup placed{.group = *group.clip_group,
+                             .window = {first, first + samples(group.length, input_.rate_hz)},
+                             .start = group.start,
+                             .muted = group.muted};
+    const int unreadable_before = tallies_.unreadable;
+    auto pieces = pieces_of_group(placed, material_, warp, budget_, tallies_, fade_tallies_);
+    if (!pieces.empty() || tallies_.unreadable == unreadable_before) ++tallies_.groups;
+    for (ClipItem& piece : pieces) {
+        tallies_.fade_ins += piece.fade_in.length > 0 ? 1 : 0;
+        tallies_.fade_outs += piece.fade_out.length > 0 ? 1 : 0;
+        piece.index_on_track = group.index_on_track;
+        piece.group_name = group.name;
+        piece.color_index = group.color_index;
+        if (input_.pitch_shifts != nullptr) shift_pitch(piece, *input_.pitch_shifts, stretch);
+    }
+    tallies_.pieces += static_cast<int>(pieces.size());
+    const GroupEdges edges{.start = group.start,
+                           .end = group.start + group.length,
+                           .stored_start = group.placed_start,
+                           .stored_end = group.placed_start + group.placed_length,
+                           .fade_in = group.fade_in,
+                           .fade_out = group.fade_out};
+    fade_group_edges(pieces, edges, input_.rate_hz);
+    track.clips.insert(track.clips.end(), std::make_move_iterator(pieces.begin()),
+                       std::make_move_iterator(pieces.end()));
+}
+
+void GroupLayout::name_if_missing(const TimelineTrack& track, int unreadable_before) {
+    if (tallies_.unreadable == unreadable_before) return;
+    if (incomplete_tracks_.insert(track.name).second) {
+        tallies_.unreadable_on.push_back(track.name);
     }
 }
 

@@ -1,6 +1,6 @@
-// The steps of the timeline, in the one order in which they give what Pro Tools plays: place the
-// clips, measure warped slices, bind fades, stretch, loop and end loops, cover, lay out clip
-// groups, give gain.
+// The steps of the timeline, in the one order in which they give what Pro Tools plays: place clips
+// and clip groups, measure warped slices, bind fades, stretch, loop and end loops, cover, lay out
+// what the groups play, give gain.
 #include "timeline/lay_out_timeline.hpp"
 
 #include "timeline/bind_fades.hpp"
@@ -32,10 +32,10 @@ void bind_all_fades(std::vector<TimelineTrack>& tracks, const TimelineInput& inp
 }
 
 void stretch_clips(std::vector<TimelineTrack>& tracks, const TimelineInput& input,
-                   const WarpSlicer& slicer, StretchTallies& tallies) {
+                   const WarpSlicer& slicer, const WarpOneClip& warp, StretchTallies& tallies) {
     if (input.pitch_shifts != nullptr) shift_pitch(tracks, *input.pitch_shifts, tallies);
     if (input.no_stretch || slicer.empty()) return;
-    warp_clips(tracks, slicer, input.tempo_map, tallies);
+    warp_clips(tracks, warp);
     for (TimelineTrack& track : tracks) infer_stretch(track, slicer, tallies);
 }
 
@@ -65,15 +65,18 @@ std::vector<TimelineTrack> lay_out_timeline(const TimelineInput& input, Timeline
     // Unstretched clips keep their length, but their fades lie where the stretched ones end.
     const WarpSlicer slicer(input.warp_maps != nullptr ? *input.warp_maps : no_maps, clock,
                             input.default_tempo, input.rate_hz);
+    const WarpOneClip warp = clip_warper(slicer, input.tempo_map, tallies.stretch);
+    GroupLayout groups(input, slicer, tallies.clip_groups, tallies.fades);
+    groups.place(tracks);
     measure_warped_clips(tracks, slicer);
     keep_places(tracks, input.no_stretch);
     bind_all_fades(tracks, input, slicer, tallies.fades);
-    stretch_clips(tracks, input, slicer, tallies.stretch);
+    stretch_clips(tracks, input, slicer, warp, tallies.stretch);
     ClipLooper looper(input.loops);
     write_loop_passes(tracks, looper, input.rate_hz, tallies.loops);
     for (TimelineTrack& track : tracks) looper.end_loops(track, tallies.loops);
     cover_clips(tracks, input.rate_hz, tallies.covering);
-    lay_out_groups(tracks, input, tallies.clip_groups, tallies.fades);
+    groups.lay_out(tracks, input.no_stretch ? nullptr : &warp, tallies.stretch);
     if (input.gains != nullptr) give_clip_gain(tracks, *input.gains, tallies.gain);
     return tracks;
 }

@@ -143,9 +143,7 @@ public:
 
     bool is_muted(std::size_t row) const { return row_of(list_, row).muted; }
 
-    /// True if the clip of this row plays to its own end although another begins before it: it is
-    /// drawn over the next one, or a fade-out stands on its tail.
-    bool keeps_tail(std::size_t row) const;
+    bool keeps_tail(std::size_t row) const { return row_keeps_tail(list_, fades_, row); }
 
 private:
     using KeyedRow = std::pair<PlacementKey, std::uint32_t>;  ///< with the row's number
@@ -273,13 +271,6 @@ std::optional<std::size_t> RowIndex::take_exact_row(std::size_t slot, std::uint6
     return rows[next].number;
 }
 
-bool RowIndex::keeps_tail(std::size_t row) const {
-    if (row_of(list_, row).overlap == over_next) return true;
-    if (row + 1 >= row_count()) return false;
-    const EditRow next = row_of(list_, row + 1);
-    return is_usable_fade(next) && fades_[next.clip].kind == FadeKind::fade_out;
-}
-
 enum class Fate : std::uint8_t { unmatched, matched, fade_reference };
 
 /// What became of one placement in the search for its row.
@@ -339,6 +330,15 @@ bool settle_clip(ClipItem& clip, const Match& match, RowIndex& index, bool keep_
 }
 
 }  // namespace
+
+bool row_keeps_tail(const PlaylistDetail& edit_list, std::span<const FadeRecord> fades,
+                    std::size_t row) {
+    if (row_of(edit_list, row).overlap == over_next) return true;
+    if (row + 1 >= std::min(edit_list.region_ids.size(), edit_list.positions.size())) return false;
+    const EditRow next = row_of(edit_list, row + 1);
+    const bool is_usable = next.is_fade && next.clip < fades.size();
+    return is_usable && fades[next.clip].kind == FadeKind::fade_out;
+}
 
 void match_rows(TimelineTrack& track, const PlaylistDetail& edit_list,
                 std::span<const FadeRecord> fades, bool keep_fade_clips, TimelineTallies& tallies) {

@@ -11,6 +11,11 @@
 
 namespace tanrove {
 
+/// True if the clip of this row plays to its own end although another begins before it: it is drawn
+/// over the next one, or a fade-out stands on its tail.
+bool row_keeps_tail(const PlaylistDetail& edit_list, std::span<const FadeRecord> fades,
+                    std::size_t row);
+
 /// Drops rendered fades and deleted placements from the track's clips, and gives the others what
 /// their rows say. Rendered fades that are kept are marked and get no row. Clips must be ordered
 /// by `start`.

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "timeline/clip_gain_plan.hpp"
-#include "timeline/clip_group_pieces.hpp"
+#include "timeline/clip_group_tallies.hpp"
 #include "timeline/cover_clips.hpp"
 #include "timeline/fade_tallies.hpp"
 #include "timeline/stretch_tallies.hpp"

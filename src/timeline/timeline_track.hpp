@@ -22,6 +22,7 @@ struct TimelineTrack {
     bool tick_based = false;
     bool row_ordered = false;           ///< it has clips, and all but fade references found rows
     std::vector<ClipItem> clips;        ///< ordered by `start`
+    std::vector<ClipItem> groups;       ///< rows of clip groups, in row order, until laid out
     std::vector<ClipItem> ghost_clips;  ///< stacked placements that lost their place
 };
 

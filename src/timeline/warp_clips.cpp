@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 #include <span>
 
 #include "timeline/stretch_markers.hpp"
@@ -157,24 +158,32 @@ void measure_warped_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& 
     }
 }
 
+void shift_pitch(ClipItem& clip, const std::map<std::string, double>& shifts,
+                 StretchTallies& tallies) {
+    const auto shift = shifts.find(clip.name);
+    if (shift == shifts.end()) return;
+    clip.pitch_shift = shift->second;
+    ++tallies.pitch_shifted;
+}
+
 void shift_pitch(std::vector<TimelineTrack>& tracks, const std::map<std::string, double>& shifts,
                  StretchTallies& tallies) {
     if (shifts.empty()) return;
     for (TimelineTrack& track : tracks) {
-        for (ClipItem& clip : track.clips) {
-            const auto shift = shifts.find(clip.name);
-            if (shift == shifts.end()) continue;
-            clip.pitch_shift = shift->second;
-            ++tallies.pitch_shifted;
-        }
+        for (ClipItem& clip : track.clips) shift_pitch(clip, shifts, tallies);
     }
 }
 
-void warp_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& slicer,
-                const TempoMap& tempo_map, StretchTallies& tallies) {
-    ClipWarper warper(slicer, tempo_map, tallies);
+WarpOneClip clip_warper(const WarpSlicer& slicer, const TempoMap& tempo_map,
+                        StretchTallies& tallies) {
+    return [warper = std::make_shared<ClipWarper>(slicer, tempo_map, tallies)](ClipItem& clip) {
+        warper->warp(clip);
+    };
+}
+
+void warp_clips(std::vector<TimelineTrack>& tracks, const WarpOneClip& warp) {
     for (TimelineTrack& track : tracks) {
-        for (ClipItem& clip : track.clips) warper.warp(clip);
+        for (ClipItem& clip : track.clips) warp(clip);
     }
 }
 

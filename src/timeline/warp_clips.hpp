@@ -2,6 +2,7 @@
 // that put every point of the map on its place.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -20,8 +21,15 @@ void measure_warped_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& 
 void shift_pitch(std::vector<TimelineTrack>& tracks, const std::map<std::string, double>& shifts,
                  StretchTallies& tallies);
 
-/// Stretches each clip with a map: length, playrate, markers.
-void warp_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& slicer,
-                const TempoMap& tempo_map, StretchTallies& tallies);
+void shift_pitch(ClipItem& clip, const std::map<std::string, double>& shifts,
+                 StretchTallies& tallies);
+
+/// Stretches a clip that has a map: length, playrate, markers. One serves the whole run: the points
+/// that it may look at are counted over all clips. What it is made from must outlive it.
+using WarpOneClip = std::function<void(ClipItem&)>;
+WarpOneClip clip_warper(const WarpSlicer& slicer, const TempoMap& tempo_map,
+                        StretchTallies& tallies);
+
+void warp_clips(std::vector<TimelineTrack>& tracks, const WarpOneClip& warp);
 
 }  // namespace tanrove

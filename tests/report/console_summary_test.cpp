@@ -91,7 +91,7 @@ RunTallies every_counter_at_one() {
     mix.levels = {1, 1, 1, 1, 1, 1, 1, {"Off"}, {"Side"}, {"Wide"}, {1, 1, 1, 1}};
     mix.solos = {{"Solo"}, {"Safe"}, 1, 1, 1};
     mix.views = {1, 1};
-    tallies.written = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+    tallies.written = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
     const std::vector<std::string> many(13, "Cue");  // only some lists end at twelve
     mix.routing = {2,       1,        1,    1,         1,
                    1,       {"Pad"},  1,    1,         1,

@@ -48,10 +48,13 @@ std::vector<int> painted(const std::vector<ClipItem>& rows) {
         while (cell < end && is_kept[cell]) ++cell;
         const auto first = cell;
         for (; cell < end && !is_kept[cell]; ++cell) {
+            // A clip that is met at its head loses that, one that is met later all that follows.
             const int under = seen[cell];
-            for (auto t = first; t < cells && under != nobody; ++t) {
-                if (seen[t] == under && t >= cell) seen[t] = nobody;
+            const bool is_met_later = first > 0 && seen[first - 1] == under;
+            for (auto t = cell; t < cells && under != nobody && is_met_later; ++t) {
+                if (seen[t] == under) seen[t] = nobody;
             }
+            seen[cell] = nobody;
             if (!shares || static_cast<double>(cell) < rows[i + 1].start) {
                 seen[cell] = static_cast<int>(i);
                 is_kept[cell] = false;
@@ -120,6 +123,7 @@ TEST(CoverClips, FollowsTheRowsAndTellsFromPositionsAloneWhereThereAreNone) {
         {"a crossfade stays", {{0, 4, 'x'}, {3, 4}}, "0 4, 3 4: 000"},
         {"a millisecond is a cut", {{0, 2.001, 'n'}, {2, 4}}, "0 2, 2 4: 000"},
         {"one sample is left", {{2, 4}, {2, 4}}, "2 2.08333e-05m, 2 4: 010", true},
+        {"a later row takes a head", {{3, 4}, {1, 4}}, "1 4, 5 2: 100", true},
         {"below half a sample", {{0, 4.00001}, {4, 1}}, "0 4.00001, 4 1: 000", true},
         {"above half a sample", {{0, 4.00002}, {4, 1}}, "0 4, 4 1: 000", true},
         {"a later row ends a loop",

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "timeline/place_clips.hpp"
+#include "timeline/lay_out_timeline.hpp"
 
 namespace tanrove::testing_records {
 
@@ -73,7 +73,9 @@ public:
                            const std::vector<Row>& rows) {
         track(name);
         for (const Row& row : rows) {
-            if (row.id < regions.size()) place(row.id, static_cast<std::int64_t>(row.position));
+            if (row.id >= regions.size() && !row.in_group) continue;
+            place(row.id, static_cast<std::int64_t>(row.position));
+            placements.back().is_clip_group = row.in_group;
         }
         return record(name, is_tick_based, rows);
     }
@@ -84,6 +86,18 @@ public:
     }
 
     std::vector<TimelineTrack> placed() {
+        tallies = {};
+        return place_clips(input(), tallies);
+    }
+
+    std::vector<TimelineTrack> laid_out(const ClipGroups& groups) {
+        tallies = {};
+        TimelineInput all = input();
+        all.clip_groups = &groups;
+        return lay_out_timeline(all, tallies);
+    }
+
+    TimelineInput input() const {
         TimelineInput input;
         input.track_rows = track_rows;
         input.placements = placements;
@@ -96,8 +110,7 @@ public:
         input.sync_points = sync_points;
         input.tempo_map = tempo_map;
         input.keep_fade_clips = keep_fade_clips;
-        tallies = {};
-        return place_clips(input, tallies);
+        return input;
     }
 
     std::vector<TrackTableRow> track_rows;

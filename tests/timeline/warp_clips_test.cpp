@@ -40,7 +40,7 @@ struct Session {
         const WarpSlicer slicer(maps, clock, 120, rate);
         auto tracks = track_of({clip});
         measure_warped_clips(tracks, slicer);
-        warp_clips(tracks, slicer, tempo_map, tallies);
+        warp_clips(tracks, clip_warper(slicer, tempo_map, tallies));
         return tracks[0].clips[0];
     }
 };
@@ -143,7 +143,7 @@ TEST(WarpClips, KeepTheirRateAndTheirPlacesWhenACrossfadeDrawsThemOut) {
         drawn_out.start -= 0.5;  // a quarter of a second of the file, at half speed
         drawn_out.source_offset -= 0.25;
         drawn_out.length += 0.25 + 1;  // at the tail one second of both
-        for (auto& side : tracks) warp_clips(side, slicer, {}, session.tallies);
+        for (auto& side : tracks) warp_clips(side, clip_warper(slicer, {}, session.tallies));
         const ClipItem& placed = tracks[0][0].clips[0];
         EXPECT_NEAR(drawn_out.length, 0.5 + 3 + 1, 1e-9);
         for (double at = -0.5; at < 4; at += 0.25) {
