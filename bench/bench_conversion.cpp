@@ -2,9 +2,10 @@
 // times as many edits take ten times as long.
 #include <benchmark/benchmark.h>
 
-#include <ctime>
+#include <string>
 
 #include "built_session.hpp"
+#include "median_times.hpp"
 #include "ptformat/ptformat.hpp"
 #include "run/convert_session.hpp"
 #include "session/block_index.hpp"
@@ -79,31 +80,54 @@ void convert(benchmark::State& state) {
     count_bytes(state, session);
 }
 
-/// 50,000 clips on 500 tracks, overlapping and faded, and ten times as many. The counter "ratio" is
-/// the second time in terms of the first, in processor time and without a disk, and stays below 11
-/// where every step is linear.
-void convert_edits(benchmark::State& state) {
-    static double tenth_seconds = 0;
-    const auto clips = static_cast<std::size_t>(state.range(0));
-    const builder::TempFolder folder;
-    NullSink silent;
-    console_state().console_sink = &silent;
-    RunOptions options;
-    options.session_path = folder / "Edits.ptx";
-    options.check_only = true;
-    if (!edited_session_of(tracks, clips).write(options.session_path)) std::abort();
-    double total = 0;
-    for (auto _ : state) {
-        const std::clock_t start = std::clock();
-        if (convert_session(options, nullptr, nullptr) != 0) std::abort();
-        const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-        state.SetIterationTime(seconds);
-        total += seconds;
+/// Converts without a disk, so that its speed is none of the time.
+class CheckedConversion {
+public:
+    explicit CheckedConversion(const builder::SessionBuilder& session) {
+        options_.session_path = folder_ / "Song.ptx";
+        options_.check_only = true;
+        if (!session.write(options_.session_path)) std::abort();
+        console_state().console_sink = &silent_;
     }
-    console_state().console_sink = nullptr;
-    const double mean = total / static_cast<double>(state.iterations());
-    if (clips == tenth_of_the_clips) tenth_seconds = mean;
-    state.counters["ratio"] = mean / tenth_seconds;
+    ~CheckedConversion() { console_state().console_sink = nullptr; }
+    CheckedConversion(const CheckedConversion&) = delete;
+    CheckedConversion& operator=(const CheckedConversion&) = delete;
+
+    void list() { options_.list_only = true; }
+    void operator()() const {
+        if (convert_session(options_, nullptr, nullptr) != 0) std::abort();
+    }
+
+private:
+    builder::TempFolder folder_;
+    NullSink silent_;
+    RunOptions options_;
+};
+
+/// 50,000 clips on 500 tracks, overlapping and faded, and ten times as many. The counter "ratio" is
+/// the second time in terms of the first, and stays below 10.5 where every step is linear.
+void convert_edits(benchmark::State& state) {
+    const auto clips = static_cast<std::size_t>(state.range(0));
+    const CheckedConversion conversion(edited_session_of(tracks, clips));
+    time_median(state, "edits " + std::to_string(clips),
+                "edits " + std::to_string(tenth_of_the_clips), conversion);
+}
+
+/// The same with ten times the tracks of as many clips each.
+void convert_tracks(benchmark::State& state) {
+    const auto count = static_cast<std::size_t>(state.range(0));
+    const CheckedConversion conversion(edited_session_of(count, tenth_of_the_clips));
+    time_median(state, "tracks " + std::to_string(count), "tracks " + std::to_string(tracks / 10),
+                conversion);
+}
+
+/// The listing alone, of as many clips.
+void list_session(benchmark::State& state) {
+    const auto clips = static_cast<std::size_t>(state.range(0));
+    CheckedConversion conversion(session_of(tracks, clips));
+    conversion.list();
+    time_median(state, "list " + std::to_string(clips),
+                "list " + std::to_string(tenth_of_the_clips), conversion);
 }
 
 constexpr std::size_t midi_clips = 2000;
@@ -135,12 +159,9 @@ BENCHMARK(index_blocks)
     ->Arg(tenth_of_the_clips)
     ->Arg(clips_per_track)
     ->Unit(benchmark::kMillisecond);
-BENCHMARK(convert_edits)
-    ->Arg(tenth_of_the_clips)
-    ->Arg(clips_per_track)
-    ->Iterations(3)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+BENCHMARK(convert_edits)->Arg(tenth_of_the_clips)->Arg(clips_per_track)->Apply(run_equally_often);
+BENCHMARK(convert_tracks)->Arg(tracks / 10)->Arg(tracks)->Apply(run_equally_often);
+BENCHMARK(list_session)->Arg(tenth_of_the_clips)->Arg(clips_per_track)->Apply(run_equally_often);
 BENCHMARK(convert_midi)->Arg(50)->Arg(500)->Unit(benchmark::kMillisecond);
 BENCHMARK(convert)->Arg(tenth_of_the_clips)->Arg(clips_per_track)->Unit(benchmark::kMillisecond);
 

@@ -22,8 +22,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const BlockIndex index(input_view(data, size));
     promise_family(index, ReaderFamily::clips);
 
-    const Playlists playlists = readPlaylists(index);
-    const auto details = readPlaylistDetails(index);
+    const auto walks = walk_playlists(index);
+    const Playlists playlists = readPlaylists(walks, parse_list_tree(index.image()));
+    const auto details = readPlaylistDetails(index.image(), walks);
     promise(playlists.records.size() == playlists.clip_counts.size(), "a count for each playlist");
     promise(details.size() == playlists.records.size(), "an edit list for each playlist");
     for (const PlaylistDetail& detail : details) check_detail(detail);

@@ -97,8 +97,10 @@ private:
 struct PTFFormat::State {
     std::vector<std::uint8_t> image;
     std::int64_t rate_hz = 0;
+    std::int64_t target_rate_hz = 0;
     int version = 0;
     std::vector<AudioFile> audio_files;
+    bool owes_lists = false;  ///< the session is open, and nobody has asked for the lists below
     std::vector<Region> regions;
     std::vector<Region> midi_regions;
     TrackNames names;
@@ -107,7 +109,9 @@ struct PTFFormat::State {
 
     bool take(std::vector<std::uint8_t> file);
     int parse(std::int64_t target_rate);
-    bool read_lists(const Container& session, std::int64_t target_rate);
+    void read_lists();
+    void forget_lists();
+    State& with_lists();
 };
 
 bool PTFFormat::allow_unknown_version = false;
@@ -129,26 +133,45 @@ int PTFFormat::State::parse(std::int64_t target_rate) {
     const bool is_known = version >= lowest_version && version <= highest_version;
     if (!is_known && !allow_unknown_version) return load_unknown_version;
     if (rate_hz < lowest_rate_hz || rate_hz > highest_rate_hz) return load_not_parsed;
-    return read_lists(session, target_rate) ? load_ok : load_not_parsed;
+    auto files = read_audio_files(session);
+    if (!files) return load_not_parsed;
+    audio_files = std::move(*files);
+    target_rate_hz = target_rate;
+    owes_lists = true;
+    return load_ok;
 }
 
-bool PTFFormat::State::read_lists(const Container& session, std::int64_t target_rate) {
-    auto files = read_audio_files(session);
-    if (!files) return false;
-    audio_files = std::move(*files);
+void PTFFormat::State::read_lists() {
+    const Container session{ByteView(image)};
     regions = read_audio_regions(session);
     tracks = read_audio_tracks(session, regions, names);
     midi_regions = read_midi_regions(session);
     midi_tracks = read_midi_tracks(session, midi_regions, names);
 
-    const PositionScale scale(rate_hz, target_rate);
+    const PositionScale scale(rate_hz, target_rate_hz);
     for (Region& region : regions) {
         scale.apply(region.start);
         scale.apply(region.source_offset);
         scale.apply(region.length);
     }
     for (Track& track : tracks) scale.apply(track.start);
-    return true;
+}
+
+void PTFFormat::State::forget_lists() {
+    for (auto* list : {&regions, &midi_regions}) *list = {};
+    for (auto* list : {&tracks, &midi_tracks}) *list = {};
+}
+
+/// Most programs decode the clips themselves: the lists are read for those who ask.
+PTFFormat::State& PTFFormat::State::with_lists() {
+    if (!owes_lists) return *this;
+    owes_lists = false;
+    try {
+        read_lists();
+    } catch (const std::bad_alloc&) {
+        forget_lists();
+    }
+    return *this;
 }
 
 PTFFormat::PTFFormat() : state_(std::make_unique<State>()) {}
@@ -206,17 +229,17 @@ const std::vector<PTFFormat::AudioFile>& PTFFormat::audio_files() const {
 }
 
 const std::vector<PTFFormat::Region>& PTFFormat::regions() const {
-    return state_->regions;
+    return state_->with_lists().regions;
 }
 
 const std::vector<PTFFormat::Region>& PTFFormat::midi_regions() const {
-    return state_->midi_regions;
+    return state_->with_lists().midi_regions;
 }
 
 const std::vector<PTFFormat::Track>& PTFFormat::tracks() const {
-    return state_->tracks;
+    return state_->with_lists().tracks;
 }
 
 const std::vector<PTFFormat::Track>& PTFFormat::midi_tracks() const {
-    return state_->midi_tracks;
+    return state_->with_lists().midi_tracks;
 }

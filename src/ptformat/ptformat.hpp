@@ -99,6 +99,9 @@ public:
     int version() const;
 
     const std::vector<AudioFile>& audio_files() const;
+
+    /// The clips and their tracks, read from the image when one of these is first asked for. Empty
+    /// where the memory does not suffice.
     const std::vector<Region>& regions() const;
     const std::vector<Region>& midi_regions() const;
     const std::vector<Track>& tracks() const;

@@ -96,7 +96,7 @@ std::int32_t Conversion::run() {
         std::fputs(strip_lanes_text(read_mixer(index, strips)).c_str(), stderr);
     }
     tallies_.track_table = strips.track_table;
-    note_unroutable(index, strips.strips.rows, tallies_.mix.routing);
+    note_unroutable(index, strips.strips.rows, strips.hardware_inserts, tallies_.mix.routing);
     const VideoRecords video = read_video(index);
     project_ = plan_project(options_,
                             {.clips = clips,

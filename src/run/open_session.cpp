@@ -42,16 +42,11 @@ bool has_listener() {
 /// Loads the session so that no position is resampled. An unknown version is a request to try
 /// harder, no refusal.
 int load_at_own_rate(PTFFormat& file, const std::string& path) {
-    int result = file.load(path, default_session_rate_hz);
-    if (result == PTFFormat::load_unknown_version) {
-        PTFFormat::allow_unknown_version = true;
-        result = file.load(path, default_session_rate_hz);
-    }
-    const std::int64_t rate = file.session_rate();
-    if (result == PTFFormat::load_ok && rate > 0 && rate != default_session_rate_hz) {
-        result = file.load(path, rate);
-    }
-    return result;
+    constexpr std::int64_t own_rate = 0;
+    const int result = file.load(path, own_rate);
+    if (result != PTFFormat::load_unknown_version) return result;
+    PTFFormat::allow_unknown_version = true;
+    return file.load(path, own_rate);
 }
 
 void tell_no_such_file(const std::string& path) {

@@ -3,7 +3,6 @@
 
 #include <map>
 
-#include "session/hardware_inserts.hpp"
 #include "session/instrument_links.hpp"
 #include "session/output_names.hpp"
 
@@ -44,8 +43,8 @@ RoutingRecords read_routing(const BlockIndex& index, const std::vector<StripRow>
 }
 
 void note_unroutable(const BlockIndex& index, const std::vector<StripRow>& strips,
-                     RoutingTallies& tallies) {
-    for (const HardwareInsert& insert : readHardwareInserts(index, strips)) {
+                     const std::vector<HardwareInsert>& hardware, RoutingTallies& tallies) {
+    for (const HardwareInsert& insert : hardware) {
         tallies.hardware_inserts.push_back(insert.track + ": " + insert.name);
     }
     for (const InstrumentLink& link : readInstrumentLinks(index, strips)) {

@@ -7,6 +7,7 @@
 #include "mix/strip_routes.hpp"
 #include "plugins/plugin_insert.hpp"
 #include "session/block_index.hpp"
+#include "session/hardware_inserts.hpp"
 #include "session/strip_rows.hpp"
 
 namespace tanrove {
@@ -19,6 +20,6 @@ RoutingRecords read_routing(const BlockIndex& index, const std::vector<StripRow>
 /// Notes for the account what leads out of the project: outboard gear, and MIDI tracks that play
 /// the instrument of another track.
 void note_unroutable(const BlockIndex& index, const std::vector<StripRow>& strips,
-                     RoutingTallies& tallies);
+                     const std::vector<HardwareInsert>& hardware, RoutingTallies& tallies);
 
 }  // namespace tanrove

@@ -74,19 +74,25 @@ void take_library_lists(const PTFFormat& file, ClipRecords& clips) {
     clips.track_rows = track_rows_of(file.tracks());
 }
 
+/// What is read from the tree of lists and from the playlists' walk, which then go. False if the
+/// image has no lists to read.
+bool read_lists(const BlockIndex& index, ClipRecords& clips) {
+    const auto tree = parse_list_tree(index.image());
+    const auto walks = walk_playlists(index);
+    clips.playlists = readPlaylists(walks, tree);
+    clips.details = readPlaylistDetails(index.image(), walks);
+    clips.region_starts = readRegionStarts(index.image(), tree);
+    return readSessionLists(index, tree, clips.files, clips.lists, clips.track_rows);
+}
+
 }  // namespace
 
 ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index) {
     ClipRecords clips;
     for (const auto& audio : file.audio_files()) clips.files.push_back({audio.name, audio.index});
-    if (!readSessionLists(index, clips.files, clips.lists, clips.track_rows)) {
-        take_library_lists(file, clips);
-    }
+    if (!read_lists(index, clips)) take_library_lists(file, clips);
     clips.folders = readAudioFileFolders(index);
-    clips.playlists = readPlaylists(index);
-    clips.details = readPlaylistDetails(index);
     clips.fades = readFades(index);
-    clips.region_starts = readRegionStarts(index);
     clips.gains = readClipGains(index);
     clips.clip_groups = readClipGroups(index);
     clips.warp_maps = readWarpMaps(index);
@@ -134,7 +140,9 @@ StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
     records.folder_table = readFolderTable(index);
     records.displays = readTrackDisplays(index, records.strips.rows);
     records.inserts = read_plugin_inserts(index);
-    records.strip_inserts = strip_inserts(index, records.strips.rows, records.inserts);
+    records.hardware_inserts = readHardwareInserts(index, records.strips.rows);
+    records.strip_inserts =
+        strip_inserts(records.strips.rows, records.inserts, records.hardware_inserts);
     records.click_is_on = readClickSetting(index) == 1;
     records.masters = readMasterStrips(index, records.strips.rows);
     records.colour_schemes = readColourSchemes(index);
@@ -168,8 +176,8 @@ int insert_count(const StripRecords& records, std::size_t row) {
 }
 
 std::vector<Strip> read_mixer(const BlockIndex& index, const StripRecords& strips) {
-    std::vector<Strip> mixer =
-        readStrips(index, strips.strips.rows, strips.track_table.names, readBuses(index));
+    // The sends come with the routing, which knows their buses from the slots themselves.
+    std::vector<Strip> mixer = readStrips(index, strips.strips.rows, strips.track_table.names, {});
     readStripLanes(index, mixer);
     return mixer;
 }

@@ -19,6 +19,7 @@
 #include "session/folder_table.hpp"
 #include "session/grid_and_nudge.hpp"
 #include "session/groups.hpp"
+#include "session/hardware_inserts.hpp"
 #include "session/inactive_tracks.hpp"
 #include "session/loop_records.hpp"
 #include "session/master_strip.hpp"
@@ -92,6 +93,7 @@ struct StripRecords {
     std::optional<FolderTable> folder_table;
     std::vector<TrackDisplay> displays;  ///< one a strip row
     std::vector<PluginInsert> inserts;
+    std::vector<HardwareInsert> hardware_inserts;
     std::vector<StripInsert> strip_inserts;  ///< those and the hardware inserts, by strip
     bool click_is_on = false;
     MasterStrips masters;

@@ -5,12 +5,12 @@
 #include <string_view>
 
 #include "mix/strip_names.hpp"
-#include "session/hardware_inserts.hpp"
 
 namespace tanrove {
 
-std::vector<StripInsert> strip_inserts(const BlockIndex& index, const std::vector<StripRow>& strips,
-                                       const std::vector<PluginInsert>& plugins) {
+std::vector<StripInsert> strip_inserts(const std::vector<StripRow>& strips,
+                                       const std::vector<PluginInsert>& plugins,
+                                       const std::vector<HardwareInsert>& hardware) {
     std::map<std::uint64_t, std::size_t> strip_at;
     std::map<std::string_view, std::size_t> strip_named;
     for (std::size_t i = 0; i < strips.size(); ++i) {
@@ -25,7 +25,7 @@ std::vector<StripInsert> strip_inserts(const BlockIndex& index, const std::vecto
                            .code = plugin.code,
                            .plays = !plugin.bypassed && !plugin.inactive});
     }
-    for (const HardwareInsert& insert : readHardwareInserts(index, strips)) {
+    for (const HardwareInsert& insert : hardware) {
         const auto strip = strip_named.find(insert.track);
         if (strip != strip_named.end()) inserts.push_back({strip->second, {}, true});
     }

@@ -5,13 +5,14 @@
 
 #include "mix/click_tracks.hpp"
 #include "plugins/plugin_insert.hpp"
-#include "session/block_index.hpp"
+#include "session/hardware_inserts.hpp"
 #include "session/strip_rows.hpp"
 
 namespace tanrove {
 
 /// The plug-ins and the hardware inserts whose strips are known.
-std::vector<StripInsert> strip_inserts(const BlockIndex& index, const std::vector<StripRow>& strips,
-                                       const std::vector<PluginInsert>& plugins);
+std::vector<StripInsert> strip_inserts(const std::vector<StripRow>& strips,
+                                       const std::vector<PluginInsert>& plugins,
+                                       const std::vector<HardwareInsert>& hardware);
 
 }  // namespace tanrove

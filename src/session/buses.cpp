@@ -148,6 +148,7 @@ void NearestBus::advance(std::size_t limit) {
 }
 
 std::optional<std::string> NearestBus::find(std::size_t position) {
+    if (buses_.names().empty()) return std::nullopt;
     const std::size_t first = position > reach ? position - reach : 0;
     scanned_ = std::max(scanned_, first);
     while (next_.bus == PrefixNames::none || next_.at < position) {

@@ -22,7 +22,7 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::array<std::uint16_t, 1> strip_table_types = {0x2519};
+constexpr std::uint16_t strip_table_type = 0x2519;
 constexpr std::uint16_t master_type = 0x261d;
 constexpr std::uint16_t audio_type = 0x261b;
 constexpr std::uint16_t midi_type = 0x2620;
@@ -144,7 +144,7 @@ std::vector<TrackTableRow> readMidiTrackRows(const BlockIndex& index,
                                              std::span<const BlockNode> tree) {
     const ByteView image = index.image();
     const auto kinds = strip_kinds(index);
-    const auto entries = entries_of(tree, strip_table_types.front(), 0x251a);
+    const auto entries = entries_of(tree, strip_table_type, 0x251a);
     const bool has_rowless = entries.size() != kinds.size() && entries.size() != 2 * kinds.size();
     std::vector<TrackTableRow> rows;
     std::size_t strip = 0;
@@ -160,10 +160,6 @@ std::vector<TrackTableRow> readMidiTrackRows(const BlockIndex& index,
                         .name = std::string(name.value_or("").substr(0, max_track_name))});
     }
     return rows;
-}
-
-std::vector<TrackTableRow> readMidiTrackRows(const BlockIndex& index) {
-    return readMidiTrackRows(index, parse_block_tree_below(index.image(), strip_table_types, 1));
 }
 
 std::vector<ClipTrack> read_midi_clips(ByteView image, std::span<const BlockNode> tree,

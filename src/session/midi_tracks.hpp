@@ -14,7 +14,6 @@ namespace tanrove {
 /// numbered from 0. `tree` is the image's.
 std::vector<TrackTableRow> readMidiTrackRows(const BlockIndex& index,
                                              std::span<const BlockNode> tree);
-std::vector<TrackTableRow> readMidiTrackRows(const BlockIndex& index);
 
 /// One row for each clip on one of `tracks`, in the order of the playlists. Its `region_index` is a
 /// place in `regions`, a clip group's number is as stored. `start` is the distance of the stored

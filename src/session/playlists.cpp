@@ -2,13 +2,9 @@
 // with the walk of playlists.
 #include "session/playlists.hpp"
 
-#include <array>
 #include <limits>
 #include <map>
 #include <utility>
-
-#include "session/block_tree.hpp"
-#include "session/playlist_walk.hpp"
 
 namespace tanrove {
 
@@ -19,29 +15,11 @@ constexpr std::uint16_t playlist_list_type = 0x1054;
 constexpr std::uint16_t clip_group_table_type = 0x2428;
 constexpr std::uint8_t kind_ticks = 2;
 
-/// The playlists of tracks. The clip group table keeps its member lists in the same form: they are
-/// the contents of clips and lie on no track.
-std::vector<PlaylistWalk> track_playlists(const BlockIndex& index) {
-    std::vector<PlaylistWalk> playlists;
-    PlaylistWalker walker(index);
-    const auto tables = index.of_type(clip_group_table_type).all();
-    std::size_t next_table = 0;
-    std::size_t tables_end = 0;
-    for (const Block& block : index.of_type(playlist_type).all()) {
-        for (; next_table < tables.size() && tables[next_table].at < block.at; ++next_table) {
-            if (tables[next_table].end() > tables_end) tables_end = tables[next_table].end();
-        }
-        if (block.at < tables_end) continue;
-        if (auto playlist = walker.walk(block)) playlists.push_back(std::move(*playlist));
-    }
-    return playlists;
-}
-
 /// The running number of each playlist in its list, by where it begins.
-std::map<std::size_t, std::uint16_t> playlist_numbers(ByteView image) {
-    constexpr std::array list_types = {playlist_list_type};
+std::map<std::size_t, std::uint16_t> playlist_numbers(std::span<const BlockNode> tree) {
     std::map<std::size_t, std::uint16_t> numbers;
-    for (const BlockNode& list : parse_block_tree_below(image, list_types, 1)) {
+    for (const BlockNode& list : tree) {
+        if (list.contentType != playlist_list_type) continue;
         std::size_t number = 0;
         for (const BlockNode& node : list.children) {
             if (node.contentType != playlist_type) continue;
@@ -75,10 +53,28 @@ PlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
 
 }  // namespace
 
-Playlists readPlaylists(const BlockIndex& index) {
-    const auto numbers = playlist_numbers(index.image());
+// The clip group table keeps its member lists in the same form: they are the contents of clips and
+// lie on no track.
+std::vector<PlaylistWalk> walk_playlists(const BlockIndex& index) {
+    std::vector<PlaylistWalk> playlists;
+    PlaylistWalker walker(index);
+    const auto tables = index.of_type(clip_group_table_type).all();
+    std::size_t next_table = 0;
+    std::size_t tables_end = 0;
+    for (const Block& block : index.of_type(playlist_type).all()) {
+        for (; next_table < tables.size() && tables[next_table].at < block.at; ++next_table) {
+            if (tables[next_table].end() > tables_end) tables_end = tables[next_table].end();
+        }
+        if (block.at < tables_end) continue;
+        if (auto playlist = walker.walk(block)) playlists.push_back(std::move(*playlist));
+    }
+    return playlists;
+}
+
+Playlists readPlaylists(std::span<const PlaylistWalk> walks, std::span<const BlockNode> tree) {
+    const auto numbers = playlist_numbers(tree);
     Playlists playlists;
-    for (const PlaylistWalk& playlist : track_playlists(index)) {
+    for (const PlaylistWalk& playlist : walks) {
         PlaylistRecord record = {std::string(playlist.name), playlist.kind == kind_ticks};
         const auto number = numbers.find(playlist.at);
         if (number != numbers.end()) record.number = number->second;
@@ -88,11 +84,11 @@ Playlists readPlaylists(const BlockIndex& index) {
     return playlists;
 }
 
-std::vector<PlaylistDetail> readPlaylistDetails(const BlockIndex& index) {
+std::vector<PlaylistDetail> readPlaylistDetails(ByteView image,
+                                                std::span<const PlaylistWalk> walks) {
     std::vector<PlaylistDetail> details;
-    for (const PlaylistWalk& playlist : track_playlists(index)) {
-        details.push_back(read_detail(index.image(), playlist));
-    }
+    details.reserve(walks.size());
+    for (const PlaylistWalk& playlist : walks) details.push_back(read_detail(image, playlist));
     return details;
 }
 

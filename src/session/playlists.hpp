@@ -3,10 +3,13 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "session/block_index.hpp"
+#include "session/block_tree.hpp"
+#include "session/playlist_walk.hpp"
 
 namespace tanrove {
 
@@ -42,9 +45,13 @@ struct PlaylistDetail {
     std::vector<std::uint64_t> positions;  ///< as stored
 };
 
-/// All audio playlists (0x1052) outside the clip group table, and all of their details; the two
+/// All audio playlists (0x1052) outside the clip group table, walked once for both readers.
+std::vector<PlaylistWalk> walk_playlists(const BlockIndex& index);
+
+/// The playlists, numbered by the tree of the session's lists, and all of their details; the two
 /// lists run in step.
-Playlists readPlaylists(const BlockIndex& index);
-std::vector<PlaylistDetail> readPlaylistDetails(const BlockIndex& index);
+Playlists readPlaylists(std::span<const PlaylistWalk> walks, std::span<const BlockNode> tree);
+std::vector<PlaylistDetail> readPlaylistDetails(ByteView image,
+                                                std::span<const PlaylistWalk> walks);
 
 }  // namespace tanrove

@@ -8,16 +8,13 @@
 //   T + 5   source offset, then the gap: samples from the clip's head to its sync point
 #include "session/region_starts.hpp"
 
-#include <array>
-
-#include "session/block_tree.hpp"
+#include "session/block_scan.hpp"
 #include "session/session_lists.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::array<std::uint16_t, 2> list_types = {0x262a, 0x100b};
 constexpr std::size_t inner_at = 9;
 constexpr std::size_t name_count_at = 18;
 constexpr std::size_t count_width = 4;
@@ -39,10 +36,9 @@ RegionStart read_region_start(ByteView image, std::size_t z, std::size_t end) {
 }  // namespace
 
 // The regions are taken from the tree, as the session lists take theirs: the two run in step.
-std::vector<RegionStart> readRegionStarts(const BlockIndex& index) {
-    const ByteView image = index.image();
+std::vector<RegionStart> readRegionStarts(ByteView image, std::span<const BlockNode> tree) {
     std::vector<RegionStart> sync_points;
-    for (const BlockNode& list : parse_block_tree_below(image, list_types, 1)) {
+    for (const BlockNode& list : tree) {
         if (list.contentType != 0x262a && list.contentType != 0x100b) continue;
         for (const BlockNode& node : list.children) {
             if (node.contentType != 0x2629 && node.contentType != 0x1008) continue;

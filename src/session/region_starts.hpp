@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
-#include "session/block_index.hpp"
+#include "base/byte_view.hpp"
+#include "session/block_tree.hpp"
 
 namespace tanrove {
 
@@ -14,7 +16,7 @@ struct RegionStart {
     std::uint64_t sync_samples = 0;  ///< 0 where the record fails or there is no sync point
 };
 
-/// One entry a region, in the order of the region lists.
-std::vector<RegionStart> readRegionStarts(const BlockIndex& index);
+/// One entry a region, in the order of the region lists. `tree` is that of the session's lists.
+std::vector<RegionStart> readRegionStarts(ByteView image, std::span<const BlockNode> tree);
 
 }  // namespace tanrove

@@ -32,7 +32,6 @@
 #include <map>
 #include <optional>
 
-#include "session/block_tree.hpp"
 #include "session/midi_regions.hpp"
 #include "session/midi_tracks.hpp"
 #include "session/playlist_walk.hpp"
@@ -114,7 +113,7 @@ std::uint32_t file_of_region(ByteView image, const BlockNode& node) {
     return node.children.empty() ? 0 : image.u32(end_of(node.children.front()));
 }
 
-std::vector<Region> read_regions(ByteView image, const std::vector<BlockNode>& tree,
+std::vector<Region> read_regions(ByteView image, std::span<const BlockNode> tree,
                                  std::span<const AudioFileEntry> files) {
     const auto places = file_places(files);
     std::vector<Region> regions;
@@ -135,7 +134,7 @@ std::vector<Region> read_regions(ByteView image, const std::vector<BlockNode>& t
 
 /// The channels of the track list in its order, the first row of each number. Until the tracks
 /// are numbered, `id` is the channel's number.
-std::vector<TrackTableRow> read_channels(ByteView image, const std::vector<BlockNode>& tree) {
+std::vector<TrackTableRow> read_channels(ByteView image, std::span<const BlockNode> tree) {
     std::vector<TrackTableRow> channels;
     std::vector<bool> known(0x10000, false);
     std::size_t entry = 0;
@@ -205,7 +204,7 @@ void read_older_placements(ByteView image, const BlockNode& channel, std::size_t
 
 /// All placements, by their playlists. Those of one list are in that order already; a session with
 /// several lists counts the playlists of each from 0.
-std::vector<Placement> read_all_placements(ByteView image, const std::vector<BlockNode>& tree) {
+std::vector<Placement> read_all_placements(ByteView image, std::span<const BlockNode> tree) {
     std::vector<Placement> placements;
     for (const BlockNode& list : tree) {
         std::size_t track = 0;
@@ -273,11 +272,15 @@ void number_tracks(std::vector<ClipTrack>& rows, std::vector<TrackTableRow>& cha
 
 }  // namespace
 
-bool readSessionLists(const BlockIndex& index, std::span<const AudioFileEntry> files,
-                      SessionLists& lists, std::vector<TrackTableRow>& track_rows) {
+std::vector<BlockNode> parse_list_tree(ByteView image) {
+    return parse_block_tree_below(image, list_types, list_levels);
+}
+
+bool readSessionLists(const BlockIndex& index, std::span<const BlockNode> tree,
+                      std::span<const AudioFileEntry> files, SessionLists& lists,
+                      std::vector<TrackTableRow>& track_rows) {
     const ByteView image = index.image();
     if (image.size() < smallest_image || image.u8(byte_order_at) != 0) return false;
-    const auto tree = parse_block_tree_below(image, list_types, list_levels);
     lists.regions = read_regions(image, tree, files);
     track_rows = read_channels(image, tree);
     const auto placements = read_all_placements(image, tree);

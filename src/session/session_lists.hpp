@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "session/block_index.hpp"
+#include "session/block_tree.hpp"
 #include "session/midi_streams.hpp"
 
 namespace tanrove {
@@ -75,11 +76,15 @@ struct SessionLists {
     std::size_t unnumbered_clips = 0;  ///< placements of regions past the last number, left out
 };
 
+/// The tree of the session's lists, as deep as their records lie: made once for all who read them.
+std::vector<BlockNode> parse_list_tree(ByteView image);
+
 /// The regions and the clips on audio tracks, sorted by track id, and the track list with the same
-/// ids. `files` are the session's audio files, which the regions name by their place. The lists of
-/// clips hold no row for a track without any. False for an image that has no lists to read (too
-/// short, or big-endian): the library's own lists then take their place.
-bool readSessionLists(const BlockIndex& index, std::span<const AudioFileEntry> files,
-                      SessionLists& lists, std::vector<TrackTableRow>& track_rows);
+/// ids, from the tree of lists. `files` are the session's audio files, which the regions name by
+/// their place. The lists of clips hold no row for a track without any. False for an image that has
+/// no lists to read (too short, or big-endian): the library's own lists then take their place.
+bool readSessionLists(const BlockIndex& index, std::span<const BlockNode> tree,
+                      std::span<const AudioFileEntry> files, SessionLists& lists,
+                      std::vector<TrackTableRow>& track_rows);
 
 }  // namespace tanrove

@@ -17,7 +17,8 @@ using namespace builder;
 SessionLists lists_of(const Bytes& image) {
     SessionLists lists;
     std::vector<TrackTableRow> rows;
-    readSessionLists(BlockIndex{ByteView(image)}, {}, lists, rows);
+    const ByteView view(image);
+    readSessionLists(BlockIndex(view), parse_list_tree(view), {}, lists, rows);
     return lists;
 }
 

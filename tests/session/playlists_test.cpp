@@ -6,12 +6,19 @@
 #include "reading.hpp"
 #include "session/fades.hpp"
 #include "session/region_starts.hpp"
+#include "session/session_lists.hpp"
 #include "support/records/clip_records.hpp"
 
 namespace tanrove {
 namespace {
 
 using namespace builder;
+
+Playlists playlists_in(const Bytes& image) {
+    const ByteView view(image);
+    return readPlaylists(walk_playlists(BlockIndex(view)), parse_list_tree(view));
+}
+
 PlaylistSpec playlist_of(std::size_t placements, const std::string& name = "p") {
     return {.name = name, .placements = std::vector<PlacementSpec>(placements)};
 }
@@ -27,7 +34,7 @@ TEST(ReadPlaylistDetails, EveryFieldOfARowHasItsPlace) {
     rows[4].muted = rows[5].muted_late = rows[6].out_of_place = true;
     rows[5].overlap = 1;
     const Bytes image = playlists_block({playlist, playlist_of(0, "")});
-    const auto details = over(image, readPlaylistDetails);
+    const auto details = readPlaylistDetails(ByteView(image), over(image, walk_playlists));
     ASSERT_EQ(details.size(), 2U);
     const auto& d = details[0];
     EXPECT_EQ(fields(d.name, d.is_second_kind, d.positions.at(0)), "Vox 1 1007752720000");
@@ -35,7 +42,7 @@ TEST(ReadPlaylistDetails, EveryFieldOfARowHasItsPlace) {
         << "one row has no record";
     EXPECT_EQ(fields(d.is_fade, d.live, d.in_group), "0,1,0,0,0,0 1,0,1,1,1,1 0,0,1,0,0,0");
     EXPECT_EQ(fields(d.locked, d.muted, d.overlap), "0,0,0,1,0,0 0,0,0,0,1,1 3,3,3,3,3,1");
-    EXPECT_EQ(shown(over(image, readPlaylists).clip_counts), "7,0");
+    EXPECT_EQ(shown(playlists_in(image).clip_counts), "7,0");
 }
 
 TEST(ReadPlaylists, LimitsAreInclusive) {
@@ -46,7 +53,7 @@ TEST(ReadPlaylists, LimitsAreInclusive) {
         return playlist;
     };
     const auto is_read = [](const PlaylistSpec& playlist) {
-        return !over(playlist_block(playlist), readPlaylists).records.empty();
+        return !playlists_in(playlist_block(playlist)).records.empty();
     };
     EXPECT_TRUE(is_read(playlist_of(1, "")) && is_read(playlist_of(1, std::string(255, 'n'))));
     EXPECT_FALSE(is_read(playlist_of(1, std::string(256, 'n'))));
@@ -64,7 +71,7 @@ TEST(ReadPlaylists, AreNumberedAmongAllOfTheirListWhetherReadOrNot) {
                             .raw(playlist_block(playlist_of(1, "in no list")))
                             .bytes();
     std::string numbers;
-    for (const auto& playlist : over(image, readPlaylists).records) {
+    for (const auto& playlist : playlists_in(image).records) {
         numbers += playlist.number ? std::to_string(*playlist.number) : "-";
     }
     EXPECT_EQ(numbers, "02-");
@@ -76,7 +83,7 @@ TEST(ReadPlaylists, ListsOfTheClipGroupTableLieOnNoTrack) {
     const Bytes behind = playlist_block(playlist_of(2, "behind"));
     std::string names;
     for (const auto& playlist :
-         over(ByteWriter().raw(before).raw(groups).raw(behind).bytes(), readPlaylists).records) {
+         playlists_in(ByteWriter().raw(before).raw(groups).raw(behind).bytes()).records) {
         names += playlist.name + ' ';
     }
     EXPECT_EQ(names, "before behind ");
@@ -142,8 +149,10 @@ TEST(ReadRegionStarts, RunsInStepWithTheRegions) {
         regions[i].length = 5000;
     }
     for (const Bytes& list : {region_list_block(regions), older_region_list_block(regions)}) {
+        const Bytes image = ByteWriter().zeros(20).raw(list).bytes();
+        const ByteView view(image);
         std::string text;
-        for (const auto& s : over(ByteWriter().zeros(20).raw(list).bytes(), readRegionStarts)) {
+        for (const auto& s : readRegionStarts(view, parse_list_tree(view))) {
             text += fields(s.name, s.sync_samples) + ", ";
         }
         EXPECT_EQ(text, "a 0, b 1, c 1099511627775, d 0, " + std::string(255, 'e') + " 0, ")

@@ -137,14 +137,16 @@ TEST(RealSessions, StripsHaveTheNumbersThatProToolsShows) {
 SessionLists lists_of(const Bytes& image) {
     SessionLists lists;
     std::vector<TrackTableRow> tracks;
-    readSessionLists(BlockIndex{ByteView(image)}, {}, lists, tracks);
+    const ByteView view(image);
+    readSessionLists(BlockIndex(view), parse_list_tree(view), {}, lists, tracks);
     return lists;
 }
 
 Texts placements_text(const Bytes& image) {
     SessionLists lists;
     std::vector<TrackTableRow> tracks;
-    readSessionLists(BlockIndex{ByteView(image)}, {}, lists, tracks);
+    const ByteView view(image);
+    readSessionLists(BlockIndex(view), parse_list_tree(view), {}, lists, tracks);
     std::map<std::size_t, std::string> names;
     for (const auto& track : tracks) names.emplace(track.id, track.name);
     Texts text;
@@ -175,7 +177,8 @@ TEST(RealSessions, ClipsLieWhereProToolsShowsThem) {
     }
     EXPECT_EQ(fades, (std::vector<double>{290000, 290000, 450000, -490000, -230000, -230000}));
     std::vector<std::uint32_t> fade_rows;
-    for (const auto& playlist : over(regions, readPlaylistDetails)) {
+    const auto walks = over(regions, walk_playlists);
+    for (const auto& playlist : readPlaylistDetails(ByteView(regions), walks)) {
         for (std::size_t i = 0; i < playlist.region_ids.size(); ++i) {
             if (playlist.is_fade[i] != 0) fade_rows.push_back(playlist.region_ids[i]);
         }

@@ -103,10 +103,14 @@ public:
         if (!strips_) strips_ = readStripRows(index);
         return *strips_;
     }
+    std::span<const BlockNode> tree() {
+        if (!tree_) tree_ = parse_list_tree(index.image());
+        return *tree_;
+    }
     const ClipLists& clips() {
         if (!clips_) {
             clips_.emplace();
-            readSessionLists(index, files, clips_->lists, clips_->rows);
+            readSessionLists(index, tree(), files, clips_->lists, clips_->rows);
         }
         return *clips_;
     }
@@ -116,6 +120,7 @@ public:
 
 private:
     std::optional<StripRows> strips_;
+    std::optional<std::vector<BlockNode>> tree_;
     std::optional<ClipLists> clips_;
 };
 
@@ -213,11 +218,12 @@ void read_clips(Session& session, Readings& out) {
     out.list("readSessionLists MIDI track list", clips.lists.midi_track_rows);
     out.list("readSessionLists streams", clips.lists.midi_streams);
     out.list("readSessionLists track list", clips.rows);
-    const Playlists playlists = readPlaylists(index);
+    const auto walks = walk_playlists(index);
+    const Playlists playlists = readPlaylists(walks, session.tree());
     out.keep("readPlaylists", playlists.records.size(), playlists);
-    out.list("readPlaylistDetails", readPlaylistDetails(index));
+    out.list("readPlaylistDetails", readPlaylistDetails(index.image(), walks));
     out.list("readFades", readFades(index));
-    out.list("readRegionStarts", readRegionStarts(index));
+    out.list("readRegionStarts", readRegionStarts(index.image(), session.tree()));
 }
 
 void read_clip_tables(Session& session, Readings& out) {
