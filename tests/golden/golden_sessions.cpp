@@ -195,6 +195,61 @@ GoldenCase nested_groups() {
     return {"nested_groups", session, {}, {"Voice.wav"}};
 }
 
+ClipSpec placed_group(std::uint32_t group, std::int64_t position) {
+    ClipSpec placed = clip("", position, 0);
+    placed.clip_group = group;
+    return placed;
+}
+
+ClipSpec fade_row(std::uint8_t kind, std::int64_t position) {
+    ClipSpec row = clip("", position, 0);
+    row.is_fade = true;
+    row.fade = {.kind = kind, .pre = kind == 1 ? 4800U : 0U, .length = 9600};
+    return row;
+}
+
+/// Three copies of a group that share its list, the last one faded at both ends; a group cut in two
+/// with a crossfade at the cut; one that covers a clip and is covered by another. Its second clip
+/// is stretched and pitched.
+GoldenCase cut_groups() {
+    ClipSpec stretched = clip("Voice-01", 2 * second, second, 3 * second);
+    stretched.warp = builder::WarpSpec{.points = {{0, 0}, {30000, 24000}, {72000, 48000}},
+                                       .anchor = static_cast<std::uint64_t>(3 * second)};
+    stretched.pitch.semitones = 2;
+    SessionBuilder session = with_files();
+    session.clip_group({"Riff", 4 * second, {clip("Voice", 0, 2 * second), stretched}});
+    for (const char* copy : {"Riff-01", "Riff-02"}) {
+        session.clip_group({.name = copy, .length = 4 * second, .list_of = 0});
+    }
+    session.clip_group({.name = "Left", .length = second, .list_of = 0});
+    session.clip_group({.name = "Right", .length = 2 * second, .start = second, .list_of = 0});
+    session.track(
+        track("Voice", {placed_group(0, 0), placed_group(1, 5 * second), fade_row(3, 10 * second),
+                        placed_group(2, 10 * second), fade_row(2, 14 * second),
+                        placed_group(3, 15 * second), fade_row(1, 16 * second),
+                        placed_group(4, 16 * second), clip("Voice-02", 20 * second, 2 * second),
+                        placed_group(0, 21 * second), clip("Voice-03", 24 * second, 2 * second)}));
+    return {"cut_groups", session, {}, {"Voice.wav"}};
+}
+
+/// A cue list: groups without audio on a mono track, on its other playlist and on both legs of a
+/// stereo track. One lies over a clip, one under the next, one wholly under another.
+GoldenCase cue_list() {
+    TrackSpec cues = track("Cues", {clip("Voice", second, 2 * second), placed_group(0, 2 * second),
+                                    placed_group(1, 4 * second), placed_group(0, 8 * second),
+                                    placed_group(1, 8 * second)});
+    cues.clips[2].muted = cues.clips[2].locked = true;
+    cues.clips[2].colour = 5;
+    cues.alternates = {{"Cues.01", {placed_group(0, 0)}}};
+    TrackSpec wide = track("Wide", {placed_group(1, second)});
+    wide.channels = 2;
+    SessionBuilder session = with_files();
+    session.clip_group({"\"Hold there!\" $QN=1", 3 * second, {}});
+    session.clip_group({.name = "It's him", .length = 3 * second, .start = -second, .list_of = 0});
+    session.track(cues).track(wide).alternate_playlist("Cues.01", 1);
+    return {"cue_list", session, {}, {"Voice.wav"}};
+}
+
 GoldenCase alternates() {
     TrackSpec lead = track("Lead", {clip("Voice", 0, 2 * second)});
     lead.alternates = {{"Lead.01", {clip("Voice-01", second, second, second)}},
@@ -567,6 +622,7 @@ std::vector<GoldenCase> golden_cases() {
         tempo_ramps(),     clips(),
         clip_gain(),       left_out_placements(),
         overlaps(),        nested_groups(),
+        cut_groups(),      cue_list(),
         alternates(),      alternates_dropped(),
         surround(),        nested_folders(),
         groups_and_vcas(), crossfades(),

@@ -4,9 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <map>
+#include <sstream>
 #include <tuple>
 
 #include "base/formatted_text.hpp"
@@ -237,6 +240,155 @@ TEST(RealSessions, Untitled32IsAnEmptyProject) {
     EXPECT_TRUE(converted.project.tracks.empty());
     EXPECT_EQ(converted.project.head_lines("SAMPLERATE"), std::vector<std::string>{"44100 0 0"});
     EXPECT_NE(converted.console.find("0 tracks, 0 clips, 0 MIDI notes"), std::string::npos);
+}
+
+/// What Pro Tools itself says of a session, in the text that it exports.
+struct ExportedTrack {
+    std::string name;
+    bool stereo = false;
+    std::string comment;
+    std::vector<std::string> events;  // channel, name, start, end, state
+};
+
+struct ExportedText {
+    std::string timecode;  // frames a second, session start
+    std::vector<ExportedTrack> tracks;
+    std::vector<std::string> markers;  // number and name
+};
+
+std::string trimmed(const std::string& cell) {
+    const auto first = cell.find_first_not_of(' ');
+    if (first == cell.npos) return {};
+    return cell.substr(first, cell.find_last_not_of(' ') + 1 - first);
+}
+
+std::vector<std::string> cells_of(const std::string& line) {
+    std::vector<std::string> cells;
+    std::istringstream in(line);
+    for (std::string cell; std::getline(in, cell, '\t');) cells.push_back(trimmed(cell));
+    return cells;
+}
+
+ExportedText read_export(const std::string& text) {
+    ExportedText read;
+    std::istringstream lines(text);
+    bool in_markers = false;
+    for (std::string line; std::getline(lines, line);) {
+        const auto cells = cells_of(line);
+        in_markers = in_markers || line.starts_with("M A R K E R S");
+        if (cells.size() == 2 && cells[0] == "SESSION START TIMECODE:") {
+            read.timecode = " fps, Session Start " + cells[1].substr(0, 11);
+        } else if (cells.size() == 2 && cells[0] == "TIMECODE FORMAT:") {
+            read.timecode = "Timecode: " + cells[1].substr(0, cells[1].find(' ')) + read.timecode;
+        } else if (cells.size() == 2 && cells[0] == "TRACK NAME:") {
+            ExportedTrack& track = read.tracks.emplace_back();
+            const auto stereo = cells[1].rfind(" (Stereo)");
+            track.stereo = stereo != cells[1].npos;
+            track.name = cells[1].substr(0, stereo);
+        } else if (cells.size() == 2 && cells[0] == "COMMENTS:") {
+            read.tracks.back().comment = cells[1];
+        } else if (cells.size() == 7 && std::isdigit(line.front()) != 0) {
+            read.tracks.back().events.push_back(cells[0] + " " + cells[2] + " " + cells[3] + " " +
+                                                cells[4] + " " + cells[6]);
+        } else if (in_markers && cells.size() >= 5 && std::isdigit(line.front()) != 0) {
+            read.markers.push_back(cells[0] + " " + cells[2] + " " + cells[4]);
+        }
+    }
+    return read;
+}
+
+std::string timecode(long long frames) {
+    return formatted("%02lld:%02lld:%02lld:%02lld", frames / 108000, frames / 1800 % 60,
+                     frames / 30 % 60, frames % 30);
+}
+
+std::string in_samples(long long sample) {
+    return std::to_string(sample);
+}
+
+/// A frame of 29.97 per second, from 01:00:00:00, begins at the sample below its exact place.
+std::string in_frames(long long sample) {
+    const auto begins_at = [](long long frame) { return frame * 8008 / 5; };
+    long long frame = sample * 5 / 8008;
+    if (begins_at(frame + 1) <= sample) ++frame;
+    return timecode(108000 + frame);
+}
+
+/// Frames of 30 per second, from 01:00:00:00, with hundredths, which are rounded.
+std::string in_subframes(long long sample) {
+    const long long hundredths = (sample + 8) / 16;
+    return timecode(108000 + hundredths / 100) + formatted(".%02lld", hundredths % 100);
+}
+
+/// The items of a track as the text would have them.
+std::vector<std::string> events_of(const builder::ReadTrack& track, bool stereo,
+                                   std::string (*cell)(long long)) {
+    std::vector<std::string> events;
+    for (const int channel : {1, 2}) {
+        for (const ReadItem& item : track.items) {
+            const int side = stereo && item.take_pan > 0 ? 2 : 1;
+            if (side != channel) continue;
+            const auto start = std::llround(item.position * 48000);
+            const auto end = std::llround((item.position + item.length) * 48000);
+            EXPECT_NEAR(static_cast<double>(start), item.position * 48000, 1e-3);
+            events.push_back(std::to_string(channel) + " " + trimmed(item.name) + " " +
+                             cell(start) + " " + cell(end) + (item.muted ? " Muted" : " Unmuted"));
+        }
+    }
+    return events;
+}
+
+TEST(RealSessions, AgreeWithTheTextsThatProToolsWroteOfThem) {
+    const struct {
+        const char* session;
+        const char* text;
+        std::string (*cell)(long long);
+        std::size_t tracks, events, markers;
+    } cases[] = {
+        {"RobinHood.ptx", "RobinHood_samples.txt", in_samples, 17, 93, 1},
+        {"RobinHood.ptx", "RobinHood.txt", in_frames, 14, 91, 1},
+        {"TestExport.ptx", "TestExport_samples.txt", in_samples, 4, 5, 0},
+        {"TestExport.ptx", "TestExport_timecode.txt", in_subframes, 4, 5, 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.text);
+        const std::string folder = "protools-texts/";
+        const auto converted = convert_real(folder + c.session);
+        if (!converted.found) GTEST_SKIP() << "the real sessions are not on this machine";
+        const auto exported = read_export(file_text(builder::real_session(folder + c.text)));
+        // The later export was made of a session that had been set to drop frame.
+        const bool is_later = exported.timecode.ends_with(";00");
+        EXPECT_TRUE(is_later || converted.console.find(exported.timecode) != std::string::npos);
+        std::vector<std::string> listed;
+        std::size_t events = 0;
+        for (const auto& track : exported.tracks) {
+            SCOPED_TRACE(track.name);
+            const auto written = converted.project.track(track.name);
+            EXPECT_EQ(events_of(written, track.stereo, c.cell), track.events);
+            EXPECT_EQ(written.timebase, 0);
+            const auto notes = converted.project.head_lines("|" + track.name + ":");
+            EXPECT_EQ(notes.empty() ? "" : trimmed(notes[0]), track.comment);
+            listed.push_back(track.name);
+            events += track.events.size();
+        }
+        auto written = track_names(converted.project);
+        std::erase_if(written, [&](const std::string& name) {
+            return std::ranges::find(listed, name) == listed.end();
+        });
+        EXPECT_EQ(written, listed) << "the order of the edit window";
+        EXPECT_EQ(std::tuple(listed.size(), events, exported.markers.size()),
+                  std::tuple(c.tracks, c.events, c.markers))
+            << "the text was read whole";
+        std::vector<std::string> markers;
+        for (const auto& line : converted.project.head_lines("MARKER")) {
+            const auto name = line.find('"');
+            markers.push_back(formatted(
+                "%d %lld %s", std::atoi(line.c_str()),
+                std::llround(std::atof(line.c_str() + line.find(' ')) * 48000),
+                trimmed(line.substr(name + 1, line.find('"', name + 1) - name - 1)).c_str()));
+        }
+        EXPECT_EQ(markers, exported.markers);
+    }
 }
 
 struct Stages : tanrovegui::Progress {
