@@ -1,11 +1,12 @@
 // Writes the seeds of all fuzzing targets into a folder: small decrypted sessions of every kind
-// that the session builder makes.
+// that the session builder makes, and a text of every kind that is read.
 //   write_seeds FOLDER
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <string>
 
+#include "support/fx_chain_text.hpp"
 #include "support/records/old_session_records.hpp"
 #include "support/rich_session.hpp"
 
@@ -45,6 +46,22 @@ std::vector<Seed> seeds() {
         all.push_back({family.name, family.session.image()});
     }
     all.push_back({"rich", rich_session({}).image()});
+    const struct {
+        const char* name;
+        std::string text;
+    } texts[] = {
+        {"vst_list",
+         "[vstcache]\na.dll=00,1349674033,A (Me)\nb.vst3=00,7{5653544D6462316D6F646F2062617373,B "
+         "(Me) (mono)!!!VSTi\nsh.vst3<12=00,12{ABCDEF019182FAEB4D61676552616E6A,C (W)\n"
+         "d.vst3=0,9,D, E (Me, Inc.)\nMakePrd1 Kontakt NiInNi$D iZtpZab0 KsWVWavesubC\n"},
+        {"clap_list", "[one.clap]\n_=00\ncom.one=1|One (Me)\n[two.clap]\ncom.two=0|Two (Me)\n"},
+        {"learned", "# mine\nMakePrd1 | VST3: A (B) | a.vst3 | 1{2} | 4 | 2 | 65535 | Default\n"},
+        {"chain", fx_chain_text({1, 0xfeed5eee, 1, 1, 0, 1, 1, 0, 9, 1, 77}, "FabF")},
+        {"parameters", "plugin\tbuild\tx\tn\tname\nVST: A (B)\t1<2>\t\t0\tGain\n"},
+    };
+    for (const auto& seed : texts) {
+        all.push_back({seed.name, Bytes(seed.text.begin(), seed.text.end())});
+    }
     return all;
 }
 

@@ -21,6 +21,7 @@
 #include "run/open_session.hpp"
 #include "run/output_path.hpp"
 #include "run/plan_project.hpp"
+#include "run/plugin_knowledge.hpp"
 #include "run/routing_records.hpp"
 #include "run/session_listing.hpp"
 #include "run/session_records.hpp"
@@ -95,6 +96,7 @@ std::int32_t Conversion::run() {
     if (std::getenv("TANROVE_DUMP_LANES") != nullptr) {
         std::fputs(strip_lanes_text(read_mixer(index, strips)).c_str(), stderr);
     }
+    const PluginKnowledge plugins = load_plugin_knowledge(options_, index, strips.inserts);
     tallies_.track_table = strips.track_table;
     note_unroutable(index, strips.strips.rows, strips.hardware_inserts, tallies_.mix.routing);
     const VideoRecords video = read_video(index);
@@ -112,6 +114,7 @@ std::int32_t Conversion::run() {
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     plan_freezes(project_, index, clips, time_, options_.keep_frozen, media, tallies_.frozen);
     tallies_.not_carried = count_not_carried(index, clips, strips, project_.mix);
+    tallies_.not_carried.plugin_list_missing = !plugins.identities.knows_what_is_installed();
     MovieSearch movies({folders_.media_parent, folders_.session_folder, video.paths});
     project_path_ = choose_output_path(options_);
     if (!write_project(project_, options_, project_path_, media, movies, tallies_)) {
@@ -162,6 +165,7 @@ void Conversion::give_account(const PTFFormat& file, const SessionVersion& versi
     }
     console_write(closing_notes(facts, tallies_));
     tell_files_not_made(options_);
+    write_want_list(options_, project_path_, {});
     if (options_.check_only) {
         console_print(
             "\n  --check: nothing was written. The lines above are what a real\n"

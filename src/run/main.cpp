@@ -1,5 +1,6 @@
 // The program: a command line in, an exit code out.
 #include "run/convert_session.hpp"
+#include "run/learn_plugin.hpp"
 #include "run/process_guard.hpp"
 #include "run/run_driver.hpp"
 
@@ -7,5 +8,6 @@ int main(int argument_count, char** arguments) {
     tanrove::guard_process();
     tanrove::RunSteps steps;
     steps.convert = tanrove::convert_session;
+    steps.learn = tanrove::learn_plugin;
     return tanrove::run_tanrove(argument_count, arguments, steps);
 }

@@ -87,10 +87,6 @@ void tell_files_not_made(const RunOptions& options) {
          "\n  --report is not part of this build yet; no report was written.\n"},
         {!options.usage_json_path.empty() && !options.check_only,
          "\n  --usage-json is not part of this build yet; no summary was written.\n"},
-        {!options.want_params_path.empty(),
-         "\n  --want-params is not part of this build yet; no list was written.\n"},
-        {options.dump_cache,
-         "\n  --dump-cache is not part of this build yet; nothing was dumped.\n"},
         {!options.corpus_dir.empty(),
          "\n  --dump-corpus is not part of this build yet; no samples were written.\n"},
     };

@@ -22,7 +22,9 @@ struct RunSteps {
 
     /// Learns one plug-in from an FX chain file and its signature; 0, or 1 on failure. Without it
     /// the run says that nothing was learned.
-    std::function<std::int32_t(const std::string& chain_path, const std::string& signature)> learn;
+    std::function<std::int32_t(const std::string& program_path, const std::string& chain_path,
+                               const std::string& signature)>
+        learn;
 
     /// Writes the usage summary of a finished conversion to `usage_json_path`; the result code of
     /// the run does not depend on it. Without it none is written.

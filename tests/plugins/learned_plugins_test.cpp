@@ -4,16 +4,16 @@
 
 #include <gtest/gtest.h>
 
-#include "base/base64.hpp"
 #include "base/formatted_text.hpp"
 #include "plugins/parameter_names.hpp"
 #include "support/byte_writer.hpp"
+#include "support/fx_chain_text.hpp"
 #include "support/real_sessions.hpp"
 
 namespace tanrove {
 namespace {
 
-using builder::ByteWriter;
+using builder::fx_chain_text;
 
 /// The line that a chain teaches for the code "MakePrd1"; behind it what is off, if anything.
 std::string taught(const std::string& text) {
@@ -62,15 +62,6 @@ TEST(ReadChain, TeachesWhatRealChainsHold) {
               "1048831");
 }
 
-/// A chain whose plug-in has a state of these words, then these bytes.
-std::string chain_of(const std::vector<std::uint32_t>& words, const std::string& bytes = "") {
-    ByteWriter state;
-    for (const std::uint32_t word : words) state.u32(word);
-    const auto made = state.raw(bytes).bytes();
-    return "BYPASS 0 0 0\n<VST \"VST: A (B)\" \"a b.dll\" 0 '' 1<2> \"\"\n  " +
-           base64(made).substr(0, (made.size() * 4 + 2) / 3) + "\n>\n";
-}
-
 TEST(ReadChain, ReadsTheHeaderWithEightOrFourByteMasksOrNotAtAll) {
     const std::uint32_t magic = 0xfeed5eee;
     const std::string line = "MakePrd1 | VST: A (B) | a b.dll | 1<2> | ";
@@ -86,20 +77,22 @@ TEST(ReadChain, ReadsTheHeaderWithEightOrFourByteMasksOrNotAtAll) {
         std::string chain;
         std::string line;
     } cases[] = {
-        {"mono", chain_of(mono), line + "1 | 1 | 77"},
-        {"no input", chain_of({1, magic, 0, 1, 1, 0, 9, 0, 77}), line + "0 | 1 | 77"},
-        {"short masks", chain_of({1, 0xfeed5eef, 2, 1, 2, 1, 1, 9, 1, 77}), line + "2 | 1 | 77"},
-        {"framed", chain_of(mono, "FabF"), line + "1 | 1 | 77 | Default Setting"},
-        {"framed later", chain_of(mono, "12345678FabF"), line + "1 | 1 | 77 | Default Setting"},
-        {"not framed", chain_of(mono, "1234FabF"), line + "1 | 1 | 77"},
-        {"no magic", chain_of(with(1, 0xfeed5eed)), line + "1 | 1 | 77, no magic"},
-        {"4 billion pins", chain_of(with(2, 0xffffffff)), stereo + ", no pins"},
-        {"65 pins", chain_of(with(5, 65)), stereo + ", no pins"},
-        {"no output", chain_of(with(5, 0)), stereo + ", no pins"},
-        {"too long", chain_of(with(8, 0x1000001)), stereo + ", no pins"},
-        {"as long as can be", chain_of(with(8, 0x1000000)), line + "1 | 1 | 77"},
-        {"word 2", chain_of(with(9, 2)), stereo + ", no pins"},
-        {"cut", chain_of({1, magic, 1, 1, 0, 1, 1, 0, 9, 1}), stereo + ", no pins"},
+        {"mono", fx_chain_text(mono), line + "1 | 1 | 77"},
+        {"no input", fx_chain_text({1, magic, 0, 1, 1, 0, 9, 0, 77}), line + "0 | 1 | 77"},
+        {"short masks", fx_chain_text({1, 0xfeed5eef, 2, 1, 2, 1, 1, 9, 1, 77}),
+         line + "2 | 1 | 77"},
+        {"framed", fx_chain_text(mono, "FabF"), line + "1 | 1 | 77 | Default Setting"},
+        {"framed later", fx_chain_text(mono, "12345678FabF"),
+         line + "1 | 1 | 77 | Default Setting"},
+        {"not framed", fx_chain_text(mono, "1234FabF"), line + "1 | 1 | 77"},
+        {"no magic", fx_chain_text(with(1, 0xfeed5eed)), line + "1 | 1 | 77, no magic"},
+        {"4 billion pins", fx_chain_text(with(2, 0xffffffff)), stereo + ", no pins"},
+        {"65 pins", fx_chain_text(with(5, 65)), stereo + ", no pins"},
+        {"no output", fx_chain_text(with(5, 0)), stereo + ", no pins"},
+        {"too long", fx_chain_text(with(8, 0x1000001)), stereo + ", no pins"},
+        {"as long as can be", fx_chain_text(with(8, 0x1000000)), line + "1 | 1 | 77"},
+        {"word 2", fx_chain_text(with(9, 2)), stereo + ", no pins"},
+        {"cut", fx_chain_text({1, magic, 1, 1, 0, 1, 1, 0, 9, 1}), stereo + ", no pins"},
         {"no state", "<VST a b 0 c 1<2> \"\"\n>\n",
          "MakePrd1 | a | b | 1<2> | 2 | 2 | 0, no magic, no pins"},
         {"a CLAP", "<CLAP \"CLAP: A (B)\" com.a \"\"\n>\n",
@@ -180,7 +173,7 @@ TEST(ParameterNames, AreThoseOfTheBuildOrThoseThatAllBuildsShare) {
 
 TEST(LearnedTexts, EndInAnAnswerWhereverTheyAreCut) {
     const std::string texts[] = {
-        chain_of({1, 0xfeed5eee, 1, 1, 0, 1, 1, 0, 9, 1, 77}, "FabF"),
+        fx_chain_text({1, 0xfeed5eee, 1, 1, 0, 1, 1, 0, 9, 1, 77}, "FabF"),
         "MakePrd1 | VST3: A (B) | a.vst3 | 1{2} | 4 | 2 | 65535 | P\n",
         "VST: A (B)\t1{2}\t\t1\tMix\tmore\n",
     };

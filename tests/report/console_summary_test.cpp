@@ -132,7 +132,7 @@ RunTallies every_counter_at_one() {
         tallies.frozen.refused.push_back({"Gtr", reason, "Gtr-FZ.wav"});
     }
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
-    tallies.not_carried = {1, 1, 1, 1};
+    tallies.not_carried = {1, 1, 1, 1, 1, true};
     tallies.written.untold_paths = {"/song/\"a'b`.wav"};
     tallies.media = {1, {{"Takes", 1}}, {"gone.wav"}, 2};
     return tallies;

@@ -164,14 +164,15 @@ TEST_F(RunDriver, APauseEndsWithStdin) {
 TEST_F(RunDriver, LearningTakesTheWholeRun) {
     std::string learned;
     std::int32_t verdict = 0;
-    steps.learn = [&](const std::string& chain, const std::string& signature) {
-        learned += chain + "/" + signature + ";";
+    steps.learn = [&](const std::string& program, const std::string& chain,
+                      const std::string& signature) {
+        learned += program + ":" + chain + "/" + signature + ";";
         return verdict;
     };
     EXPECT_EQ(run({"--learn", "a.RfxChain", "ABCDefgh", "x.ptx"}), 0);
     verdict = -7;
     EXPECT_EQ(run({"--learn", "b", "c"}), 1);
-    EXPECT_EQ(learned, "a.RfxChain/ABCDefgh;b/c;");
+    EXPECT_EQ(learned, "tanrove:a.RfxChain/ABCDefgh;tanrove:b/c;");
     EXPECT_TRUE(seen.empty());
 }
 

@@ -1,6 +1,7 @@
 // Temporary folders with names that no two tests share.
 #include "support/temp_folder.hpp"
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -18,13 +19,19 @@ TempFolder::TempFolder() {
 
 TempFolder::~TempFolder() {
     std::error_code error;
-    if (!former_.empty()) fs::current_path(former_, error);
+    if (!former_.empty()) {
+        fs::current_path(former_, error);
+        setenv("HOME", former_home_.c_str(), 1);
+    }
     fs::remove_all(path_, error);
 }
 
 void TempFolder::enter() {
     former_ = fs::current_path();
     fs::current_path(path_);
+    const char* home = std::getenv("HOME");
+    former_home_ = home == nullptr ? "" : home;
+    setenv("HOME", path_.c_str(), 1);
 }
 
 std::size_t TempFolder::file_count() const {

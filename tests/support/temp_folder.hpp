@@ -18,7 +18,8 @@ public:
     std::string path() const { return path_.string(); }
     std::string operator/(const std::string& name) const { return (path_ / name).string(); }
 
-    /// Makes it the working folder until the object goes.
+    /// Makes it the working folder, and the user's home, until the object goes: programs keep
+    /// settings there that no test knows of.
     void enter();
 
     /// Number of files in it, folders inside included.
@@ -27,6 +28,7 @@ public:
 private:
     std::filesystem::path path_;
     std::filesystem::path former_;
+    std::string former_home_;
 };
 
 /// The whole file; empty if it cannot be read.
