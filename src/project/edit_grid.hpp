@@ -9,8 +9,9 @@
 namespace tanrove {
 
 struct EditGrid {
-    std::optional<double> quarter_notes;  ///< nullopt: REAPER keeps its own grid
-    std::optional<GridSetting> nudge;     ///< what the session has and the project cannot hold
+    std::optional<double> quarter_notes;    ///< nullopt: REAPER keeps its own grid
+    std::optional<GridSetting> other_unit;  ///< a grid that counts no bars: it is not written
+    std::optional<GridSetting> nudge;       ///< what the session has and the project cannot hold
 };
 
 /// The session's grid under its first meter.

@@ -11,6 +11,7 @@ namespace tanrove {
 struct MeterChanges {
     bool has_map = false;                   ///< false: the session records no meter, 4/4 throughout
     MeterPoint first = {};                  ///< 4/4 without a map
+    int measure_offset = 0;                 ///< of the session's first bar from bar 1
     std::vector<MeterPoint> changes = {};   ///< behind the first, in the order of the records
     std::vector<MeterPoint> repeated = {};  ///< records that repeat the meter in force; not written
 };

@@ -28,9 +28,12 @@ void write_rate_and_tempo(TextSink& out, const HeadPlan& plan) {
     out.line(1, "PLAYRATE 1 0 0.25 4");
 }
 
-void write_ruler(TextSink& out, const TimecodeRuler& ruler) {
+void write_ruler(TextSink& out, const TimecodeRuler& ruler, int measure_offset) {
+    if (ruler.written || measure_offset != 0) {
+        const double offset_seconds = ruler.written ? ruler.offset_seconds : 0;
+        out.line(1, "PROJOFFS %.10f %d 0", offset_seconds, measure_offset);
+    }
     if (!ruler.written) return;
-    out.line(1, "PROJOFFS %.10f 0 0", ruler.offset_seconds);
     out.line(1, "TIMEMODE 1 5 -1 %d %d 0 -1 0", ruler.nominal_fps,
              static_cast<int>(ruler.drop_mode));
 }
@@ -92,6 +95,7 @@ HeadPlan plan_project_head(const HeadRecords& records, bool tempo_ramps, HeadTal
         .tempo_bpm = printable(records.tempo.bpm),
         .meter = tallies.meters.first,
         .timecode = tallies.timecode,
+        .measure_offset = tallies.meters.measure_offset,
         .recording = tallies.recording,
         .tempo_envelope =
             plan_tempo_envelope(records.tempo, clock, tallies.meters, tempo_ramps, tallies.tempo),
@@ -107,7 +111,7 @@ int write_project_head(TextSink& out, const HeadPlan& plan) {
     write_notes(out, plan.notes);
     write_edit_modes(out);
     write_rate_and_tempo(out, plan);
-    write_ruler(out, plan.timecode);
+    write_ruler(out, plan.timecode, plan.measure_offset);
     write_recording(out, plan.recording);
     write_tempo_envelope(out, plan.tempo_envelope);
     write_markers(out, plan.markers);

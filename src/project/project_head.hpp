@@ -42,6 +42,7 @@ struct HeadPlan {
     double tempo_bpm = default_tempo_bpm;
     MeterPoint meter;
     TimecodeRuler timecode;
+    int measure_offset = 0;  ///< of the first bar's number from 1
     RecordFormat recording;
     TempoEnvelope tempo_envelope;  ///< empty for no envelope
     std::vector<MarkerPlan> markers;

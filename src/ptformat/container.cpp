@@ -15,6 +15,7 @@ constexpr std::uint8_t block_marker = 'Z';
 constexpr std::size_t block_header_bytes = 9;
 constexpr std::size_t block_size_base = 7;
 constexpr std::size_t smallest_block_size = 2;  // the content type itself
+constexpr std::uint32_t pointer_block_size = 4;
 
 // A three-point header: u8 flag, u32 of number widths, then the numbers.
 constexpr std::size_t widths_at = 1;
@@ -34,8 +35,12 @@ bool ChainBlock::is_one_of(std::initializer_list<std::uint16_t> types) const {
     return std::find(types.begin(), types.end(), content_type) != types.end();
 }
 
-Container::Container(ByteView image) : image_(image), big_endian_(ptformat::is_big_endian(image)) {
-    std::size_t p = header_bytes;
+/// A session's first block holds no type but a position, which can read as any type.
+Container::Container(ByteView image)
+    : image_(image), big_endian_(ptformat::is_big_endian(image)), chain_at_(header_bytes) {
+    const auto first = block_at(header_bytes, image_.size());
+    if (first && first->size == pointer_block_size) chain_at_ = first->end();
+    std::size_t p = chain_at_;
     while (const auto block = next_block(p, image_.size())) {
         top_level_.push_back(*block);
         p = block->end();
@@ -114,7 +119,7 @@ std::optional<ChainBlock> Container::first_of_type(std::uint16_t type) const {
     for (const ChainBlock& block : top_level_) {
         if (block.content_type == type) return block;
     }
-    for (auto block = next_block(header_bytes, image_.size()); block;
+    for (auto block = next_block(chain_at_, image_.size()); block;
          block = next_block(block->at + 1, image_.size())) {
         if (block->content_type == type) return block;
     }
@@ -123,7 +128,7 @@ std::optional<ChainBlock> Container::first_of_type(std::uint16_t type) const {
 
 std::vector<ChainBlock> Container::scan(std::initializer_list<std::uint16_t> types) const {
     std::vector<ChainBlock> found;
-    for (auto block = next_block(header_bytes, image_.size()); block;
+    for (auto block = next_block(chain_at_, image_.size()); block;
          block = next_block(block->at + 1, image_.size())) {
         if (block->is_one_of(types)) found.push_back(*block);
     }

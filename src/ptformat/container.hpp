@@ -81,6 +81,7 @@ private:
 
     ByteView image_;
     bool big_endian_ = false;
+    std::size_t chain_at_ = 0;  ///< where the blocks begin that have a type
     std::vector<ChainBlock> top_level_;
 };
 

@@ -46,7 +46,7 @@ void print_meter_changes(TextBuffer& out, const MeterChanges& meters) {
     const std::size_t named = std::min(meters.changes.size(), max_meters_named);
     out.print("  NOTE: this session has %d meter change(s) after the first,\n", count);
     for (const MeterPoint& meter : std::span(meters.changes).first(named)) {
-        out.print("      %u/%u at bar %u\n", meter.numerator, meter.denominator, meter.bar);
+        out.print("      %u/%u at bar %d\n", meter.numerator, meter.denominator, meter.bar);
     }
     if (meters.changes.size() > named) {
         out.print("      ... and %d more\n", count - static_cast<int>(named));
@@ -73,6 +73,12 @@ void print_meters(TextBuffer& out, const MeterChanges& meters) {
     }
     out.print("  meter %d/%d, read from the session\n", static_cast<int>(meters.first.numerator),
               static_cast<int>(meters.first.denominator));
+    if (meters.measure_offset != 0) {
+        out.print(
+            "  The session begins at bar %d, and so does the project:\n"
+            "      its ruler counts bars from there.\n",
+            meters.measure_offset + 1);
+    }
     print_meter_changes(out, meters);
     print_repeated_meters(out, meters);
 }
@@ -228,17 +234,44 @@ void print_timecode(TextBuffer& out, const TimecodeRuler& timecode) {
     }
 }
 
+const char* unit_words(CountUnit unit) {
+    switch (unit) {
+        case CountUnit::minutes:
+            return "minutes and seconds";
+        case CountUnit::timecode:
+            return "timecode";
+        case CountUnit::feet:
+            return "feet and frames";
+        case CountUnit::samples:
+            return "samples";
+        case CountUnit::bars:
+            break;
+    }
+    return "bars and beats";
+}
+
+std::string nudge_text(const GridSetting& nudge) {
+    if (nudge.unit != CountUnit::bars) return nudge.text;
+    return formatted("%ld| %ld| %03ld", static_cast<long>(nudge.bars),
+                     static_cast<long>(nudge.beats), static_cast<long>(nudge.ticks));
+}
+
 void print_grid(TextBuffer& out, const EditGrid& grid) {
     if (grid.quarter_notes) {
         out.print("  Edit grid written as REAPER's grid (%g of a quarter note).\n",
                   *grid.quarter_notes);
     }
+    if (grid.other_unit) {
+        out.print(
+            "  The edit grid counts %s (%s). It is not written:\n"
+            "      REAPER keeps the grid that it has.\n",
+            unit_words(grid.other_unit->unit), grid.other_unit->text.c_str());
+    }
     if (grid.nudge) {
         out.print(
-            "      Nudge (%ld| %ld| %03ld) is not carried: REAPER keeps its\n"
+            "      Nudge (%s) is not carried: REAPER keeps its\n"
             "      nudge amount in the program, not in the project.\n",
-            static_cast<long>(grid.nudge->bars), static_cast<long>(grid.nudge->beats),
-            static_cast<long>(grid.nudge->ticks));
+            nudge_text(*grid.nudge).c_str());
     }
 }
 

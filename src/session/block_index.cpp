@@ -17,9 +17,11 @@ std::vector<Block> find_blocks(ByteView image) {
     if (image.size() < header) return blocks;
     const std::size_t most = image.size() / header;
     const std::size_t last = image.size() - header;
+    const bool opens_with_pointer = read_first_pointer(image).has_value();
     for (std::size_t p = image.find(block_marker, 0); p <= last && blocks.size() < most;
          p = image.find(block_marker, p + 1)) {
         if (!isBlockAt(image, p, image.size())) continue;
+        if (p == first_block_at && opens_with_pointer) continue;  // its word reads as any type
         blocks.push_back({p, image.u32(p + block_size_at), image.u16(p + block_content_at)});
     }
     return blocks;
@@ -135,6 +137,16 @@ std::vector<Block> BlockIndex::of_types(std::span<const std::uint16_t> content_t
     std::sort(blocks.begin(), blocks.end(),
               [](const Block& a, const Block& b) { return a.at < b.at; });
     return blocks;
+}
+
+std::vector<Block> BlockIndex::top_level() const {
+    std::vector<Block> chain;
+    std::size_t p = first_block_at;
+    if (read_first_pointer(image_)) p += block_size_base + pointer_block_size;
+    for (const Block* block = at(p); block != nullptr; block = at(block->end())) {
+        chain.push_back(*block);
+    }
+    return chain;
 }
 
 const Block* BlockIndex::at(std::size_t p) const {

@@ -88,6 +88,9 @@ public:
     /// The block whose 'Z' stands at `p`; nullptr if none does.
     const Block* at(std::size_t p) const;
 
+    /// The chain of blocks that no other holds, from the file's header on as far as it runs.
+    std::vector<Block> top_level() const;
+
     /// The first block in the payload of `parent` that lies wholly inside it: "its first child".
     const Block* first_child(const Block& parent) const {
         return all_.first_inside(parent.payload(), parent.end());

@@ -71,6 +71,13 @@ std::optional<std::string_view> readCountedText(ByteView image, std::size_t pos,
     return image.text(text_at, count);
 }
 
+std::optional<std::uint32_t> read_first_pointer(ByteView image) {
+    const bool is_pointer = isBlockAt(image, first_block_at, image.size()) &&
+                            image.u32(first_block_at + block_size_at) == pointer_block_size;
+    if (!is_pointer) return std::nullopt;
+    return image.u32(first_block_at + block_size_base);
+}
+
 std::optional<std::string_view> read_name(ByteView image, std::size_t pos, std::size_t limit) {
     const auto name = readCountedText(image, pos, max_name_bytes, limit);
     return name && is_session_text(*name) ? name : std::nullopt;

@@ -22,6 +22,14 @@ constexpr std::size_t block_content_at = 7;
 constexpr std::size_t block_payload_at = 9;
 constexpr std::size_t block_size_base = 7;  // the size counts from here
 
+/// A session's first block stands behind the file's header. It holds no type but a u32: the
+/// position of the session's own list of its blocks, which stands last.
+constexpr std::size_t first_block_at = 20;
+constexpr std::uint32_t pointer_block_size = 4;
+
+/// The position that the first block holds; nullopt where a block of another kind comes first.
+std::optional<std::uint32_t> read_first_pointer(ByteView image);
+
 /// Ticks count from here, 960000 to a quarter note.
 constexpr std::uint64_t tick_origin = 1000000000000ULL;
 constexpr double ticks_per_quarter = 960000.0;

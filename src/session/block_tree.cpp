@@ -12,7 +12,6 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::size_t first_block_at = 20;  // behind the file's header
 constexpr std::uint32_t smallest_parent = 2;
 
 /// Parses blocks and what is in them. `levels` is how many levels of children are still followed.
@@ -73,7 +72,9 @@ std::vector<BlockNode> parse_top_level(ByteView image, LevelsOf levels_of) {
     TreeParser parser(image);
     std::vector<BlockNode> blocks;
     std::size_t last_size = 0;
-    for (std::size_t p = first_block_at; p < image.size();) {
+    std::size_t p = first_block_at;
+    if (read_first_pointer(image)) p += block_size_base + pointer_block_size;
+    while (p < image.size()) {
         const int levels = levels_of(image.u16(p + block_content_at));
         if (auto block = parser.parse_block(p, image.size(), levels)) {
             last_size = block->size + block_size_base;

@@ -1,5 +1,6 @@
 // A whole session is a chain of top-level blocks that ends with the file. If no block reaches the
-// end, the file was cut; if one does and the chain still breaks, something in the middle is wrong.
+// end, or the last block should begin behind it, the file was cut; if one does and the chain still
+// breaks, something in the middle is wrong.
 #include "session/damage_scan.hpp"
 
 #include <algorithm>
@@ -60,7 +61,7 @@ DamageReport scanDamage(const BlockIndex& index) {
     const std::size_t size = index.image().size();
     const std::size_t furthest = furthest_end(index);
     if (furthest == 0) return {};
-    if (furthest < size) {
+    if (furthest < size || read_first_pointer(index.image()).value_or(0) >= size) {
         return {.verdict = DamageVerdict::incomplete, .trailing_bytes = size - furthest};
     }
     const std::size_t stop = chain_end(index.image());

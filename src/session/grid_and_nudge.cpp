@@ -1,10 +1,17 @@
 // The edit grid and the nudge value. A record of values (0x2066) holds each value as text in every
-// unit of the time line, bars and beats among them: "   0| 1| 000". The edit window's own record
-// comes first in the session and holds two, the nudge and the grid; other records of the type hold
-// one or three.
+// unit of the time line: bars and beats, "   0| 1| 000", then minutes, timecode, feet, samples. The
+// edit window's own record stands at the top level of the session; windows of other settings have
+// further ones. From the 'Z':
+//
+//   9       u32 g, number of values: the nudge, the grid, one more
+//   13      g u8, the unit that counts
+//   13 + g  two more lists of the same form
+//   ..      u32 g, then for each value u32 number of units and a counted text for each
 #include "session/grid_and_nudge.hpp"
 
 #include <algorithm>
+#include <string_view>
+#include <vector>
 
 namespace tanrove {
 
@@ -14,6 +21,12 @@ constexpr std::uint16_t values_type = 0x2066;
 constexpr std::uint32_t min_values_size = 24;
 constexpr std::uint32_t max_values_size = 4000;
 constexpr std::size_t max_values_blocks = 4096;  // a session has four or five
+
+constexpr std::size_t unit_lists = 3;
+constexpr std::size_t count_width = 4;
+constexpr std::size_t max_values = 16;
+constexpr std::size_t unit_count = 5;
+constexpr std::size_t max_text_bytes = 64;
 
 constexpr std::size_t max_bar_digits = 7;
 constexpr std::size_t tick_digits = 3;
@@ -84,17 +97,65 @@ std::optional<FoundSetting> find_setting(ByteView record, std::size_t from) {
     return std::nullopt;
 }
 
+/// For each value its texts, one a unit; empty where the record does not hold together.
+std::vector<std::vector<std::string_view>> read_texts(ByteView record) {
+    std::size_t at = block_payload_at;
+    for (std::size_t list = 0; list < unit_lists; ++list) {
+        const std::size_t count = record.u32(at);
+        if (count > max_values) return {};
+        at += count_width + count;
+    }
+    const std::size_t value_count = record.u32(at);
+    if (value_count > max_values) return {};
+    at += count_width;
+    std::vector<std::vector<std::string_view>> values(value_count);
+    for (auto& texts : values) {
+        if (record.u32(at) != unit_count) return {};
+        at += count_width;
+        for (std::size_t unit = 0; unit < unit_count; ++unit) {
+            const auto text = readCountedText(record, at, max_text_bytes, record.size());
+            if (!text) return {};
+            texts.push_back(*text);
+            at += count_width + text->size();
+        }
+    }
+    return values;
+}
+
+/// Gives the value of this number its unit. A record that holds together otherwise counts bars.
+void read_unit(ByteView record, std::size_t value, GridSetting& setting) {
+    const auto texts = read_texts(record);
+    const std::size_t unit = record.u8(block_payload_at + count_width + value);
+    if (value >= texts.size() || unit >= unit_count) return;
+    setting.unit = static_cast<CountUnit>(unit);
+    const std::string_view text = texts[value][unit];
+    if (is_ascii_text(text))
+        setting.text = text.substr(std::min(text.find_first_not_of(' '), text.size()));
+}
+
+std::optional<GridAndNudge> read_values(const BlockIndex& index, const Block& block) {
+    if (block.size < min_values_size || block.size > max_values_size) return std::nullopt;
+    const ByteView record = index.image().window(block.at, block.end() - block.at);
+    const auto nudge = find_setting(record, block_payload_at);
+    if (!nudge) return std::nullopt;
+    const auto grid = find_setting(record, nudge->end);
+    if (!grid) return std::nullopt;
+    GridAndNudge values{.nudge = nudge->setting, .grid = grid->setting};
+    read_unit(record, 0, values.nudge);
+    read_unit(record, 1, values.grid);
+    return values;
+}
+
 }  // namespace
 
 std::optional<GridAndNudge> readGridAndNudge(const BlockIndex& index) {
+    for (const Block& block : index.top_level()) {
+        if (block.content_type != values_type) continue;
+        if (auto values = read_values(index, block)) return values;
+    }
     const auto blocks = index.of_type(values_type).all();
     for (const Block& block : blocks.first(std::min(blocks.size(), max_values_blocks))) {
-        if (block.size < min_values_size || block.size > max_values_size) continue;
-        const ByteView record = index.image().window(block.at, block.end() - block.at);
-        const auto nudge = find_setting(record, block_payload_at);
-        if (!nudge) continue;
-        const auto grid = find_setting(record, nudge->end);
-        if (grid) return GridAndNudge{.nudge = nudge->setting, .grid = grid->setting};
+        if (auto values = read_values(index, block)) return values;
     }
     return std::nullopt;
 }

@@ -8,7 +8,7 @@
 // An entry:
 //
 //   0   position, 8 bytes, ticks
-//   8   u32 bar
+//   8   i32 bar; the first is the one that the session begins with
 //   12  u32 numerator
 //   16  u32 denominator
 //   22  u32 of no known use
@@ -39,7 +39,7 @@ std::optional<MeterPoint> read_entry(ByteView entry) {
     const auto position = read_position(entry, 0);
     const MeterPoint point = {
         .tick = position < tick_origin ? 0 : static_cast<std::int64_t>(position - tick_origin),
-        .bar = entry.u32(bar_at),
+        .bar = entry.i32(bar_at),
         .numerator = entry.u32(numerator_at),
         .denominator = entry.u32(denominator_at),
         .extra = entry.u32(extra_at),

@@ -10,7 +10,7 @@ namespace tanrove {
 
 struct MeterPoint {
     std::int64_t tick = 0;  ///< from the session's origin
-    std::uint32_t bar = 0;
+    std::int32_t bar = 0;
     std::uint32_t numerator = 4;
     std::uint32_t denominator = 4;
     std::uint32_t extra = 0;  ///< as stored, used by no one

@@ -1,7 +1,7 @@
 // The list 0x2004: u32 count at 9, then a 0x2005 an output. In that:
 //
 //   0x2006  u32 count of 0 to 255 at 11, text of the output's name, behind it u8 number less 1
-//   0x2097  on a plug-in: i32 that tells which one, at 22
+//   0x2097  on a plug-in: i32 that tells which one, at 22; sessions before 12.8 have none
 //   0x2401  on a port: u8 code at 9
 //
 // A 0x2097 stands in a 0x208c in a 0x2086, and that stands beside the 0x2006 or, in real sessions,
@@ -22,7 +22,8 @@ constexpr std::uint16_t port_type = 0x2401;
 
 constexpr std::size_t name_count_at = 11;
 constexpr std::size_t count_width = 4;
-constexpr std::uint32_t least_node_size = 29;
+constexpr std::uint32_t least_node_size = 15;
+constexpr std::uint32_t least_node_with_value = 29;
 constexpr std::size_t node_value_at = 22;
 constexpr std::uint32_t least_port_size = 4;
 
@@ -55,7 +56,9 @@ MidiOutput read_output(const BlockIndex& index, const Block& block) {
         }
         if (part.content_type == node_type && part.size >= least_node_size) {
             output.is_plugin_node = true;
-            output.node_value = image.i32(part.at + node_value_at);
+            if (part.size >= least_node_with_value) {
+                output.node_value = image.i32(part.at + node_value_at);
+            }
         }
         if (part.content_type == port_type && part.size >= least_port_size) {
             output.port_code = image.u8(part.payload());

@@ -1,6 +1,7 @@
 // Each MIDI playlist 0x1057, its name at 9, ends with the properties 0x2502 of its track; they
 // follow each other as the MIDI and instrument tracks do in the mixer, but for those of alternate
-// playlists between them. A last one at the session's end belongs to no track. From the 'Z':
+// playlists between them. A last one, in a 0x2505 at the session's end, holds the defaults and
+// belongs to no track. From the 'Z':
 //
 //   11  u8 1: quantize on
 //   13  0x103d, the quantize grid, of size G at 16, mostly 59; u8 swing at 54, inside it
@@ -16,8 +17,6 @@
 //   156 u8 1: transpose on, u8 duration, i8 octaves, i8 semitones
 #include "session/real_time_properties.hpp"
 
-#include <algorithm>
-#include <iterator>
 #include <map>
 #include <string_view>
 
@@ -31,6 +30,7 @@ constexpr std::uint16_t playlist_type = 0x1057;
 constexpr std::size_t playlist_name_at = 9;
 
 constexpr std::uint16_t properties_type = 0x2502;
+constexpr std::uint16_t defaults_type = 0x2505;
 constexpr std::uint16_t grid_type = 0x103d;
 constexpr std::uint32_t least_size = 153;
 constexpr std::size_t grid_at = 13;
@@ -118,17 +118,32 @@ private:
     std::map<std::string_view, std::size_t> rows_;
 };
 
+std::vector<std::size_t> starts_of(std::span<const Block> blocks) {
+    std::vector<std::size_t> starts;
+    starts.reserve(blocks.size());
+    for (const Block& block : blocks) starts.push_back(block.at);
+    return starts;
+}
+
+/// The properties of tracks, in order: all but the defaults and what is too short.
+std::vector<Block> properties_of_tracks(const BlockIndex& index) {
+    const auto all = index.of_type(properties_type).all();
+    const auto holders = smallest_enclosing(index.of_type(defaults_type).all(), starts_of(all));
+    std::vector<Block> blocks;
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (holders[i] == nullptr && all[i].size >= least_size) blocks.push_back(all[i]);
+    }
+    return blocks;
+}
+
 /// For each properties block the row that its playlist names, or `RowsByName::no_row`.
 std::vector<std::size_t> named_rows(const BlockIndex& index, std::span<const Block> blocks,
                                     std::span<const StripRow> rows) {
-    std::vector<std::size_t> positions;
-    positions.reserve(blocks.size());
-    for (const Block& block : blocks) positions.push_back(block.at);
     const RowsByName by_name(rows);
     std::vector<std::size_t> named;
     named.reserve(blocks.size());
     for (const Block* playlist :
-         smallest_enclosing(index.of_type(playlist_type).all(), positions)) {
+         smallest_enclosing(index.of_type(playlist_type).all(), starts_of(blocks))) {
         const auto name = playlist == nullptr
                               ? std::nullopt
                               : readCountedText(index.image(), playlist->at + playlist_name_at,
@@ -142,10 +157,7 @@ std::vector<std::size_t> named_rows(const BlockIndex& index, std::span<const Blo
 
 std::vector<RealTimeProperties> readRealTimeProperties(const BlockIndex& index,
                                                        std::span<const StripRow> rows) {
-    const auto all = index.of_type(properties_type).all();
-    std::vector<Block> blocks;
-    std::copy_if(all.begin(), all.end(), std::back_inserter(blocks),
-                 [](const Block& block) { return block.size >= least_size; });
+    const auto blocks = properties_of_tracks(index);
     const auto named = named_rows(index, blocks, rows);
 
     std::vector<RealTimeProperties> list(rows.size());

@@ -1,7 +1,8 @@
-// At the head: anywhere in the first 1024 bytes a counted text (u32 count, 2 to 64 bytes) that
-// begins with "Pro Tools" and is longer than that; the next counted text is the version.
-// In the product record, block 0x0003: u8 at 9, counted product text at 10 ("Pro Tools", "Pro Tools
+// The product record, block 0x0003: u8 at 9, counted product text at 10 ("Pro Tools", "Pro Tools
 // HD", "Pro Tools Ultimate"), 16 bytes of numbers, counted version text.
+// Sessions without one say it at their head: anywhere in the first 1024 bytes a counted text (u32
+// count, 2 to 64 bytes) that begins with "Pro Tools" and is longer than that; the next counted text
+// is the version. Folders stand there too, and one can be called "Pro Tools Sessions".
 #include "session/session_version.hpp"
 
 #include <algorithm>
@@ -81,7 +82,8 @@ SessionVersion scan_head(ByteView image) {
 }
 
 /// The last product record stands: sessions that were saved anew keep no older one behind it.
-SessionVersion read_product_record(const BlockIndex& index) {
+/// nullopt where there is none.
+std::optional<SessionVersion> read_product_record(const BlockIndex& index) {
     const auto records = index.of_type(product_type).all();
     for (auto record = records.rbegin(); record != records.rend(); ++record) {
         const std::size_t at = record->at + product_at;
@@ -91,14 +93,14 @@ SessionVersion read_product_record(const BlockIndex& index) {
         return version_of(*product,
                           read_text(index.image(), version_at, record->end()).value_or(""));
     }
-    return {};
+    return std::nullopt;
 }
 
 }  // namespace
 
 SessionVersion scanSessionVersion(const BlockIndex& index) {
-    const SessionVersion at_head = scan_head(index.image());
-    return at_head.version.empty() ? read_product_record(index) : at_head;
+    const auto record = read_product_record(index);
+    return record ? *record : scan_head(index.image());
 }
 
 bool saved_after_2020_10(const SessionVersion& version) {

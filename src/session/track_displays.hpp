@@ -31,7 +31,8 @@ struct TrackDisplay {
     std::optional<bool> solo_safe;
     std::optional<AutomationMode> automation_mode;
     std::optional<bool> trim_mode;
-    std::string comment;  ///< any bytes, line ends too; at most 4095
+    std::optional<bool> tick_based;  ///< false: the track is sample-based
+    std::string comment;             ///< any bytes, line ends too; at most 65535
 };
 
 /// A colour that the user chose for a track.

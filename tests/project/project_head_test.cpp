@@ -18,8 +18,9 @@ std::string head_text(const HeadPlan& plan) {
 }
 
 TEST(ProjectHead, StatesWhatTheSessionDoesAndNoMore) {
-    const std::vector<MeterPoint> meters = {{.tick = 0, .numerator = 3, .denominator = 4},
-                                            {.tick = 1920000, .numerator = 6, .denominator = 8}};
+    const std::vector<MeterPoint> meters = {
+        {.tick = 0, .bar = -4, .numerator = 3, .denominator = 4},
+        {.tick = 1920000, .numerator = 6, .denominator = 8}};
     const std::vector<MemoryLocation> locations = {
         {.name = "In", .kind = LocationKind::marker, .start = 22050, .in_samples = true}};
     HeadTallies tallies;

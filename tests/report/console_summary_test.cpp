@@ -41,6 +41,7 @@ HeadTallies head_with_everything() {
         .ramps_wanted = true,
         .ramps = {.written = 1, .left_as_steps = 1, .greatest_difference_seconds = 0.001}};
     head.meters.changes = {{.bar = 5, .numerator = 3, .denominator = 4}};
+    head.meters.measure_offset = -3;
     head.meters.repeated = {{.bar = 9, .numerator = 3, .denominator = 4}};
     head.markers = {.markers = 1,
                     .regions = 1,
@@ -57,6 +58,7 @@ HeadTallies head_with_everything() {
     head.timecode.offset_seconds = 3600;
     head.timecode.runs_at = "30";
     head.grid.quarter_notes = 0.25;
+    head.grid.other_unit = GridSetting{.unit = CountUnit::samples, .text = "10000"};
     head.grid.nudge = GridSetting{.bars = 0, .beats = 1, .ticks = 60};
     return head;
 }

@@ -98,12 +98,31 @@ TEST_F(Conversion, ASessionCutAnywhereMakesAWholeProjectOrNone) {
 
 TEST_F(Conversion, AFlippedSizeWordIsToldAndTheRestConverts) {
     Bytes image = small_session().image();
-    // The high byte of the size of the last top-level block, the product record.
-    image[image.size() - builder::product_block({}).size() + 6] ^= 0x40;
+    // The high byte of the size of the last top-level block.
+    image[image.size() - builder::session_index_block().size() + 6] ^= 0x40;
     ASSERT_TRUE(write_bytes("Song.ptx", builder::encrypted(image, builder::Cipher::ptx, 0x35)));
     EXPECT_EQ(convert(song()), 0);
     EXPECT_TRUE(said("THIS SESSION FILE")) << result_.console_text;
     EXPECT_EQ(builder::read_project(file_text("Song.rpp")).track("Voice").items.size(), 2U);
+}
+
+TEST_F(Conversion, TheWordOfTheFirstBlockIsNoTypeWhateverItReadsAs) {
+    SessionBuilder session = small_session();
+    session.top_level(builder::block(0x7777, Bytes(10000)));
+    std::string project;
+    std::string account;
+    for (const std::uint32_t word : {0U, 0x1028U, 0x1004U, 0x251aU, 0x1015U, 0x261bU}) {
+        RunOptions options = song();
+        options.overwrite = true;
+        ASSERT_TRUE(session.index_word(word).write("Song.ptx"));
+        ASSERT_EQ(convert(options), 0) << word;
+        if (project.empty()) {
+            project = file_text("Song.rpp");
+            account = result_.console_text;
+        }
+        EXPECT_EQ(file_text("Song.rpp"), project) << word;
+        EXPECT_EQ(result_.console_text, account) << word;
+    }
 }
 
 TEST_F(Conversion, AProjectThatCannotBeWrittenIsSaidSo) {

@@ -67,7 +67,10 @@ TEST(DamageScan, NamesWhatIsWrongAndWhere) {
 TEST(DamageScan, CallsABuiltSessionWholeAndEveryCutOfItNot) {
     const Bytes image = SessionBuilder().audio_file({"a.wav", 100}).image();
     EXPECT_EQ(over(image, scanDamage).verdict, DamageVerdict::none);
-    const std::size_t last_block = image.size() - product_block({}).size();
+    EXPECT_EQ(over(SessionBuilder().index_word(1 << 20).image(), scanDamage).verdict,
+              DamageVerdict::incomplete)
+        << "the last block should begin behind the end";
+    const std::size_t last_block = image.size() - session_index_block().size();
     for (std::size_t size = last_block + 1; size < image.size(); ++size) {
         const DamageReport report = over(cut_to(image, size), scanDamage);
         EXPECT_EQ(report.verdict, DamageVerdict::incomplete) << size;
@@ -85,7 +88,7 @@ Bytes saved_by(const char* product, const char* version) {
     return SessionBuilder().product(product, version).image();
 }
 
-TEST(SessionVersion, StandsAtTheHeadElseInTheLastProductRecord) {
+TEST(SessionVersion, StandsInTheLastProductRecordElseAtTheHead) {
     const Bytes earlier = product_block({"Pro Tools", "10.3.2"});
     const Bytes no_product = ByteWriter().block(0x0003, Bytes(60, 1)).bytes();
     const Bytes twice =
@@ -115,8 +118,11 @@ TEST(SessionVersion, StandsAtTheHeadElseInTheLastProductRecord) {
         {"both or none", saved_by("Pro Tools", "2019.6.0b3"), "  -1"},
         {"no record", SessionBuilder().without_product().image(), "  -1"},
         {"the last record", twice, "Pro Tools 2018.1 2018"},
-        {"head before record", ByteWriter().block(0x1111, texts).raw(twice).bytes(),
-         "Pro Tools HD 11.2 11"},
+        {"the record before the head", ByteWriter().block(0x1111, texts).raw(twice).bytes(),
+         "Pro Tools 2018.1 2018"},
+        {"no product but folders",
+         SessionBuilder().path({"Disk", "Pro Tools Sessions", "2016"}).image(),
+         "Pro Tools 2021.10.0 2021"},
     };
     for (const auto& c : cases) {
         const SessionVersion found = over(c.image, scanSessionVersion);

@@ -52,16 +52,15 @@ TEST(CountOtherMidiLanes, CountsLanesWithPointsBesideTheMuteOfMidiTracksAlone) {
 
 TEST(ReadMidiOutputs, EachOutputKeepsItsPlaceInTheList) {
     const std::string longest(255, 'n');
-    const std::vector<MidiOutput> expected = {{"Synth", 3, true, -7, 0},
-                                              {"", 0, false, 0, 0},
-                                              {longest, 1, false, 0, 9},
-                                              {"", 0, false, 0, 1},
-                                              {"Beside", 1, true, 5, 0}};
+    const std::vector<MidiOutput> expected = {{"Synth", 3, true, -7, 0}, {"", 0, false, 0, 0},
+                                              {longest, 1, false, 0, 9}, {"", 0, false, 0, 1},
+                                              {"Beside", 1, true, 5, 0}, {"Old", 1, true, 0, 0}};
     EXPECT_EQ(over(midi_outputs_block({{.name = "Synth", .number = 3, .node = -7},
                                        {},
                                        {.name = longest, .port = 9},
                                        {.name = longest + 'n', .port = 1},
-                                       {.name = "Beside", .node = 5, .node_beside_name = true}}),
+                                       {.name = "Beside", .node = 5, .node_beside_name = true},
+                                       {.name = "Old", .node = 5, .short_node = true}}),
                    readMidiOutputs),
               expected);
 }
@@ -137,6 +136,7 @@ TEST(ReadRealTimeProperties, ARecordTooShortIsPassedOverAndAGridTooLongMovesNoth
     };
     EXPECT_EQ(read(block(0x2502, Bytes(150))), 5) << "size 152";
     EXPECT_EQ(read(block(0x2502, Bytes(151))), 0) << "size 153";
+    EXPECT_EQ(read(block(0x2505, real_time_block({.semitones = 9}))), 5) << "the defaults";
     Bytes grid_too_long = real_time_block({.transpose = true, .semitones = 3});
     grid_too_long[16] = 63;
     EXPECT_EQ(read(grid_too_long), 3);

@@ -21,8 +21,8 @@ namespace {
 
 using namespace builder;
 
-constexpr StripTableForm all_forms[] = {StripTableForm::before_2019, StripTableForm::before_2022,
-                                        StripTableForm::since_2022};
+constexpr StripTableForm all_forms[] = {StripTableForm::before_12_8, StripTableForm::before_2019,
+                                        StripTableForm::before_2022, StripTableForm::since_2022};
 
 std::vector<StripRow> rows_of(const Bytes& image) {
     return over(image, readStripRows).rows;

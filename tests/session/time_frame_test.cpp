@@ -196,12 +196,19 @@ std::string grid_of(const Bytes& image) {
     const auto found = over(image, readGridAndNudge);
     if (!found) return "none";
     const auto& [grid, nudge] = std::pair(found->grid, found->nudge);
-    return fields(nudge.bars, nudge.beats, nudge.ticks, grid.bars, grid.beats, grid.ticks);
+    const bool in_bars = nudge.unit == CountUnit::bars && grid.unit == CountUnit::bars;
+    const std::string units =
+        in_bars ? "" : fields("", nudge.unit, nudge.text, "by", grid.unit, grid.text);
+    return fields(nudge.bars, nudge.beats, nudge.ticks, grid.bars, grid.beats, grid.ticks) + units;
 }
 
 TEST(GridAndNudge, AreTheFirstRecordWithTwoTextsByTheLetter) {
     EXPECT_EQ(grid_of(SessionBuilder().grid_and_nudge({0, 0, 240}, {12, 1, 7}).image()),
-              "12 1 7 0 0 240");
+              "12 1 7 0 0 240")
+        << "the record at the top level, not the one in front of it";
+    EXPECT_EQ(grid_of(SessionBuilder().grid_and_nudge({0, 0, 240, 4}, {0, 1, 0, 2}).image()),
+              "0 1 0 0 0 240 2 00:00:01:00.00 by 4 10000");
+    EXPECT_EQ(grid_of(values_block({{1, 0, 0, 5}, {0, 1, 0, 255}})), "1 0 0 0 1 0");
     const Bytes one = values_block({{9, 9, 9}});
     const Bytes three = values_block({{1, 2, 3}, {4, 5, 6}, {7, 8, 9}});
     EXPECT_EQ(grid_of(ByteWriter().raw(one).raw(three).bytes()), "1 2 3 4 5 6");
@@ -317,10 +324,12 @@ TEST(MemoryLocations, TheColourDependsOnWhatFollowsTheColourBlocks) {
 TEST(TimeFrame, OfRealSessionsIsReadWhole) {
     // Default tempo; tempo points, meters, locations; rate and its start; grid; format and depth.
     const std::pair<const char*, const char*> sessions[] = {
-        {"TempoTimeKeySig.ptx", "50, 23 9 4, 7 108000 1, 0 1 0 0 0 240, 1 24 0"},
-        {"RegionTest.ptx", "120, 1 0 0, 7 0 1, 0 1 0 0 1 0, 1 24 0"},
-        {"TestPTX.ptx", "120, 1 0 0, 9 0 0, 0 1 0 1 0 0, 2 24 0"},
-        {"Untitled32.ptx", "120, 1 0 0, 7 108000 1, 0 1 0 0 0 240, 1 32 1"},
+        {"TempoTimeKeySig.ptx",
+         "50, 23 9 4, 7 108000 1, 0 1 0 0 0 240 4 100 by 0 0| 0| 240, 1 24 0"},
+        {"RegionTest.ptx", "120, 1 0 0, 7 0 1, 0 1 0 0 1 0 4 10000 by 4 10000, 1 24 0"},
+        {"TestPTX.ptx",
+         "120, 1 0 0, 9 0 0, 0 1 0 1 0 0 2 00:00:00:00.25 by 2 00:00:00:01.00, 2 24 0"},
+        {"Untitled32.ptx", "120, 1 0 0, 7 108000 1, 0 1 0 0 0 240 4 100 by 0 0| 0| 240, 1 32 1"},
     };
     for (const auto& [file, text] : sessions) {
         SCOPED_TRACE(file);

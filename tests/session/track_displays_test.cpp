@@ -45,17 +45,27 @@ TEST(ReadTrackDisplays, ACommentHasALimitAndARowFallsBackToTheLastBytes) {
     EXPECT_EQ(row_of(ByteWriter().u8(9).bytes()), 0);
 }
 
-TEST(ReadTrackDisplays, WithoutARecordForEachRowTheStripTableTellsWhoseTheyAre) {
-    const Bytes image = SessionBuilder()
-                            .track({.name = "Set", .kind = TrackKind::basic_folder})
-                            .track({.name = "Low", .height = 10})
-                            .track({.name = "High", .height = 20})
-                            .top_level(display_record({.name = "", .height = 30}, 3))
-                            .image();
-    std::string text;
-    for (const auto& d : displays_of(image)) text += fields(d.height, d.soloed) + ", ";
-    EXPECT_EQ(text, "20 0, 30 0, ")
-        << "the second entry of the table, the second record; switches stand in the row itself";
+TEST(ReadTrackDisplays, WithoutARecordForEachRowItIsTheOneInTheRowElseTheOneOfItsPlaceInTheTable) {
+    const auto heights_in = [](const Bytes& image) {
+        std::string text;
+        for (const auto& d : displays_of(image)) text += fields(d.height) + ", ";
+        return text;
+    };
+    const std::vector<TrackSpec> tracks = {{.name = "Set", .kind = TrackKind::basic_folder},
+                                           {.name = "Low", .height = 10},
+                                           {.name = "High", .kind = TrackKind::aux, .height = 20},
+                                           {.name = "Keys", .kind = TrackKind::midi, .height = 30}};
+    SessionBuilder session;
+    for (const auto& track : tracks) session.track(track);
+    EXPECT_EQ(heights_in(session.top_level(display_record({.height = 40}, 3)).image()),
+              "10, 20, 30, ");
+    ByteWriter apart;
+    apart.raw(strip_table_block(tracks, StripTableForm::before_2022));
+    for (const auto* name : {"High", "Low"}) {
+        apart.block(0x2620, block(0x2619, ByteWriter().counted(name).bytes()));
+    }
+    for (const auto& track : tracks) apart.raw(display_record(track, 0));
+    EXPECT_EQ(heights_in(apart.bytes()), "20, 10, ");
 }
 
 std::string colours_of(const Bytes& image) {

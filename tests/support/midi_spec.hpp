@@ -82,6 +82,7 @@ struct MidiOutputSpec {
     std::string name = {};  ///< empty: an output without a name record
     int number = 1;
     std::optional<std::int32_t> node = {};  ///< a plug-in's
+    bool short_node = false;                ///< as before 12.8: it does not tell which one
     std::optional<std::uint8_t> port = {};
     bool node_beside_name = false;  ///< instead of in the name record
 };

@@ -101,9 +101,14 @@ SessionBuilder& SessionBuilder::colour_schemes(std::uint8_t track_scheme,
 }
 
 Bytes SessionBuilder::image() const {
+    return image(index_at_.value_or(
+        static_cast<std::uint32_t>(image(0).size() - session_index_block().size())));
+}
+
+Bytes SessionBuilder::image(std::uint32_t index_at) const {
     ByteWriter image;
     image.raw(file_header(false));
-    image.raw(opening_blocks(static_cast<std::uint32_t>(container_version_ - 2)));
+    image.raw(opening_blocks(static_cast<std::uint32_t>(container_version_ - 2), index_at));
     image.raw(strip_table_block(tracks_, strip_table_form_, tables_.picture.frame_rate));
     image.raw(settings_block(settings_)).raw(picture_settings_block(tables_.picture.quality));
     image.raw(file_list_block(files_, path_, settings_.rate_hz, "EVAW"));
@@ -144,7 +149,7 @@ Bytes SessionBuilder::image() const {
     image.raw(tempo_and_meter_blocks(time_));
     image.raw(grid_and_location_blocks(time_));
     if (has_product_) image.raw(product_block(product_));
-    return image.bytes();
+    return image.raw(session_index_block()).bytes();
 }
 
 Bytes SessionBuilder::file() const {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -90,6 +91,9 @@ public:
     /// A block of any kind, placed behind the settings and in front of the product text.
     SessionBuilder& top_level(const Bytes& blocks);
 
+    /// The word of the first block, in place of what it says in a whole session.
+    SessionBuilder& index_word(std::uint32_t word) { return set(index_at_, word); }
+
     /// The decrypted image.
     Bytes image() const;
     /// The encrypted file.
@@ -109,6 +113,9 @@ private:
         return *this;
     }
 
+    Bytes image(std::uint32_t index_at) const;
+
+    std::optional<std::uint32_t> index_at_;
     SettingsSpec settings_;
     ProductSpec product_;
     bool has_product_ = true;

@@ -74,6 +74,7 @@ struct TrackSpec {
     std::uint16_t height = 51;  ///< pixels
     std::string comment = {};
     std::optional<int> colour = {};  ///< place on the track palette
+    bool colour_mark = true;         ///< the display record has one; none did before 12.8
 
     bool soloed = false;
     bool solo_safe = false;

@@ -7,7 +7,7 @@ Bytes file_header(bool big_endian) {
     return ByteWriter().u8(0x03).raw("0010111100101011").u8(big_endian ? 1 : 0).zeros(2).bytes();
 }
 
-Bytes opening_blocks(std::uint32_t stored_version) {
+Bytes opening_blocks(std::uint32_t stored_version, std::uint32_t index_at) {
     const Bytes identity = ByteWriter().raw("*").zeros(3).u64(0x0bAA7DB4D94CDC33).bytes();
     const Bytes version = ByteWriter()
                               .zeros(4)
@@ -18,10 +18,11 @@ Bytes opening_blocks(std::uint32_t stored_version) {
                               .counted("Info #1")
                               .zeros(32)
                               .bytes();
-    return ByteWriter()
-        .block(0x7f00, ByteWriter().u16(0).bytes())
-        .block(0x2067, version, 10)
-        .bytes();
+    return ByteWriter().raw("Z").u16(1).u32(4).u32(index_at).block(0x2067, version, 10).bytes();
+}
+
+Bytes session_index_block() {
+    return block(0x0002, Bytes(4));
 }
 
 Bytes settings_block(const SettingsSpec& settings) {

@@ -32,8 +32,11 @@ struct ProductSpec {
 /// The first 20 bytes: marker text and byte order; the cipher fills in the last two.
 Bytes file_header(bool big_endian);
 
-/// The first two blocks of a session; `stored_version` is the library's version less 2.
-Bytes opening_blocks(std::uint32_t stored_version);
+/// The first two blocks of a session: the word that tells where the session's own list of its
+/// blocks stands, and the version, `stored_version` being the library's less 2.
+Bytes opening_blocks(std::uint32_t stored_version, std::uint32_t index_at = 0);
+/// The session's own list of its blocks, which no reader needs.
+Bytes session_index_block();
 
 Bytes settings_block(const SettingsSpec& settings);
 /// The settings with the three values at their fixed places 118, 119 and 121, the texts unreadable.

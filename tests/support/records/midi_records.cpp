@@ -214,7 +214,8 @@ Bytes midi_outputs_block(const std::vector<MidiOutputSpec>& outputs) {
         ByteWriter node;
         if (output.node) {
             ByteWriter value;
-            value.u8(1).u32(6).zeros(8).u32(static_cast<std::uint32_t>(*output.node)).zeros(12);
+            value.u8(1).u32(6).zeros(8);
+            if (!output.short_node) value.u32(static_cast<std::uint32_t>(*output.node)).zeros(12);
             const Bytes innermost = block(0x2097, value.bytes(), 4);
             const Bytes middle =
                 block(0x208c, ByteWriter().u16(0).counted(output.name).raw(innermost).bytes());

@@ -195,13 +195,14 @@ Bytes display_record(const TrackSpec& track, int display_row) {
     ByteWriter record;
     record.raw(display_setting(track.kind)).u8(0).u8(track.hidden ? 0 : 1).zeros(4);
     record.u16(track.height).counted(track.comment).u8(0).f64(0.5);
-    if (is_midi) {
-        record.u8(0).u8(2);
+    if (is_midi || !track.colour_mark) {
+        record.u8(0);
     } else {
         const Bytes mark = ByteWriter().block(0x2103, {}).u32(0x3fdfffef).zeros(8).bytes();
         const std::uint16_t mark_type = track.kind == TrackKind::video ? 0x2105 : 0x2104;
-        record.u8(1).block(mark_type, mark).u8(1);
+        record.u8(1).block(mark_type, mark);
     }
+    record.u8(is_midi || track.tick_based ? 2 : 1);
     record.i16(track.colour.value_or(-2)).u8(1).zeros(1).u32(3).u8(1).u8(61).zeros(4).u32(50000);
     record.raw(display_setting(track.kind)).zeros(3).u8(7).zeros(7).u8(1);
     record.block(0x2434, ByteWriter().u8(4).zeros(6).u8(60).zeros(1).bytes());
@@ -236,6 +237,9 @@ Bytes strip_row(const TrackSpec& track, std::size_t place) {
         return block(0x261c, payload, 3);
     }
     const Bytes display = display_part(track, place, 0x2010);
+    if (track.kind == TrackKind::aux || track.kind == TrackKind::routing_folder) {
+        return block(0x261e, ByteWriter().block(0x261b, row.bytes(), 8).raw(display).bytes(), 3);
+    }
     if (track.kind == TrackKind::master) {
         return block(0x261d, ByteWriter().block(0x261b, row.bytes(), 8).raw(display).bytes(), 2);
     }

@@ -13,6 +13,7 @@ namespace tanrove::builder {
 
 /// Forms of a strip table entry, by the sessions that have them.
 enum class StripTableForm : std::uint8_t {
+    before_12_8,  ///< ends at 57 and the name's length
     before_2019,  ///< ends at 68 and the name's length
     before_2022,  ///< ends at 69 and the name's length
     since_2022,   ///< ends at 79 and the name's length; flag, and active mark

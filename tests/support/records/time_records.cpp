@@ -104,7 +104,8 @@ Bytes timecode_block(const TimecodeSpec& timecode) {
 }
 
 Bytes values_block(const std::vector<BarsSpec>& values) {
-    const Bytes codes(values.size(), 4);
+    Bytes codes;
+    for (const auto& value : values) codes.push_back(value.unit);
     const Bytes marks(values.size(), 0);
     ByteWriter payload;
     for (const auto& list : {codes, marks, marks}) payload.u32(values.size()).raw(list);
@@ -144,7 +145,12 @@ Bytes tempo_and_meter_blocks(const TimeFrameSpec& time) {
 
 Bytes grid_and_location_blocks(const TimeFrameSpec& time) {
     ByteWriter out;
-    if (!time.nudge_and_grid.empty()) out.block(0x2016, values_block(time.nudge_and_grid));
+    if (!time.nudge_and_grid.empty()) {
+        // Another window's values stand in front.
+        out.block(0x2016, values_block({{4, 0, 0}, {2, 0, 0}}));
+        std::vector<BarsSpec> values = time.nudge_and_grid;
+        out.raw(values_block((values.push_back({0, 1, 0}), values)));
+    }
     if (time.locations.empty()) return out.bytes();
     ByteWriter list;
     list.u32(time.locations.size());

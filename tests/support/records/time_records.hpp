@@ -67,9 +67,10 @@ struct BarsSpec {
     unsigned bars = 0;
     unsigned beats = 0;
     unsigned ticks = 0;
+    std::uint8_t unit = 0;  ///< that counts: 0 bars, 1 minutes, 2 timecode, 3 feet, 4 samples
 };
 
-/// The values in order: nudge and grid in the edit window's own record.
+/// The values in order: nudge, grid and one more in the edit window's own record.
 Bytes values_block(const std::vector<BarsSpec>& values);
 
 Bytes click_block(std::uint8_t on);
