@@ -50,7 +50,7 @@ std::size_t KeyBuses::enter(std::size_t path) {
     if (const auto whole = buses_.paths().whole_of(path)) around.push_back(*whole);
     around.push_back(path);
     std::ranges::sort(around);
-    around.erase(std::ranges::unique(around).begin(), around.end());
+    around.erase(std::unique(around.begin(), around.end()), around.end());
     for (const std::size_t neighbour : around) {
         auto& listeners = listeners_[neighbour];
         if (listeners.size() < PathLookup::max_neighbours) listeners.push_back(entry->second);

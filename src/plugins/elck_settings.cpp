@@ -29,7 +29,6 @@ constexpr std::size_t min_name_bytes = 2;
 constexpr std::size_t max_name_bytes = 128;
 
 constexpr std::size_t head_gap_bytes = 12;
-constexpr std::size_t head_bytes = 16;  // the state's length and the gap, which it does not count
 
 /// The four bytes, the length and the name; empty where the chunk does not begin so.
 std::string_view named_start(ByteView bytes, const ElckChunk& chunk) {

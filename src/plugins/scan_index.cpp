@@ -203,6 +203,7 @@ EntryPlace ScanIndex::clap_for(std::string_view name, const std::string& stem) c
     if (by_name) return by_name;
     const auto has_stem = [&](const ScanEntry& entry) { return file_stem(entry.file) == stem; };
     const auto by_stem = first_text(clap_stems_, stem, has_stem);
+    if (!by_stem) return std::nullopt;
     const auto another = first_text(clap_stems_, stem, [&](const ScanEntry& entry) {
         return &entry != &entries_[*by_stem] && has_stem(entry);
     });
