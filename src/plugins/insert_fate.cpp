@@ -130,6 +130,11 @@ InsertFate decide_fate(const FateFacts& facts, const FateOptions& options,
     return fate;
 }
 
+bool passes_no_sound(std::string_view key, const BuiltInPlugins& built_in) {
+    const AaxOnlyPlugin* plugin = aax_only_plugin(key, built_in);
+    return plugin != nullptr && plugin->passes_no_sound;
+}
+
 std::string aax_only_description(std::string_view key, const BuiltInPlugins& built_in) {
     if (const AaxOnlyPlugin* plugin = aax_only_plugin(key, built_in)) return plugin->description;
     return is_stock(key) ? "an Avid stock processor" : "";

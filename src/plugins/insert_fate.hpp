@@ -56,6 +56,9 @@ struct InsertFate {
 InsertFate decide_fate(const FateFacts& facts, const FateOptions& options,
                        const BuiltInPlugins& built_in);
 
+/// True for a plug-in without which the mix is the same.
+bool passes_no_sound(std::string_view key, const BuiltInPlugins& built_in);
+
 /// What a plug-in that exists for Pro Tools only is, for the report's list; empty for all others.
 std::string aax_only_description(std::string_view key, const BuiltInPlugins& built_in);
 

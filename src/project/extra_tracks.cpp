@@ -5,6 +5,7 @@
 
 #include "base/guid.hpp"
 #include "project/envelope_text.hpp"
+#include "project/fx_chain_text.hpp"
 #include "project/project_text.hpp"
 #include "project/receive_text.hpp"
 
@@ -35,8 +36,8 @@ void write_strip_mixer(TextSink& out, const TrackPlan& plan) {
     if (dual_pan) out.line(2, "PANMODE %d", dual_pan_mode);
 }
 
-void write_strip_track(TextSink& out, const TrackPlan& plan, std::uint32_t number,
-                       WrittenTallies& tallies) {
+void write_strip_track(TextSink& out, const TrackPlan& plan, const ChainPlan& chain,
+                       std::uint32_t number, WrittenTallies& tallies) {
     out.line(1, "<TRACK %s", guid(strip_track_seed + number).c_str());
     out.line(2, "NAME %s", quoted(plan.name).c_str());
     out.line(2, "PEAKCOL %lu", static_cast<unsigned long>(plan.colour));
@@ -50,6 +51,7 @@ void write_strip_track(TextSink& out, const TrackPlan& plan, std::uint32_t numbe
     out.line(2, "FX 1");
     out.line(2, "TRACKID %s", guid(strip_track_id_seed + number).c_str());
     out.line(2, "MAINSEND %d 0", plan.mixer.plays_to_parent ? 1 : 0);
+    write_fx_chain(out, chain_level, track_chain_tag, chain);
     tallies.send_points += write_sends(out, plan);
     write_track_envelopes(out, plan, tallies);
     out.line(1, ">");
@@ -59,9 +61,11 @@ void write_strip_track(TextSink& out, const TrackPlan& plan, std::uint32_t numbe
 }  // namespace
 
 void write_strip_tracks(TextSink& out, const std::vector<TrackPlan>& strips,
-                        WrittenTallies& tallies) {
-    std::uint32_t number = 0;
-    for (const TrackPlan& plan : strips) write_strip_track(out, plan, number++, tallies);
+                        std::span<const ChainPlan> chains, WrittenTallies& tallies) {
+    for (std::size_t i = 0; i < strips.size(); ++i) {
+        write_strip_track(out, strips[i], chain_of(chains, i), static_cast<std::uint32_t>(i),
+                          tallies);
+    }
 }
 
 void write_solo_track(TextSink& out) {

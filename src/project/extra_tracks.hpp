@@ -11,9 +11,9 @@
 namespace tanrove {
 
 /// Writes the strips that have a fader and no track: of their plans the mixer, the sends and the
-/// envelopes count.
+/// envelopes count. The chains are in step with them.
 void write_strip_tracks(TextSink& out, const std::vector<TrackPlan>& strips,
-                        WrittenTallies& tallies);
+                        std::span<const ChainPlan> chains, WrittenTallies& tallies);
 
 /// Writes the empty soloed track.
 void write_solo_track(TextSink& out);

@@ -2,6 +2,7 @@
 #include "project/project_head.hpp"
 
 #include "project/envelope_text.hpp"
+#include "project/fx_chain_text.hpp"
 #include "project/project_text.hpp"
 
 namespace tanrove {
@@ -103,6 +104,7 @@ HeadPlan plan_project_head(const HeadRecords& records, bool tempo_ramps, HeadTal
         .pan_law = tallies.pan_law,
         .grid = tallies.grid,
         .master = {},
+        .master_chain = {},
     };
 }
 
@@ -121,7 +123,9 @@ int write_project_head(TextSink& out, const HeadPlan& plan) {
     if (plan.grid.quarter_notes) {
         out.line(1, "GRID 3199 8 %.14g 8 1 0 0 0", *plan.grid.quarter_notes);
     }
-    return write_master(out, plan.master);
+    const int points = write_master(out, plan.master);
+    write_fx_chain(out, 1, "MASTERFXLIST", plan.master_chain);
+    return points;
 }
 
 void write_project_end(TextSink& out) {

@@ -9,6 +9,7 @@
 
 #include "base/text_sink.hpp"
 #include "mix/master_fader.hpp"
+#include "plugins/fx_slot.hpp"
 #include "project/edit_grid.hpp"
 #include "project/markers.hpp"
 #include "project/meter_changes.hpp"
@@ -48,7 +49,8 @@ struct HeadPlan {
     std::vector<MarkerPlan> markers;
     PanLaw pan_law;
     EditGrid grid;
-    MasterPlan master;  ///< at rest until the mix has planned it
+    MasterPlan master;       ///< at rest until the mix has planned it
+    ChainPlan master_chain;  ///< the plug-ins of the master fader
 };
 
 /// What the account tells of the head.

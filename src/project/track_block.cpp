@@ -11,6 +11,7 @@
 #include "project/comment_item.hpp"
 #include "project/envelope_text.hpp"
 #include "project/frozen_track.hpp"
+#include "project/fx_chain_text.hpp"
 #include "project/item_text.hpp"
 #include "project/midi_item_text.hpp"
 #include "project/placeholder_item.hpp"
@@ -132,12 +133,14 @@ void write_contents(TextSink& out, const TrackPlan& plan, MediaSearch& media, Ta
 }
 
 /// True if the track is frozen in the project now: its contents are written, and counted, then.
-bool freeze(TextSink& out, const TrackPlan& plan, MediaSearch& media, TakePlanner& takes,
-            WrittenTallies& tallies, FreezeWriter* freezer) {
+/// The plug-ins go with them: the render has them in it.
+bool freeze(TextSink& out, const TrackPlan& plan, const ChainPlan& chain, MediaSearch& media,
+            TakePlanner& takes, WrittenTallies& tallies, FreezeWriter* freezer) {
     if (!plan.frozen || freezer == nullptr) return false;
     const WrittenTallies written_before = tallies;
     const TakeTallies takes_before = takes.tallies();
     const bool frozen = freezer->write_block(out, plan.session_name, [&](TextSink& inside) {
+        write_fx_chain(inside, chain_level, track_chain_tag, chain);
         write_contents(inside, plan, media, takes, tallies);
     });
     if (frozen) return true;
@@ -161,8 +164,14 @@ void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies&
     if (points > 0) ++tallies.automated_tracks;
 }
 
-void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaSearch& media,
-                 TakePlanner& takes, WrittenTallies& tallies, FreezeWriter* freezer) {
+const ChainPlan& chain_of(std::span<const ChainPlan> chains, std::size_t index) {
+    static const ChainPlan no_chain;
+    return index < chains.size() ? chains[index] : no_chain;
+}
+
+void write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& chain, std::size_t index,
+                 MediaSearch& media, TakePlanner& takes, WrittenTallies& tallies,
+                 FreezeWriter* freezer) {
     const auto number = static_cast<std::uint32_t>(index);
     write_opening(out, plan, number);
     write_mixer(out, plan);
@@ -171,7 +180,8 @@ void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaS
     write_channels(out, plan, number);
     tallies.send_points += write_key_receives(out, plan);
     write_channel_receives(out, plan);
-    const bool frozen = freeze(out, plan, media, takes, tallies, freezer);
+    const bool frozen = freeze(out, plan, chain, media, takes, tallies, freezer);
+    if (!frozen) write_fx_chain(out, chain_level, track_chain_tag, chain);
     tallies.send_points += write_sends(out, plan);
     write_alternate_mute(out, plan);
     write_lanes(out, plan);
@@ -190,12 +200,12 @@ void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaS
     ++tallies.tracks;
 }
 
-void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans, MediaSearch& media,
-                  TakePlanner& takes, WrittenTallies& tallies, const TrackProgress& progress,
-                  FreezeWriter* freezer) {
+void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans,
+                  std::span<const ChainPlan> chains, MediaSearch& media, TakePlanner& takes,
+                  WrittenTallies& tallies, const TrackProgress& progress, FreezeWriter* freezer) {
     for (std::size_t i = 0; i < plans.size(); ++i) {
         if (progress) progress(i, plans.size());
-        write_track(out, plans[i], i, media, takes, tallies, freezer);
+        write_track(out, plans[i], chain_of(chains, i), i, media, takes, tallies, freezer);
     }
 }
 

@@ -4,11 +4,13 @@
 #include <cstddef>
 #include <functional>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "base/text_sink.hpp"
 #include "mix/track_plan.hpp"
+#include "plugins/fx_slot.hpp"
 #include "project/media_search.hpp"
 #include "timeline/take_envelope.hpp"
 
@@ -43,12 +45,17 @@ void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies&
 
 /// Writes one track. `index` is its place in the project's track list, from 0; its identifiers are
 /// made from it. Without a `freezer` it is written unfrozen, whatever its plan says.
-void write_track(TextSink& out, const TrackPlan& plan, std::size_t index, MediaSearch& media,
-                 TakePlanner& takes, WrittenTallies& tallies, FreezeWriter* freezer = nullptr);
+void write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& chain, std::size_t index,
+                 MediaSearch& media, TakePlanner& takes, WrittenTallies& tallies,
+                 FreezeWriter* freezer = nullptr);
 
-/// Writes all tracks in their order. `progress` may be empty.
-void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans, MediaSearch& media,
-                  TakePlanner& takes, WrittenTallies& tallies, const TrackProgress& progress,
+/// The chain of the plan with this index; tracks behind the last chain have none.
+const ChainPlan& chain_of(std::span<const ChainPlan> chains, std::size_t index);
+
+/// Writes all tracks in their order, the chains in step with them. `progress` may be empty.
+void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans,
+                  std::span<const ChainPlan> chains, MediaSearch& media, TakePlanner& takes,
+                  WrittenTallies& tallies, const TrackProgress& progress,
                   FreezeWriter* freezer = nullptr);
 
 }  // namespace tanrove

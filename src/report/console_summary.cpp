@@ -20,6 +20,7 @@
 #include "report/summary_media.hpp"
 #include "report/summary_midi.hpp"
 #include "report/summary_not_carried.hpp"
+#include "report/summary_plugins.hpp"
 #include "report/summary_routing.hpp"
 #include "report/summary_stretch.hpp"
 #include "report/summary_time.hpp"
@@ -48,8 +49,11 @@ void print_head_and_mixer(TextBuffer& out, const SummaryFacts& facts, const RunT
     print_tracks_without_output(out, tallies.mix.routing);
     print_click_player(out, tallies.mix.click);
     print_send_details_and_outputs(out, tallies.mix.routing);
+    print_bypassed_plugins(out, tallies.chains);
     print_master_order(out, tallies.mix.master);
+    print_offline_plugins(out, tallies.chains);
     print_key_inputs(out, tallies.mix.routing);
+    print_midi_triggers(out, tallies.chains);
     print_keys_left_out(out, tallies.mix.routing);
     print_send_points(out, tallies.written);
     print_master_place(out, tallies.mix.master);
@@ -58,6 +62,7 @@ void print_head_and_mixer(TextBuffer& out, const SummaryFacts& facts, const RunT
     print_automation_points(out, tallies.written);
     print_midi_edges(out, tallies.mix.midi);
     print_dual_pan_points(out, tallies.mix.levels);
+    print_plugin_automation(out, tallies.chains);
     print_modes_and_parked_faders(out, tallies.mix.levels);
 }
 
@@ -71,6 +76,7 @@ void print_time_and_colours(TextBuffer& out, const SummaryFacts& facts, const Ru
 
     // Options in force, plug-in builds, track colours
     print_colour_options(out, tallies.mix.colours);
+    print_plugin_builds(out, tallies.builds);
     print_track_colours(out, tallies.mix.colours);
 
     // Meter and memory locations
@@ -107,6 +113,7 @@ void print_groups_and_tracks(TextBuffer& out, const RunTallies& tallies) {
     print_real_time_properties(out, tallies.mix.midi);
     print_bit_depth(out, tallies.head.recording);
     print_timecode(out, tallies.head.timecode);
+    print_clap_builds(out, tallies.builds);
     print_wide_auxes(out, tallies.mix.routing);
     print_locked_clips(out, tallies.written);
     print_grid(out, tallies.head.grid);
@@ -142,6 +149,7 @@ void print_edits_and_gaps(TextBuffer& out, const RunTallies& tallies) {
     print_left_out_playlists(out, tallies.timeline, tallies.mix.tracks);
 
     // Plug-ins
+    print_plugins(out, tallies.chains, tallies.builds);
 
     // What this build does not carry yet
     print_not_carried(out, tallies.not_carried);

@@ -1,8 +1,10 @@
 // All that one run counted: the sum of the groups that the stages fill. `tallies = {}` resets it.
 #pragma once
 
+#include "chains/chain_tallies.hpp"
 #include "mix/frozen_plan.hpp"
 #include "mix/mix_tallies.hpp"
+#include "plugins/match_plugins.hpp"
 #include "project/media_search.hpp"
 #include "project/project_head.hpp"
 #include "project/track_block.hpp"
@@ -18,6 +20,8 @@ struct RunTallies {
     TimelineTallies timeline;
     MixTallies mix;
     FrozenTallies frozen;
+    ChainTallies chains;
+    IdentityFindings builds;
     HeadTallies head;
     WrittenTallies written;
     TakeTallies takes;

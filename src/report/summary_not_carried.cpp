@@ -18,22 +18,12 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
     {&NotCarriedTallies::surround_panners,
      "  WARNING: %d track(s) have a surround panner, which this build does not\n"
      "      carry yet: they play into their bus unpanned.\n"},
-    {&NotCarriedTallies::plugins,
-     "  WARNING: %d plug-in(s) are NOT in the project: this build does not\n"
-     "      carry plug-ins yet, so their tracks play dry.\n"},
 };
 
 }  // namespace
 
 void print_not_carried(TextBuffer& out, const NotCarriedTallies& tallies) {
     print_rows(out, tallies, not_carried_rows);
-    if (tallies.plugins > 0 && tallies.plugin_list_missing) {
-        out.print(
-            "      This run could not check which of them you have: REAPER's own\n"
-            "      plug-in list was not found on this computer. REAPER writes that\n"
-            "      list when it scans plug-ins, so open REAPER once, then check the\n"
-            "      session again and the missing ones are named exactly.\n");
-    }
 }
 
 }  // namespace tanrove

@@ -3,6 +3,7 @@
 // order and the words that end a run early.
 #include "run/convert_session.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <map>
@@ -20,6 +21,7 @@
 #include "run/not_carried.hpp"
 #include "run/open_session.hpp"
 #include "run/output_path.hpp"
+#include "run/plan_chains.hpp"
 #include "run/plan_project.hpp"
 #include "run/plugin_knowledge.hpp"
 #include "run/routing_records.hpp"
@@ -113,8 +115,16 @@ std::int32_t Conversion::run() {
                             tallies_);
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     plan_freezes(project_, index, clips, time_, options_.keep_frozen, media, tallies_.frozen);
-    tallies_.not_carried = count_not_carried(index, clips, strips, project_.mix);
-    tallies_.not_carried.plugin_list_missing = !plugins.identities.knows_what_is_installed();
+    plan_chains(project_, options_,
+                {.image = image.bytes,
+                 .strips = strips,
+                 .time = time_,
+                 .identities = plugins.identities,
+                 .parameter_names = plugins.parameter_names},
+                tallies_.chains);
+    tallies_.builds = plugins.identities.findings();
+    tallies_.not_carried = count_not_carried(index, clips, project_.mix);
+    tallies_.chains.plugin_list_missing = !plugins.identities.knows_what_is_installed();
     MovieSearch movies({folders_.media_parent, folders_.session_folder, video.paths});
     project_path_ = choose_output_path(options_);
     if (!write_project(project_, options_, project_path_, media, movies, tallies_)) {
@@ -159,13 +169,15 @@ void Conversion::give_account(const PTFFormat& file, const SessionVersion& versi
         line.tracks = tallies_.written.tracks;
         line.clips = tallies_.written.clips;
         line.notes = tallies_.written.notes;
-        line.plugins = tallies_.not_carried.plugins_on_tracks;
+        line.plugins = static_cast<int>(tallies_.chains.outcomes.size());
+        line.plugins_with_settings = static_cast<int>(std::ranges::count(
+            tallies_.chains.outcomes, OutcomeKind::carried, &PluginOutcome::kind));
         line.problem_recorded = !console_state().problem_kind.empty();
         console_state().summary_line = summary_line(line);
     }
     console_write(closing_notes(facts, tallies_));
     tell_files_not_made(options_);
-    write_want_list(options_, project_path_, {});
+    write_want_list(options_, project_path_, tallies_.chains.wanted_parameters);
     if (options_.check_only) {
         console_print(
             "\n  --check: nothing was written. The lines above are what a real\n"

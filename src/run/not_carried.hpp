@@ -12,7 +12,7 @@ namespace tanrove {
 /// Counts the subjects that no stage carries, as far as the tracks of `mix`, which are written,
 /// would.
 NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& clips,
-                                    const StripRecords& strips, const MixPlan& mix);
+                                    const MixPlan& mix);
 
 /// Prints a sentence for each file that was asked for and does not come.
 void tell_files_not_made(const RunOptions& options);

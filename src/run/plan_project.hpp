@@ -31,6 +31,8 @@ struct PlanningRecords {
 struct ProjectPlan {
     HeadPlan head;
     MixPlan mix;
+    std::vector<ChainPlan> chains;        ///< in step with the mix's tracks
+    std::vector<ChainPlan> strip_chains;  ///< in step with its strip tracks
 };
 
 ProjectPlan plan_project(const RunOptions& options, PlanningRecords records, RunTallies& tallies);

@@ -44,9 +44,10 @@ void write_all_tracks(TextSink& out, const ProjectPlan& project, const RunOption
     const auto progress = [](std::size_t track, std::size_t count) {
         report_track_stage(track, count);
     };
-    write_tracks(out, project.mix.tracks, media, takes, tallies.written, progress, &freezer);
+    write_tracks(out, project.mix.tracks, project.chains, media, takes, tallies.written, progress,
+                 &freezer);
     write_video_tracks(out, project.mix.video.tracks, movies, tallies.mix.video, tallies.written);
-    write_strip_tracks(out, project.mix.strip_tracks, tallies.written);
+    write_strip_tracks(out, project.mix.strip_tracks, project.strip_chains, tallies.written);
     if (project.mix.has_solo_track) write_solo_track(out);
 }
 

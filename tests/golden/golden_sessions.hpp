@@ -3,6 +3,7 @@
 
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "run/run_options.hpp"
@@ -15,10 +16,12 @@ struct GoldenCase {
     builder::SessionBuilder session;
     RunOptions options;
     std::vector<std::string> audio_on_disk;  ///< files that stand in "Audio Files"
+    std::vector<std::pair<std::string, std::string>> other_files = {};  ///< names and texts
 };
 
 std::vector<GoldenCase> golden_cases();
 std::vector<GoldenCase> midi_golden_cases();
+std::vector<GoldenCase> plugin_golden_cases();
 
 /// A session whose tracks and clips are coloured by the coding of this number.
 builder::SessionBuilder coloured_session(std::uint8_t scheme);

@@ -43,6 +43,7 @@ TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     for (const auto& name : c.audio_on_disk) {
         ASSERT_TRUE(write_file_text("Audio Files/" + name, "RIFF"));
     }
+    for (const auto& [name, text] : c.other_files) ASSERT_TRUE(write_file_text(name, text));
     ASSERT_TRUE(c.session.write("Song.ptx"));
 
     RunOptions options = c.options;
@@ -110,6 +111,9 @@ TEST(GoldenColours, OfEachCodingInBothThemes) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Projects, Golden, testing::ValuesIn(golden::golden_cases()),
+                         [](const auto& test) { return test.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(PluginProjects, Golden, testing::ValuesIn(golden::plugin_golden_cases()),
                          [](const auto& test) { return test.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(MidiProjects, Golden, testing::ValuesIn(golden::midi_golden_cases()),

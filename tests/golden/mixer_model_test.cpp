@@ -443,8 +443,9 @@ std::string mixer_lines(const std::string& project) {
     Lines names;
     std::istringstream lines(project);
     for (std::string line; std::getline(lines, line);) {
-        const auto at = line.find("NAME \"");
-        if (at != std::string::npos) names.push_back(line.substr(at + 6, line.size() - at - 7));
+        const auto at = line.find_first_not_of(' ');
+        if (at != std::string::npos && line.substr(at).starts_with("NAME \""))
+            names.push_back(line.substr(at + 6, line.size() - at - 7));
     }
     std::string text;
     std::istringstream again(project);

@@ -25,7 +25,7 @@ protected:
         plan.session_name = plan.name = "Gtr";
         plan.clips.resize(3);
         plan.frozen = {.start = 1, .length = 2, .source_offset = 0, .path = "/song/Gtr-FZ.wav"};
-        write_tracks(out, {plan}, media, takes, written_, {}, &freezer);
+        write_tracks(out, {plan}, {}, media, takes, written_, {}, &freezer);
         return text;
     }
 

@@ -21,7 +21,7 @@ Written write(const std::vector<TrackPlan>& plans, const TrackProgress& progress
                       [](const std::string& path) { return path == "/song/Bounced Files/b.wav"; });
     TakeTallies take_tallies;
     TakePlanner takes(48000, take_tallies);
-    write_tracks(out, plans, media, takes, written.tallies, progress);
+    write_tracks(out, plans, {}, media, takes, written.tallies, progress);
     return written;
 }
 
@@ -101,7 +101,7 @@ TEST(WriteTracks, PrintsPlansToTheLetterAndCountsWhatItWrites) {
     dual_pan_strip.pan_mode = 6;
     {
         TextSink out(written.text);
-        write_strip_tracks(out, {stereo_strip, dual_pan_strip}, written.tallies);
+        write_strip_tracks(out, {stereo_strip, dual_pan_strip}, {}, written.tallies);
     }
     builder::expect_golden(TANROVE_TEXTS_FOLDER "/written_tracks.txt", written.text);
 }

@@ -29,6 +29,30 @@ HeadTallies plain_head() {
     return head;
 }
 
+/// A plug-in of each fate, each told with its reason.
+ChainTallies chains_with_everything() {
+    ChainTallies chains;
+    for (const OutcomeKind kind :
+         {OutcomeKind::carried, OutcomeKind::without_settings, OutcomeKind::aax_only,
+          OutcomeKind::not_recognized, OutcomeKind::left_out_unheard,
+          OutcomeKind::left_out_without_settings, OutcomeKind::left_out_not_installed}) {
+        PluginOutcome outcome;
+        outcome.key = "MakePrd1";
+        outcome.display_name = "Fate " + std::to_string(static_cast<int>(kind));
+        outcome.kind = kind;
+        outcome.reason = "its reason";
+        outcome.not_installed = kind == OutcomeKind::carried;
+        chains.outcomes.push_back(outcome);
+    }
+    chains.plugin_list_missing = true;
+    chains.without_strip = chains.carried_bypassed = chains.inactive_offline = 1;
+    chains.written_offline = chains.master_slots = 1;
+    chains.multi_mono = {"Voice / One"};
+    chains.midi_switched_off = {"Voice / Two"};
+    chains.lanes = {1, 1, 1, 1, 1, 1};
+    return chains;
+}
+
 HeadTallies head_with_everything() {
     HeadTallies head = plain_head();
     head.tempo = {
@@ -134,7 +158,13 @@ RunTallies every_counter_at_one() {
         tallies.frozen.refused.push_back({"Gtr", reason, "Gtr-FZ.wav"});
     }
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
-    tallies.not_carried = {1, 1, 1, 1, 1, true};
+    tallies.not_carried = {1, 1, 1};
+    tallies.chains = chains_with_everything();
+    tallies.builds.kept_on_vst3 = {{"MakePrd1", {"One", 1}}};
+    tallies.builds.without_class = {"MakePrd1"};
+    tallies.builds.kontakt = {.name = "Kontakt 7", .instances = 1, .predicted = true};
+    tallies.builds.moved_to_clap = {"MakePrd2"};
+    tallies.builds.kept_from_clap = {"MakePrd3"};
     tallies.written.untold_paths = {"/song/\"a'b`.wav"};
     tallies.media = {1, {{"Takes", 1}}, {"gone.wav"}, 2};
     return tallies;

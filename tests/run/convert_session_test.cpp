@@ -403,7 +403,8 @@ TEST_F(Conversion, ItCountsThePluginsOfWrittenTracksAndPlacedClipsWhoseEffectsAr
     options.skip_inactive_tracks = true;
     ASSERT_EQ(convert(options), 0);
     EXPECT_TRUE(said("  WARNING: 2 clip(s) have clip effects")) << result_.console_text;
-    EXPECT_TRUE(said("  WARNING: 3 plug-in(s) are NOT in the project")) << result_.console_text;
+    EXPECT_TRUE(said("    3 cannot transfer - AAX only")) << result_.console_text;
+    EXPECT_TRUE(said("      2 of these processed audio")) << result_.console_text;
     EXPECT_EQ(console_state().summary_line,
               "summary tracks=2 clips=5 notes=0 fx=3 written=0 needs_look=0");
 }

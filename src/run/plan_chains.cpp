@@ -1,0 +1,143 @@
+// An insert belongs to the strip whose row holds it; a strip's inserts go to its track, and to each
+// leg of one that could not be merged, where Pro Tools runs them on both.
+#include "run/plan_chains.hpp"
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <map>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "chains/plan_chain.hpp"
+#include "mix/strip_plans.hpp"
+
+namespace tanrove {
+
+namespace {
+
+using InsertsByRow = std::vector<std::vector<const PluginInsert*>>;
+
+/// The inserts of each strip row in their order. Those of no known strip are counted.
+InsertsByRow inserts_by_row(const StripRecords& strips, ChainTallies& tallies) {
+    const std::vector<StripRow>& rows = strips.strips.rows;
+    std::map<std::uint64_t, std::size_t> row_at;
+    for (std::size_t i = 0; i < rows.size(); ++i) row_at.emplace(rows[i].start, i);
+    InsertsByRow inserts(rows.size());
+    for (const PluginInsert& insert : strips.inserts) {
+        const auto behind = row_at.upper_bound(insert.hostStart);
+        const bool has_row =
+            behind != row_at.begin() && holds(rows[std::prev(behind)->second], insert);
+        if (has_row) {
+            inserts[std::prev(behind)->second].push_back(&insert);
+        } else {
+            ++tallies.without_strip;
+        }
+    }
+    return inserts;
+}
+
+ChainOptions chain_options(const RunOptions& options) {
+    ChainOptions chain;
+    chain.fate.leave_out_unheard =
+        options.skip_bypassed_fx || options.bypass_mode == bypass_left_out;
+    chain.fate.leave_out_missing = options.skip_missing_fx;
+    chain.fate.placeholders = options.placeholders;
+    chain.fate.stand_ins = !options.no_stand_ins;
+    chain.fate.aax_slots = options.aax_slots;
+    chain.offline_bypassed = options.bypass_mode == bypass_offline;
+    chain.keep_plugin_midi = options.keep_plugin_midi;
+    chain.kontakt_state = options.kontakt_state;
+    return chain;
+}
+
+int chain_width(const TrackPlan& plan) {
+    constexpr int unknown_width = 2;
+    if (plan.folded_width > 0) return plan.folded_width;
+    return plan.width_unknown ? unknown_width : plan.channels;
+}
+
+/// The inserts with their places, and those with a key with the channel that it plays on.
+std::vector<ChainInsert> placed(const std::vector<const PluginInsert*>& inserts,
+                                const TrackPlan* plan) {
+    std::vector<ChainInsert> chain;
+    std::size_t key = 0;
+    for (const PluginInsert* insert : inserts) {
+        ChainInsert place{.insert = insert, .place = static_cast<int>(chain.size()) + 1};
+        if (insert->keyInput >= 0 && plan != nullptr) {
+            if (key < plan->key_channels.size()) place.key_channel = plan->key_channels[key];
+            ++key;
+        }
+        chain.push_back(place);
+    }
+    return chain;
+}
+
+/// The chains of the run, one list of tracks after the other.
+class ChainPlanning {
+public:
+    ChainPlanning(const RunOptions& options, const ChainRecords& records, double rate_hz,
+                  ChainTallies& tallies)
+        : records_(records),
+          options_(chain_options(options)),
+          inserts_(inserts_by_row(records.strips, tallies)),
+          clock_(records.time.tempo_map, records.time.tempo_bpm),
+          rate_hz_(rate_hz),
+          tallies_(tallies) {}
+
+    std::vector<ChainPlan> chains_of(const std::vector<TrackPlan>& plans) {
+        const StripPlans strips(plans, records_.strips.strips.rows);
+        std::vector<ChainPlan> chains(plans.size());
+        for (std::size_t i = 0; i < plans.size(); ++i) {
+            const TrackPlan& plan = plans[i];
+            if (plan.is_alternate) continue;
+            const auto row = plan.strip_row ? plan.strip_row : strips.strip_of(i);
+            if (!row || (!rows_met_.insert(*row).second && plan.leg_pan == 0)) continue;
+            chains[i] = chain({.name = plan.session_name.empty() ? plan.name : plan.session_name,
+                               .inserts = placed(inserts_[*row], &plan),
+                               .width = chain_width(plan),
+                               .has_midi = !plan.midi_items.empty()});
+        }
+        return chains;
+    }
+
+    ChainPlan master_chain(const MasterStrips& masters, const std::string& name) {
+        if (masters.count == 0) return {};
+        return chain(
+            {.name = name, .inserts = placed(inserts_[masters.row], nullptr), .is_master = true});
+    }
+
+private:
+    ChainPlan chain(const ChainTrack& track) {
+        return plan_chain(track,
+                          {.image = records_.image,
+                           .identities = records_.identities,
+                           .names = records_.parameter_names,
+                           .times = {.clock = clock_, .rate_hz = rate_hz_}},
+                          options_, tallies_);
+    }
+
+    const ChainRecords& records_;
+    ChainOptions options_;
+    InsertsByRow inserts_;
+    TempoClock clock_;
+    double rate_hz_;
+    std::set<std::size_t> rows_met_;
+    ChainTallies& tallies_;
+};
+
+}  // namespace
+
+void plan_chains(ProjectPlan& project, const RunOptions& options, const ChainRecords& records,
+                 ChainTallies& tallies) {
+    ChainPlanning planning(options, records, static_cast<double>(project.head.sample_rate),
+                           tallies);
+    // The master's stand in the head, in front of all others.
+    project.head.master_chain =
+        planning.master_chain(records.strips.masters, project.mix.master.name);
+    project.chains = planning.chains_of(project.mix.tracks);
+    project.strip_chains = planning.chains_of(project.mix.strip_tracks);
+}
+
+}  // namespace tanrove

@@ -1,0 +1,124 @@
+// Golden sessions of plug-ins: settings of every container for a VST2, a VST3 and a CLAP build,
+// with what REAPER's lists of plug-ins hold.
+#include <algorithm>
+
+#include "golden/golden_sessions.hpp"
+#include "support/records/plugin_records.hpp"
+
+namespace tanrove::golden {
+
+namespace {
+
+using builder::Bytes;
+using builder::InsertSpec;
+using builder::SessionBuilder;
+using builder::TrackKind;
+using builder::TrackSpec;
+
+// One build for each product: "Knd2", "Knd3", "Knd4" with a CLAP beside it, and one of a shell.
+constexpr const char* vst_list =
+    "[vstcache]\n"
+    "two.dll=00,1265525810,Two (Makr)\n"
+    "three.vst3=00,3{5653544B6E643374687265650000000A},Three \"III\" (Makr)\n"
+    "four.vst3=00,4{5653544B6E6434666F7572000000000B},Four (Makr)\n"
+    "shell.vst3<5=00,5{565354575131307368656C6C0000000C},Ten (Waves)\n";
+constexpr const char* clap_list = "[four.clap]\nmakr.four=0|Four (Makr)\n";
+
+/// All kinds of settings for the plug-in of this code.
+std::vector<InsertSpec> inserts_for(const std::string& code) {
+    std::vector<InsertSpec> inserts = builder::inserts_of_all_kinds();
+    for (InsertSpec& insert : inserts) {
+        const std::string usual = insert.code;
+        auto at = insert.state.begin();
+        while ((at = std::search(at, insert.state.end(), usual.begin(), usual.end())) !=
+               insert.state.end()) {
+            at = std::copy(code.begin(), code.end(), at);
+        }
+        insert.code = code;
+    }
+    return inserts;
+}
+
+TrackSpec track_with(const std::string& name, const std::vector<InsertSpec>& inserts,
+                     std::size_t from, std::size_t count) {
+    TrackSpec track;
+    track.name = name;
+    track.kind = TrackKind::aux;
+    for (std::size_t i = from; i < from + count && i < inserts.size(); ++i) {
+        track.inserts.push_back(inserts[i]);
+    }
+    return track;
+}
+
+/// Bypassed and inactive in all combinations, with lanes that are placed by the control's own
+/// number, by a known distance and not at all.
+void switch_and_automate(std::vector<InsertSpec>& inserts) {
+    constexpr std::int32_t half = 1 << 29;
+    for (std::size_t i = 0; i < inserts.size(); ++i) {
+        inserts[i].bypassed = i % 2 != 0;
+        inserts[i].active = i % 4 < 2;
+        inserts[i].lanes = {
+            {.name = "Gain \"main\"", .index = 2, .id = "1", .points = {{48000, half}, {96000, 0}}},
+            {.name = "Mode", .index = 7, .id = "mode", .points = {{0, -half}}, .steps = 3},
+            {.name = "Master Bypass", .points = {{0, 0}}},
+            {.name = "Unmoved"}};
+    }
+}
+
+SessionBuilder session_with_plugins() {
+    SessionBuilder session;
+    session.io_path({.name = "Key", .type = 2, .channels = {9}});
+    const auto two = inserts_for("MakrKnd2");
+    auto three = inserts_for("MakrKnd3");
+    switch_and_automate(three);
+    const auto four = inserts_for("MakrKnd4");
+    TrackSpec first = track_with("Two", two, 0, 7);
+    first.sends = {{.target = "Key"}};
+    session.track(first).track(track_with("Two more", two, 7, 7));
+    session.track(track_with("Three", three, 0, 7)).track(track_with("Three more", three, 7, 7));
+    session.track(track_with("Four", four, 0, 2));
+    TrackSpec keyed = track_with("Keyed", two, 1, 1);
+    keyed.channels = 2;
+    keyed.inserts[0].key_input = builder::output_id("Key");
+    keyed.inserts.push_back({});
+    session.track(keyed);
+    TrackSpec unlinked = track_with("Unlinked", two, 2, 2);
+    unlinked.channels = 2;
+    for (InsertSpec& insert : unlinked.inserts) insert.channels = 1;
+    session.track(unlinked);
+    TrackSpec source = track_with("Key source", {}, 0, 0);
+    source.input = "Key";
+    source.input_is_bus = true;
+    session.track(source);
+    TrackSpec master = track_with("Print", two, 5, 1);
+    master.kind = TrackKind::master;
+    master.inserts.push_back({.code = "NoneSuch"});
+    return session.track(master);
+}
+
+GoldenCase with_lists(const std::string& name, const SessionBuilder& session,
+                      const RunOptions& options) {
+    GoldenCase made{name, session, options, {}};
+    made.options.vstini_path = "lists.ini";
+    made.other_files = {{"lists.ini", vst_list}, {"reaper-clap-linux-x86_64.ini", clap_list}};
+    return made;
+}
+
+}  // namespace
+
+std::vector<GoldenCase> plugin_golden_cases() {
+    RunOptions clap;
+    clap.prefer_clap = true;
+    clap.bypass_mode = bypass_offline;
+    clap.aax_slots = false;
+    RunOptions fewer;
+    fewer.placeholders = false;
+    fewer.skip_bypassed_fx = true;
+    fewer.skip_missing_fx = true;
+    fewer.kontakt_state = false;
+    const SessionBuilder session = session_with_plugins();
+    return {with_lists("plugins", session, {}), with_lists("plugins_as_clap", session, clap),
+            with_lists("plugins_fewer", session, fewer)};
+}
+
+}  // namespace tanrove::golden
