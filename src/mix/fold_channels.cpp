@@ -113,14 +113,20 @@ void drop_twin_placeholders(const std::vector<ClipItem>& left, std::vector<ClipI
 }
 
 /// Both legs play at every place, one hard to each side: so the two files sound together without
-/// an interleaved one.
+/// an interleaved one, and of one that is interleaved each plays its own side.
 void take_both_legs(TrackPlan& plan, std::span<Channel> legs) {
     plan.channels = static_cast<int>(stereo_legs);
     auto& left = legs[0].track.clips;
     auto& right = legs[1].track.clips;
     drop_twin_placeholders(left, right);
-    for (auto& clip : left) clip.take_pan = -1;
-    for (auto& clip : right) clip.take_pan = 1;
+    for (auto& clip : left) {
+        clip.take_pan = -1;
+        clip.file_channel.reset();
+    }
+    for (auto& clip : right) {
+        clip.take_pan = 1;
+        clip.file_channel.reset();
+    }
     plan.clips.reserve(left.size() + right.size());
     std::merge(std::make_move_iterator(left.begin()), std::make_move_iterator(left.end()),
                std::make_move_iterator(right.begin()), std::make_move_iterator(right.end()),
@@ -144,6 +150,7 @@ bool can_fold(std::span<const Channel> legs) {
 TrackPlan folded_run(std::span<Channel> legs) {
     TrackPlan plan = plan_named(legs.front().track);
     plan.clips = std::move(legs.front().track.clips);
+    for (ClipItem& clip : plan.clips) clip.file_channel.reset();
     plan.channels = static_cast<int>(legs.size());
     plan.folded_width = plan.channels;
     return plan;

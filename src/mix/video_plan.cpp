@@ -1,6 +1,6 @@
-// From video playlists and strip rows to tracks with items in seconds. A clip names a region of the
-// session's clip list, the region's name tells the movie, and its length counts the picture's
-// frames where the session has a frame rate that fits, else samples.
+// From video playlists and strip rows to tracks with items in seconds. A clip names a stretch of a
+// movie in the session's list of video clips. What the numbers count, frames of the picture as a
+// rule, each of them says itself.
 #include "mix/video_plan.hpp"
 
 #include <algorithm>
@@ -14,66 +14,66 @@ namespace tanrove {
 
 namespace {
 
-// Positions from here on are ticks, which count from the session's origin.
-constexpr double least_ticks = static_cast<double>(tick_origin) / 2;
-
-constexpr double longest_clip_seconds = 24 * 3600;
-
 // The playback quality of every session whose picture was never turned down.
 constexpr std::int32_t full_quality = 1;
 
-/// The region of a clip; nullptr if its number leads to none, or to one without a length.
-const Region* region_of(const VideoInput& input, const VideoClip& clip) {
+/// The stretch that a clip plays; nullptr if its number leads to none, or to one without a length.
+const VideoRegion* region_of(const VideoInput& input, const VideoClip& clip) {
     if (clip.region >= input.regions.size()) return nullptr;
-    const Region& region = input.regions[clip.region];
+    const VideoRegion& region = input.regions[clip.region];
     return region.length > 0 ? &region : nullptr;
 }
 
-double start_of(const VideoClip& clip, double rate_hz, const TempoClock& clock) {
-    if (clip.position < least_ticks) return clip.position / rate_hz;
-    return std::max(0.0, clock.seconds(clip.position - static_cast<double>(tick_origin)));
-}
+/// What numbers of the session are in seconds.
+class PictureClock {
+public:
+    PictureClock(const VideoInput& input, const TempoClock& clock)
+        : frame_rate_(input.info.frame_rate), rate_hz_(input.rate_hz), clock_(clock) {}
 
-struct Extent {
-    double start = 0;
-    double length = 0;
+    /// True if numbers of that unit can be told: those of a picture without a rate cannot.
+    bool knows(VideoUnit unit) const { return unit != VideoUnit::frames || frame_rate_; }
+
+    double place(double position, VideoUnit unit) const {
+        if (unit != VideoUnit::ticks) return position / per_second(unit);
+        return std::max(0.0, clock_.seconds(position - static_cast<double>(tick_origin)));
+    }
+
+    /// A length that begins at `start` seconds, or an offset into a movie.
+    double span(std::uint64_t count, VideoUnit unit, double start) const {
+        const auto units = static_cast<double>(count);
+        if (unit != VideoUnit::ticks) return units / per_second(unit);
+        return clock_.seconds(clock_.ticks(start) + units) - start;
+    }
+
+private:
+    double per_second(VideoUnit unit) const {
+        return unit == VideoUnit::frames ? *frame_rate_ : rate_hz_;
+    }
+
+    std::optional<double> frame_rate_;
+    double rate_hz_;
+    const TempoClock& clock_;
 };
 
-/// True if clips of one track, measured in frames, lie side by side as picture does. Lengths in
-/// samples, taken for frames, run over whole hours and into their neighbours.
-bool fit_in_frames(const VideoInput& input, const TempoClock& clock, double frame_rate) {
-    std::map<std::uint32_t, std::vector<Extent>> by_track;
-    for (const VideoClip& clip : input.video.clips) {
-        const Region* region = region_of(input, clip);
-        if (region == nullptr) continue;
-        const double length = static_cast<double>(region->length) / frame_rate;
-        if (length > longest_clip_seconds) return false;
-        by_track[clip.track_index].push_back({start_of(clip, input.rate_hz, clock), length});
-    }
-    const double one_frame = 1 / frame_rate;
-    return std::ranges::all_of(by_track, [one_frame](auto& entry) {
-        auto& clips = entry.second;
-        std::ranges::stable_sort(clips, {}, &Extent::start);
-        const auto overlaps = [one_frame](const Extent& clip, const Extent& next) {
-            return clip.start + clip.length > next.start + one_frame;
-        };
-        return std::ranges::adjacent_find(clips, overlaps) == clips.end();
-    });
-}
-
-/// The session's movies by what clips made from them are called.
+/// The session's movies by their numbers. Where these lead to none, by what clips made from them
+/// are called.
 class Movies {
 public:
-    explicit Movies(const std::vector<std::string>& files) {
+    explicit Movies(const VideoInfo& info) : movies_(info.movies) {
+        const auto& files = info.names;
         if (files.size() == 1) only_ = &files.front();
         for (const std::string& file : files) {
             file_of_stem_.try_emplace(std::string_view(file).substr(0, file.rfind('.')), &file);
         }
     }
 
-    /// The only movie, else the one whose name without its extension `clip_name` begins with, the
-    /// longest of several; nullptr if there is none.
-    const std::string* of(std::string_view clip_name) const {
+    /// The movie of the region's number; else the only movie, else the one whose name without its
+    /// extension the region's begins with, the longest of several; nullptr if there is none.
+    const std::string* of(const VideoRegion& region) const {
+        const std::string_view clip_name = region.name;
+        if (region.movie < movies_.size() && !movies_[region.movie].empty()) {
+            return &movies_[region.movie];
+        }
         if (only_ != nullptr) return only_;
         for (std::size_t length = clip_name.size(); length > 0; --length) {
             const auto found = file_of_stem_.find(clip_name.substr(0, length));
@@ -83,6 +83,7 @@ public:
     }
 
 private:
+    const std::vector<std::string>& movies_;
     const std::string* only_ = nullptr;
     std::unordered_map<std::string_view, const std::string*> file_of_stem_;
 };
@@ -135,26 +136,26 @@ VideoPlan plan_video(const VideoInput& input, const TempoClock& clock, VideoTall
     VideoPlan plan{.tracks = plan_tracks(input), .stands_first = stands_first(input.rows)};
     tallies.at_top = plan.stands_first;
     tallies.reduced_quality = input.info.quality.value_or(full_quality) != full_quality;
-    const auto rate = input.info.frame_rate;
-    if (rate && fit_in_frames(input, clock, *rate)) tallies.frame_rate = rate;
-    const double unit = 1 / tallies.frame_rate.value_or(input.rate_hz);
 
-    const Movies movies(input.info.names);
+    const PictureClock picture(input, clock);
+    const Movies movies(input.info);
     for (const VideoClip& clip : input.video.clips) {
-        const Region* region = region_of(input, clip);
-        if (region == nullptr) {
+        const VideoRegion* region = region_of(input, clip);
+        if (region == nullptr || !picture.knows(region->unit) || !picture.knows(clip.unit)) {
             ++tallies.clips_without_region;
             continue;
         }
-        const std::string* movie = movies.of(region->name);
+        const std::string* movie = movies.of(*region);
         if (movie == nullptr) {
             ++tallies.clips_without_movie;
             continue;
         }
+        if (region->unit == VideoUnit::frames) tallies.frame_rate = input.info.frame_rate;
+        const double start = picture.place(clip.position, clip.unit);
         plan.tracks[clip.track_index].items.push_back({
-            .start = start_of(clip, input.rate_hz, clock),
-            .length = static_cast<double>(region->length) * unit,
-            .source_offset = static_cast<double>(region->source_offset) * unit,
+            .start = start,
+            .length = picture.span(region->length, region->unit, start),
+            .source_offset = picture.span(region->source_offset, region->unit, start),
             .name = region->name,
             .movie = *movie,
             .locked = clip.locked,

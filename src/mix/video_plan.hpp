@@ -45,11 +45,12 @@ struct VideoPlan {
 struct VideoTallies {
     int tracks = 0;
     int items = 0;
-    std::optional<double> frame_rate;  ///< given where the session measures clips in frames
-    bool at_top = true;                ///< the tracks stand in front of all others
+    std::optional<double>
+        frame_rate;      ///< given where the session measures what is written in frames
+    bool at_top = true;  ///< the tracks stand in front of all others
     bool reduced_quality = false;
     std::vector<std::string> missing_movies;  ///< written, and found nowhere
-    int clips_without_region = 0;             ///< their number leads to no clip
+    int clips_without_region = 0;             ///< their number leads to nothing that can be played
     int clips_without_movie = 0;              ///< the clip's name tells none of the movies
 };
 
@@ -57,7 +58,7 @@ struct VideoTallies {
 struct VideoInput {
     VideoClips video;
     VideoInfo info;
-    std::span<const Region> regions;  ///< the session's clip list
+    std::span<const VideoRegion> regions;  ///< what the clips play
     std::span<const StripRow> rows;
     std::span<const TrackDisplay> displays;  ///< one a row
     double rate_hz = 48000;                  ///< above 0

@@ -42,6 +42,9 @@ void write_stretch_markers(TextSink& out, const std::vector<StretchMarker>& mark
     out.text("\n");
 }
 
+// REAPER's channel mode for the first channel of a file alone; those behind it follow.
+constexpr int first_channel_mode = 3;
+
 void write_volume_envelope(TextSink& out, const std::vector<EnvelopePoint>& points) {
     if (points.empty()) return;
     out.line(3, "<VOLENV");
@@ -57,7 +60,7 @@ void write_volume_envelope(TextSink& out, const std::vector<EnvelopePoint>& poin
 
 void write_take(TextSink& out, const ClipItem& clip, const TakePlan& take) {
     out.line(3, "PLAYRATE %.9f 1 %.6f -1 0 0.0025", take.playrate, clip.pitch_shift);
-    out.line(3, "CHANMODE 0");
+    out.line(3, "CHANMODE %d", clip.file_channel ? first_channel_mode + *clip.file_channel : 0);
     out.line(3, "NAME %s", quoted(clip.name).c_str());
     write_stretch_markers(out, clip.stretch_markers);
     if (take.has_volume) {

@@ -25,6 +25,7 @@ struct MarkerPlan {
 struct MarkerTallies {
     int markers = 0;
     int regions = 0;
+    int comments = 0;         ///< locations that have one
     int without_time = 0;     ///< locations with no place on the timeline, not written
     int coloured = 0;         ///< of markers and regions
     int unknown_colours = 0;  ///< of markers and regions

@@ -1,4 +1,4 @@
-// Track comments as the project's notes.
+// Comments of tracks and markers as the project's notes.
 #pragma once
 
 #include <span>
@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "mix/track_comments.hpp"
+#include "project/markers.hpp"
 
 namespace tanrove {
 
@@ -13,5 +14,10 @@ namespace tanrove {
 /// comment behind its track's name, the others indented under it. A comment without text gives no
 /// line.
 std::vector<std::string> notes_lines(std::span<const TrackComment> comments);
+
+/// The same for the comments of memory locations, each behind the number and the name that Pro
+/// Tools shows: REAPER's markers have no comments. Counts them.
+std::vector<std::string> marker_notes_lines(std::span<const MemoryLocation> locations,
+                                            MarkerTallies& tallies);
 
 }  // namespace tanrove

@@ -102,6 +102,7 @@ void print_groups_and_tracks(TextBuffer& out, const RunTallies& tallies) {
     print_midi_patches(out, tallies.mix.midi);
     print_unmatched_alternates(out, tallies.mix.tracks);
     print_comments(out, tallies.mix.comments);
+    print_marker_comments(out, tallies.head.markers, tallies.mix.comments.place);
     print_surround_folds(out, tallies.mix.tracks);
     print_soloed_and_muted(out, tallies.mix.solos);
     print_folders(out, tallies.mix.folders);

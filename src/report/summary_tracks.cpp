@@ -67,6 +67,18 @@ void print_comments(TextBuffer& out, const CommentTallies& tallies) {
     }
 }
 
+void print_marker_comments(TextBuffer& out, const MarkerTallies& tallies, CommentPlace place) {
+    if (place == CommentPlace::nowhere) {
+        print_count(
+            out, tallies.comments,
+            "  %d marker(s) carry a COMMENT in Pro Tools: NOT WRITTEN (--comments none).\n");
+        return;
+    }
+    print_count(out, tallies.comments,
+                "  %d marker(s) carry a COMMENT in Pro Tools: each is a \"Marker N {name}:\n"
+                "      comment\" line in the project notes.\n");
+}
+
 void print_surround_folds(TextBuffer& out, const TrackTallies& tallies) {
     print_count(out, tallies.surround_folds,
                 "  %d surround track(s) folded from their Pro Tools legs into one\n"

@@ -5,6 +5,7 @@
 #include "base/formatted_text.hpp"
 #include "mix/track_comments.hpp"
 #include "mix/track_tallies.hpp"
+#include "project/markers.hpp"
 #include "session/track_table.hpp"
 #include "timeline/timeline_tallies.hpp"
 
@@ -18,6 +19,9 @@ void print_unmatched_alternates(TextBuffer& out, const TrackTallies& tallies);
 
 /// Behind the alternates without a track, in front of the Trims.
 void print_comments(TextBuffer& out, const CommentTallies& tallies);
+
+/// Behind the comments of tracks.
+void print_marker_comments(TextBuffer& out, const MarkerTallies& tallies, CommentPlace place);
 
 /// Behind the Trims, in front of the tracks that are soloed and muted.
 void print_surround_folds(TextBuffer& out, const TrackTallies& tallies);

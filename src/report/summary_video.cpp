@@ -26,7 +26,7 @@ constexpr CountRow<ColourTallies> colour_rows[] = {
 constexpr CountRow<VideoTallies> left_out_rows[] = {
     {&VideoTallies::clips_without_region,
      "      WARNING: %d video clip(s) are NOT in the project: what they\n"
-     "      play could not be found in the session's clip list.\n"},
+     "      play could not be found in the session's list of video clips.\n"},
     {&VideoTallies::clips_without_movie,
      "      WARNING: %d video clip(s) are NOT in the project: which of the\n"
      "      session's movies they play could not be told from their names.\n"},

@@ -80,7 +80,7 @@ VideoInput video_input(const PlanningRecords& records) {
     VideoInput input;
     input.video = records.video.clips;
     input.info = records.video.info;
-    input.regions = records.clips.lists.regions;
+    input.regions = records.video.regions;
     input.rows = records.strips.strips.rows;
     input.displays = records.strips.displays;
     input.rate_hz = records.rate_hz;
@@ -160,6 +160,11 @@ ProjectPlan plan_project(const RunOptions& options, PlanningRecords records, Run
                  tallies.mix);
     project.head.master = project.mix.master;
     project.head.notes = notes_lines(project.mix.comments);
+    const auto marker_notes = marker_notes_lines(records.time.locations, tallies.head.markers);
+    if (comment_place(options) != CommentPlace::nowhere) {
+        project.head.notes.insert(project.head.notes.end(), marker_notes.begin(),
+                                  marker_notes.end());
+    }
     if (std::getenv("TANROVE_DEBUG_FOLD") != nullptr) {
         std::fputs(fold_text(records.strips.table, project.mix.tracks).c_str(), stderr);
     }

@@ -165,7 +165,8 @@ MidiRecords read_midi(const BlockIndex& index, const StripRecords& strips) {
 }
 
 VideoRecords read_video(const BlockIndex& index) {
-    return {readVideoClips(index), readVideoInfo(index), readVideoPaths(index)};
+    return {readVideoClips(index), readVideoRegions(index), readVideoInfo(index),
+            readVideoPaths(index)};
 }
 
 int insert_count(const StripRecords& records, std::size_t row) {

@@ -116,6 +116,7 @@ struct MidiRecords {
 /// The picture: its tracks, its movies and where these lay.
 struct VideoRecords {
     VideoClips clips;
+    std::vector<VideoRegion> regions;
     VideoInfo info;
     std::map<std::string, std::string> paths;  ///< of movies, by file name
 };

@@ -44,6 +44,7 @@ std::optional<ThreePoint> readThreePoint(ByteView image, std::size_t pos, std::s
     if (pos > limit || limit - pos < three_point_head) return std::nullopt;
     ThreePoint point;
     point.flag = image.u8(pos);
+    point.unit_mark = image.u8(pos + 1) & 0x0f;
     point.first_width = image.u8(pos + 1) >> 4;
     point.second_width = image.u8(pos + 2) >> 4;
     point.gap_width = image.u8(pos + 2) & 0x0f;

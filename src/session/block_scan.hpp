@@ -34,9 +34,11 @@ std::optional<std::uint32_t> read_first_pointer(ByteView image);
 constexpr std::uint64_t tick_origin = 1000000000000ULL;
 constexpr double ticks_per_quarter = 960000.0;
 
-/// Timeline positions are fields of 8 bytes whose top byte is 0x40 on tick values; the number is
-/// what the lower seven hold.
+/// Timeline positions are fields of 8 bytes whose top byte tells the unit; the number is what the
+/// lower seven hold.
 constexpr std::size_t position_width = 7;
+constexpr std::uint8_t ticks_top_byte = 0x40;
+constexpr std::uint8_t frames_top_byte = 0x10;
 
 /// The four bytes that stand in front of a 64-bit object identity.
 constexpr std::string_view identity_marker("*\0\0\0", 4);
@@ -64,6 +66,7 @@ constexpr std::uint64_t distance_from_origin(std::uint64_t stored) {
 /// Source offset, length and start of a clip, each of as many bytes as its header says.
 struct ThreePoint {
     std::uint8_t flag = 0;
+    std::uint8_t unit_mark = 0;    ///< what the numbers count: 0 samples, 1 ticks, 2 frames
     std::size_t first_width = 0;   ///< bytes of `source_offset`, 0 to 15 as stored
     std::size_t second_width = 0;  ///< bytes of `length`
     std::size_t third_width = 0;   ///< bytes of `start`

@@ -1,5 +1,6 @@
 // A clip 0x2628, offsets from its 'Z': u32 count n of the name at 9, text at 13, behind it the
-// three-point header of the clip.
+// three-point header of the clip. An audio clip's stands at the head of a region 0x2629; those of
+// clip groups, MIDI and video stand elsewhere.
 #include "session/freeze_renders.hpp"
 
 #include <string_view>
@@ -9,6 +10,7 @@ namespace tanrove {
 namespace {
 
 constexpr std::uint16_t clip_type = 0x2628;
+constexpr std::uint16_t region_type = 0x2629;
 constexpr std::uint32_t least_size = 12;
 constexpr std::uint32_t largest_size = 4000;
 
@@ -26,6 +28,12 @@ std::optional<std::string_view> without_number(std::string_view name) {
     const bool numbered = last != std::string_view::npos && last + 1 < name.size();
     if (!numbered || name[last] != '-') return std::nullopt;
     return name.substr(0, last);
+}
+
+bool is_of_region(const BlockIndex& index, const Block& clip) {
+    const Block* region =
+        clip.at < block_payload_at ? nullptr : index.at(clip.at - block_payload_at);
+    return region != nullptr && region->content_type == region_type && clip.end() <= region->end();
 }
 
 FreezeRender read_render(ByteView image, const Block& clip, std::string_view name) {
@@ -48,6 +56,7 @@ FreezeRenders readFreezeRenders(const BlockIndex& index, std::span<const std::st
     for (const auto& name : track_names) renders.try_emplace(name);
     for (const Block& clip : index.of_type(clip_type).all()) {
         if (clip.size < least_size || clip.size > largest_size) continue;
+        if (!is_of_region(index, clip)) continue;
         const auto name =
             readCountedText(image, clip.at + name_count_at, max_render_name_bytes, clip.end());
         if (!name || name->empty()) continue;

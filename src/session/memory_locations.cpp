@@ -16,6 +16,9 @@
 //   128 bytes behind the run  palette form: an index, and perhaps a colour of its own
 //   39 bytes                  slot form
 //   47 bytes                  slot form of 2021, eight more bytes at its end
+//
+// These are the lengths without the location's comment, which stands four zero bytes behind the
+// run, a text with a u32 count in front.
 #include "session/memory_locations.hpp"
 
 #include <algorithm>
@@ -48,6 +51,8 @@ constexpr std::size_t palette_rest_bytes = 128;
 constexpr std::size_t slot_rest_bytes = 39;
 constexpr std::size_t slot_rest_bytes_2021 = 47;
 constexpr std::size_t rgb_behind_run = 61;
+constexpr std::size_t comment_behind_run = 4;
+constexpr std::size_t max_comment_bytes = 65535;
 
 /// Colour blocks that follow each other without a gap.
 struct ColourRun {
@@ -112,11 +117,18 @@ bool read_positions(ByteView body, MemoryLocation& location) {
     return true;
 }
 
+std::string_view comment_behind(ByteView body, const ColourRun& run) {
+    if (body.u32(run.end()) != 0) return {};
+    const auto comment =
+        readCountedText(body, run.end() + comment_behind_run, max_comment_bytes, body.size());
+    return comment.value_or(std::string_view());
+}
+
 void read_palette_colour(ByteView body, const ColourRun& run, MemoryLocation& location) {
     const std::int32_t index = body.u16(run.at - place_before_run);
     const bool is_none = index >= 0xfffe;  // -1 and -2 stand for no colour
     if (!is_none) location.colour_index = index;
-    const std::size_t rgb_at = run.end() + rgb_behind_run;
+    const std::size_t rgb_at = run.end() + location.comment.size() + rgb_behind_run;
     const bool has_rgb =
         body.u8(rgb_at) == 0 && body.u8(rgb_at + 2) == 0 && body.u8(rgb_at + 4) == 0;
     if (has_rgb) {
@@ -130,7 +142,7 @@ void read_palette_colour(ByteView body, const ColourRun& run, MemoryLocation& lo
 /// `run` counts from the body, like all places of the colour.
 void read_colour(ByteView body, const ColourRun& run, MemoryLocation& location) {
     if (run.at < place_before_run || run.end() > body.size()) return;
-    const std::size_t rest = body.size() - run.end();
+    const std::size_t rest = body.size() - run.end() - location.comment.size();
     if (rest == palette_rest_bytes) {
         read_palette_colour(body, run, location);
     } else if (rest == slot_rest_bytes || rest == slot_rest_bytes_2021) {
@@ -158,6 +170,7 @@ std::optional<MemoryLocation> read_location(ByteView image, const Block& block,
     const std::size_t body_in_image = block.at + body_at;
     if (auto run = colours.first_inside(body_in_image + min_body_bytes, block.end())) {
         run->at -= body_in_image;
+        location.comment = comment_behind(body, *run);
         read_colour(body, *run, location);
     }
     return location;

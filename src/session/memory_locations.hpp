@@ -13,6 +13,7 @@ enum class LocationKind : std::uint8_t { none = 0, marker = 1, selection = 2 };
 
 struct MemoryLocation {
     std::string name;
+    std::string comment = {};
     std::uint32_t number = 0;  ///< the session's own number of the location
     std::uint32_t flags = 0;   ///< as stored
     LocationKind kind = LocationKind::none;

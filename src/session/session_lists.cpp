@@ -8,6 +8,7 @@
 //   18      u32 count, text of the name
 //   T       three-point header right behind the name: source offset, length, start
 //   C       u32 index of the audio file, right behind the first child
+//   C + 4   u16 channel of the file (the 0x2629 alone)
 //
 // Track list 0x1015: u32 count at 9, then one 0x1014 a track.
 // Track 0x1014:
@@ -113,6 +114,12 @@ std::uint32_t file_of_region(ByteView image, const BlockNode& node) {
     return node.children.empty() ? 0 : image.u32(end_of(node.children.front()));
 }
 
+std::uint16_t channel_of_region(ByteView image, const BlockNode& node) {
+    if (node.contentType != 0x2629 || node.children.empty()) return 0;
+    const std::size_t at = end_of(node.children.front()) + count_width;
+    return at + channel_width <= end_of(node) ? image.u16(at) : std::uint16_t{0};
+}
+
 std::vector<Region> read_regions(ByteView image, std::span<const BlockNode> tree,
                                  std::span<const AudioFileEntry> files) {
     const auto places = file_places(files);
@@ -126,6 +133,7 @@ std::vector<Region> read_regions(ByteView image, std::span<const BlockNode> tree
             region.index = static_cast<std::uint16_t>(regions.size());
             const auto place = places.find(file_of_region(image, node));
             if (place != places.end()) region.file = place->second;
+            region.file_channel = channel_of_region(image, node);
             regions.push_back(std::move(region));
         }
     }

@@ -38,6 +38,7 @@ struct Region {
     std::int64_t source_offset = 0;
     std::int64_t length = 0;
     std::int32_t file = -1;  ///< place in the list of audio files; -1 for none or a MIDI region
+    std::uint16_t file_channel = 0;  ///< the channel of the file that it plays
     std::int64_t file_position = 0;
     std::int64_t file_length = 0;
     std::int32_t midi_stream = -1;  ///< index into the MIDI streams, -1 for an audio region

@@ -3,8 +3,8 @@
 //
 //   9    u8 not 0: locked
 //   10   u8 not 0: muted
-//   11   u32 region
-//   16   position
+//   11   u32 place in the list of video clips
+//   16   position; its top byte, at 23, tells what it counts
 //   25   i16 colour, -2 none
 //   39   u8 not 0: muted
 //
@@ -38,6 +38,7 @@ constexpr std::size_t lock_at = 9;
 constexpr std::size_t early_mute_at = 10;
 constexpr std::size_t region_at = 11;
 constexpr std::size_t position_at = 16;
+constexpr std::size_t unit_at = position_at + position_width;
 constexpr std::size_t colour_at = 25;
 constexpr std::size_t late_mute_at = 39;
 constexpr std::uint32_t largest_without_mute = 30;
@@ -55,11 +56,17 @@ constexpr std::uint16_t picture_settings_type = 0x270a;
 constexpr std::uint32_t largest_without_quality = 7;
 constexpr std::size_t quality_at = 13;
 
+VideoUnit unit_of(std::uint8_t top_byte) {
+    if (top_byte == frames_top_byte) return VideoUnit::frames;
+    return top_byte == ticks_top_byte ? VideoUnit::ticks : VideoUnit::samples;
+}
+
 VideoClip read_clip(ByteView image, const Block& record, std::uint32_t track_index) {
     VideoClip clip;
     clip.track_index = track_index;
     clip.region = image.u32(record.at + region_at);
     clip.position = static_cast<double>(read_position(image, record.at + position_at));
+    clip.unit = unit_of(image.u8(record.at + unit_at));
     clip.colour = image.i16(record.at + colour_at);
     const bool muted =
         image.u8(record.at + late_mute_at) != 0 || image.u8(record.at + early_mute_at) != 0;
@@ -139,7 +146,8 @@ std::optional<std::int32_t> readVideoQuality(const BlockIndex& index) {
 }
 
 VideoInfo readVideoInfo(const BlockIndex& index) {
-    return {readVideoFiles(index), readVideoRate(index), readVideoQuality(index)};
+    return {readVideoFiles(index), readMovieList(index), readVideoRate(index),
+            readVideoQuality(index)};
 }
 
 }  // namespace tanrove

@@ -7,14 +7,16 @@
 #include <vector>
 
 #include "session/block_index.hpp"
+#include "session/video_regions.hpp"
 
 namespace tanrove {
 
 struct VideoClip {
-    std::uint32_t track_index = 0;  ///< place in the list of video tracks
-    std::uint32_t region = 0;
-    double position = 0;      ///< as stored
-    std::int16_t colour = 0;  ///< place on the palette, -2 none
+    std::uint32_t track_index = 0;        ///< place in the list of video tracks
+    std::uint32_t region = 0;             ///< place in the list of video clips
+    double position = 0;                  ///< as stored
+    VideoUnit unit = VideoUnit::samples;  ///< of the position
+    std::int16_t colour = 0;              ///< place on the palette, -2 none
     std::uint32_t muted = 0;
     bool locked = false;
 };
@@ -28,6 +30,7 @@ struct VideoClips {
 /// What the session says of its picture as a whole.
 struct VideoInfo {
     std::vector<std::string> names;       ///< file names
+    std::vector<std::string> movies;      ///< file names as the list of movies numbers them
     std::optional<double> frame_rate;     ///< frames a second
     std::optional<std::int32_t> quality;  ///< as stored
 };

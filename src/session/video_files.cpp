@@ -6,6 +6,9 @@
 //   kind 1   a folder
 //   kind 2   a file
 //
+// Behind its files the list of movies 0x1006 holds a 0x1005 a movie: u32 number of the entry that
+// is its file at 9.
+//
 // The word of a folder or file is the number of the entry that it lies in; entries count from 0 and
 // come in any order. Lists that keep no such tree number the folders of a single path instead.
 #include "session/video_files.hpp"
@@ -20,7 +23,10 @@ namespace tanrove {
 namespace {
 
 constexpr std::uint16_t file_list_type = 0x103a;
-constexpr std::array<std::uint16_t, 2> movie_list_types = {0x1006, 0x2096};
+constexpr std::uint16_t movie_list_type = 0x1006;
+constexpr std::array<std::uint16_t, 2> movie_list_types = {movie_list_type, 0x2096};
+constexpr std::uint16_t movie_type = 0x1005;
+constexpr std::size_t entry_of_movie_at = 9;
 constexpr std::uint32_t least_list = 8;
 constexpr std::uint32_t largest_list = 4000;  ///< of files that are no movies'
 
@@ -188,6 +194,30 @@ std::vector<std::string> readVideoFiles(const BlockIndex& index) {
         }
     }
     return names;
+}
+
+std::vector<std::string> readMovieList(const BlockIndex& index) {
+    const ByteView image = index.image();
+    std::vector<std::string> movies;
+    const auto lists = index.of_type(movie_list_type).all();
+    if (lists.empty()) return movies;
+    const Block& list = lists.front();
+    const Block* files = index.first_child(list, file_list_type);
+    if (files == nullptr) return movies;
+    std::size_t entries_left = image.size() / bytes_without_text;
+    const auto entries = read_entries(image, *files, entries_left);
+    std::size_t name_bytes_left = image.size();
+    std::size_t end_of_last = files->end();
+    for (const Block& movie : index.of_type(movie_type).between(files->end(), list.end())) {
+        if (movie.at < end_of_last || movie.end() > list.end()) continue;
+        end_of_last = movie.end();
+        const std::size_t number = image.u32(movie.at + entry_of_movie_at);
+        const auto name = number < entries.size() ? entries[number].text : std::string_view();
+        if (name.size() > name_bytes_left) break;
+        name_bytes_left -= name.size();
+        movies.emplace_back(name);
+    }
+    return movies;
 }
 
 std::map<std::string, std::string> readVideoPaths(const BlockIndex& index) {

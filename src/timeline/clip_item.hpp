@@ -53,8 +53,9 @@ struct ClipItem {
     double length = 0;
     double source_offset = 0;
     std::string name;
-    std::string file;       ///< audio file name without its folder
-    std::string file_kind;  ///< lower-cased extension
+    std::string file;                                ///< audio file name without its folder
+    std::string file_kind;                           ///< lower-cased extension
+    std::optional<std::uint16_t> file_channel = {};  ///< the only one it plays; nothing: all
     bool muted = false;
     bool head_of_file = false;  ///< starts within 63 samples of its file and bears no edit number
     std::string group_name;     ///< of the clip group that holds the clip; empty outside one

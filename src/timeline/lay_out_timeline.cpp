@@ -3,6 +3,10 @@
 // what the groups play, give gain.
 #include "timeline/lay_out_timeline.hpp"
 
+#include <cstdint>
+#include <set>
+#include <span>
+
 #include "timeline/bind_fades.hpp"
 #include "timeline/clip_gain_plan.hpp"
 #include "timeline/cover_clips.hpp"
@@ -56,6 +60,27 @@ void keep_places(std::vector<TimelineTrack>& tracks, bool no_stretch) {
     }
 }
 
+// As many as REAPER gives a track.
+constexpr std::uint16_t max_file_channels = 64;
+
+/// Tells the clips of files with several channels which of them they play. Where the session uses
+/// no channel but the first, the file need not have another.
+void choose_file_channels(std::vector<TimelineTrack>& tracks, std::span<const Region> regions) {
+    std::set<std::int32_t> files;
+    for (const Region& region : regions) {
+        if (region.file >= 0 && region.file_channel > 0) files.insert(region.file);
+    }
+    if (files.empty()) return;
+    for (TimelineTrack& track : tracks) {
+        for (ClipItem& clip : track.clips) {
+            if (clip.region >= regions.size()) continue;
+            const Region& region = regions[clip.region];
+            if (!files.contains(region.file) || region.file_channel >= max_file_channels) continue;
+            clip.file_channel = region.file_channel;
+        }
+    }
+}
+
 }  // namespace
 
 std::vector<TimelineTrack> lay_out_timeline(const TimelineInput& input, TimelineTallies& tallies) {
@@ -77,6 +102,7 @@ std::vector<TimelineTrack> lay_out_timeline(const TimelineInput& input, Timeline
     for (TimelineTrack& track : tracks) looper.end_loops(track, tallies.loops);
     cover_clips(tracks, input.rate_hz, tallies.covering);
     groups.lay_out(tracks, input.no_stretch ? nullptr : &warp, tallies.stretch);
+    choose_file_channels(tracks, input.regions);
     if (input.gains != nullptr) give_clip_gain(tracks, *input.gains, tallies.gain);
     return tracks;
 }

@@ -33,7 +33,8 @@ SessionBuilder coloured_session(std::uint8_t scheme) {
     return session.location({.name = "Verse",
                              .start = 3840000,
                              .form = builder::LocationForm::palette,
-                             .rgb = 0x2040ff});
+                             .rgb = 0x2040ff,
+                             .comment = "louder"});
 }
 
 }  // namespace tanrove::golden

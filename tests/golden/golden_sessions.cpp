@@ -103,6 +103,11 @@ GoldenCase clips() {
     session.track(stereo_track(
         "Tone", {clip("Tone", second, second), clip("Tone-01", 4 * second, second, 100)}));
     session.track(track("Nothing yet", {}));
+    TrackSpec sides =
+        track("Sides of a file", {clip("Pair.L", 0, second), clip("Pair.R", second, second)});
+    for (auto& side : sides.clips) side.file_index = 3;
+    sides.clips[1].file_channel = 1;
+    session.track(sides);
     return {"clips", session, {}, {"Voice.wav", "Tone.L.wav"}};
 }
 
@@ -583,16 +588,16 @@ GoldenCase video() {
     voice.inserts = {{.key_input = builder::output_id("Verb")}};
     session.track(film).track(routed("Second picture", "", TrackKind::video)).track(voice);
     session.track(aux("Room", "Verb", 2));
-    session.freeze_render({.name = "Reel 1-01", .length = 100});
-    session.freeze_render({.name = "Reel 1-02", .source_offset = 100, .length = 50});
-    session.freeze_render({.name = "Reel 2", .length = 25})
-        .freeze_render({.name = "Logo", .length = 1});
+    session.video_region({.name = "Opening", .length = 100});  // of reel 1, whatever its name
+    session.video_region({.name = "Reel 1-02", .source_offset = 100, .length = 50});
+    session.video_region({.name = "Reel 2", .length = 25, .movie = 1});
+    session.video_region({.name = "Logo", .length = 1, .movie = 9});
     session.video_clips({"Picture",
-                         {{.id = 1, .position = 0, .locked = true},
-                          {.id = 2, .position = 4 * second},
-                          {.id = 3, .position = 6 * second},
-                          {.id = 4, .position = 7 * second},
-                          {.id = 99, .position = 8 * second}}});
+                         {{.id = 0, .position = builder::frames(0), .locked = true},
+                          {.id = 1, .position = builder::frames(100)},
+                          {.id = 2, .position = 6 * second},
+                          {.id = 3, .position = builder::frames(175)},
+                          {.id = 99, .position = builder::frames(200)}}});
     RunOptions options;
     options.no_sidechain = true;
     return {"video", session, options, {"Voice.wav", "../Video Files/Reel 1.mov"}};

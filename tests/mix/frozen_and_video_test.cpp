@@ -75,34 +75,43 @@ TEST(PlanFrozen, TheFirstReasonThatAppliesKeepsATrackUnfrozen) {
     }
 }
 
-VideoInput picture(const std::vector<Region>& regions, std::vector<VideoClip> clips) {
-    VideoInput input;
-    input.video.track_names = {"Film"};
-    input.video.clips = std::move(clips);
-    input.regions = regions;
-    input.info.names = {"Reel.mov", "Reel 2.mov"};
-    return input;
-}
-
-TEST(PlanVideo, MeasuresInFramesOnlyWhereThePictureFitsThem) {
+TEST(PlanVideo, MeasuresEachNumberInTheUnitThatItTells) {
+    using enum VideoUnit;
     const struct {
+        VideoUnit of_position, of_region;
+        double position;
         std::optional<double> frame_rate;
-        std::int64_t length;
-        double seconds;
-    } cases[] = {{25, 50, 2},         {25, 51, 2.04}, {{}, 48000, 1},
-                 {25, 52, 52 / 48e3}, {25, 96000, 2}, {1, 24 * 3600 + 1, 86401 / 48e3}};
+        double start, length;  // seconds; 0 for no item
+    } cases[] = {
+        {frames, frames, 50, 25, 2, 4},
+        {samples, frames, 96000, 25, 2, 4},
+        {ticks, frames, 1000001920000.0, 25, 2, 4},
+        {samples, samples, 96000, {}, 2, 100 / 48e3},
+        {frames, samples, 50, 25, 2, 100 / 48e3},
+        {samples, ticks, 96000, {}, 2, 100 / 960e3},
+        {samples, frames, 96000, {}, 0, 0},
+        {frames, samples, 50, {}, 0, 0},
+    };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.length);
-        const std::vector<Region> regions = {region("Reel", -1, c.length, c.length)};
-        const bool alone = c.frame_rate == 1;
-        auto input = picture(regions, {{.position = 1000001920000.0}, {.position = 0}});
-        if (alone) input.video.clips.pop_back();
+        SCOPED_TRACE(&c - cases);
+        const std::vector<VideoRegion> regions = {{"Reel 2", c.of_region, 100, 100, 1}};
+        VideoInput input;
+        input.video.track_names = {"Film"};
+        input.video.clips = {{.position = c.position, .unit = c.of_position}};
+        input.regions = regions;
+        input.info.names = {"Reel.mov", "Reel 2.mov"};
+        input.info.movies = {"Reel.mov", "Reel 2.mov"};
         input.info.frame_rate = c.frame_rate;
         VideoTallies tallies;
         const auto items = plan_video(input, clock_at_60, tallies).tracks.at(0).items;
-        EXPECT_EQ(items.back().start, 2);
-        EXPECT_DOUBLE_EQ(items.front().length, c.seconds);
-        EXPECT_DOUBLE_EQ(items.front().source_offset, c.seconds);
+        ASSERT_EQ(items.size(), c.length > 0 ? 1U : 0U);
+        EXPECT_EQ(tallies.clips_without_region, c.length > 0 ? 0 : 1);
+        if (items.empty()) continue;
+        EXPECT_EQ(items[0].start, c.start);
+        EXPECT_NEAR(items[0].length, c.length, 1e-12);
+        EXPECT_NEAR(items[0].source_offset, c.length, 1e-12);
+        EXPECT_EQ(items[0].movie, "Reel 2.mov");
+        EXPECT_EQ(tallies.frame_rate.has_value(), c.of_region == frames);
     }
 }
 

@@ -51,6 +51,12 @@ TEST(Notes, StandUnderTheNameOfTheirTrack) {
         "Kick: in", "    ", "    out\tof phase", "Evil  >:  >", "      >", "    last",
     };
     EXPECT_EQ(notes_lines(comments), expected);
+    MarkerTallies tallies;
+    const MemoryLocation locations[] = {{.name = "Verse", .comment = "loud\nsoft", .number = 5},
+                                        {.name = "Chorus", .number = 6}};
+    EXPECT_EQ(marker_notes_lines(locations, tallies),
+              (std::vector<std::string>{"Marker 5 {Verse}: loud", "    soft"}));
+    EXPECT_EQ(tallies.comments, 1);
 }
 
 }  // namespace

@@ -69,6 +69,7 @@ HeadTallies head_with_everything() {
     head.meters.repeated = {{.bar = 9, .numerator = 3, .denominator = 4}};
     head.markers = {.markers = 1,
                     .regions = 1,
+                    .comments = 1,
                     .without_time = 1,
                     .coloured = 1,
                     .unknown_colours = 1,

@@ -204,6 +204,9 @@ std::string scanned_names(const SlowScan& scan) {
     for (const Block& block : scan.blocks(0x2628)) {
         const auto name = readCountedText(scan.image, block.at + 9, 200, block.end());
         if (block.size < 12 || block.size > 4000 || !name) continue;
+        const auto regions = scan.blocks(0x2629, block.at < 9 ? block.at : block.at - 9);
+        const bool is_regions = !regions.empty() && regions.front().at + 9 == block.at;
+        if (!is_regions || regions.front().end() < block.end()) continue;
         for (const auto& track : render_tracks) {
             const auto rest = name->substr(std::min(track.size(), name->size()));
             const bool digits = rest.find_first_not_of("0123456789", 1) == std::string_view::npos;

@@ -36,7 +36,7 @@ TEST(RealSessions, EveryReaderFindsItsRecords) {
         {"TestPTX.ptx",
          "readStripRows 5, readTrackNames 2, readStrips 5, readIoPaths 236, readRouting 2, "
          "readLane 12, readRegionStarts 4, readMidiChunks 3, readMidiPlaylists 3, "
-         "readMidiPlaylistRows 3, readMidiClipCounts 0, readFreezeRenders 4, "
+         "readMidiPlaylistRows 3, readMidiClipCounts 0, readFreezeRenders 1, "
          "readInstrumentLinks 0, readAltPlaylists 0"},
         {"TempoTimeKeySig.ptx",
          "readTrackNames 2, readPlaylists 2, readRegionStarts 7, readLane 8"},

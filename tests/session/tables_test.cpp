@@ -25,7 +25,9 @@ TEST(Tables, WhatTheBuilderWritesIsRead) {
     session.video_file("Film.MOV").video_file("notes.txt").video_file("Cut.mxf");
     session.video_clips(
         {"Film", {{.id = 1, .position = 90, .locked = true, .colour = 30}, {.muted = true}}});
-    session.video_clips({"Second", {{.position = 1LL << 45, .muted_late = true}}});
+    session.video_clips({"Second", {{.position = frames(1LL << 45), .muted_late = true}}});
+    session.video_region({.name = "Film-01", .source_offset = 1547, .length = 16436, .movie = 2});
+    session.video_region({.name = "Cut", .length = 7, .unit_mark = 0});
     session.freeze_render({.name = "Gtr-03", .source_offset = 5, .length = 70000, .start = 9});
     session.freeze_render({.name = "Gtr-a", .length = 1}).freeze_render({.name = "Gtr 2"});
     session.freeze_render({.name = "Gtr", .length = 1ULL << 40, .start = 1});
@@ -48,9 +50,16 @@ TEST(Tables, WhatTheBuilderWritesIsRead) {
     const auto video = over(image, readVideoClips);
     text = shown(video.track_names);
     for (const auto& c : video.clips) {
-        text += ", " + fields(c.track_index, c.region, c.position, c.colour, c.locked, c.muted);
+        text +=
+            ", " + fields(c.track_index, c.region, c.position, c.unit, c.colour, c.locked, c.muted);
     }
-    EXPECT_EQ(text, "Film,Second, 0 1 90 30 1 0, 0 0 0 -2 0 1, 1 0 35184372088832 -2 0 1");
+    EXPECT_EQ(text, "Film,Second, 0 1 90 0 30 1 0, 0 0 0 0 -2 0 1, 1 0 35184372088832 2 -2 0 1");
+    text.clear();
+    for (const auto& r : over(image, readVideoRegions)) {
+        text += fields(r.name, r.source_offset, r.length, r.unit, r.movie) + ", ";
+    }
+    EXPECT_EQ(text, "Film-01 1547 16436 2 2, Cut 0 7 0 0, ");
+    EXPECT_EQ(over(image, readMovieList), (Names{"Film.MOV", "notes.txt", "Cut.mxf"}));
 }
 
 TEST(ReadVideoFiles, TheListsOfMoviesAreReadAtAnySizeAndOthersUpToTheirLimit) {

@@ -309,15 +309,19 @@ TEST(MemoryLocations, TheColourDependsOnWhatFollowsTheColourBlocks) {
         {palette, 0xfffe, {}, 1, "-2 -1 -1"},
         {palette, 12, {}, 0, "-2 -1 -1"},
     };
-    for (const auto& c : cases) {
+    for (std::size_t i = 0; i < 2 * std::size(cases); ++i) {
+        const auto& c = cases[i / 2];
+        const std::string comment = i % 2 == 0 ? "" : "which moves what stands behind it";
         LocationSpec spec = {.name = "A", .form = c.form, .colour = c.colour, .rgb = c.rgb};
         spec.colour_blocks = c.blocks;
+        spec.comment = c.blocks > 0 ? comment : "";
         // Colour blocks of others around it must not be taken for its own.
         const Bytes stray = block(0x2506, Bytes(8), 3);
         const Bytes image = ByteWriter().raw(stray).raw(location_block(spec)).raw(stray).bytes();
         const auto location = over(image, readMemoryLocations).at(0);
         EXPECT_EQ(fields(location.colour_slot, location.colour_index, location.colour_rgb),
                   c.slot_index_rgb);
+        EXPECT_EQ(location.comment, spec.comment);
     }
 }
 

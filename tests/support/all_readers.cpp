@@ -289,6 +289,8 @@ void read_tables(Session& session, Readings& out) {
     out.list("readVideoPaths", readVideoPaths(index));
     const VideoClips video = readVideoClips(index);
     out.keep("readVideoClips", video.clips.size(), video);
+    out.list("readVideoRegions", readVideoRegions(index));
+    out.list("readMovieList", readMovieList(index));
     out.value("readVideoRate", readVideoRate(index));
     out.value("readVideoQuality", readVideoQuality(index));
     const auto names = current_names(rows);

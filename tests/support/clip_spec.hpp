@@ -58,6 +58,7 @@ struct ClipSpec {
     std::int64_t source_offset = 0;  ///< samples into the file
     std::int64_t length = 0;         ///< samples
     std::uint16_t file_index = 0;
+    std::uint16_t file_channel = 0;  ///< of a file that holds several
     /// On a track of several channels: a region and a file of its own for each, named ".L", ".R"
     /// and ".3" on, the files standing behind `file_index` one by one. Else all channels share one.
     bool file_per_channel = false;

@@ -30,7 +30,8 @@ void describe_time(SessionBuilder& session, const RichSize& size) {
 void describe_tables(SessionBuilder& session) {
     session.group({.name = "Band", .members = {0, 1}, .slot = 1}).folder(1, {0});
     session.alternate_playlist("Track 1.01", 3).video_file("Reel 1.mov").picture({25, 2});
-    session.video_clips({"Video 1", {{.id = 0, .position = 0}, {.id = 0, .position = 48000}}});
+    session.video_region({.name = "Reel 1-01", .source_offset = 5, .length = 25});
+    session.video_clips({"Video 1", {{.position = frames(0)}, {.position = frames(25)}}});
     session.freeze_render({.name = "Track 1", .length = 48000}).colour_schemes(4, 5);
     session.vca("VCA 1", -35);
 }

@@ -75,6 +75,10 @@ public:
     SessionBuilder& vca(const std::string& name, int fader_tenths_db);
     SessionBuilder& alternate_playlist(const std::string& name, std::uint32_t value);
     SessionBuilder& video_file(const std::string& name) { return keep(tables_.video_files, name); }
+    /// A stretch of a movie, that clips of video tracks call by its place.
+    SessionBuilder& video_region(const VideoRegionSpec& r) {
+        return keep(tables_.video_regions, r);
+    }
     /// What lies on a video track.
     SessionBuilder& video_clips(const VideoTrackSpec& v) { return keep(tables_.video_tracks, v); }
     SessionBuilder& picture(const PictureSpec& picture) { return set(tables_.picture, picture); }

@@ -93,7 +93,7 @@ Bytes region_block(const RegionSpec& region) {
             .u32(static_cast<std::uint32_t>(pitch.semitones));
         behind_name.f32(pitch.cents).zeros(7);
     } else {
-        behind_name.u32(region.file_index).u16(0).f32(1).f32(1);
+        behind_name.u32(region.file_index).u16(region.file_channel).f32(1).f32(1);
         behind_name.u32(static_cast<std::uint32_t>(pitch.semitones)).f32(pitch.cents);
     }
     const Bytes effects = block(0x4403, block(0x1000, Bytes(18)));
@@ -200,6 +200,7 @@ RegionSpec region_of(const ClipSpec& clip, int channel) {
     RegionSpec region;
     region.name = clip.region;
     region.file_index = clip.file_index;
+    region.file_channel = clip.file_channel;
     if (clip.file_per_channel) {
         region.name = channel_region_name(clip.region, channel);
         region.file_index += static_cast<std::uint32_t>(channel);

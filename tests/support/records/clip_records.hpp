@@ -22,6 +22,7 @@ enum class GainPlace : std::uint8_t {
 struct RegionSpec {
     std::string name = {};
     std::uint32_t file_index = 0;
+    std::uint16_t file_channel = 0;
     std::uint64_t source_offset = 0;
     std::uint64_t length = 0;
     std::uint64_t start = 0;         ///< where it was recorded, samples

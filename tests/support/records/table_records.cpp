@@ -34,7 +34,19 @@ Bytes video_list(const std::vector<std::string>& files, const std::vector<std::s
     entries.push_back({0, 0xffffffff, path[0]});
     for (std::uint32_t i = volume + 1; i <= last; ++i)
         entries.push_back({1, i - 1, path[i - volume]});
-    return block(0x1006, ByteWriter().u32(files.size()).raw(file_entries_block(entries)).bytes());
+    ByteWriter list;
+    list.u32(files.size()).raw(file_entries_block(entries));
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        list.block(0x1005, ByteWriter().u32(1 + i).zeros(8).bytes());
+    }
+    return block(0x1006, list.bytes());
+}
+
+Bytes video_region(const VideoRegionSpec& spec) {
+    Bytes point = three_point({.source_offset = spec.source_offset, .length = spec.length});
+    point[1] = static_cast<std::uint8_t>(point[1] | spec.unit_mark);
+    const Bytes clip = ByteWriter().counted(spec.name).raw(point).i16(-2).zeros(36).bytes();
+    return block(0x262d, ByteWriter().block(0x2628, clip, 2).u32(spec.movie).u8(0).bytes());
 }
 
 Bytes video_clip(const PlacementSpec& placement) {
@@ -106,6 +118,8 @@ Bytes tables_before_clips(const TablesSpec& tables, const std::vector<std::strin
 Bytes tables_before_rows(const TablesSpec& tables) {
     ByteWriter bytes;
     const auto& video = tables.video_tracks;
+    const auto& regions = tables.video_regions;
+    if (!regions.empty()) bytes.block(0x262e, counted_list(regions, video_region), 1);
     if (!video.empty()) bytes.block(0x1055, counted_list(video, video_playlist));
     if (!tables.folders.empty()) bytes.raw(folder_table_block(tables.folders));
     return bytes.bytes();

@@ -35,6 +35,20 @@ struct FileListEntry {
     std::string name = {};
 };
 
+/// A stretch of a movie, in frames.
+struct VideoRegionSpec {
+    std::string name = {};
+    std::uint64_t source_offset = 0;
+    std::uint64_t length = 0;
+    std::uint32_t movie = 0;
+    std::uint8_t unit_mark = 2;  ///< 0 samples, 1 ticks
+};
+
+/// A position in frames, as placements store it.
+constexpr std::int64_t frames(std::int64_t count) {
+    return count | std::int64_t{0x10} << 56;
+}
+
 struct VideoTrackSpec {
     std::string name = {};
     std::vector<PlacementSpec> clips = {};
@@ -53,6 +67,7 @@ struct TablesSpec {
     std::vector<std::pair<std::string, std::uint32_t>> alternates = {};
     std::vector<std::string> video_files = {};
     std::vector<VideoTrackSpec> video_tracks = {};
+    std::vector<VideoRegionSpec> video_regions = {};
     PictureSpec picture = {};
     std::vector<RegionSpec> freeze_renders = {};
     Bytes colour_schemes = {};  ///< of tracks, of clips

@@ -29,13 +29,16 @@ void write_location_colour(ByteWriter& out, const LocationSpec& location) {
         out.block(0x2506, ByteWriter().u32(0xffffffff).zeros(4).bytes(), 3);
     }
     ByteWriter tail;
+    tail.u32(0).counted(location.comment);
+    const std::size_t head = tail.bytes().size() - location.comment.size();
     if (location.rgb) {
-        tail.zeros(62).u8(*location.rgb >> 16).zeros(1).u8(*location.rgb >> 8).zeros(1);
+        tail.zeros(62 - head).u8(*location.rgb >> 16).zeros(1).u8(*location.rgb >> 8).zeros(1);
         tail.u8(*location.rgb);
     } else if (location.form == LocationForm::palette) {
-        tail.zeros(61).u8(0xff);
+        tail.zeros(61 - head).u8(0xff);
     }
-    out.raw(tail.pad_to(static_cast<std::size_t>(location.form)).bytes());
+    const auto length = static_cast<std::size_t>(location.form) + location.comment.size();
+    out.raw(tail.pad_to(length).bytes());
 }
 
 }  // namespace

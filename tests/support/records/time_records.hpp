@@ -48,6 +48,7 @@ struct LocationSpec {
     std::uint16_t colour = 0xfffe;  ///< slot or place on the palette
     std::optional<std::uint32_t> rgb = {};
     int colour_blocks = 2;
+    std::string comment = {};
 };
 
 Bytes location_block(const LocationSpec& location);
