@@ -1,10 +1,11 @@
-// How long a full mix takes to convert: 1,000 tracks, each with 8 sends and 2,000 volume points,
-// and the same with ten times the points. The counter "ratio" is the second time in terms of the
-// first, and stays below 11 where every step is linear. Times are processor time, and the project
-// goes to the null device, so that neither a busy machine nor its disk blurs the ratio.
+// How a conversion grows with the mix: with its tracks, sends, lanes, folders and groups, each at
+// its size, ten times and a hundred times that. The counter "ratio" is the time in terms of the
+// size before, and stays below 11 where every step is linear. Times are processor time, and the
+// project goes to the null device, so that neither a busy machine nor its disk blurs the ratio.
 #include <benchmark/benchmark.h>
 
 #include <ctime>
+#include <map>
 
 #include "run/convert_session.hpp"
 #include "support/session_builder.hpp"
@@ -14,47 +15,107 @@ namespace tanrove::bench {
 
 namespace {
 
-constexpr int tracks = 1000;
-constexpr int sends_per_track = 8;
-constexpr std::int64_t points_per_track = 2000;
-constexpr int buses = 2 * sends_per_track;
+using builder::SessionBuilder;
+using builder::TrackKind;
+using builder::TrackSpec;
 
-std::string bus_name(int bus) {
-    return "Mix Bus " + std::to_string(bus + 1);
+std::string numbered(const char* name, std::size_t number) {
+    return name + std::to_string(number + 1);
 }
 
-/// Small moves, and every 50 points a ramp of 12 dB.
-builder::LaneSpec volume_lane(std::int64_t points, int track) {
-    builder::LaneSpec lane;
-    lane.initial = 0;
-    lane.points.reserve(static_cast<std::size_t>(points));
-    for (std::int64_t i = 0; i < points; ++i) {
-        const int swell = i % 100 < 50 ? 0 : -120;
-        lane.points.push_back({i * 2400, swell - static_cast<int>((i + track) % 7)});
-    }
-    return lane;
+SessionBuilder tracks(std::size_t count) {
+    SessionBuilder session;
+    for (std::size_t t = 0; t < count; ++t) session.track({.name = numbered("Track ", t)});
+    return session;
 }
 
-builder::SessionBuilder full_mix(std::int64_t points) {
-    builder::SessionBuilder session;
-    for (int i = 0; i < buses; ++i) {
-        session.bus(bus_name(i), static_cast<std::uint16_t>(2 * i));
-        builder::TrackSpec aux;
-        aux.name = "Return " + std::to_string(i + 1);
-        aux.kind = builder::TrackKind::aux;
-        aux.channels = 2;
-        aux.input = bus_name(i);
-        aux.input_is_bus = true;
-        session.track(aux);
+/// Eight of each track, into sixteen returns.
+SessionBuilder sends(std::size_t count) {
+    constexpr std::size_t sends_per_track = 8;
+    constexpr std::size_t buses = 16;
+    SessionBuilder session;
+    for (std::size_t b = 0; b < buses; ++b) {
+        const std::string bus = numbered("Mix Bus ", b);
+        session.bus(bus, static_cast<std::uint16_t>(2 * b));
+        session.track({.name = numbered("Return ", b),
+                       .kind = TrackKind::aux,
+                       .channels = 2,
+                       .input = bus,
+                       .input_is_bus = true});
     }
-    for (int t = 0; t < tracks; ++t) {
-        builder::TrackSpec track;
-        track.name = "Track " + std::to_string(t + 1);
-        track.volume_lane = volume_lane(points, t);
-        for (int i = 0; i < sends_per_track; ++i) {
-            track.sends.push_back({.target = bus_name((t + i) % buses), .level_db = -6.0 - i});
+    for (std::size_t t = 0; t < count / sends_per_track; ++t) {
+        TrackSpec track{.name = numbered("Track ", t)};
+        for (std::size_t i = 0; i < sends_per_track; ++i) {
+            track.sends.push_back({.target = numbered("Mix Bus ", (t + i) % buses)});
         }
         session.track(track);
+    }
+    return session;
+}
+
+/// Points of the volume lanes of a hundred tracks: small moves, and every 50 a ramp of 12 dB.
+SessionBuilder lane_points(std::size_t count) {
+    constexpr std::size_t lanes = 100;
+    SessionBuilder session;
+    for (std::size_t t = 0; t < lanes; ++t) {
+        TrackSpec track{.name = numbered("Track ", t)};
+        for (std::size_t i = 0; i < count / lanes; ++i) {
+            const int swell = i % 100 < 50 ? 0 : -120;
+            track.volume_lane.points.push_back(
+                {static_cast<std::int64_t>(i) * 2400, swell - static_cast<int>((i + t) % 7)});
+        }
+        session.track(track);
+    }
+    return session;
+}
+
+/// A track with all of its lanes, over and over.
+SessionBuilder lanes(std::size_t count) {
+    SessionBuilder session;
+    for (std::size_t t = 0; t < count / 5; ++t) {
+        TrackSpec track{.name = numbered("Track ", t), .channels = 2};
+        const builder::LaneSpec moves{.initial = 0, .points = {{2400, 1}, {4800, 0}}};
+        track.volume_lane = track.mute_lane = track.pan_lane = track.pan_right_lane = moves;
+        track.trim_lane = moves;
+        session.track(track);
+    }
+    return session;
+}
+
+/// Routing folders of two tracks, each inside a Basic folder of four of them.
+SessionBuilder folders(std::size_t count) {
+    SessionBuilder session;
+    session.strip_table_form(builder::StripTableForm::since_2022);
+    std::size_t place = 0;
+    const auto add = [&](const char* name, TrackKind kind) {
+        session.track({.name = numbered(name, place), .kind = kind});
+        return place++;
+    };
+    for (std::size_t f = 0; f < count / 5; ++f) {
+        const std::size_t outer = add("Section ", TrackKind::basic_folder);
+        std::vector<std::size_t> inner;
+        for (int i = 0; i < 4; ++i) {
+            inner.push_back(add("Folder ", TrackKind::routing_folder));
+            const std::size_t first = add("Track ", TrackKind::audio);
+            session.folder(inner.back(), {first, add("Track ", TrackKind::audio)});
+        }
+        session.folder(outer, inner);
+    }
+    return session;
+}
+
+/// Groups of twenty tracks; every tenth is a VCA's.
+SessionBuilder groups(std::size_t count) {
+    constexpr std::uint16_t strips = 200;
+    SessionBuilder session = tracks(strips);
+    for (int v = 0; v < 20; ++v) session.vca(numbered("VCA ", static_cast<std::size_t>(v)), -60);
+    for (std::size_t g = 0; g < count; ++g) {
+        builder::GroupSpec group{.name = numbered("Group ", g)};
+        for (std::size_t i = 0; i < 20; ++i) {
+            group.members.push_back(static_cast<std::uint16_t>((g + 7 * i) % strips));
+        }
+        if (g % 10 == 0) group.vca_master = static_cast<std::uint16_t>(strips + g / 10 % 20);
+        session.group(group);
     }
     return session;
 }
@@ -63,16 +124,18 @@ double processor_seconds() {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
-void convert_mix(benchmark::State& state) {
-    static double plain_seconds = 0;
+using MakeSession = SessionBuilder (*)(std::size_t);
+
+void convert_mix(benchmark::State& state, MakeSession make_session) {
+    static std::map<MakeSession, double> seconds_before;
     const builder::TempFolder folder;
-    const std::string path = folder / "Mix.ptx";
-    if (!full_mix(state.range(0)).write(path)) std::abort();
+    RunOptions options;
+    options.session_path = folder / "Mix.ptx";
+    options.check_only = true;
+    const auto size = static_cast<std::size_t>(state.range(0));
+    if (!make_session(size).write(options.session_path)) std::abort();
     NullSink silent;
     console_state().console_sink = &silent;
-    RunOptions options;
-    options.session_path = path;
-    options.check_only = true;
     double total = 0;
     for (auto _ : state) {
         const double start = processor_seconds();
@@ -83,17 +146,26 @@ void convert_mix(benchmark::State& state) {
     }
     console_state().console_sink = nullptr;
     const double mean = total / static_cast<double>(state.iterations());
-    if (state.range(0) == points_per_track) plain_seconds = mean;
-    state.counters["ratio"] = mean / plain_seconds;
-    state.SetItemsProcessed(state.iterations() * state.range(0) * tracks);
+    const auto before = seconds_before.find(make_session);
+    if (before != seconds_before.end()) state.counters["ratio"] = mean / before->second;
+    seconds_before[make_session] = mean;
+    state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
-BENCHMARK(convert_mix)
-    ->Arg(points_per_track)
-    ->Arg(10 * points_per_track)
-    ->Iterations(1)
-    ->UseManualTime()
-    ->Unit(benchmark::kMillisecond);
+/// From `size` to a hundred times that.
+void grow(benchmark::internal::Benchmark* mix, std::int64_t size) {
+    mix->RangeMultiplier(10)->Range(size, 100 * size)->UseManualTime();
+    mix->MinTime(0.2)->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK_CAPTURE(convert_mix, tracks, tracks)->Apply([](auto* mix) { grow(mix, 100); });
+BENCHMARK_CAPTURE(convert_mix, sends, sends)->Apply([](auto* mix) { grow(mix, 800); });
+BENCHMARK_CAPTURE(convert_mix, lanes, lanes)->Apply([](auto* mix) { grow(mix, 500); });
+BENCHMARK_CAPTURE(convert_mix, lane_points, lane_points)->Apply([](auto* mix) {
+    grow(mix, 50'000);
+});
+BENCHMARK_CAPTURE(convert_mix, folders, folders)->Apply([](auto* mix) { grow(mix, 40); });
+BENCHMARK_CAPTURE(convert_mix, groups, groups)->Apply([](auto* mix) { grow(mix, 10); });
 
 }  // namespace
 
