@@ -39,7 +39,7 @@ void settle_count(TrackPlan& plan, int own, RoutingTallies& tallies) {
     }
     if (plan.key_receives.empty() || !plan.mixer.plays_to_parent) return;
     plan.parent_channels = own;
-    ++tallies.tracks_passing_first_pair;
+    if (own == stereo_channels) ++tallies.tracks_passing_first_pair;
 }
 
 /// Makes each folder as wide as the widest track that plays through it, and returns how wide the

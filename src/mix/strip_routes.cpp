@@ -82,13 +82,14 @@ void resolve_keys(const RoutingRecords& records, const KeyBuses& keys, ReceiveBu
     }
 }
 
-/// What comes out of a strip that takes a hardware output must reach the master on its way, or what
-/// plays to that output has to stay there.
+/// What plays to a hardware output may leave it for the strips that take it only where it reaches
+/// the master from there, and where they take all of it.
 void settle_hardware_outputs(std::vector<StripRoute>& strips) {
     const auto goes_on = [&](std::size_t strip_row) { return !strips[strip_row].has_no_output; };
     for (StripRoute& route : strips) {
         if (!route.output || !route.output_is_hardware) continue;
-        route.stays_on_master = std::ranges::none_of(route.output->strip_rows, goes_on);
+        route.stays_on_master = route.output->way == BusWay::leg ||
+                                std::ranges::none_of(route.output->strip_rows, goes_on);
     }
 }
 

@@ -84,7 +84,7 @@ struct StripRoute {
     bool has_no_output = false;      ///< the strip was set to play into nothing
     bool feeds_keys_alone = false;   ///< it plays into a bus that only plug-ins' keys listen to
     bool output_is_hardware = false;
-    /// It plays to the hardware as well as into `output`, and nothing that comes out of there does.
+    /// It plays to the hardware as well as into `output`, and not all of it comes out of there.
     bool stays_on_master = false;
     MonoOutput mono_output = MonoOutput::no;
     std::vector<SendRoute> sends;  ///< those that some strip takes

@@ -349,16 +349,22 @@ TEST(PlanOutputs, AnOutputOfOneChannelHasNoPanner) {
 }
 
 TEST(PlanOutputs, AHardwareOutputThatAnAuxTakesIsHeardOnce) {
-    for (const bool meter : {false, true}) {
+    const struct {
+        const char* input;
+        const char* output;
+        bool stays;
+    } auxes[] = {{"Stem", "Main", false}, {"Stem", "", true}, {"Stem.L", "Main", true}};
+    for (const auto& aux : auxes) {
         Mixer mixer;
         mixer.path("Stem", {1, 2});
-        mixer.records.paths[0].mapped = true;
+        mixer.path("Stem.L", {1});
+        for (IoPath& path : mixer.records.paths) path.mapped = true;
         mixer.track("Vox", "Stem");
-        mixer.track("Monitor", meter ? "" : "Main", "Stem", stereo);
+        mixer.track("Monitor", aux.output, aux.input, stereo);
         mixer.route();
         EXPECT_EQ(mixer.plans[1].channel_receives.size(), 1U);
-        EXPECT_EQ(mixer.plans[0].mixer.plays_to_parent, meter);
-        EXPECT_EQ(mixer.tallies.taken_from_hardware.size(), meter ? 0U : 1U);
+        EXPECT_EQ(mixer.plans[0].mixer.plays_to_parent, aux.stays);
+        EXPECT_EQ(mixer.tallies.taken_from_hardware.size(), aux.stays ? 0U : 1U);
     }
 }
 
