@@ -47,12 +47,12 @@ ParameterTable agreed_names(const Builds& builds) {
     const auto names_of = [](const auto& build) { return build.second.names.size(); };
     const auto shortest = std::ranges::min_element(builds, {}, names_of);
     ParameterTable agreed;
-    for (const auto& [number, name] : shortest->second.names) {
+    for (const auto& entry : shortest->second.names) {
         const bool all_have_it = std::ranges::all_of(builds, [&](const auto& build) {
-            const auto found = build.second.names.find(number);
-            return found != build.second.names.end() && found->second == name;
+            const auto found = build.second.names.find(entry.first);
+            return found != build.second.names.end() && found->second == entry.second;
         });
-        if (all_have_it) agreed.names.emplace(number, name);
+        if (all_have_it) agreed.names.insert(entry);
     }
     return agreed;
 }

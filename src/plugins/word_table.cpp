@@ -65,8 +65,8 @@ void WordTable::finish() {
 }
 
 std::span<const WordTable::Row> WordTable::places_of(std::uint32_t word) const {
-    const auto range = std::ranges::equal_range(rows_, word, {}, &Row::word);
-    return {range.begin(), range.end()};
+    const auto begin = std::ranges::lower_bound(rows_, word, {}, &Row::word);
+    return {begin, std::ranges::upper_bound(rows_, word, {}, &Row::word)};
 }
 
 }  // namespace tanrove
