@@ -92,7 +92,7 @@ std::optional<FoundSetting> find_setting(ByteView record, std::size_t from) {
     for (std::size_t at = from; at < record.size(); ++at) {
         const auto before = record.u8(at - 1);
         if (is_digit(before) || before == ' ') continue;
-        if (const auto found = read_setting(record, at)) return found;
+        if (auto found = read_setting(record, at)) return found;
     }
     return std::nullopt;
 }
