@@ -35,10 +35,16 @@ constexpr const char* clap_list_names[] = {
 
 /// Where applications keep their data under a user's folders, on each system.
 constexpr const char* settings_folders[] = {
-    "/REAPER/",
-    "/Library/Application Support/REAPER/",
-    "/.config/REAPER/",
+    "/REAPER",
+    "/Library/Application Support/REAPER",
+    "/.config/REAPER",
 };
+
+std::string path_in(std::string folder, const char* name) {
+    folder += '/';
+    folder += name;
+    return folder;
+}
 
 /// The file that a key names, and the class where the key holds it.
 void read_key(ScanEntry& entry, std::string_view key) {
@@ -158,15 +164,15 @@ std::vector<ScanEntry> read_clap_list(std::string_view text) {
 std::vector<std::string> vst_list_candidates(const ScanPlaces& places) {
     std::vector<std::string> paths;
     if (!places.given_path.empty()) paths.push_back(places.given_path);
-    for (const std::string name : vst_list_names) {
+    for (const char* name : vst_list_names) {
         for (const std::string& folder : {places.session_folder, places.program_folder}) {
-            if (!folder.empty()) paths.push_back(folder + "/" + name);
+            if (!folder.empty()) paths.push_back(path_in(folder, name));
         }
-        paths.push_back("./" + name);
+        paths.push_back(path_in(".", name));
         for (const std::string& folder : {places.appdata, places.home}) {
             if (folder.empty()) continue;
             for (const char* settings : settings_folders) {
-                paths.push_back(folder + settings + name);
+                paths.push_back(path_in(folder + settings, name));
             }
         }
     }

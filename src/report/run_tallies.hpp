@@ -8,7 +8,7 @@
 #include "project/media_search.hpp"
 #include "project/project_head.hpp"
 #include "project/track_block.hpp"
-#include "report/summary_not_carried.hpp"
+#include "report/account_not_carried.hpp"
 #include "session/track_table.hpp"
 #include "timeline/take_envelope.hpp"
 #include "timeline/timeline_tallies.hpp"

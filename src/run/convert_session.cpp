@@ -14,7 +14,7 @@
 #include "base/paths.hpp"
 #include "project/media_search.hpp"
 #include "project/movie_search.hpp"
-#include "report/console_summary.hpp"
+#include "report/console_account.hpp"
 #include "report/summary_line.hpp"
 #include "run/colour_input.hpp"
 #include "run/media_folders.hpp"
@@ -147,7 +147,7 @@ std::map<std::string, double> file_seconds(const PTFFormat& file, std::int64_t s
 void Conversion::give_account(const PTFFormat& file, const SessionVersion& version,
                               const SessionImage& image, MediaSearch& media,
                               const ClipRecords& clips) {
-    SummaryFacts facts;
+    AccountFacts facts;
     facts.product = version.product;
     facts.product_version = version.version;
     facts.sample_rate_hz = image.rate;
@@ -157,11 +157,11 @@ void Conversion::give_account(const PTFFormat& file, const SessionVersion& versi
     facts.long_media = find_long_media(project_.mix.tracks, file_seconds(file, image.rate));
     facts.check_only = options_.check_only;
     facts.usage_shared = options_.usage_shared;
-    console_write(console_summary(facts, tallies_));
+    console_write(console_account(facts, tallies_));
 
     report_stage(stage_media, "media");
     tallies_.media = count_listed_files(media, clips.files);
-    console_write(media_summary(tallies_));
+    console_write(media_account(tallies_));
 
     if (wants_report_) {
         report_stage(stage_report, "report");

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "mix/plan_mix.hpp"
-#include "report/summary_not_carried.hpp"
+#include "report/account_not_carried.hpp"
 #include "run/run_options.hpp"
 #include "run/session_records.hpp"
 

@@ -4,18 +4,18 @@
 
 #include <string>
 
+#include "report/account_facts.hpp"
 #include "report/run_tallies.hpp"
-#include "report/summary_facts.hpp"
 
 namespace tanrove {
 
 /// Everything that was carried, approximated or left out.
-std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies);
+std::string console_account(const AccountFacts& facts, const RunTallies& tallies);
 
 /// Where the session's audio files lie. `tallies.media` must stand.
-std::string media_summary(const RunTallies& tallies);
+std::string media_account(const RunTallies& tallies);
 
 /// What the user should know on opening the project, and what left this computer.
-std::string closing_notes(const SummaryFacts& facts, const RunTallies& tallies);
+std::string closing_notes(const AccountFacts& facts, const RunTallies& tallies);
 
 }  // namespace tanrove

@@ -1,5 +1,5 @@
 // The account's sentences about folder tracks.
-#include "report/summary_folders.hpp"
+#include "report/account_folders.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

@@ -1,5 +1,5 @@
 // The account's sentences about tracks that were left out, or kept although they were to go.
-#include "report/summary_left_out.hpp"
+#include "report/account_left_out.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

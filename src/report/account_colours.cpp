@@ -1,5 +1,5 @@
 // Every sentence about colours says where the colour comes from: the session, its coding, or us.
-#include "report/summary_colours.hpp"
+#include "report/account_colours.hpp"
 
 #include <array>
 #include <optional>

@@ -1,5 +1,5 @@
 // The summary's sentences on the project's head: which are printed, with which numbers.
-#include "report/summary_time.hpp"
+#include "report/account_time.hpp"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The account whole, with every counter at 1, in its order; and the forms of its head.
-#include "report/console_summary.hpp"
+#include "report/console_account.hpp"
 
 #include <gtest/gtest.h>
 
@@ -10,8 +10,8 @@
 namespace tanrove {
 namespace {
 
-SummaryFacts facts_of_a_run() {
-    SummaryFacts facts;
+AccountFacts facts_of_a_run() {
+    AccountFacts facts;
     facts.product = "Pro Tools Ultimate";
     facts.product_version = "2019.6.0";
     facts.sample_rate_hz = 44100;
@@ -171,12 +171,12 @@ RunTallies every_counter_at_one() {
     return tallies;
 }
 
-std::string whole_account(const SummaryFacts& facts, const RunTallies& tallies) {
-    return console_summary(facts, tallies) + media_summary(tallies) + closing_notes(facts, tallies);
+std::string whole_account(const AccountFacts& facts, const RunTallies& tallies) {
+    return console_account(facts, tallies) + media_account(tallies) + closing_notes(facts, tallies);
 }
 
 TEST(ConsoleSummary, PrintsEveryMessageInItsOrder) {
-    SummaryFacts facts = facts_of_a_run();
+    AccountFacts facts = facts_of_a_run();
     facts.long_media = {.clips = 1, .longest_clip_seconds = 630, .longest_source_seconds = 3600};
     facts.usage_shared = true;
     const std::string account = whole_account(facts, every_counter_at_one());
@@ -189,7 +189,7 @@ TEST(ConsoleSummary, PrintsEveryMessageInItsOrder) {
 }
 
 TEST(ConsoleSummary, OfASessionWithNothingToNoteIsHeadCountsAndClosingLines) {
-    SummaryFacts facts = facts_of_a_run();
+    AccountFacts facts = facts_of_a_run();
     facts.product = "Pro Tools HD";
     facts.product_version = "12.5.0";
     RunTallies tallies;
@@ -219,10 +219,10 @@ TEST(ConsoleSummary, OfASessionWithNothingToNoteIsHeadCountsAndClosingLines) {
 }
 
 TEST(ConsoleSummary, OfACheckOfASessionWithoutAVersionSaysSo) {
-    SummaryFacts facts = facts_of_a_run();
+    AccountFacts facts = facts_of_a_run();
     facts.product_version.clear();
     facts.check_only = true;
-    EXPECT_TRUE(console_summary(facts, {}).starts_with(
+    EXPECT_TRUE(console_account(facts, {}).starts_with(
         "\n  Read:  Pro Tools (this session does not record which version saved it), 44100 Hz, "
         "97.5 BPM\n"
         "  Not written (--check).\n"

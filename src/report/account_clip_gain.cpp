@@ -1,5 +1,5 @@
 // Sentences on clip gain and on the envelopes that play it.
-#include "report/summary_clip_gain.hpp"
+#include "report/account_clip_gain.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

@@ -1,37 +1,37 @@
 // The table of contents of the account: every group of messages, in the order of the console. The
 // order is part of what users and wrapping applications know, so a new group joins at its place
 // under its heading and moves no other. A group with nothing to say prints nothing.
-#include "report/console_summary.hpp"
+#include "report/console_account.hpp"
 
-#include "report/summary_automation.hpp"
-#include "report/summary_clip_gain.hpp"
-#include "report/summary_clip_groups.hpp"
-#include "report/summary_colours.hpp"
-#include "report/summary_covering.hpp"
-#include "report/summary_fades.hpp"
-#include "report/summary_folders.hpp"
-#include "report/summary_frozen.hpp"
-#include "report/summary_groups.hpp"
-#include "report/summary_head.hpp"
-#include "report/summary_items.hpp"
-#include "report/summary_left_out.hpp"
-#include "report/summary_levels.hpp"
-#include "report/summary_master.hpp"
-#include "report/summary_media.hpp"
-#include "report/summary_midi.hpp"
-#include "report/summary_not_carried.hpp"
-#include "report/summary_plugins.hpp"
-#include "report/summary_routing.hpp"
-#include "report/summary_stretch.hpp"
-#include "report/summary_time.hpp"
-#include "report/summary_tracks.hpp"
-#include "report/summary_video.hpp"
+#include "report/account_automation.hpp"
+#include "report/account_clip_gain.hpp"
+#include "report/account_clip_groups.hpp"
+#include "report/account_colours.hpp"
+#include "report/account_covering.hpp"
+#include "report/account_fades.hpp"
+#include "report/account_folders.hpp"
+#include "report/account_frozen.hpp"
+#include "report/account_groups.hpp"
+#include "report/account_head.hpp"
+#include "report/account_items.hpp"
+#include "report/account_left_out.hpp"
+#include "report/account_levels.hpp"
+#include "report/account_master.hpp"
+#include "report/account_media.hpp"
+#include "report/account_midi.hpp"
+#include "report/account_not_carried.hpp"
+#include "report/account_plugins.hpp"
+#include "report/account_routing.hpp"
+#include "report/account_stretch.hpp"
+#include "report/account_time.hpp"
+#include "report/account_tracks.hpp"
+#include "report/account_video.hpp"
 
 namespace tanrove {
 
 namespace {
 
-void print_head_and_mixer(TextBuffer& out, const SummaryFacts& facts, const RunTallies& tallies) {
+void print_head_and_mixer(TextBuffer& out, const AccountFacts& facts, const RunTallies& tallies) {
     // Head
     print_session_read(out, facts);
     print_project_written(out, facts);
@@ -66,7 +66,7 @@ void print_head_and_mixer(TextBuffer& out, const SummaryFacts& facts, const RunT
     print_modes_and_parked_faders(out, tallies.mix.levels);
 }
 
-void print_time_and_colours(TextBuffer& out, const SummaryFacts& facts, const RunTallies& tallies) {
+void print_time_and_colours(TextBuffer& out, const AccountFacts& facts, const RunTallies& tallies) {
     // Tempo, stretch, fades, clip gain, loops
     print_tempo_lines(out, tallies.head.tempo, facts.sample_rate_hz);
     print_stretch(out, tallies.timeline.stretch);
@@ -158,7 +158,7 @@ void print_edits_and_gaps(TextBuffer& out, const RunTallies& tallies) {
 
 }  // namespace
 
-std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies) {
+std::string console_account(const AccountFacts& facts, const RunTallies& tallies) {
     TextBuffer out;
     print_head_and_mixer(out, facts, tallies);
     print_time_and_colours(out, facts, tallies);
@@ -167,7 +167,7 @@ std::string console_summary(const SummaryFacts& facts, const RunTallies& tallies
     return out.text();
 }
 
-std::string media_summary(const RunTallies& tallies) {
+std::string media_account(const RunTallies& tallies) {
     TextBuffer out;
     print_sibling_files(out, tallies.media, tallies.written);
     print_missing_files(out, tallies.media);
@@ -175,7 +175,7 @@ std::string media_summary(const RunTallies& tallies) {
     return out.text();
 }
 
-std::string closing_notes(const SummaryFacts& facts, const RunTallies& tallies) {
+std::string closing_notes(const AccountFacts& facts, const RunTallies& tallies) {
     TextBuffer out;
     print_long_media(out, facts.long_media);
     print_session_depth_note(out, tallies.head.recording);

@@ -1,5 +1,5 @@
 // The gaps of this build, in a sentence each.
-#include "report/summary_not_carried.hpp"
+#include "report/account_not_carried.hpp"
 
 #include "report/count_rows.hpp"
 

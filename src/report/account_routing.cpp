@@ -1,5 +1,5 @@
 // The account's sentences about outputs, sends and key inputs.
-#include "report/summary_routing.hpp"
+#include "report/account_routing.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

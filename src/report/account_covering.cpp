@@ -1,5 +1,5 @@
 // What became of clips that lie under other clips.
-#include "report/summary_covering.hpp"
+#include "report/account_covering.hpp"
 
 #include "report/count_rows.hpp"
 

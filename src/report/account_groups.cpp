@@ -1,5 +1,5 @@
 // The account's sentences about mix, edit and VCA groups.
-#include "report/summary_groups.hpp"
+#include "report/account_groups.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

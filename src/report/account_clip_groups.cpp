@@ -1,5 +1,5 @@
 // What clip groups became.
-#include "report/summary_clip_groups.hpp"
+#include "report/account_clip_groups.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

@@ -1,5 +1,5 @@
 // Media and closing lines, sentence by sentence.
-#include "report/summary_media.hpp"
+#include "report/account_media.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"
@@ -88,7 +88,7 @@ void print_long_media(TextBuffer& out, const LongMedia& found) {
         found.longest_source_seconds / seconds_a_minute);
 }
 
-void print_media_folder(TextBuffer& out, const SummaryFacts& facts, const WrittenTallies& written) {
+void print_media_folder(TextBuffer& out, const AccountFacts& facts, const WrittenTallies& written) {
     out.print("  Media folder written into %sFILE line:\n      %s\n",
               written.clips_in_siblings > 0 ? "every other " : "every ", facts.media_dir.c_str());
     out.print(

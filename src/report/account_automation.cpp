@@ -1,5 +1,5 @@
 // The account's sentences about the automation of tracks and sends.
-#include "report/summary_automation.hpp"
+#include "report/account_automation.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

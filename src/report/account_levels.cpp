@@ -1,5 +1,5 @@
 // The account's sentences about faders, pans, solos and the look of the tracks.
-#include "report/summary_levels.hpp"
+#include "report/account_levels.hpp"
 
 #include <string>
 #include <vector>

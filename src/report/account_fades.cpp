@@ -1,5 +1,5 @@
 // Sentences on fades.
-#include "report/summary_fades.hpp"
+#include "report/account_fades.hpp"
 
 #include "report/count_rows.hpp"
 

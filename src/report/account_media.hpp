@@ -4,7 +4,7 @@
 #include "base/formatted_text.hpp"
 #include "project/media_search.hpp"
 #include "project/track_block.hpp"
-#include "report/summary_facts.hpp"
+#include "report/account_facts.hpp"
 
 namespace tanrove {
 
@@ -21,7 +21,7 @@ void print_untold_paths(TextBuffer& out, const WrittenTallies& written);
 void print_long_media(TextBuffer& out, const LongMedia& found);
 
 /// The media folder that the project points to, and what to do where it is wrong.
-void print_media_folder(TextBuffer& out, const SummaryFacts& facts, const WrittenTallies& written);
+void print_media_folder(TextBuffer& out, const AccountFacts& facts, const WrittenTallies& written);
 
 /// What left this computer: nothing, or a summary that the user switched on.
 void print_privacy(TextBuffer& out, bool usage_shared);

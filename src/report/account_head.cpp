@@ -1,5 +1,5 @@
 // The head of the account, sentence by sentence.
-#include "report/summary_head.hpp"
+#include "report/account_head.hpp"
 
 #include "report/name_lists.hpp"
 
@@ -12,7 +12,7 @@ constexpr const char* tested_version = "12.5";
 
 }  // namespace
 
-void print_session_read(TextBuffer& out, const SummaryFacts& facts) {
+void print_session_read(TextBuffer& out, const AccountFacts& facts) {
     const auto rate = static_cast<long long>(facts.sample_rate_hz);
     if (facts.product_version.empty()) {
         out.print(
@@ -25,7 +25,7 @@ void print_session_read(TextBuffer& out, const SummaryFacts& facts) {
               shown_name(facts.product_version).c_str(), rate, facts.tempo_bpm);
 }
 
-void print_project_written(TextBuffer& out, const SummaryFacts& facts) {
+void print_project_written(TextBuffer& out, const AccountFacts& facts) {
     if (facts.check_only) {
         out.print("  Not written (%s).\n", "--check");
     } else {
@@ -33,7 +33,7 @@ void print_project_written(TextBuffer& out, const SummaryFacts& facts) {
     }
 }
 
-void print_version_note(TextBuffer& out, const SummaryFacts& facts) {
+void print_version_note(TextBuffer& out, const AccountFacts& facts) {
     const std::string& version = facts.product_version;
     if (version.empty() || version.starts_with(tested_version)) return;
     out.print(

@@ -1,5 +1,5 @@
 // Sentences on elastic audio and looped clips.
-#include "report/summary_stretch.hpp"
+#include "report/account_stretch.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

@@ -1,5 +1,5 @@
 // The media and closing lines: their caps, their alternatives, and what is long.
-#include "report/summary_media.hpp"
+#include "report/account_media.hpp"
 
 #include <gtest/gtest.h>
 

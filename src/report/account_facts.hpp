@@ -8,7 +8,7 @@
 
 namespace tanrove {
 
-struct SummaryFacts {
+struct AccountFacts {
     std::string product;          ///< "Pro Tools Ultimate"
     std::string product_version;  ///< "2019.6.0"; empty where the session does not record it
     std::int64_t sample_rate_hz = 48000;

@@ -1,5 +1,5 @@
 // The account's sentences about MIDI.
-#include "report/summary_midi.hpp"
+#include "report/account_midi.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

@@ -1,5 +1,5 @@
 // The account's sentences about tracks, their timebases and their playlists.
-#include "report/summary_tracks.hpp"
+#include "report/account_tracks.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

@@ -1,5 +1,5 @@
 // Sentences on the items as a whole.
-#include "report/summary_items.hpp"
+#include "report/account_items.hpp"
 
 #include "report/count_rows.hpp"
 

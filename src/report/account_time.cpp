@@ -1,6 +1,6 @@
 // What the summary says about tempo, meter, memory locations, pan law, recording, timecode and
 // grid.
-#include "report/summary_time.hpp"
+#include "report/account_time.hpp"
 
 #include <algorithm>
 #include <span>

@@ -1,5 +1,5 @@
 // Every insert of a written track has one outcome; the lists are those outcomes, by name.
-#include "report/summary_plugins.hpp"
+#include "report/account_plugins.hpp"
 
 #include <algorithm>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "report/summary_master.hpp"
+#include "report/account_master.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

@@ -1,5 +1,5 @@
 // What became of the video tracks: printed where there is one, and where clips of one were lost.
-#include "report/summary_video.hpp"
+#include "report/account_video.hpp"
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"

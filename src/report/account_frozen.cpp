@@ -1,6 +1,6 @@
 // Which frozen tracks arrive frozen, and why others do not. Without the option nothing is said:
 // that a frozen track converts unfrozen is then what was asked for.
-#include "report/summary_frozen.hpp"
+#include "report/account_frozen.hpp"
 
 #include <string>
 #include <vector>
