@@ -20,9 +20,9 @@ std::string_view text_of_group(std::string_view name, std::size_t group_at) {
     return name.substr(at, name.size() - at - 1);
 }
 
-/// "mono", "8ch", "2->6ch" or "32 out".
+/// "mono", "stereo", "8ch", "2->6ch" or "32 out".
 bool is_channel_layout(std::string_view group) {
-    if (group == "mono") return true;
+    if (group == "mono" || group == "stereo") return true;
     constexpr std::string_view outputs = " out";
     constexpr std::string_view channels = "ch";
     if (group.ends_with(outputs)) {

@@ -85,7 +85,7 @@ TEST(ProductNames, LoseChannelLayoutsFirst) {
          "ReaFir (FFT EQ+Dynamics Processor)|ReaFir|Cockos"},
         {"ReaStream (Cockos) (8ch)", "ReaStream|ReaStream|Cockos"},
         {"Surge XT (Surge Synth Team) (2->6ch)", "Surge XT|Surge XT|Surge Synth Team"},
-        {"DSK (DSK Music) (32 out) (mono)", "DSK|DSK|DSK Music"},
+        {"DSK (DSK Music) (stereo) (32 out) (mono)", "DSK|DSK|DSK Music"},
         {"Reverb (2->ch)", "Reverb|Reverb|2->ch"},
         {"Plain", "Plain|Plain|"},
         {"(mono)", "(mono)|(mono)|"},
