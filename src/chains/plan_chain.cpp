@@ -141,6 +141,7 @@ int ChainMaker::add_plugin(const ChainInsert& place, const PluginTableRow& row,
                            const InsertFate& fate, TranslatedSettings settings) {
     const PluginInsert& insert = *place.insert;
     const bool has_state = !settings.state.empty();
+    if (has_state && sources_.hear_settings) sources_.hear_settings(insert, row, settings.state);
     if (settings.midi_switched_off) tallies_.midi_switched_off.push_back(shown(fate));
     FxSlot slot = plugin_slot(insert, row, std::move(settings.state),
                               {.track_width = track_.width, .key_channel = place.key_channel});

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -41,12 +42,17 @@ struct ChainTrack {
     bool is_master = false;
 };
 
+/// Hears of every insert that arrives with its settings, and what became of them.
+using SettingsListener =
+    std::function<void(const PluginInsert&, const PluginTableRow&, const std::string& state)>;
+
 /// What all chains of a run are planned from.
 struct ChainSources {
     ByteView image;
     const PluginIdentities& identities;
     const ParameterNames& names;
     LaneTimes times;
+    SettingsListener hear_settings = {};
 };
 
 /// The chain of a track; of the master the slots that stand on REAPER's.

@@ -49,8 +49,6 @@ void tell_files_not_made(const RunOptions& options) {
          "\n  --report is not part of this build yet; no report was written.\n"},
         {!options.usage_json_path.empty() && !options.check_only,
          "\n  --usage-json is not part of this build yet; no summary was written.\n"},
-        {!options.corpus_dir.empty(),
-         "\n  --dump-corpus is not part of this build yet; no samples were written.\n"},
     };
     for (const auto& file : files) {
         if (file.wanted) console_print("%s", file.sentence);

@@ -12,6 +12,7 @@
 
 #include "chains/plan_chain.hpp"
 #include "mix/strip_plans.hpp"
+#include "run/settings_corpus.hpp"
 
 namespace tanrove {
 
@@ -81,6 +82,7 @@ public:
                   ChainTallies& tallies)
         : records_(records),
           options_(chain_options(options)),
+          corpus_(options.check_only ? "" : options.corpus_dir, options.session_path),
           inserts_(inserts_by_row(records.strips, tallies)),
           clock_(records.time.tempo_map, records.time.tempo_bpm),
           rate_hz_(rate_hz),
@@ -114,12 +116,17 @@ private:
                           {.image = records_.image,
                            .identities = records_.identities,
                            .names = records_.parameter_names,
-                           .times = {.clock = clock_, .rate_hz = rate_hz_}},
+                           .times = {.clock = clock_, .rate_hz = rate_hz_},
+                           .hear_settings =
+                               [this](const auto& insert, const auto& row, const auto& state) {
+                                   corpus_.add(insert, row, records_.image, state);
+                               }},
                           options_, tallies_);
     }
 
     const ChainRecords& records_;
     ChainOptions options_;
+    SettingsCorpus corpus_;
     InsertsByRow inserts_;
     TempoClock clock_;
     double rate_hz_;

@@ -70,13 +70,9 @@ std::int32_t refuse(const std::string& unknown_option) {
 }
 
 std::int32_t learn(const CommandLine& line, const RunSteps& steps) {
-    if (steps.learn) {
-        const std::int32_t code =
-            steps.learn(line.options.program_path, line.learn_chain_path, line.learn_signature);
-        return code == 0 ? exit_success : exit_failure;
-    }
-    console_print("  --learn is not part of this build yet; nothing was learned.\n");
-    return exit_failure;
+    const std::int32_t code =
+        steps.learn(line.options.program_path, line.learn_chain_path, line.learn_signature);
+    return code == 0 ? exit_success : exit_failure;
 }
 
 /// Converts for an application that reads stderr: done, problem and summary come in this order.

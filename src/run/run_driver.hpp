@@ -15,13 +15,12 @@ constexpr std::int32_t exit_success = 0;
 constexpr std::int32_t exit_failure = 1;
 constexpr std::int32_t exit_unknown_option = 2;
 
-/// The work that a run hands out. Only `convert` has to be there.
+/// The work that a run hands out. `convert` and `learn` have to be there.
 struct RunSteps {
     std::function<std::int32_t(const RunOptions&, ConversionResult*, tanrovegui::Progress*)>
         convert;
 
-    /// Learns one plug-in from an FX chain file and its signature; 0, or 1 on failure. Without it
-    /// the run says that nothing was learned.
+    /// Learns one plug-in from an FX chain file and its signature; 0, or 1 on failure.
     std::function<std::int32_t(const std::string& program_path, const std::string& chain_path,
                                const std::string& signature)>
         learn;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <map>
 
 #include "run/convert_session.hpp"
 #include "run/learn_plugin.hpp"
@@ -156,6 +157,47 @@ TEST_F(PluginKnowledgeOfARun, TakesPartInTheNextConversionAndTheLaterLessonCount
     options.program_path = "nowhere/tanrove";
     EXPECT_EQ(learn("one.RfxChain", "MakePrd1"), 1);
     EXPECT_NE(account.find("  cannot write nowhere/tanrove-plugins.txt\n"), std::string::npos);
+}
+
+TEST_F(PluginKnowledgeOfARun, LeavesASampleOfEachPluginsSettingsInTheFolderForThem) {
+    builder::SessionBuilder session;
+    session.track({.name = "Vox", .inserts = {{.code = "MakePrd1"}, {.code = "../a/Prd"}}});
+    session.track({.name = "Bass", .inserts = {{.code = "MakePrd1"}, {.code = "MakePrd2"}}});
+    ASSERT_TRUE(session.write("Song.ptx"));
+    ASSERT_TRUE(write_file_text("bin/tanrove-plugins.txt",
+                                "MakePrd1 | VST: A (Me) | a | 1<2>\n../a/Prd | B | b | 1{2}\n"));
+    const auto files = [] {
+        std::map<std::string, std::string> texts;
+        for (const auto& entry : fs::directory_iterator("corpus")) {
+            texts[entry.path().filename().string()] = file_text(entry.path().string());
+        }
+        return texts;
+    };
+    options.corpus_dir = "corpus";
+    testing::internal::CaptureStderr();
+    found();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "--dump-corpus: cannot write in corpus (does the directory exist?)\n");
+    fs::create_directories("corpus");
+    options.check_only = true;
+    found();
+    EXPECT_TRUE(fs::is_empty("corpus"));
+    options.check_only = false;
+    found();
+    const auto samples = files();
+    std::string names;
+    for (const auto& [name, text] : samples) names += name + "\n";
+    EXPECT_EQ(names,
+              ".._a_Prd.6bb32320138aaefc.block\n.._a_Prd.6bb32320138aaefc.chunk\n"
+              "MakePrd1.d26533cc3449ad67.block\nMakePrd1.d26533cc3449ad67.chunk\nindex.tsv\n");
+    EXPECT_EQ(samples.at("MakePrd1.d26533cc3449ad67.block").substr(73),
+              samples.at("MakePrd1.d26533cc3449ad67.chunk"));
+    EXPECT_EQ(samples.at("index.tsv"),
+              "name\tsig\tproduct\tident\tkind\tblocklen\tdocoff\tdoclen\tchunklen\tsession\n"
+              "MakePrd1.d26533cc3449ad67.\tMakePrd1\tA\t1<2>\t13\t137\t73\t64\t64\tSong.ptx\n"
+              ".._a_Prd.6bb32320138aaefc.\t../a/Prd\tB\t1{2}\t13\t137\t73\t64\t80\tSong.ptx\n");
+    found();
+    EXPECT_EQ(files(), samples) << "what is there already is known";
 }
 
 TEST_F(PluginKnowledgeOfARun, WantsTablesInAFileOfItsOwn) {

@@ -122,8 +122,11 @@ TEST_F(RunDriver, WhatConvertsNothingSaysWhyAndEndsWithItsCode) {
         "  Nothing was converted. Run  tanrove --help  for the options\n"
         "  this version understands.\n";
     const std::string no_session = "tanrove: drag a .ptx file onto this program.\n";
-    const std::string no_learning =
-        "  --learn is not part of this build yet; nothing was learned.\n";
+    const std::string no_learning = "a is no chain\n";
+    steps.learn = [](const std::string&, const std::string& chain, const std::string&) {
+        console_print("%s is no chain\n", chain.c_str());
+        return 1;
+    };
     const struct {
         std::vector<const char*> arguments;
         int code;
