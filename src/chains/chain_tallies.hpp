@@ -1,6 +1,7 @@
 // What planning the FX chains counts for the account.
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -16,7 +17,32 @@ struct PluginLaneTallies {
     int placed_by_name = 0;  ///< lanes whose parameter a table of names gives
     int unassigned = 0;      ///< lanes written switched off: their parameter is a guess
     int on_defaults = 0;     ///< lanes not carried: their plug-in arrives at its defaults
+    int on_stand_ins = 0;    ///< lanes not carried: REAPER's own plug-ins keep the saved value
     int of_bypass = 0;       ///< lanes not carried: a bypass
+};
+
+/// Avid's Trim: gain in a slot, polarity on the track.
+struct TrimTallies {
+    int instances = 0;
+    int gains_carried = 0;
+    std::vector<std::string> below_measured;  ///< "track: gain"
+    int different_gains = 0;                  ///< of their channels: the first one's is carried
+    int on_wide_tracks = 0;                   ///< whose gain is not carried
+    int inverted_tracks = 0;
+    std::vector<std::string> cancelled;   ///< tracks that two or more Trims leave upright
+    std::vector<std::string> mixed_wide;  ///< tracks wider than stereo, not all channels inverted
+    int one_sided = 0;                    ///< tracks with a slot that inverts one side
+    int one_sided_declined = 0;           ///< tracks that play both sides upright, as asked
+    int switched_off = 0;                 ///< inverting Trims that do not play
+    int without_switch = 0;               ///< strips that have none in REAPER: the master
+};
+
+/// Avid's own plug-ins on REAPER's.
+struct StandInTallies {
+    bool none_wanted = false;
+    int declined = 0;                  ///< plug-ins that have one, as the user wants none
+    int written = 0;                   ///< plug-ins, Trim apart
+    std::map<std::string, int> notes;  ///< "plug-in: what differs", and on how many
 };
 
 struct ChainTallies {
@@ -31,6 +57,8 @@ struct ChainTallies {
     std::vector<std::string> midi_switched_off;  ///< "track / plug-in"
     std::set<std::string> wanted_parameters;     ///< plug-ins with lanes that no table names
     PluginLaneTallies lanes;
+    TrimTallies trims;
+    StandInTallies stand_ins;
 };
 
 }  // namespace tanrove

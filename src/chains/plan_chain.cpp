@@ -3,18 +3,16 @@
 #include "chains/plan_chain.hpp"
 
 #include <algorithm>
-#include <map>
-#include <tuple>
 #include <utility>
 
 #include "chains/plugin_slot.hpp"
+#include "chains/track_trims.hpp"
 #include "plugins/elck_chunks.hpp"
+#include "standins/trim.hpp"
 
 namespace tanrove {
 
 namespace {
-
-constexpr int stereo_width = 2;
 
 bool has_build(const PluginTableRow* row) {
     return row != nullptr && !row->ident.empty();
@@ -29,20 +27,6 @@ bool holds_further_channels(const PluginInsert& insert, ByteView image) {
                        [](const ElckChunk& chunk) { return chunk.is_map; });
 }
 
-/// The channels of unlinked multi-mono plug-ins on one strip: each stands in the plug-in's slot
-/// with settings of its own.
-class UnlinkedChannels {
-public:
-    /// How often a plug-in of one channel stands in the slot of this one, with itself, so far.
-    int meet(const PluginInsert& insert, int track_width) {
-        if (track_width < stereo_width || insert.channels != 1) return 1;
-        return ++met_[{insert_key(insert), insert.slotWord, insert.slotEnd}];
-    }
-
-private:
-    std::map<std::tuple<std::string, std::uint32_t, std::uint64_t>, int> met_;
-};
-
 /// The chain of one track in the making.
 class ChainMaker {
 public:
@@ -51,24 +35,30 @@ public:
         : track_(track), sources_(sources), options_(options), tallies_(tallies) {}
 
     ChainPlan make() {
-        for (const ChainInsert& place : track_.inserts) take(place);
+        const std::vector<TrackPlugin> plugins = track_plugins(track_);
+        for (const TrackPlugin& plugin : plugins) take(plugin);
         if (track_.is_master) {
             tallies_.master_slots += static_cast<int>(chain_.slots.size());
         } else {
             mark_last_heard();
         }
+        add_trim_polarity(chain_, track_, plugins, sources_.image, options_.fate.stand_ins,
+                          tallies_);
         return std::move(chain_);
     }
 
 private:
-    void take(const ChainInsert& place);
+    void take(const TrackPlugin& plugin);
+    StandInTrack stand_in_track(const TrackPlugin& plugin) const;
     TranslatedSettings translate(const PluginInsert& insert, const PluginTableRow& row) const;
     InsertFate fate_of(const PluginInsert& insert, const PluginTableRow* row,
-                       bool settings_translate) const;
-    void note_outcome(const ChainInsert& place, const PluginTableRow* row, const InsertFate& fate,
+                       bool settings_translate, const StandInProduct* stand_in) const;
+    void note_outcome(const TrackPlugin& plugin, const PluginTableRow* row, const InsertFate& fate,
                       int automation_points);
     int add_plugin(const ChainInsert& place, const PluginTableRow& row, const InsertFate& fate,
                    TranslatedSettings settings);
+    void add_stand_in(const TrackPlugin& plugin, const StandInProduct& product, InsertFate& fate);
+    void count_switches(const PluginInsert& insert, bool is_offline);
     void mark_last_heard();
     std::string shown(const InsertFate& fate) const {
         return track_.name + " / " + fate.display_name;
@@ -78,7 +68,6 @@ private:
     const ChainSources& sources_;
     const ChainOptions& options_;
     ChainTallies& tallies_;
-    UnlinkedChannels channels_;
     ChainPlan chain_;
 };
 
@@ -93,8 +82,15 @@ TranslatedSettings ChainMaker::translate(const PluginInsert& insert,
                                .stepped = sources_.identities.built_in().stepped});
 }
 
+StandInTrack ChainMaker::stand_in_track(const TrackPlugin& plugin) const {
+    return {.width = track_.width,
+            .key_channel = plugin.place.key_channel,
+            .first_channel = track_.leg.value_or(0),
+            .rate_hz = sources_.times.rate_hz};
+}
+
 InsertFate ChainMaker::fate_of(const PluginInsert& insert, const PluginTableRow* row,
-                               bool settings_translate) const {
+                               bool settings_translate, const StandInProduct* stand_in) const {
     // Kontakt at its defaults is what was asked for, and no gap in the chain.
     const bool is_at_defaults =
         insert.containerKind == ContainerKind::hsin && !options_.kontakt_state;
@@ -105,7 +101,8 @@ InsertFate ChainMaker::fate_of(const PluginInsert& insert, const PluginTableRow*
                      .row = row,
                      .installed = !has_build(row) || sources_.identities.is_installed(row->ident),
                      .settings_translate = settings_translate,
-                     .keyed = insert.keyInput >= 0},
+                     .trim_is_carried = stand_in != nullptr && !stand_in->can_be_declined,
+                     .has_stand_in = stand_in != nullptr && stand_in->can_be_declined},
                     options, sources_.identities.built_in());
     if (is_at_defaults && fate.kind == OutcomeKind::without_settings) {
         fate.reason = "left at its defaults, as asked (--no-kontakt-state)";
@@ -113,27 +110,51 @@ InsertFate ChainMaker::fate_of(const PluginInsert& insert, const PluginTableRow*
     return fate;
 }
 
-void ChainMaker::take(const ChainInsert& place) {
-    constexpr int second = 2;
-    const PluginInsert& insert = *place.insert;
-    const int channels_met = channels_.meet(insert, track_.width);
+void ChainMaker::take(const TrackPlugin& plugin) {
+    const PluginInsert& insert = *plugin.place.insert;
     const PluginTableRow* row = sources_.identities.row_for(insert_key(insert));
     TranslatedSettings settings;
     if (has_build(row)) settings = translate(insert, *row);
-    const InsertFate fate = fate_of(insert, row, !settings.state.empty());
-    if (channels_met == second || holds_further_channels(insert, sources_.image)) {
-        tallies_.multi_mono.push_back(shown(fate));
-    }
-    if (channels_met >= second) return;
-    const bool has_settings = fate.kind == OutcomeKind::carried;
-    if (!has_settings) tallies_.lanes.on_defaults += lanes_with_points(insert);
+    const StandInProduct* stand_in = sources_.stand_ins.product_of(insert, stand_in_track(plugin));
+    InsertFate fate = fate_of(insert, row, !settings.state.empty(), stand_in);
+    const bool is_unlinked =
+        plugin.channels.size() > 1 || holds_further_channels(insert, sources_.image);
+    if (is_unlinked && !is_trim(insert)) tallies_.multi_mono.push_back(shown(fate));
     int points = 0;
-    if (fate.kind == OutcomeKind::aax_only && fate.takes_slot) {
+    if (fate.is_stand_in) {
+        add_stand_in(plugin, *stand_in, fate);
+    } else if (fate.kind == OutcomeKind::aax_only && fate.takes_slot) {
         chain_.slots.push_back(aax_only_slot(insert, fate.display_name, track_.width));
     } else if (fate.takes_slot) {
-        points = add_plugin(place, *row, fate, std::move(settings));
+        points = add_plugin(plugin.place, *row, fate, std::move(settings));
     }
-    note_outcome(place, row, fate, points);
+    tallies_.stand_ins.declined += fate.stand_in_declined ? 1 : 0;
+    if (is_trim(insert) && fate.takes_slot && !has_build(row)) {
+        count_trim_gain(plugin, track_, sources_.image, tallies_.trims);
+    }
+    if (fate.kind != OutcomeKind::carried) tallies_.lanes.on_defaults += lanes_with_points(insert);
+    note_outcome(plugin, row, fate, points);
+}
+
+void ChainMaker::add_stand_in(const TrackPlugin& plugin, const StandInProduct& product,
+                              InsertFate& fate) {
+    const PluginInsert& insert = *plugin.place.insert;
+    StandIn made = product.make(sources_.stand_ins, insert, stand_in_track(plugin));
+    if (made.is_keyed) fate.reason = keyed_stand_in_reason;
+    if (product.can_be_declined) ++tallies_.stand_ins.written;
+    for (const std::string& note : made.notes) {
+        ++tallies_.stand_ins.notes[std::string(product.name) + ": " + note];
+    }
+    tallies_.lanes.on_stand_ins += lanes_with_points(insert);
+    const bool is_off = insert.bypassed || insert.inactive;
+    const bool is_offline =
+        made.can_go_offline && (insert.inactive || (insert.bypassed && options_.offline_bypassed));
+    count_switches(insert, is_offline);
+    for (FxSlot& slot : made.slots) {
+        slot.bypassed = slot.bypassed || is_off;
+        slot.offline = slot.bypassed && is_offline;
+        chain_.slots.push_back(std::move(slot));
+    }
 }
 
 /// Returns the points of its automation.
@@ -145,14 +166,11 @@ int ChainMaker::add_plugin(const ChainInsert& place, const PluginTableRow& row,
     if (settings.midi_switched_off) tallies_.midi_switched_off.push_back(shown(fate));
     FxSlot slot = plugin_slot(insert, row, std::move(settings.state),
                               {.track_width = track_.width, .key_channel = place.key_channel});
-    const bool is_bypassed_only = insert.bypassed && !insert.inactive;
     slot.bypassed = !has_state || insert.inactive || insert.bypassed;
     slot.offline = !has_state || insert.inactive || (insert.bypassed && options_.offline_bypassed);
     int points = 0;
     if (has_state) {
-        tallies_.inactive_offline += insert.inactive ? 1 : 0;
-        tallies_.carried_bypassed += is_bypassed_only ? 1 : 0;
-        tallies_.written_offline += is_bypassed_only && slot.offline ? 1 : 0;
+        count_switches(insert, slot.offline);
         slot.envelopes = parameter_envelopes(insert, row, fate.display_name, sources_.names,
                                              sources_.times, tallies_);
         points = written_points(slot.envelopes);
@@ -162,13 +180,22 @@ int ChainMaker::add_plugin(const ChainInsert& place, const PluginTableRow& row,
     return points;
 }
 
-void ChainMaker::note_outcome(const ChainInsert& place, const PluginTableRow* row,
+/// Of a plug-in that is there with its settings.
+void ChainMaker::count_switches(const PluginInsert& insert, bool is_offline) {
+    const bool is_inactive = insert.inactive && is_offline;
+    const bool is_off = insert.bypassed || insert.inactive;
+    tallies_.inactive_offline += is_inactive ? 1 : 0;
+    tallies_.carried_bypassed += is_off && !is_inactive ? 1 : 0;
+    tallies_.written_offline += is_offline && !is_inactive ? 1 : 0;
+}
+
+void ChainMaker::note_outcome(const TrackPlugin& plugin, const PluginTableRow* row,
                               const InsertFate& fate, int automation_points) {
-    const PluginInsert& insert = *place.insert;
+    const PluginInsert& insert = *plugin.place.insert;
     PluginOutcome outcome;
     outcome.track = track_.name;
     outcome.key = insert_key(insert);
-    outcome.slot = place.place;
+    outcome.slot = plugin.slot;
     outcome.display_name = fate.display_name;
     outcome.kind = fate.kind;
     outcome.reason = fate.reason;

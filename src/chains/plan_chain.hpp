@@ -1,20 +1,19 @@
 // From the inserts of a track to its chain: what becomes of each, and the slots that REAPER gets.
 #pragma once
 
-#include <cstddef>
 #include <functional>
-#include <optional>
 #include <string>
-#include <vector>
 
 #include "base/byte_view.hpp"
 #include "chains/chain_tallies.hpp"
 #include "chains/parameter_envelopes.hpp"
+#include "chains/track_plugins.hpp"
 #include "plugins/fx_slot.hpp"
 #include "plugins/insert_fate.hpp"
 #include "plugins/parameter_names.hpp"
 #include "plugins/plugin_identities.hpp"
 #include "plugins/translate_settings.hpp"
+#include "standins/stand_in_maker.hpp"
 
 namespace tanrove {
 
@@ -24,22 +23,6 @@ struct ChainOptions {
     bool offline_bypassed = false;  ///< bypassed plug-ins arrive offline
     bool keep_plugin_midi = false;
     bool kontakt_state = true;
-};
-
-/// One insert of the track.
-struct ChainInsert {
-    const PluginInsert* insert = nullptr;  ///< never null
-    int place = 1;                         ///< on its strip, from 1
-    /// The first of the two channels of its key, from 0; nullopt where none is wired.
-    std::optional<int> key_channel = {};
-};
-
-struct ChainTrack {
-    std::string name;  ///< as Pro Tools shows it
-    std::vector<ChainInsert> inserts = {};
-    int width = 2;  ///< channels; 2 where they are not known
-    bool has_midi = false;
-    bool is_master = false;
 };
 
 /// Hears of every insert that arrives with its settings, and what became of them.
@@ -52,6 +35,7 @@ struct ChainSources {
     const PluginIdentities& identities;
     const ParameterNames& names;
     LaneTimes times;
+    StandInMaker& stand_ins;
     SettingsListener hear_settings = {};
 };
 

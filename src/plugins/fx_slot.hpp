@@ -51,9 +51,10 @@ struct FxSlot {
     std::vector<FxEnvelope> envelopes;
 };
 
-/// The slots of one track in their order.
+/// The slots of one track in their order, and the switch that its plug-ins ask for.
 struct ChainPlan {
     std::vector<FxSlot> slots;
+    bool inverts_track = false;  ///< by the track's own polarity switch
 };
 
 }  // namespace tanrove

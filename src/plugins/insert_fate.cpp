@@ -74,9 +74,7 @@ void decide_without_build(InsertFate& fate, const FateFacts& facts, const FateOp
     } else if (facts.has_stand_in && options.stand_ins) {
         fate.kind = OutcomeKind::carried;
         fate.is_stand_in = true;
-        fate.reason = facts.keyed ? "stand-in: REAPER's own plug-ins with the same settings, "
-                                    "keyed from the key input"
-                                  : "stand-in: REAPER's own plug-ins with the same settings";
+        fate.reason = "stand-in: REAPER's own plug-ins with the same settings";
     } else if (is_stock(key) || aax_only_plugin(key, built_in) != nullptr) {
         fate.kind = OutcomeKind::aax_only;
         fate.reason = "AAX only - no VST/VST3 version exists";

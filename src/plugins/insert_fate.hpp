@@ -30,7 +30,6 @@ struct FateFacts {
     bool settings_translate = false;  ///< into the row's build
     bool trim_is_carried = false;     ///< its gain becomes a plug-in of REAPER's
     bool has_stand_in = false;        ///< REAPER's own plug-ins can sound like it
-    bool keyed = false;               ///< the stand-in's key input is wired
 };
 
 /// The user's wishes.
@@ -52,6 +51,10 @@ struct InsertFate {
     std::string display_name;
     std::string maker;
 };
+
+/// The reason of a stand-in whose detector listens to the plug-in's key.
+constexpr std::string_view keyed_stand_in_reason =
+    "stand-in: REAPER's own plug-ins with the same settings, keyed from the key input";
 
 InsertFate decide_fate(const FateFacts& facts, const FateOptions& options,
                        const BuiltInPlugins& built_in);

@@ -43,6 +43,9 @@ constexpr CountRow<PluginLaneTallies> automation_rows[] = {
     {&PluginLaneTallies::on_defaults,
      "  %d automation lane(s) NOT carried on plug-ins that arrive at their\n"
      "      defaults, hold a Pro Tools-only slot or are left out\n"},
+    {&PluginLaneTallies::on_stand_ins,
+     "  %d automation lane(s) NOT carried on Avid plug-ins written as\n"
+     "      REAPER's own: they keep the value that the session was saved with\n"},
     {&PluginLaneTallies::of_bypass,
      "  %d plug-in bypass automation lane(s) NOT carried -- the plug-in\n"
      "      keeps the bypass state that the session was saved with\n"},
@@ -199,6 +202,23 @@ void print_midi_triggers(TextBuffer& out, const ChainTallies& tallies) {
 
 void print_plugin_automation(TextBuffer& out, const ChainTallies& tallies) {
     print_rows(out, tallies.lanes, automation_rows);
+}
+
+void print_stand_in_options(TextBuffer& out, const ChainTallies& tallies) {
+    if (!tallies.stand_ins.none_wanted) return;
+    if (tallies.stand_ins.declined == 0) {
+        out.print(
+            "  --no-stand-ins: on; no Avid plug-in in this session had a\n"
+            "      stand-in\n");
+    } else {
+        out.print(
+            "  --no-stand-ins: %d Avid plug-in(s) left in their slot under\n"
+            "      their own name, where REAPER's own could have played for them\n",
+            tallies.stand_ins.declined);
+    }
+    print_count(out, tallies.trims.one_sided_declined,
+                "      %d track(s) where a Trim flips one side only play both sides\n"
+                "      upright\n");
 }
 
 void print_plugin_builds(TextBuffer& out, const IdentityFindings& findings) {

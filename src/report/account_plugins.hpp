@@ -13,6 +13,9 @@ void print_offline_plugins(TextBuffer& out, const ChainTallies& tallies);
 void print_midi_triggers(TextBuffer& out, const ChainTallies& tallies);
 void print_plugin_automation(TextBuffer& out, const ChainTallies& tallies);
 
+/// What the user's wish for none of them leaves in Pro Tools-only slots.
+void print_stand_in_options(TextBuffer& out, const ChainTallies& tallies);
+
 /// The builds that the run chose against, or beside, the user's wish.
 void print_plugin_builds(TextBuffer& out, const IdentityFindings& findings);
 void print_clap_builds(TextBuffer& out, const IdentityFindings& findings);

@@ -25,6 +25,7 @@
 #include "report/account_stretch.hpp"
 #include "report/account_time.hpp"
 #include "report/account_tracks.hpp"
+#include "report/account_trims.hpp"
 #include "report/account_video.hpp"
 
 namespace tanrove {
@@ -75,6 +76,7 @@ void print_time_and_colours(TextBuffer& out, const AccountFacts& facts, const Ru
     print_loops(out, tallies.timeline.loops);
 
     // Options in force, plug-in builds, track colours
+    print_stand_in_options(out, tallies.chains);
     print_colour_options(out, tallies.mix.colours);
     print_plugin_builds(out, tallies.builds);
     print_track_colours(out, tallies.mix.colours);
@@ -103,10 +105,12 @@ void print_groups_and_tracks(TextBuffer& out, const RunTallies& tallies) {
     print_unmatched_alternates(out, tallies.mix.tracks);
     print_comments(out, tallies.mix.comments);
     print_marker_comments(out, tallies.head.markers, tallies.mix.comments.place);
+    print_trims(out, tallies.chains.trims);
     print_surround_folds(out, tallies.mix.tracks);
     print_soloed_and_muted(out, tallies.mix.solos);
     print_folders(out, tallies.mix.folders);
     print_unlinked_attributes(out, tallies.mix.groups);
+    print_trims_of_sides(out, tallies.chains.trims);
 
     // Clip Effects, Melodyne, stand-ins, item timebase, bit depth, timecode, grid, video
     print_unmeasured_colours(out, tallies.mix.colours);
@@ -116,6 +120,8 @@ void print_groups_and_tracks(TextBuffer& out, const RunTallies& tallies) {
     print_timecode(out, tallies.head.timecode);
     print_clap_builds(out, tallies.builds);
     print_wide_auxes(out, tallies.mix.routing);
+    print_trims_switched_off(out, tallies.chains.trims);
+    print_strips_without_switch(out, tallies.chains.trims);
     print_locked_clips(out, tallies.written);
     print_grid(out, tallies.head.grid);
     print_sample_based_midi(out, tallies.mix.midi);

@@ -59,13 +59,13 @@ int chain_width(const TrackPlan& plan) {
     return plan.width_unknown ? unknown_width : plan.channels;
 }
 
-/// The inserts with their places, and those with a key with the channel that it plays on.
+/// The inserts, and those with a key with the channel that it plays on.
 std::vector<ChainInsert> placed(const std::vector<const PluginInsert*>& inserts,
                                 const TrackPlan* plan) {
     std::vector<ChainInsert> chain;
     std::size_t key = 0;
     for (const PluginInsert* insert : inserts) {
-        ChainInsert place{.insert = insert, .place = static_cast<int>(chain.size()) + 1};
+        ChainInsert place{.insert = insert};
         if (insert->keyInput >= 0 && plan != nullptr) {
             if (key < plan->key_channels.size()) place.key_channel = plan->key_channels[key];
             ++key;
@@ -75,12 +75,23 @@ std::vector<ChainInsert> placed(const std::vector<const PluginInsert*>& inserts,
     return chain;
 }
 
+ChainTrack chain_track(const TrackPlan& plan, const std::vector<const PluginInsert*>& inserts) {
+    ChainTrack track{.name = plan.session_name.empty() ? plan.name : plan.session_name,
+                     .inserts = placed(inserts, &plan),
+                     .width = chain_width(plan),
+                     .has_midi = !plan.midi_items.empty(),
+                     .is_frozen = plan.frozen.has_value()};
+    if (plan.leg_pan != 0) track.leg = plan.leg_pan < 0 ? 0 : 1;
+    return track;
+}
+
 /// The chains of the run, one list of tracks after the other.
 class ChainPlanning {
 public:
     ChainPlanning(const RunOptions& options, const ChainRecords& records, double rate_hz,
                   ChainTallies& tallies)
         : records_(records),
+          stand_ins_(records.image),
           options_(chain_options(options)),
           corpus_(options.check_only ? "" : options.corpus_dir, options.session_path),
           inserts_(inserts_by_row(records.strips, tallies)),
@@ -88,43 +99,51 @@ public:
           rate_hz_(rate_hz),
           tallies_(tallies) {}
 
-    std::vector<ChainPlan> chains_of(const std::vector<TrackPlan>& plans) {
+    /// Sets the tracks' polarity as well.
+    std::vector<ChainPlan> chains_of(std::vector<TrackPlan>& plans) {
         const StripPlans strips(plans, records_.strips.strips.rows);
         std::vector<ChainPlan> chains(plans.size());
         for (std::size_t i = 0; i < plans.size(); ++i) {
-            const TrackPlan& plan = plans[i];
+            TrackPlan& plan = plans[i];
             if (plan.is_alternate) continue;
             const auto row = plan.strip_row ? plan.strip_row : strips.strip_of(i);
-            if (!row || (!rows_met_.insert(*row).second && plan.leg_pan == 0)) continue;
-            chains[i] = chain({.name = plan.session_name.empty() ? plan.name : plan.session_name,
-                               .inserts = placed(inserts_[*row], &plan),
-                               .width = chain_width(plan),
-                               .has_midi = !plan.midi_items.empty()});
+            if (!row) continue;
+            const bool is_first = rows_met_.insert(*row).second;
+            if (!is_first && plan.leg_pan == 0) continue;
+            // The second leg has the same plug-ins once more: they count as one.
+            ChainTallies second_leg;
+            chains[i] = chain(chain_track(plan, inserts_[*row]), is_first ? tallies_ : second_leg);
+            plan.mixer.polarity_inverted = chains[i].inverts_track;
         }
         return chains;
     }
 
-    ChainPlan master_chain(const MasterStrips& masters, const std::string& name) {
+    ChainPlan master_chain(const MasterStrips& masters, const MasterPlan& master) {
         if (masters.count == 0) return {};
-        return chain(
-            {.name = name, .inserts = placed(inserts_[masters.row], nullptr), .is_master = true});
+        return chain({.name = master.name,
+                      .inserts = placed(inserts_[masters.row], nullptr),
+                      .width = master.channels,
+                      .is_master = true},
+                     tallies_);
     }
 
 private:
-    ChainPlan chain(const ChainTrack& track) {
+    ChainPlan chain(const ChainTrack& track, ChainTallies& tallies) {
         return plan_chain(track,
                           {.image = records_.image,
                            .identities = records_.identities,
                            .names = records_.parameter_names,
                            .times = {.clock = clock_, .rate_hz = rate_hz_},
+                           .stand_ins = stand_ins_,
                            .hear_settings =
                                [this](const auto& insert, const auto& row, const auto& state) {
                                    corpus_.add(insert, row, records_.image, state);
                                }},
-                          options_, tallies_);
+                          options_, tallies);
     }
 
     const ChainRecords& records_;
+    StandInMaker stand_ins_;
     ChainOptions options_;
     SettingsCorpus corpus_;
     InsertsByRow inserts_;
@@ -140,9 +159,9 @@ void plan_chains(ProjectPlan& project, const RunOptions& options, const ChainRec
                  ChainTallies& tallies) {
     ChainPlanning planning(options, records, static_cast<double>(project.head.sample_rate),
                            tallies);
+    tallies.stand_ins.none_wanted = options.no_stand_ins;
     // The master's stand in the head, in front of all others.
-    project.head.master_chain =
-        planning.master_chain(records.strips.masters, project.mix.master.name);
+    project.head.master_chain = planning.master_chain(records.strips.masters, project.mix.master);
     project.chains = planning.chains_of(project.mix.tracks);
     project.strip_chains = planning.chains_of(project.mix.strip_tracks);
 }

@@ -19,7 +19,8 @@ struct ChainRecords {
     const ParameterNames& parameter_names;
 };
 
-/// Gives the project a chain for each of its tracks, in step with them, and the master its own.
+/// Gives the project a chain for each of its tracks, in step with them, and the master its own;
+/// and the tracks the polarity that their plug-ins give them.
 void plan_chains(ProjectPlan& project, const RunOptions& options, const ChainRecords& records,
                  ChainTallies& tallies);
 

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/records/plugin_records.hpp"
+
 namespace tanrove {
 namespace {
 
@@ -32,10 +34,13 @@ public:
     }
 
     ChainPlan chain(std::vector<PluginInsert> inserts, int width = 2, bool is_master = false) {
-        ChainTrack track{.name = "Voice", .width = width, .is_master = is_master};
+        return chain(std::move(inserts),
+                     ChainTrack{.name = "Voice", .width = width, .is_master = is_master});
+    }
+
+    ChainPlan chain(std::vector<PluginInsert> inserts, ChainTrack track) {
         for (PluginInsert& insert : inserts) {
-            ChainInsert place{.insert = &insert,
-                              .place = static_cast<int>(track.inserts.size()) + 1};
+            ChainInsert place{.insert = &insert};
             if (insert.keyInput > 0) place.key_channel = insert.keyInput;
             track.inserts.push_back(place);
         }
@@ -49,13 +54,26 @@ public:
                                            .settings_translate = {}},
                                           lines);
         const TempoClock clock({}, 120);
+        StandInMaker stand_ins{ByteView(image_)};
         tallies = {};
         return plan_chain(track,
                           {.image = ByteView(image_),
                            .identities = identities,
                            .names = names,
-                           .times = {.clock = clock, .rate_hz = 48000}},
+                           .times = {.clock = clock, .rate_hz = 48000},
+                           .stand_ins = stand_ins},
                           options, tallies);
+    }
+
+    /// A Trim, in the image behind all else.
+    PluginInsert trim(const std::vector<builder::TrimSpec>& channels) {
+        PluginInsert made;
+        made.code = "DigiTrim";
+        made.blockStart = made.slotEnd = image_.size();
+        const builder::Bytes state = builder::trim_state(channels);
+        image_.insert(image_.end(), state.begin(), state.end());
+        made.chunkLimit = image_.size();
+        return made;
     }
 
     ChainOptions options;
@@ -161,6 +179,63 @@ TEST(PlanChain, HoldsASlotForWhatOnlyProToolsHasAndMarksTheLastThatIsHeard) {
     EXPECT_EQ(run.tallies.outcomes.front().kind, OutcomeKind::not_recognized);
 }
 
+TEST(PlanChain, TrimTurnsTheTrackOverOrOneSideOfIt) {
+    const builder::TrimSpec inverted = {.inverted = true}, low = {-900000000, true};
+    ChainRun run;
+    PluginInsert both = run.trim({inverted}), left = run.trim({inverted, {}});
+    PluginInsert uneven = run.trim({low, inverted});
+    ChainPlan chain = run.chain({both});
+    EXPECT_TRUE(chain.inverts_track);
+    EXPECT_EQ(chain.slots.size(), 1U);
+    chain = run.chain({left});
+    EXPECT_FALSE(chain.inverts_track);
+    ASSERT_EQ(chain.slots.size(), 2U);
+    EXPECT_EQ(chain.slots[0].title, "Trim polarity, left channel (Channel Polarity Control)");
+    EXPECT_EQ(chain.slots[0].parameters.substr(0, 5), "1 - -");
+    EXPECT_EQ(chain.slots[0].guid_seed, (static_cast<std::uint32_t>('V') << 16 ^ 5 ^ 0x504f4c00));
+    EXPECT_TRUE(chain.slots[1].marks_last_pins);
+    EXPECT_TRUE(run.tallies.multi_mono.empty());
+    run.chain({uneven, both});
+    EXPECT_EQ(run.tallies.trims.different_gains, 1);
+    EXPECT_EQ(run.tallies.trims.below_measured, std::vector<std::string>{"Voice: -19.08 dB"});
+    EXPECT_EQ(run.tallies.trims.cancelled, std::vector<std::string>{"Voice"});
+
+    // A wide track keeps the slot of Pro Tools; the side is turned over all the same.
+    chain = run.chain({left}, 6);
+    ASSERT_EQ(chain.slots.size(), 2U);
+    EXPECT_TRUE(chain.slots[1].is_placeholder);
+    EXPECT_FALSE(chain.slots[0].marks_last_pins || chain.slots[1].marks_last_pins);
+    EXPECT_EQ(run.tallies.trims.on_wide_tracks, 1);
+    EXPECT_TRUE(run.chain({both}, 6).inverts_track);
+
+    // Each leg has its own gain and its own side.
+    chain = run.chain({left}, ChainTrack{.name = "Voice", .width = 1, .leg = 1});
+    EXPECT_FALSE(chain.inverts_track);
+    chain = run.chain({uneven}, ChainTrack{.name = "Voice", .width = 1, .leg = 0});
+    EXPECT_TRUE(chain.inverts_track);
+    EXPECT_EQ(chain.slots[0].preset_name, "Avid Trim -19.08 dB");
+
+    // A render is turned over already.
+    chain = run.chain({both}, ChainTrack{.name = "Voice", .is_frozen = true});
+    EXPECT_FALSE(chain.inverts_track);
+    EXPECT_EQ(chain.slots[0].parameters.substr(0, 3), "3 -");
+
+    EXPECT_FALSE(run.chain({left}, 2, true).inverts_track);
+    EXPECT_EQ(run.tallies.trims.without_switch, 1);
+    EXPECT_EQ(run.tallies.master_slots, 1);
+
+    both.inactive = true;
+    chain = run.chain({both});
+    EXPECT_FALSE(chain.inverts_track);
+    EXPECT_TRUE(chain.slots[0].bypassed && !chain.slots[0].offline);
+    EXPECT_EQ(run.tallies.trims.switched_off, 1);
+    run.options.fate.stand_ins = false;
+    both.inactive = false;
+    EXPECT_EQ(run.chain({left}).slots.size(), 1U);
+    EXPECT_EQ(run.tallies.trims.one_sided_declined, 1);
+    EXPECT_TRUE(run.chain({both}).inverts_track);
+}
+
 TEST(PlanChain, WritesUnlinkedChannelsOnce) {
     ChainRun run;
     PluginInsert left = insert("MakePrd1");
@@ -170,6 +245,10 @@ TEST(PlanChain, WritesUnlinkedChannelsOnce) {
     EXPECT_EQ(run.chain({left, right, other, further}).slots.size(), 2U);
     EXPECT_EQ(run.tallies.multi_mono, std::vector<std::string>{"Voice / MakePrd1"});
     EXPECT_EQ(run.chain({left, right}, 1).slots.size(), 2U) << "a mono track has one channel";
+    right.blockStart = 9;
+    const ChainTrack leg{.name = "Voice", .width = 1, .leg = 1};
+    EXPECT_EQ(run.chain({left, right, further}, leg).slots.size(), 2U);
+    EXPECT_EQ(run.chain({left, right}, leg).slots[0].guid_seed, 9U) << "the leg's own settings";
 }
 
 TEST(PlanChain, KontaktStaysAtItsDefaultsAsAsked) {

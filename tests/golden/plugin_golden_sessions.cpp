@@ -96,6 +96,43 @@ SessionBuilder session_with_plugins() {
     return session.track(master);
 }
 
+/// A track of this width with a Trim for each list of channels.
+TrackSpec trimmed(const std::string& name, int channels,
+                  const std::vector<std::vector<builder::TrimSpec>>& trims) {
+    TrackSpec track;
+    track.name = name;
+    track.kind = TrackKind::aux;
+    track.channels = channels;
+    for (const auto& trim : trims) {
+        track.inserts.push_back({.code = "DigiTrim",
+                                 .channels = static_cast<std::uint8_t>(channels),
+                                 .state = builder::trim_state(trim)});
+    }
+    return track;
+}
+
+SessionBuilder session_with_trims() {
+    const builder::TrimSpec inverted = {.inverted = true}, up = {.gain_word = 1635278356};
+    const builder::TrimSpec far_down = {.gain_word = -1000000000, .inverted = true};
+    SessionBuilder session;
+    TrackSpec linked = trimmed("Linked", 2, {{inverted}, {up}});
+    linked.inserts[1].lanes = {{.name = "Gain", .points = {{0, 0}}}};
+    session.track(linked).track(trimmed("Mono", 1, {{far_down}}));
+    session.track(trimmed("Left", 2, {{inverted, up}}));
+    session.track(trimmed("Both sides", 2, {{inverted, {}}, {{}, inverted}}));
+    session.track(trimmed("Twice", 2, {{inverted}, {inverted}}));
+    TrackSpec off = trimmed("Off", 2, {{inverted}, {inverted}});
+    off.inserts[0].bypassed = true;
+    off.inserts[1].active = false;
+    session.track(off);
+    TrackSpec only_side = trimmed("Right", 2, {{{}, inverted}});
+    only_side.inserts.push_back({.code = "NoneSuch"});
+    session.track(only_side);
+    TrackSpec master = trimmed("Print", 2, {{far_down}});
+    master.kind = TrackKind::master;
+    return session.track(master);
+}
+
 GoldenCase with_lists(const std::string& name, const SessionBuilder& session,
                       const RunOptions& options) {
     GoldenCase made{name, session, options, {}};
@@ -116,9 +153,14 @@ std::vector<GoldenCase> plugin_golden_cases() {
     fewer.skip_bypassed_fx = true;
     fewer.skip_missing_fx = true;
     fewer.kontakt_state = false;
+    RunOptions plain;
+    plain.no_stand_ins = plain.skip_bypassed_fx = true;
     const SessionBuilder session = session_with_plugins();
-    return {with_lists("plugins", session, {}), with_lists("plugins_as_clap", session, clap),
-            with_lists("plugins_fewer", session, fewer)};
+    return {with_lists("plugins", session, {}),
+            with_lists("plugins_as_clap", session, clap),
+            with_lists("plugins_fewer", session, fewer),
+            {"trims", session_with_trims(), {}, {}},
+            {"trims_plain", session_with_trims(), plain, {}}};
 }
 
 }  // namespace tanrove::golden

@@ -120,8 +120,6 @@ TEST(InsertFate, IsDecidedByTheFirstQuestionThatApplies) {
     EXPECT_NE(
         decide_fate({.insert = found_chunk, .row = &vst}, usual, built_in).reason.find("Worth"),
         std::string::npos);
-    EXPECT_TRUE(decide_fate({.insert = eq, .has_stand_in = true, .keyed = true}, usual, built_in)
-                    .reason.ends_with("same settings, keyed from the key input"));
     EXPECT_TRUE(
         decide_fate({.insert = eq, .has_stand_in = true}, strict, built_in).stand_in_declined);
     EXPECT_EQ(aax_only_description("MakeOnly", built_in), "a meter");

@@ -49,7 +49,21 @@ ChainTallies chains_with_everything() {
     chains.written_offline = chains.master_slots = 1;
     chains.multi_mono = {"Voice / One"};
     chains.midi_switched_off = {"Voice / Two"};
-    chains.lanes = {1, 1, 1, 1, 1, 1};
+    chains.lanes = {1, 1, 1, 1, 1, 1, 1};
+    chains.trims = {.instances = 1,
+                    .gains_carried = 1,
+                    .below_measured = {"Voice: -14.50 dB"},
+                    .different_gains = 1,
+                    .on_wide_tracks = 1,
+                    .inverted_tracks = 1,
+                    .cancelled = {"Voice"},
+                    .mixed_wide = {"Ambience"},
+                    .one_sided = 1,
+                    .one_sided_declined = 1,
+                    .switched_off = 1,
+                    .without_switch = 1};
+    chains.stand_ins.none_wanted = true;
+    chains.stand_ins.declined = 1;
     return chains;
 }
 

@@ -56,6 +56,16 @@ Bytes bare_state(const Bytes& payload) {
     return ByteWriter().zeros(8).raw("DigiTest").raw(Bytes(40, 0x81)).raw(payload).bytes();
 }
 
+Bytes trim_state(const std::vector<TrimSpec>& channels, bool is_older) {
+    ByteWriter state(true);
+    state.zeros(8);
+    for (const TrimSpec& channel : channels) {
+        state.raw("DigiTrim").zeros(40).u32(static_cast<std::uint32_t>(channel.gain_word));
+        if (!is_older) state.u32(channel.inverted ? 0x7fffffff : 0);
+    }
+    return state.bytes();
+}
+
 Bytes preset_chunk(const std::string& tree) {
     const Bytes length = ByteWriter(true).u32(28 + tree.size()).bytes();
     return ByteWriter().raw(length).zeros(16).raw("XPst").zeros(4).raw(tree).zeros(9).bytes();

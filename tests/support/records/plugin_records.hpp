@@ -21,6 +21,14 @@ Bytes whole_control(const std::string& name, std::int32_t value, std::size_t spa
 /// A state that is this payload behind bytes that are no text, where a chunk's payload would stand.
 Bytes bare_state(const Bytes& payload);
 
+/// What Avid's Trim keeps of a channel.
+struct TrimSpec {
+    std::int32_t gain_word = 1093684240;  ///< 0 dB
+    bool inverted = false;
+};
+/// Trim's state: a record for each channel; the older ones end in front of the polarity.
+Bytes trim_state(const std::vector<TrimSpec>& channels, bool is_older = false);
+
 /// An "XPst" chunk with this tree.
 Bytes preset_chunk(const std::string& tree);
 
