@@ -46,7 +46,7 @@ BusTable::BusTable(const std::vector<StripRow>& strips, const TrackNameSet& inac
 }
 
 std::optional<BusRoute> BusTable::route_of(std::size_t path) const {
-    auto route = route_among(active_, path);
+    auto route = active_route_of(path);
     return route ? route : route_among(inactive_, path);
 }
 

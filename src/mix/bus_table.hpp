@@ -47,6 +47,11 @@ public:
     /// inactive ones only where there is no active one.
     std::optional<BusRoute> route_of(std::size_t path) const;
 
+    /// The same with inactive strips left aside.
+    std::optional<BusRoute> active_route_of(std::size_t path) const {
+        return route_among(active_, path);
+    }
+
     /// Channels of the bus that a strip takes, 0 if it takes none.
     std::size_t width_taken_by(std::size_t strip_row) const;
 

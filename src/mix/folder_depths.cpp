@@ -93,37 +93,49 @@ private:
         }
         move_out_of_routing_folders(sounding_, plays_to_main);
         if (!write_tree(sounding_)) return false;
-        for_each_moved([this](std::size_t row, std::size_t folder) {
-            auto& list = tree_.rows[row].kind == FolderKind::basic ? tallies_.folders_moved
-                                                                   : tallies_.tracks_moved;
-            list.push_back(name_of(row) + " out of " + name_of(folder));
-        });
+        tell_moved(sounding_);
         return true;
     }
 
     bool write_as_it_is_shown() {
         const bool has_moved = std::ranges::any_of(
             sounding_, [](const FolderRow& row) { return row.moved_out_of != no_row; });
-        if (!has_moved || !write_tree(tree_.rows)) return false;
-        for_each_moved([this](std::size_t row, std::size_t folder) {
+        std::vector<FolderRow> shown = tree_.rows;
+        if (!has_moved || !write_tree(shown)) return false;
+        tell_moved(shown);
+        for_each_moved(sounding_, [this](std::size_t row, std::size_t folder) {
+            if (is_silent(row)) return;
             tallies_.could_not_move.push_back(name_of(row) + " (in " + name_of(folder) + ")");
         });
         return true;
     }
 
+    void tell_moved(const std::vector<FolderRow>& rows) {
+        for_each_moved(rows, [this](std::size_t row, std::size_t folder) {
+            auto& list = tree_.rows[row].kind == FolderKind::basic ? tallies_.folders_moved
+                                                                   : tallies_.tracks_moved;
+            list.push_back(name_of(row) + " out of " + name_of(folder));
+        });
+    }
+
     /// Calls `tell` with each row that was moved, if it is a track of the project, and the folder
     /// it was moved out of.
     template <class Tell>
-    void for_each_moved(Tell tell) const {
-        for (std::size_t i = 0; i < sounding_.size(); ++i) {
-            if (sounding_[i].moved_out_of == no_row || places_.first_plan[i] == no_plan) continue;
-            tell(i, sounding_[i].moved_out_of);
+    void for_each_moved(const std::vector<FolderRow>& rows, Tell tell) const {
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            if (rows[i].moved_out_of == no_row || places_.first_plan[i] == no_plan) continue;
+            tell(i, rows[i].moved_out_of);
         }
+    }
+
+    /// True of a row that plays no sound: it may lie in any folder.
+    bool is_silent(std::size_t row) const {
+        return row != no_row && input_.silent.contains(name_of(row));
     }
 
     /// Writes the folders of a tree. False, with nothing written, where the plans do not stand in
     /// the order that it asks for.
-    bool write_tree(const std::vector<FolderRow>& rows) {
+    bool write_tree(std::vector<FolderRow>& rows) {
         const auto depths = depths_of(rows);
         if (depths.empty()) return false;
         for (std::size_t i = 0; i < plans_.size(); ++i) {
@@ -136,8 +148,9 @@ private:
     }
 
     /// In how many folders each plan lies; empty where one cannot be reached in the plans' order: a
-    /// folder that has closed, or that has no plan, does not open again.
-    std::vector<int> depths_of(const std::vector<FolderRow>& rows) const {
+    /// folder that has closed, or that has no plan, does not open again. A silent row whose folder
+    /// has closed moves out of it.
+    std::vector<int> depths_of(std::vector<FolderRow>& rows) const {
         std::vector<int> depths;
         std::vector<std::size_t> open;
         std::vector<std::size_t> wanted;
@@ -145,7 +158,11 @@ private:
             const std::size_t row = places_.row_of[i];
             if (!find_folders_around(rows, row, wanted)) return {};
             open.erase(std::ranges::mismatch(open, wanted).in1, open.end());
-            if (open.size() != wanted.size()) return {};
+            if (open.size() != wanted.size()) {
+                if (!is_silent(row)) return {};
+                rows[row].moved_out_of = rows[row].parent;
+                rows[row].parent = open.empty() ? no_row : open.back();
+            }
             depths.push_back(static_cast<int>(open.size()));
             const bool is_first = row != no_row && places_.first_plan[row] == i;
             if (is_first && is_folder(rows[row])) open.push_back(row);

@@ -36,6 +36,7 @@ struct FolderInput {
     std::optional<FolderTable> folder_table;
     /// Tracks that do not play to their parent: they may stay in a Routing folder.
     TrackNameSet without_main_send;
+    TrackNameSet silent;  ///< those of them that play no sound at all
 };
 
 /// Fills `folder`, `is_basic_folder` and a Basic folder's `pan_mode` of the plans, whose order

@@ -24,6 +24,16 @@ KeyBuses::KeyBuses(const BusTable& buses, const RoutingRecords& records) : buses
     for (const RoutingRow& row : records.rows) add_feeds(row);
 }
 
+/// The first strip that takes the path, but rather another one than the key's own.
+std::optional<std::size_t> KeyBuses::taker_of(std::size_t path, const KeyInput& key) const {
+    const auto route = buses_.active_route_of(path);
+    if (!route) return std::nullopt;
+    const auto& rows = route->strip_rows;
+    const auto other = std::ranges::find_if(
+        rows, [&](std::size_t strip_row) { return strip_row != key.strip_row; });
+    return other == rows.end() ? rows.front() : *other;
+}
+
 KeyRoute KeyBuses::find(const KeyInput& key) {
     if (key.bus.empty()) return {};
     const PathLookup& paths = buses_.paths();
@@ -31,11 +41,11 @@ KeyRoute KeyBuses::find(const KeyInput& key) {
     if (const std::string whole_name = without_side(key.bus); !whole_name.empty()) {
         auto whole = path ? paths.whole_of(*path) : std::nullopt;
         if (!whole) whole = paths.find(0, whole_name);
-        const auto route = whole ? buses_.route_of(*whole) : std::nullopt;
-        if (route) return {.strip_row = route->strip_rows.front(), .key_bus = {}};
+        const auto taker = whole ? taker_of(*whole, key) : std::nullopt;
+        if (taker) return {.strip_row = taker, .key_bus = {}};
     }
-    const auto route = path ? buses_.route_of(*path) : std::nullopt;
-    if (route) return {.strip_row = route->strip_rows.front(), .key_bus = {}};
+    const auto taker = path ? taker_of(*path, key) : std::nullopt;
+    if (taker) return {.strip_row = taker, .key_bus = {}};
     return {.strip_row = {}, .key_bus = path ? enter(*path) : enter_unlisted(key.bus)};
 }
 

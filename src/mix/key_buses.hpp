@@ -1,9 +1,10 @@
-// The buses that plug-ins' keys listen to: where a strip takes one the key comes from that strip,
-// else from all strips that play into it.
+// The buses that plug-ins' keys listen to: where an active strip takes one the key comes from that
+// strip, else from all strips that play into it. An inactive strip passes nothing on.
 #pragma once
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,7 @@ public:
 
 private:
     KeyRoute find(const KeyInput& key);
+    std::optional<std::size_t> taker_of(std::size_t path, const KeyInput& key) const;
     std::size_t enter(std::size_t path);
     std::size_t enter_unlisted(const std::string& name);
     void add_feeds(const RoutingRow& row);

@@ -23,14 +23,20 @@ namespace tanrove {
 
 namespace {
 
-/// Those that play somewhere else, and those that play no sound: MIDI tracks and VCA masters.
-TrackNameSet names_without_main_send(const std::vector<TrackPlan>& tracks,
-                                     const std::vector<StripRow>& rows) {
+/// MIDI tracks and VCA masters play no sound.
+TrackNameSet silent_names(const std::vector<StripRow>& rows) {
     TrackNameSet names;
     for (const StripRow& row : rows) {
         const bool is_silent = row.type == StripRowType::midi || row.type == StripRowType::vca;
         if (is_silent) names.insert(shown_name(row));
     }
+    return names;
+}
+
+/// The silent ones, and those that play somewhere else.
+TrackNameSet names_without_main_send(const std::vector<TrackPlan>& tracks,
+                                     const TrackNameSet& silent) {
+    TrackNameSet names = silent;
     for (const auto& track : tracks) {
         if (!track.mixer.plays_to_parent) names.insert(track.session_name);
     }
@@ -99,7 +105,8 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     plan_outputs(mix.tracks, routing, tallies.routing);
     plan_key_inputs(mix.tracks, routing, send_envelope, tallies.routing);
     plan_sends(mix.tracks, routing, send_envelope, tallies.routing);
-    folders.without_main_send = names_without_main_send(mix.tracks, rows);
+    folders.silent = silent_names(rows);
+    folders.without_main_send = names_without_main_send(mix.tracks, folders.silent);
     plan_folders(mix.tracks, folders, tallies.folders);
     settle_channel_counts(mix.tracks, routing, tallies.routing);
 

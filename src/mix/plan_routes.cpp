@@ -191,7 +191,7 @@ void keep_pre_fader_sends(std::vector<TrackPlan>& plans, RoutingTallies& tallies
     for (const TrackPlan& plan : plans) {
         for (const auto* receives : {&plan.key_receives, &plan.receives}) {
             for (const ReceivePlan& receive : *receives) {
-                if (receive.mode == pre_fader_mode && !receive.muted) {
+                if (receive.mode != post_fader_mode && !receive.muted) {
                     feeds_pre_fader[receive.source] = true;
                 }
             }

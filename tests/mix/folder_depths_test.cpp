@@ -13,8 +13,8 @@ namespace {
 using Path = std::vector<std::string>;
 
 /// Names that begin with R are Routing folders, with B Basic folders, with Q Routing folders of a
-/// table that does not mark them; "!" plays to the main output, "-" has no plan, "+" has an
-/// alternate playlist behind it.
+/// table that does not mark them; "!" plays to the main output, "~" plays nothing, "-" has no
+/// plan, "+" has an alternate playlist behind it.
 struct Scene {
     explicit Scene(const std::string& outline) {
         input.folder_table.emplace();
@@ -32,7 +32,7 @@ struct Scene {
         const bool opens = word.back() == '(';
         if (opens) word.pop_back();
         const char mark = word.back();
-        if (mark == '!' || mark == '-' || mark == '+') word.pop_back();
+        if (std::string_view("!~-+").find(mark) != std::string_view::npos) word.pop_back();
         StripTableEntry& entry = input.strip_table.emplace_back();
         entry.name = word;
         entry.identity = 0x100000000 + input.strip_table.size();
@@ -44,6 +44,7 @@ struct Scene {
         identities[word] = entry.identity;
         folders_of[word] = open;
         if (mark != '!') input.without_main_send.insert(word);
+        if (mark == '~') input.silent.insert(word);
         if (mark != '-') plans.emplace_back().session_name = word;
         if (mark == '+') plans.emplace_back();
         if (opens) open.push_back(word);
@@ -110,6 +111,9 @@ TEST(PlanFolders, FollowsTheFolderTableOrWithoutAUsableOneTheOrderOfTheStrips) {
         {"R( ) B( ) a", "R B a", "00200000"},
         {"R( a b! ) c", "R( a ) b c", "10000000; b out of R"},
         {"R( a b! c ) d", "R( a b c ) d", "10000000; b (in R)"},
+        {"R( b! m~ ) c", "R b m c", "00010000; b out of R; m out of R"},
+        {"R( a m~ b! n~ ) c", "R( a m ) b n c", "10000000; b out of R; n out of R"},
+        {"R( b! m~ a ) c", "R( b m a ) c", "10000000; b (in R)"},
         {"R( a! b! ) c", "R a b c", "00010000; a out of R; b out of R"},
         {"R( a B( b! c ) ) d", "R( a ) B( b c ) d", "11000000; B out of R"},
         {"B1( R( a B2( b ) ) c! )", "B1( R( a ) B2( b ) c )", "12000200; B2 out of R"},

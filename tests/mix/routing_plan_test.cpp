@@ -282,6 +282,9 @@ TEST(PlanKeyInputs, SourcesTakePairsInTheOrderOfThePlugins) {
     EXPECT_EQ(mixer.tallies.keys_on_first_pair, 2);
     EXPECT_EQ(mixer.tallies.unresolved_keys, 3);
     EXPECT_EQ(mixer.tallies.misled_keys, 3);
+    mixer.plans[1].muted = true;
+    keep_pre_fader_sends(mixer.plans, mixer.tallies);
+    EXPECT_FALSE(mixer.plans[1].muted) << "a key sounds on while its source is muted";
     unwired.records.carries_keys = false;
     unwired.route();
     EXPECT_TRUE(unwired.plans[0].key_receives.empty());
@@ -459,10 +462,12 @@ private:
         return on_all(bus, any_on(bus));
     }
 
-    /// The taker of the key's bus: of the whole one where the key listens to a side.
-    std::optional<std::size_t> key_taker(const std::string& bus) const {
-        auto strips = is_leg(bus) ? takers(whole(bus)) : takers(bus);
-        if (strips.empty()) strips = takers(bus);
+    /// The active taker of the key's bus, rather not its own strip: of the whole one where the key
+    /// listens to a side.
+    std::optional<std::size_t> key_taker(const KeyInput& key) const {
+        auto strips = on_all(is_leg(key.bus) ? whole(key.bus) : key.bus, true);
+        if (strips.empty()) strips = on_all(key.bus, true);
+        if (strips.size() > 1) std::erase(strips, key.strip_row);
         return strips.empty() ? std::nullopt : std::optional(strips.front());
     }
     static bool touch(const std::string& a, const std::string& b) {
@@ -470,14 +475,14 @@ private:
     }
     bool hears(const std::string& bus) const {
         return std::ranges::any_of(mixer_.records.keys, [&](const KeyInput& key) {
-            return touch(key.bus, bus) && !key_taker(key.bus);
+            return touch(key.bus, bus) && !key_taker(key);
         });
     }
     void add_keys(std::size_t strip, std::multiset<std::string>& lines) const {
         std::vector<std::string> sources;
         for (const KeyInput& key : mixer_.records.keys) {
             if (key.strip_row != strip) continue;
-            const auto taker = key_taker(key.bus);
+            const auto taker = key_taker(key);
             const std::string source = taker ? std::to_string(*taker) : key.bus;
             if (std::ranges::count(sources, source) > 0) continue;
             std::vector<std::size_t> from;
