@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
+#include "session/enclosing_blocks.hpp"
 #include "session/playlist_walk.hpp"
 
 namespace tanrove {
@@ -12,16 +14,14 @@ namespace tanrove {
 namespace {
 
 constexpr std::uint16_t playlist_type = 0x1057;
+constexpr std::uint16_t playlist_list_type = 0x1058;
 constexpr std::uint16_t placement_type = 0x1056;
 constexpr std::uint16_t record_type = 0x104f;
 constexpr std::uint8_t kind_ticks = 2;
 
-constexpr std::size_t max_counted_name = 64;
-
 // Limits of the flat rows.
 constexpr std::uint32_t least_playlist = 12;
 constexpr std::uint32_t largest_playlist = 400000;
-constexpr std::size_t max_row_name = 200;
 constexpr std::uint32_t least_placement = 20;
 constexpr std::uint32_t largest_placement = 4000;
 constexpr std::uint32_t largest_empty_record = 11;
@@ -46,19 +46,23 @@ MidiPlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
     return detail;
 }
 
-/// Calls `use(name, placement)` for each placement in a playlist whose name keeps the bound.
+/// The name of a playlist that may break other limits; empty where it cannot be read.
+std::string_view playlist_name(ByteView image, const Block& playlist) {
+    return readCountedText(image, playlist.payload(), max_name_bytes, playlist.end()).value_or("");
+}
+
+/// Calls `use(name, placement)` for each placement in a playlist with a name.
 /// Playlists do not overlap: a placement belongs to the first that holds it.
 template <typename Accept, typename Use>
-void for_each_placement(const BlockIndex& index, std::size_t max_name, Accept accept, Use use) {
+void for_each_placement(const BlockIndex& index, Accept accept, Use use) {
     std::size_t next_placement = 0;
     for (const Block& playlist : index.of_type(playlist_type).all()) {
-        const auto name =
-            readCountedText(index.image(), playlist.payload(), max_name, playlist.end());
-        if (!name || name->empty() || !accept(playlist)) continue;
+        const auto name = playlist_name(index.image(), playlist);
+        if (name.empty() || !accept(playlist)) continue;
         const std::size_t from = std::max(playlist.payload(), next_placement);
         for (const Block& row : index.of_type(placement_type).between(from, playlist.end())) {
             next_placement = row.at + 1;
-            if (row.end() <= playlist.end()) use(*name, row);
+            if (row.end() <= playlist.end()) use(name, row);
         }
     }
 }
@@ -68,13 +72,23 @@ void for_each_placement(const BlockIndex& index, std::size_t max_name, Accept ac
 MidiPlaylists readMidiPlaylists(const BlockIndex& index) {
     MidiPlaylists midi;
     PlaylistWalker walker(index);
-    for (const Block& block : index.of_type(playlist_type).all()) {
-        const auto playlist = walker.walk(block);
-        if (!playlist) continue;
-        midi.playlists.records.push_back(
-            {std::string(playlist->name), playlist->kind == kind_ticks});
-        midi.playlists.clip_counts.push_back(playlist->placed);
-        midi.details.push_back(read_detail(index.image(), *playlist));
+    const auto blocks = index.of_type(playlist_type).all();
+    std::vector<std::size_t> starts;
+    for (const Block& block : blocks) starts.push_back(block.at);
+    const auto lists = smallest_enclosing(index.of_type(playlist_list_type).all(), starts);
+    for (std::size_t i = 0; i < blocks.size(); ++i) {
+        const auto playlist = walker.walk(blocks[i]);
+        if (!playlist && lists[i] == nullptr) continue;
+        MidiPlaylistDetail detail;
+        if (playlist) {
+            detail = read_detail(index.image(), *playlist);
+        } else {
+            detail.is_read = false;
+            detail.name = playlist_name(index.image(), blocks[i]);
+        }
+        midi.playlists.records.push_back({detail.name, detail.is_second_kind});
+        midi.playlists.clip_counts.push_back(playlist ? playlist->placed : 0);
+        midi.details.push_back(std::move(detail));
     }
     return midi;
 }
@@ -82,7 +96,7 @@ MidiPlaylists readMidiPlaylists(const BlockIndex& index) {
 std::map<std::string, int> readMidiClipCounts(const BlockIndex& index) {
     std::map<std::string, int> counts;
     const auto any = [](const Block&) { return true; };
-    for_each_placement(index, max_counted_name, any, [&](std::string_view name, const Block& row) {
+    for_each_placement(index, any, [&](std::string_view name, const Block& row) {
         const Block* record = index.first_child(row, record_type);
         if (record != nullptr && holds_clip_group(index.image(), record->at)) {
             ++counts[std::string(name)];
@@ -102,7 +116,7 @@ std::vector<MidiPlaylistRow> readMidiPlaylistRows(const BlockIndex& index) {
         return playlist.size >= least_playlist && playlist.size <= largest_playlist;
     };
     std::vector<MidiPlaylistRow> rows;
-    for_each_placement(index, max_row_name, fits, [&](std::string_view name, const Block& row) {
+    for_each_placement(index, fits, [&](std::string_view name, const Block& row) {
         if (row.size < least_placement || row.size > largest_placement) return;
         const Block* record = records.first_inside(row.payload(), row.end());
         if (record == nullptr) return;

@@ -14,6 +14,7 @@ namespace tanrove {
 /// The edit list of one MIDI playlist: parallel lists, one entry a placement.
 struct MidiPlaylistDetail {
     std::string name;
+    bool is_read = true;                    ///< false: it breaks a limit, and only keeps its place
     bool is_second_kind = false;            ///< true: positions are ticks; false: samples
     std::vector<std::uint32_t> region_ids;  ///< a region, or a clip group
     std::vector<std::int32_t> colours;      ///< -2 none
@@ -26,7 +27,8 @@ struct MidiPlaylistDetail {
     std::vector<std::uint64_t> positions;
 };
 
-/// All MIDI playlists (0x1057): records with their counts, and details in step with them.
+/// All MIDI playlists (0x1057): records with their counts, and details in step with them. One of a
+/// list (0x1058) that cannot be read keeps its place there without placements.
 struct MidiPlaylists {
     Playlists playlists;
     std::vector<MidiPlaylistDetail> details;

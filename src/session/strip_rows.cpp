@@ -172,15 +172,16 @@ bool bind_in_order(const std::vector<StripRow*>& rows, std::vector<StripTableRec
     return true;
 }
 
-/// Gives the rows the names of the strip table; false if a row is left that has no entry.
-bool bind_current_names(const BlockIndex& index, std::vector<StripRow>& rows) {
+/// Gives the rows the names of the strip table. A row that has no entry keeps its own.
+void bind_current_names(const BlockIndex& index, StripRows& strips) {
     auto entries = readStripTableRecords(index);
     std::vector<StripRow*> unbound;
-    unbound.reserve(rows.size());
-    for (StripRow& row : rows) unbound.push_back(&row);
+    unbound.reserve(strips.rows.size());
+    for (StripRow& row : strips.rows) unbound.push_back(&row);
     bind_by_identity(unbound, entries);
-    if (unbound.empty() && !rows.empty()) return true;
-    return bind_in_order(unbound, std::move(entries));
+    strips.some_bound = unbound.size() < strips.rows.size();
+    strips.bound = strips.some_bound && unbound.empty();
+    if (!strips.bound) strips.bound = bind_in_order(unbound, std::move(entries));
 }
 
 }  // namespace
@@ -201,7 +202,7 @@ StripRows readStripRows(const BlockIndex& index) {
         result.rows.push_back(std::move(row));
     }
     read_original_names(index, blocks, result.rows);
-    result.bound = bind_current_names(index, result.rows);
+    bind_current_names(index, result);
     return result;
 }
 

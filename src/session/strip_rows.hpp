@@ -46,7 +46,8 @@ struct StripRow {
 /// Rows in image order, and whether the strip table's names could be bound to them.
 struct StripRows {
     std::vector<StripRow> rows;
-    bool bound = false;
+    bool bound = false;       ///< to all of them
+    bool some_bound = false;  ///< to one or more by its identity: then all rows are tracks
 };
 
 /// Reads the strip rows, the first `max_strip_rows` of them; empty where the session has none.

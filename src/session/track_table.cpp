@@ -112,7 +112,7 @@ SessionTrackTable readTrackTable(const BlockIndex& index,
     SessionTrackTable table;
     table.names = scan_names(index.image().window(0, scanned_bytes), clip_track_names);
     table.scanned_count = table.names.size();
-    if (!rows.bound) return table;
+    if (!rows.bound && !rows.some_bound) return table;
     table.names = current_names(rows.rows);
     table.from_strip_rows = table.scanned_count < table.names.size();
     return table;

@@ -24,7 +24,7 @@ struct SessionTrackTable {
     std::size_t scanned_count = 0;  ///< names that the scan found
 };
 
-/// The rows' current names, where they are bound; else what a scan of the first 400000 bytes gives,
+/// The rows' current names, where any are bound; else what a scan of the first 400000 bytes gives,
 /// for the run of names that opens with one of `clip_track_names`.
 SessionTrackTable readTrackTable(const BlockIndex& index,
                                  std::span<const std::string> clip_track_names,

@@ -21,6 +21,9 @@ namespace {
 /// ticks lie at their origin, which samples reach after months.
 constexpr double most_sample_seconds = 86400;
 
+/// Samples lie as far from the tick origin as ticks never do.
+constexpr auto least_sample_distance = static_cast<std::int64_t>(tick_origin / 2);
+
 /// Two clips that overlap by no more than this are neighbours whose edges were rounded.
 constexpr std::int64_t least_overlap = 960;
 
@@ -121,7 +124,7 @@ private:
             const bool is_next = p < tracks_.size() && !names.contains(input_.tracks[p].name);
             if (is_next) track_of_playlist_.emplace(playlist.name, p);
             const auto found = track_of_playlist_.find(playlist.name);
-            if (found == track_of_playlist_.end()) continue;
+            if (found == track_of_playlist_.end() || !playlist.is_read) continue;
             TrackRows& track = tracks_[found->second];
             if (!track.tick_based) track.tick_based = playlist.is_second_kind;
             track.is_kind_read = true;
@@ -158,6 +161,8 @@ private:
             clip.in_samples = *stored < tick_origin &&
                               static_cast<double>(*stored) < most_sample_seconds * input_.rate_hz;
             if (!track.tick_based) track.tick_based = !clip.in_samples;
+        } else {
+            clip.in_samples = row.start > least_sample_distance;
         }
         if (clip.length == 0) return;
         clip.position = position_of(row, stored, clip.in_samples);

@@ -12,6 +12,16 @@ namespace {
 // Samples reach this only hours into a session; ticks with their origin always do.
 constexpr std::uint64_t most_likely_ticks_above = 1'000'000'000;
 
+// No session has so many samples, and no ticks lie so far in front of their origin.
+constexpr std::uint64_t certain_ticks_from = tick_origin / 2;
+
+/// True if the clips of a track can lie where they do in this timebase.
+bool agree_with(const std::vector<ClipItem>& clips, bool tick_based) {
+    return std::ranges::all_of(clips, [&](const ClipItem& clip) {
+        return (clip.stored_position >= certain_ticks_from) == tick_based;
+    });
+}
+
 bool looks_tick_based(const std::vector<ClipItem>& clips) {
     const auto large = std::ranges::count_if(
         clips, [](const ClipItem& clip) { return clip.stored_position > most_likely_ticks_above; });
@@ -35,7 +45,7 @@ void decide_timebases(std::vector<TimelineTrack>& tracks, std::span<const Playli
     for (auto& track : tracks) {
         if (track.record) {
             track.tick_based = records[*track.record].is_second_kind;
-        } else if (all_tick || all_sample) {
+        } else if ((all_tick || all_sample) && agree_with(track.clips, all_tick)) {
             track.tick_based = all_tick;
             ++tallies.unpaired_tracks;
             tallies.unpaired_are_tick_based = all_tick ? 1 : 0;

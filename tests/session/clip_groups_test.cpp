@@ -212,8 +212,8 @@ TEST(ReadMidiPlaylistRows, TakesPlaylistsOfAnyKindWithinItsLimits) {
                             .placements = std::vector<PlacementSpec>(placements)};
     };
     EXPECT_EQ(count({.name = "k", .placements = {{}}, .kind = 7}), 1U);
-    EXPECT_EQ(count(named(200)), 1U);
-    EXPECT_EQ(count(named(201)) + count(named(0)), 0U);
+    EXPECT_EQ(count(named(255)), 1U);
+    EXPECT_EQ(count(named(256)) + count(named(0)), 0U);
     EXPECT_EQ(count(named(1, 7272)), 7272U);
     EXPECT_EQ(count(named(1, 7273)), 0U);
 }

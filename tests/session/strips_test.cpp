@@ -282,7 +282,7 @@ TEST(ReadTrackTable, RowsKnowBetterThanAScanThatMissesTheFirst) {
         const BlockIndex index{ByteView(image)};
         auto rows = readStripRows(index);
         for (const bool bound : {true, false}) {
-            rows.bound = bound;
+            rows.bound = rows.some_bound = bound;
             const auto table = readTrackTable(index, Names{"Vox"}, rows);
             EXPECT_EQ(table.names, bound ? all : scanned);
             EXPECT_EQ(table.from_strip_rows, bound && auxes.size() == 2);

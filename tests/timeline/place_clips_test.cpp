@@ -232,8 +232,10 @@ TEST(DecideTimebases, AsksTheRecordThenAllRecordsThenThePositions) {
         const char* tallies;  // ticks, samples; unpaired, to ticks; by positions alone, or between
     } const cases[] = {
         {"paired", {false}, {origin}, "01 00 00"},
-        {"all records are samples", {false, false}, {origin, origin}, "01 10 00"},
-        {"all records are ticks", {true, true}, {0, 0}, "10 11 00"},
+        {"all records are samples", {false, false}, {0, 0}, "01 10 00"},
+        {"all records are ticks", {true, true}, {origin, origin}, "10 11 00"},
+        {"all are samples, where no sample can be", {false, false}, {origin, origin}, "10 00 01"},
+        {"all are ticks, where no tick can be", {true, true}, {48000, 0}, "01 00 01"},
         {"records disagree, half of the positions are large",
          {true, false},
          {origin, 5},
