@@ -1,9 +1,11 @@
-// The account whole, with every counter at 1, in its order; and the forms of its head.
+// The account whole, in its order, with another number for each counter of a record, so that a
+// sentence with the wrong one shows; and the forms of its head.
 #include "report/console_account.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <tuple>
 
 #include "support/temp_folder.hpp"
 
@@ -45,25 +47,26 @@ ChainTallies chains_with_everything() {
         chains.outcomes.push_back(outcome);
     }
     chains.plugin_list_missing = true;
-    chains.without_strip = chains.carried_bypassed = chains.inactive_offline = 1;
-    chains.written_offline = chains.master_slots = 1;
+    std::tie(chains.without_strip, chains.carried_bypassed, chains.inactive_offline) =
+        std::tuple(11, 12, 13);
+    std::tie(chains.written_offline, chains.master_slots) = std::tuple(21, 22);
     chains.multi_mono = {"Voice / One"};
     chains.midi_switched_off = {"Voice / Two"};
-    chains.lanes = {1, 1, 1, 1, 1, 1, 1};
-    chains.trims = {.instances = 1,
-                    .gains_carried = 1,
+    chains.lanes = {1, 2, 3, 4, 5, 6, 7};
+    chains.trims = {.instances = 31,
+                    .gains_carried = 32,
                     .below_measured = {"Voice: -14.50 dB"},
-                    .different_gains = 1,
-                    .on_wide_tracks = 1,
-                    .inverted_tracks = 1,
+                    .different_gains = 33,
+                    .on_wide_tracks = 34,
+                    .inverted_tracks = 35,
                     .cancelled = {"Voice"},
                     .mixed_wide = {"Ambience"},
-                    .one_sided = 1,
-                    .one_sided_declined = 1,
-                    .switched_off = 1,
-                    .without_switch = 1};
+                    .one_sided = 36,
+                    .one_sided_declined = 37,
+                    .switched_off = 38,
+                    .without_switch = 39};
     chains.stand_ins.none_wanted = true;
-    chains.stand_ins.declined = 1;
+    chains.stand_ins.declined = 40;
     return chains;
 }
 
@@ -77,16 +80,16 @@ HeadTallies head_with_everything() {
         .last_bpm = 51,
         .last_seconds = 1.25,
         .ramps_wanted = true,
-        .ramps = {.written = 1, .left_as_steps = 1, .greatest_difference_seconds = 0.001}};
+        .ramps = {.written = 2, .left_as_steps = 3, .greatest_difference_seconds = 0.001}};
     head.meters.changes = {{.bar = 5, .numerator = 3, .denominator = 4}};
     head.meters.measure_offset = -3;
     head.meters.repeated = {{.bar = 9, .numerator = 3, .denominator = 4}};
     head.markers = {.markers = 1,
-                    .regions = 1,
-                    .comments = 1,
-                    .without_time = 1,
-                    .coloured = 1,
-                    .unknown_colours = 1,
+                    .regions = 2,
+                    .comments = 3,
+                    .without_time = 4,
+                    .coloured = 5,
+                    .unknown_colours = 6,
                     .unknown_colour_slots = {7}};
     head.pan_law.depth_db = -4.5;
     head.pan_law.worst_error_db = 0.6;
@@ -102,78 +105,84 @@ HeadTallies head_with_everything() {
     return head;
 }
 
-RunTallies every_counter_at_one() {
+RunTallies every_counter_counted() {
     RunTallies tallies;
     tallies.head = head_with_everything();
     auto& timeline = tallies.timeline;
-    timeline = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
-    timeline.fades = {1, 1, 1, 1, 1, 1, 1, 1, 1, 2.42, true};
-    timeline.covering = {1, 1, 1};
-    timeline.clip_groups = {1, 1, 1, 1, 1, 1, 1, {"Choir"}};
+    timeline = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
+    timeline.fades = {1, 2, 3, 4, 5, 6, 7, 8, 9, 2.42, true};
+    timeline.covering = {1, 2, 3};
+    timeline.clip_groups = {1, 2, 3, 4, 5, 6, 7, {"Choir"}};
     timeline.gain = {.clips = 1,
-                     .in_groups_with_gain = 1,
-                     .in_groups_with_line = 1,
+                     .in_groups_with_gain = 2,
+                     .in_groups_with_line = 3,
                      .groups_with_line = {"Chorus"},
-                     .lines_past_limit = 1,
-                     .count_disagreements = 1};
-    timeline.stretch = {1, 1, 1, 1, 1, 1, 1, 1, 1, {{"Vox", 1.1}}};
-    timeline.loops = {1, 4,
-                      1, 1,
-                      2, {{"Vox", "beat", 2, 4, 3}},
-                      3, {{LoopRefusal::unknown_mode, "Vox", "beat", 1.5}}};
+                     .lines_past_limit = 4,
+                     .count_disagreements = 5};
+    timeline.stretch = {1, 2, 3, 4, 5, 6, 7, 8, 9, {{"Vox", 1.1}}};
+    timeline.loops = {1, 2,
+                      3, 4,
+                      5, {{"Vox", "beat", 2, 4, 3}},
+                      6, {{LoopRefusal::unknown_mode, "Vox", "beat", 1.5}}};
     timeline.loops.listed.push_back(
         {.refusal = LoopRefusal::no_clip, .stored_position = 96000, .placement_type = 0x1056});
-    tallies.takes = {1, 1, 1, 1, 1, 1};
+    tallies.takes = {1, 2, 3, 4, 5, 6};
     auto& mix = tallies.mix;
-    mix.tracks = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+    mix.tracks = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12};
     mix.click = {{"Click"}, {"Click 2"}, "Click 2"};
     mix.leave_out = {{"Old"}, {"Off"}, {"Verb (Vox needs it)"}};
     mix.comments = {{"Vox", "Bass"}, CommentPlace::items, 1};
-    mix.levels = {1, 1, 1, 1, 1, 1, 1, {"Off"}, {"Side"}, {"Wide"}, {1, 1, 1, 1}};
-    mix.solos = {{"Solo"}, {"Safe"}, 1, 1, 1};
-    mix.views = {1, 1};
-    tallies.written = {1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1};
+    mix.levels = {1, 2, 3, 4, 5, 6, 7, {"Off"}, {"Side"}, {"Wide"}, {8, 9, 10, 11}};
+    mix.solos = {{"Solo"}, {"Safe"}, 1, 2, 3};
+    mix.views = {1, 2};
+    tallies.written = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
     const std::vector<std::string> many(13, "Cue");  // only some lists end at twelve
-    mix.routing = {2,       1,        1,    1,         1,
-                   1,       {"Pad"},  1,    1,         1,
-                   1,       {"Stem"}, many, 1,         6,
-                   true,    1,        1,    1,         1,
-                   1,       {"Bass"}, many, {"Click"}, {"Vox: Insert 1-2"},
+    mix.routing = {1,       2,        3,    4,         5,
+                   6,       {"Pad"},  7,    8,         9,
+                   10,      {"Stem"}, many, 11,        12,
+                   true,    13,       14,   15,        16,
+                   17,      {"Bass"}, many, {"Click"}, {"Vox: Insert 1-2"},
                    {"Keys"}};
     mix.groups = {.listed = {{"Drums", std::nullopt, {"Kick", "Snare"}}, {"Band", "VCA 1", {}}},
                   .written = 1,
                   .vca_written = {{"VCA 1", -6.5}},
                   .vca_without_master = {"Lost"},
-                  .past_last_bit = 1,
+                  .past_last_bit = 2,
                   .in_one_list = {"Old"},
-                  .with_master_fader = 1,
+                  .with_master_fader = 3,
                   .unlinked_attributes = {{"Drums", {2, 31}}},
                   .strips_differ = StripCounts{5, 4},
                   .edit_groups = {"Cuts"},
                   .of_unknown_kind = {"New"}};
     mix.folders = {
-        1, 2, 1, 1, {"Keys"}, 1, {"Room out of Drums"}, {"Far out of Drums"}, {"Near (in Drums)"},
-        1, 1};
+        1, 2, 3, 4, {"Keys"}, 5, {"Room out of Drums"}, {"Far out of Drums"}, {"Near (in Drums)"},
+        6, 7};
     auto& c = mix.colours;
     c = {.schemes = {4, 5}, .theme = {.dark = true, .chosen = true, .session_older = true}};
     c.own_places = {60};
     c.unmeasured_places = {2, 4};
-    c.tracks_own = c.tracks_off_palette = c.tracks_by_scheme = c.tracks_without = 1;
-    c.instrument_feeds = c.tracks_without_output = c.groups_without_slot = 1;
-    c.tracks_without_row = c.tracks_past_rows = c.clips_own = c.clips_hand_picked = 1;
-    c.clips_off_palette = c.clips_not_measured = c.coloured_rows_left = c.lane_clips = 1;
-    c.clips_by_scheme = c.scheme_not_measured = c.clips_left = c.midi_clips_as_listed = 1;
-    c.video_clips_own = c.video_clips_coded = c.dark_measured = c.dark_derived = 1;
-    mix.midi = {1, 1, 1, 1, 1, 1, 1, 1,        1, 1, 1, 1, true, 1,
-                1, 1, 1, 1, 1, 1, 1, {"Keys"}, 1, 1, 1, 1, 1,    {"Keys"}};
-    mix.video = {1, 1, 25, true, true, {"Reel 1.mov"}, 1, 1};
+    std::tie(c.tracks_own, c.tracks_off_palette, c.tracks_by_scheme, c.tracks_without) =
+        std::tuple(1, 2, 3, 4);
+    std::tie(c.instrument_feeds, c.tracks_without_output, c.groups_without_slot) =
+        std::tuple(5, 6, 7);
+    std::tie(c.tracks_without_row, c.tracks_past_rows, c.clips_own, c.clips_hand_picked) =
+        std::tuple(8, 9, 10, 11);
+    std::tie(c.clips_off_palette, c.clips_not_measured, c.coloured_rows_left, c.lane_clips) =
+        std::tuple(12, 13, 14, 15);
+    std::tie(c.clips_by_scheme, c.scheme_not_measured, c.clips_left, c.midi_clips_as_listed) =
+        std::tuple(16, 17, 18, 19);
+    std::tie(c.video_clips_own, c.video_clips_coded, c.dark_measured, c.dark_derived) =
+        std::tuple(20, 21, 22, 23);
+    mix.midi = {1,  2,  3,  4,  5,  6,  7,  8,        9,  10, 11, 12, true, 13,
+                14, 15, 16, 17, 18, 19, 20, {"Keys"}, 21, 22, 23, 24, 25,   {"Keys"}};
+    mix.video = {1, 2, 25, true, true, {"Reel 1.mov"}, 3, 4};
     tallies.frozen.delivered = 1;
     for (auto reason = FreezeRefusal::several_renders; reason <= FreezeRefusal::no_temporary_file;
          reason = static_cast<FreezeRefusal>(static_cast<int>(reason) + 1)) {
         tallies.frozen.refused.push_back({"Gtr", reason, "Gtr-FZ.wav"});
     }
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
-    tallies.not_carried = {1, 1, 1};
+    tallies.not_carried = {1, 2, 3};
     tallies.chains = chains_with_everything();
     tallies.builds.kept_on_vst3 = {{"MakePrd1", {"One", 1}}};
     tallies.builds.without_class = {"MakePrd1"};
@@ -181,7 +190,7 @@ RunTallies every_counter_at_one() {
     tallies.builds.moved_to_clap = {"MakePrd2"};
     tallies.builds.kept_from_clap = {"MakePrd3"};
     tallies.written.untold_paths = {"/song/\"a'b`.wav"};
-    tallies.media = {1, {{"Takes", 1}}, {"gone.wav"}, 2};
+    tallies.media = {1, {{"Takes", 2}}, {"gone.wav"}, 3};
     return tallies;
 }
 
@@ -193,7 +202,7 @@ TEST(ConsoleSummary, PrintsEveryMessageInItsOrder) {
     AccountFacts facts = facts_of_a_run();
     facts.long_media = {.clips = 1, .longest_clip_seconds = 630, .longest_source_seconds = 3600};
     facts.usage_shared = true;
-    const std::string account = whole_account(facts, every_counter_at_one());
+    const std::string account = whole_account(facts, every_counter_counted());
 
     const std::string golden = TANROVE_REPORT_TESTS_FOLDER "/whole_account.txt";
     if (std::getenv("TANROVE_REFRESH_GOLDENS") != nullptr) {
