@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const BlockIndex index(input_view(data, size));
     promise_family(index, ReaderFamily::mixer);
 
-    for (const ChannelRecord& channel : readChannelRecords(index)) {
+    for (const ChannelRecord& channel : read_channel_records(index)) {
         promise(channel.fader_db >= -145 && channel.fader_db <= 12.5, "faders are in range");
         promise(channel.at < channel.end && channel.end <= size, "records lie in the image");
     }

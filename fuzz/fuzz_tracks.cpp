@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     promise(readTrackDisplays(index, rows).size() == rows.size(), "a display for each row");
     promise(readTrackColours(index, rows).size() <= rows.size(), "a colour for a row at most");
-    for (const TrackName& track : readTrackNames(index)) {
+    for (const TrackName& track : read_track_names(index)) {
         promise(!track.name.empty() && track.channels.size() <= 64, "tracks have names and widths");
     }
     return 0;

@@ -16,7 +16,7 @@ constexpr int least_unlinked_width = 2;
 using SlotKey = std::tuple<std::string, std::uint32_t, std::uint64_t>;
 
 SlotKey slot_key(const PluginInsert& insert) {
-    return {insert_key(insert), insert.slotWord, insert.slotEnd};
+    return {insert_key(insert), insert.slotWord, insert.slot_end};
 }
 
 /// Keeps of an unlinked plug-in what one leg plays; of a linked one all.
@@ -33,7 +33,7 @@ std::vector<TrackPlugin> track_plugins(const ChainTrack& track) {
     std::map<SlotKey, std::size_t> met;
     for (const ChainInsert& place : track.inserts) {
         const bool is_mono_in_slot =
-            place.insert->channels == 1 && place.insert->slotEnd != no_slot_end;
+            place.insert->channels == 1 && place.insert->slot_end != no_slot_end;
         if (!can_be_unlinked || !is_mono_in_slot) {
             found.push_back({place});
             continue;

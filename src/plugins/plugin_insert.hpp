@@ -62,7 +62,7 @@ struct PluginInsert {
     std::int32_t channels = 1;
     std::uint64_t hostStart = 0;  ///< the strip row that holds the insert; both 0: none does
     std::uint64_t hostEnd = 0;
-    std::uint64_t slotEnd = no_slot_end;  ///< what belongs to the insert stands in front of it
+    std::uint64_t slot_end = no_slot_end;  ///< what belongs to the insert stands in front of it
     ContainerKind containerKind = ContainerKind::none;
     std::uint64_t chunkOffset = 0;  ///< first byte of the state
     std::uint32_t chunkSize = 0;

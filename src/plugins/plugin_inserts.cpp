@@ -142,7 +142,7 @@ void find_state(const StateSpan& span, PluginInsert& insert) {
 
 /// The first block of the type behind the state, in the insert's slot.
 const Block* first_behind(const BlockIndex& index, std::uint16_t type, const PluginInsert& insert) {
-    const std::uint64_t end = std::min<std::uint64_t>(insert.slotEnd, index.image().size());
+    const std::uint64_t end = std::min<std::uint64_t>(insert.slot_end, index.image().size());
     return index.of_type(type).first_inside(insert.chunkLimit, end);
 }
 
@@ -167,7 +167,7 @@ PluginInsert read_insert(const BlockIndex& index, const Block& block, const Bloc
     PluginInsert insert;
     insert.blockStart = span.start;
     insert.chunkLimit = span.limit;
-    if (slot != nullptr) insert.slotEnd = slot->end();
+    if (slot != nullptr) insert.slot_end = slot->end();
     insert.channels = image.u8(block.at + channels_at);
     insert.code = code_at(image, block.at + settings_code_at);
     insert.productText = printable_text(image, block.at + settings_text_at, max_product_text);

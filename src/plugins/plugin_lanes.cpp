@@ -134,7 +134,7 @@ void read_plugin_lanes(const BlockIndex& index, std::span<PluginInsert> inserts)
         const auto behind = std::lower_bound(
             inserts.begin(), inserts.end(), part.at,
             [](const PluginInsert& insert, std::size_t at) { return insert.blockStart < at; });
-        if (behind == inserts.begin() || part.at >= std::prev(behind)->slotEnd) continue;
+        if (behind == inserts.begin() || part.at >= std::prev(behind)->slot_end) continue;
         auto lane = read_lane(index, part, points_left);
         if (!lane) continue;
         std::prev(behind)->lanes.push_back(std::move(*lane));

@@ -33,8 +33,8 @@ std::vector<KeyInput> key_inputs(const BlockIndex& index, const std::vector<Stri
 
 }  // namespace
 
-RoutingRecords read_routing(const BlockIndex& index, const std::vector<StripRow>& strips,
-                            const std::vector<PluginInsert>& inserts) {
+RoutingRecords read_routing_records(const BlockIndex& index, const std::vector<StripRow>& strips,
+                                    const std::vector<PluginInsert>& inserts) {
     RoutingRecords records;
     records.paths = readIoPaths(index);
     records.rows = readRouting(index, strips, records.paths);

@@ -14,8 +14,8 @@ namespace tanrove {
 
 /// Outputs, sends and inputs of the strips, the paths they run on, and the buses that plug-ins take
 /// as their keys.
-RoutingRecords read_routing(const BlockIndex& index, const std::vector<StripRow>& strips,
-                            const std::vector<PluginInsert>& inserts);
+RoutingRecords read_routing_records(const BlockIndex& index, const std::vector<StripRow>& strips,
+                                    const std::vector<PluginInsert>& inserts);
 
 /// Notes for the account what leads out of the project: outboard gear, and MIDI tracks that play
 /// the instrument of another track.

@@ -126,7 +126,7 @@ TimeRecords read_time(const BlockIndex& index, double tempo_override) {
     return time;
 }
 
-StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
+StripRecords read_strip_records(const BlockIndex& index, const ClipRecords& clips) {
     StripRecords records;
     records.strips = readStripRows(index);
     records.table = readStripTable(index);
@@ -144,7 +144,7 @@ StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips) {
     records.strip_inserts =
         strip_inserts(records.strips.rows, records.inserts, records.hardware_inserts);
     records.click_is_on = readClickSetting(index) == 1;
-    records.masters = readMasterStrips(index, records.strips.rows);
+    records.masters = read_master_strips(index, records.strips.rows);
     records.colour_schemes = readColourSchemes(index);
     records.colours = readTrackColours(index, records.strips.rows);
     return records;
@@ -160,12 +160,12 @@ MidiRecords read_midi(const BlockIndex& index, const StripRecords& strips) {
         .clip_groups = readMidiClipCounts(index),
         .settings = readMidiSettings(index, rows),
         .real_time = readRealTimeProperties(index, rows),
-        .other_lanes = countOtherMidiLanes(index, rows),
+        .other_lanes = count_other_midi_lanes(index, rows),
     };
 }
 
 VideoRecords read_video(const BlockIndex& index) {
-    return {readVideoClips(index), readVideoRegions(index), readVideoInfo(index),
+    return {readVideoClips(index), read_video_regions(index), read_video_info(index),
             readVideoPaths(index)};
 }
 

@@ -129,7 +129,7 @@ ClipRecords read_clips(const PTFFormat& file, const BlockIndex& index);
 /// A map whose first event stands behind the origin opens with that event's tempo.
 TimeRecords read_time(const BlockIndex& index, double tempo_override);
 
-StripRecords read_strips(const BlockIndex& index, const ClipRecords& clips);
+StripRecords read_strip_records(const BlockIndex& index, const ClipRecords& clips);
 
 MidiRecords read_midi(const BlockIndex& index, const StripRecords& strips);
 VideoRecords read_video(const BlockIndex& index);

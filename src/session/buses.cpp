@@ -125,7 +125,7 @@ std::vector<std::string> tell_buses(const BlockIndex& index) {
 }
 
 std::vector<std::string> readBuses(const BlockIndex& index) {
-    const auto paths = readPathTable(index);
+    const auto paths = read_path_table(index);
     if (!paths) return tell_buses(index);
     std::set<std::string> buses;
     for (const IoPath& path : *paths) {

@@ -28,7 +28,7 @@ constexpr double tenths = 10.0;
 
 }  // namespace
 
-std::optional<ChannelRecord> readChannelRecord(ByteView image, const Block& block) {
+std::optional<ChannelRecord> read_channel_record(ByteView image, const Block& block) {
     if (block.size < min_record_size) return std::nullopt;
     const std::uint8_t link = image.u8(block.at + link_at);
     if (link > max_link) return std::nullopt;
@@ -45,10 +45,10 @@ std::optional<ChannelRecord> readChannelRecord(ByteView image, const Block& bloc
     };
 }
 
-std::vector<ChannelRecord> readChannelRecords(const BlockIndex& index) {
+std::vector<ChannelRecord> read_channel_records(const BlockIndex& index) {
     std::vector<ChannelRecord> records;
     for (const Block& block : index.of_type(channel_record_type).all()) {
-        if (auto record = readChannelRecord(index.image(), block)) records.push_back(*record);
+        if (auto record = read_channel_record(index.image(), block)) records.push_back(*record);
     }
     return records;
 }

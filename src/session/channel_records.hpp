@@ -32,9 +32,9 @@ struct ChannelRecord {
 };
 
 /// The record in a block of type 0x1029; nullopt where a limit is broken.
-std::optional<ChannelRecord> readChannelRecord(ByteView image, const Block& block);
+std::optional<ChannelRecord> read_channel_record(ByteView image, const Block& block);
 
 /// All channel records, in order of position.
-std::vector<ChannelRecord> readChannelRecords(const BlockIndex& index);
+std::vector<ChannelRecord> read_channel_records(const BlockIndex& index);
 
 }  // namespace tanrove

@@ -104,7 +104,7 @@ std::vector<IoPath> readIoPaths(const BlockIndex& index) {
     const auto markers = find_in(index.image(), blocks.reach(), identity_marker);
     std::vector<IoPath> paths;
     std::set<std::uint64_t> own;
-    if (auto table = readPathTable(index)) {
+    if (auto table = read_path_table(index)) {
         paths = std::move(*table);
         for (const IoPath& path : paths) own.insert(path.identity());
         own.erase(0);

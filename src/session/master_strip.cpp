@@ -14,7 +14,7 @@ void read_first(const BlockIndex& index, const StripRow& row, Strip& strip) {
     const Block* block = index.at(row.start);
     if (block == nullptr) return;
     if (const Block* channel = index.first_child(*block, channel_record_type)) {
-        if (const auto record = readChannelRecord(index.image(), *channel)) {
+        if (const auto record = read_channel_record(index.image(), *channel)) {
             strip.present = true;
             strip.fader_db = record->fader_db;
             strip.muted = record->muted;
@@ -22,12 +22,12 @@ void read_first(const BlockIndex& index, const StripRow& row, Strip& strip) {
         }
     }
     LaneReader reader(index.image());
-    readLanesOfRow(index, *block, true, reader, 0, strip);
+    read_lanes_of_row(index, *block, true, reader, 0, strip);
 }
 
 }  // namespace
 
-MasterStrips readMasterStrips(const BlockIndex& index, std::span<const StripRow> rows) {
+MasterStrips read_master_strips(const BlockIndex& index, std::span<const StripRow> rows) {
     MasterStrips masters;
     for (std::size_t i = 0; i < rows.size(); ++i) {
         if (rows[i].type != StripRowType::master) continue;

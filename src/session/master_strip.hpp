@@ -18,6 +18,6 @@ struct MasterStrips {
 };
 
 /// The master faders among `rows`; the first of them with its lanes.
-MasterStrips readMasterStrips(const BlockIndex& index, std::span<const StripRow> rows);
+MasterStrips read_master_strips(const BlockIndex& index, std::span<const StripRow> rows);
 
 }  // namespace tanrove

@@ -21,7 +21,7 @@ const Block* mute_lane(const BlockIndex& index, std::size_t from, std::size_t to
 
 }  // namespace
 
-std::size_t countOtherMidiLanes(const BlockIndex& index, std::span<const StripRow> rows) {
+std::size_t count_other_midi_lanes(const BlockIndex& index, std::span<const StripRow> rows) {
     std::size_t count = 0;
     std::size_t next_lane =
         0;  // in a damaged session rows and lanes overlap: no byte is read twice

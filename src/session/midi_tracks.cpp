@@ -140,8 +140,8 @@ private:
 
 }  // namespace
 
-std::vector<TrackTableRow> readMidiTrackRows(const BlockIndex& index,
-                                             std::span<const BlockNode> tree) {
+std::vector<TrackTableRow> read_midi_track_rows(const BlockIndex& index,
+                                                std::span<const BlockNode> tree) {
     const ByteView image = index.image();
     const auto kinds = strip_kinds(index);
     const auto entries = entries_of(tree, strip_table_type, 0x251a);

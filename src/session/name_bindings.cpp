@@ -22,7 +22,7 @@ using OpenNames = std::unordered_map<std::uint64_t, std::vector<std::string>>;
 
 OpenNames names_by_identity(const BlockIndex& index) {
     OpenNames names;
-    for (TrackName& track : readTrackNames(index)) {
+    for (TrackName& track : read_track_names(index)) {
         if (track.identity != 0) names[track.identity].push_back(std::move(track.name));
     }
     return names;

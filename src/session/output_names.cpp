@@ -21,7 +21,7 @@ constexpr std::size_t identity_width = 8;
 
 }  // namespace
 
-std::optional<OutputName> readOutputName(ByteView image, const Block& block) {
+std::optional<OutputName> read_output_name(ByteView image, const Block& block) {
     const std::size_t last = std::min(block.at + search_to, block.end());
     for (std::size_t at = block.at + search_from; at < last; ++at) {
         const auto name = read_name(image, at, block.end());
@@ -40,7 +40,7 @@ std::optional<OutputName> readOutputName(ByteView image, const Block& block) {
 std::map<std::uint16_t, OutputName> readOutputNames(const BlockIndex& index) {
     std::map<std::uint16_t, OutputName> names;
     for (const Block& block : index.of_type(output_name_type).all()) {
-        auto name = readOutputName(index.image(), block);
+        auto name = read_output_name(index.image(), block);
         if (name) names.try_emplace(index.image().u16(block.at + id_at), std::move(*name));
     }
     return names;

@@ -19,7 +19,7 @@ struct OutputName {
 };
 
 /// What a block of type 0x260e names; nullopt if it names nothing.
-std::optional<OutputName> readOutputName(ByteView image, const Block& block);
+std::optional<OutputName> read_output_name(ByteView image, const Block& block);
 
 /// Each output by its id; of two records with one id the first counts.
 std::map<std::uint16_t, OutputName> readOutputNames(const BlockIndex& index);

@@ -86,7 +86,7 @@ void map_parts(std::vector<IoPath>& paths) {
 
 }  // namespace
 
-std::optional<std::vector<IoPath>> readPathTable(const BlockIndex& index) {
+std::optional<std::vector<IoPath>> read_path_table(const BlockIndex& index) {
     const auto tables = index.of_type(path_table_type).all();
     if (tables.empty()) return std::nullopt;
     const Block& table = tables.front();

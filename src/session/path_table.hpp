@@ -10,6 +10,6 @@ namespace tanrove {
 
 /// The own paths in their order; nullopt where the session has no such table, or one record of it
 /// breaks its layout.
-std::optional<std::vector<IoPath>> readPathTable(const BlockIndex& index);
+std::optional<std::vector<IoPath>> read_path_table(const BlockIndex& index);
 
 }  // namespace tanrove

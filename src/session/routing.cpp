@@ -184,10 +184,10 @@ void read_slots(const BlockIndex& index, RoutingRows& rows) {
         if (row == nullptr || slots[i].end() > row->end) continue;
         const Block* inner = index.at(slots[i].at + record_in_slot);
         if (inner == nullptr || inner->content_type != channel_record_type) continue;
-        const auto record = readChannelRecord(index.image(), *inner);
+        const auto record = read_channel_record(index.image(), *inner);
         if (!record) continue;
         const Block* output = index.first_child(slots[i], output_name_type);
-        auto name = output == nullptr ? std::nullopt : readOutputName(index.image(), *output);
+        auto name = output == nullptr ? std::nullopt : read_output_name(index.image(), *output);
         if (begun.insert(row).second) {
             row->has_slot = true;
             row->has_output = name.has_value();

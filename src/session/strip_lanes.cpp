@@ -168,8 +168,8 @@ std::vector<std::size_t> strips_by_position(const std::vector<Strip>& strips) {
 
 }  // namespace
 
-void readLanesOfRow(const BlockIndex& index, const Block& row, bool is_master, LaneReader& reader,
-                    std::size_t owner, Strip& strip) {
+void read_lanes_of_row(const BlockIndex& index, const Block& row, bool is_master,
+                       LaneReader& reader, std::size_t owner, Strip& strip) {
     const Block* channel = index.first_child(row, send_channel_type);
     const Block& holder = channel != nullptr ? *channel : row;
     const LaneGroups lanes = sortLanes(index, holder.at, holder.end());
@@ -194,7 +194,7 @@ void readStripLanes(const BlockIndex& index, std::vector<Strip>& strips) {
         if (strip.midi_only) {
             read_midi_lane(index, reader, order[i], strip);
         } else if (holders[i] != nullptr) {
-            readLanesOfRow(index, *holders[i], masters[i] != nullptr, reader, order[i], strip);
+            read_lanes_of_row(index, *holders[i], masters[i] != nullptr, reader, order[i], strip);
         }
     }
 }

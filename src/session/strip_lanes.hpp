@@ -16,8 +16,8 @@ void readStripLanes(const BlockIndex& index, std::vector<Strip>& strips);
 /// Fills the lanes that stand in one strip row. A lane that another owner has is left to it; where
 /// that is the first of them, the strip is left without lanes. `is_master`: the row is a master
 /// fader's, or stands in one.
-void readLanesOfRow(const BlockIndex& index, const Block& row, bool is_master, LaneReader& reader,
-                    std::size_t owner, Strip& strip);
+void read_lanes_of_row(const BlockIndex& index, const Block& row, bool is_master,
+                       LaneReader& reader, std::size_t owner, Strip& strip);
 
 /// The lanes of the strips that move, as text for a developer: one line a strip, and one for each
 /// point of its volume.

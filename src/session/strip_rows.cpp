@@ -174,7 +174,7 @@ bool bind_in_order(const std::vector<StripRow*>& rows, std::vector<StripTableRec
 
 /// Gives the rows the names of the strip table. A row that has no entry keeps its own.
 void bind_current_names(const BlockIndex& index, StripRows& strips) {
-    auto entries = readStripTableRecords(index);
+    auto entries = read_strip_table_records(index);
     std::vector<StripRow*> unbound;
     unbound.reserve(strips.rows.size());
     for (StripRow& row : strips.rows) unbound.push_back(&row);

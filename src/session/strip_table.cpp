@@ -73,7 +73,7 @@ bool is_same_strip(const StripTableEntry& a, const StripTableEntry& b) {
 
 }  // namespace
 
-std::vector<StripTableRecord> readStripTableRecords(const BlockIndex& index) {
+std::vector<StripTableRecord> read_strip_table_records(const BlockIndex& index) {
     const ByteView image = index.image();
     std::vector<StripTableRecord> records;
     for (const Block& entry : index.of_type(strip_table_entry_type).all()) {

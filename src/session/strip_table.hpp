@@ -30,7 +30,7 @@ struct StripTableRecord {
 };
 
 /// Every entry block of the image, in order, whatever holds it: the second copy included.
-std::vector<StripTableRecord> readStripTableRecords(const BlockIndex& index);
+std::vector<StripTableRecord> read_strip_table_records(const BlockIndex& index);
 
 /// The table up to its second copy; empty where one record breaks its layout.
 std::vector<StripTableEntry> readStripTable(const BlockIndex& index);

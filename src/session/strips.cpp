@@ -233,7 +233,7 @@ std::vector<Strip> readStrips(const BlockIndex& index, const std::vector<StripRo
     for (std::size_t i = 0; i < strips.size(); ++i) strips[i].name = track_names[i];
 
     const bool by_rows = rows_agree(rows, track_names);
-    const auto records = readChannelRecords(index);
+    const auto records = read_channel_records(index);
     const auto record_rows = rows_of_records(rows, records);
     read_midi_strips(index, rows, record_rows, by_rows, strips);
 

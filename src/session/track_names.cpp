@@ -49,7 +49,7 @@ std::optional<TrackName> read_track_name(ByteView record) {
 
 }  // namespace
 
-std::vector<TrackName> readTrackNames(const BlockIndex& index) {
+std::vector<TrackName> read_track_names(const BlockIndex& index) {
     const ByteView image = index.image();
     const BlockList& blocks = index.of_type(track_name_type);
     // Found once: records that overlap must not each search their own span.

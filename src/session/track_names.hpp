@@ -17,6 +17,6 @@ struct TrackName {
 };
 
 /// Every record with a name, in order; empty where the session has none.
-std::vector<TrackName> readTrackNames(const BlockIndex& index);
+std::vector<TrackName> read_track_names(const BlockIndex& index);
 
 }  // namespace tanrove

@@ -145,8 +145,8 @@ std::optional<std::int32_t> readVideoQuality(const BlockIndex& index) {
     return std::nullopt;
 }
 
-VideoInfo readVideoInfo(const BlockIndex& index) {
-    return {readVideoFiles(index), readMovieList(index), readVideoRate(index),
+VideoInfo read_video_info(const BlockIndex& index) {
+    return {readVideoFiles(index), read_movie_list(index), readVideoRate(index),
             readVideoQuality(index)};
 }
 

@@ -44,6 +44,6 @@ std::optional<double> readVideoRate(const BlockIndex& index);
 std::optional<std::int32_t> readVideoQuality(const BlockIndex& index);
 
 /// File names, rate and quality together.
-VideoInfo readVideoInfo(const BlockIndex& index);
+VideoInfo read_video_info(const BlockIndex& index);
 
 }  // namespace tanrove

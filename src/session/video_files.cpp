@@ -196,7 +196,7 @@ std::vector<std::string> readVideoFiles(const BlockIndex& index) {
     return names;
 }
 
-std::vector<std::string> readMovieList(const BlockIndex& index) {
+std::vector<std::string> read_movie_list(const BlockIndex& index) {
     const ByteView image = index.image();
     std::vector<std::string> movies;
     const auto lists = index.of_type(movie_list_type).all();

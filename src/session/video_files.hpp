@@ -14,7 +14,7 @@ std::vector<std::string> readVideoFiles(const BlockIndex& index);
 
 /// File names of the list of movies in its order, by which clips name their movie; empty names for
 /// movies whose file is not among the list's.
-std::vector<std::string> readMovieList(const BlockIndex& index);
+std::vector<std::string> read_movie_list(const BlockIndex& index);
 
 /// File name to path, volume first, with '/' between the parts; of several paths of one name the
 /// first. A movie whose volume is not known has no entry.

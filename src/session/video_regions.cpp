@@ -41,7 +41,7 @@ VideoRegion read_region(const BlockIndex& index, const Block& record) {
 
 }  // namespace
 
-std::vector<VideoRegion> readVideoRegions(const BlockIndex& index) {
+std::vector<VideoRegion> read_video_regions(const BlockIndex& index) {
     std::vector<VideoRegion> regions;
     const auto lists = index.of_type(list_type).all();
     if (lists.empty()) return regions;

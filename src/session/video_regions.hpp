@@ -23,6 +23,6 @@ struct VideoRegion {
 
 /// In the order by which video clips number them. One that cannot be read keeps its place, without
 /// a length.
-std::vector<VideoRegion> readVideoRegions(const BlockIndex& index);
+std::vector<VideoRegion> read_video_regions(const BlockIndex& index);
 
 }  // namespace tanrove

@@ -69,7 +69,7 @@ public:
     PluginInsert trim(const std::vector<builder::TrimSpec>& channels) {
         PluginInsert made;
         made.code = "DigiTrim";
-        made.blockStart = made.slotEnd = image_.size();
+        made.blockStart = made.slot_end = image_.size();
         const builder::Bytes state = builder::trim_state(channels);
         image_.insert(image_.end(), state.begin(), state.end());
         made.chunkLimit = image_.size();
@@ -90,7 +90,7 @@ PluginInsert insert(const std::string& code, bool has_state = true) {
     PluginInsert made;
     made.code = code;
     made.channels = 2;
-    made.slotEnd = ++slot;
+    made.slot_end = ++slot;
     made.chunkLimit = state_at + 5;
     made.chunkOffset = state_at;
     made.chunkSize = has_state ? 5 : 0;
@@ -241,7 +241,7 @@ TEST(PlanChain, WritesUnlinkedChannelsOnce) {
     PluginInsert left = insert("MakePrd1");
     left.channels = 1;
     PluginInsert right = left, other = left, further = left;
-    further.slotEnd = 9999;
+    further.slot_end = 9999;
     EXPECT_EQ(run.chain({left, right, other, further}).slots.size(), 2U);
     EXPECT_EQ(run.tallies.multi_mono, std::vector<std::string>{"Voice / MakePrd1"});
     EXPECT_EQ(run.chain({left, right}, 1).slots.size(), 2U) << "a mono track has one channel";

@@ -140,7 +140,7 @@ std::string scanned_strips(const SlowScan& scan, bool by_rows) {
     std::size_t last_at = 0;
     std::size_t target = names.size();
     for (const Block& block : scan.blocks(channel_record_type)) {
-        const auto record = readChannelRecord(image, block);
+        const auto record = read_channel_record(image, block);
         const auto strip = strip_at(image, rows, names, block.at + 10);
         if (!record || (by_rows && rows.empty()) || strip == names.size()) continue;
         const auto slots = scan.blocks(send_channel_type, block.at < 9 ? 0 : block.at - 9);

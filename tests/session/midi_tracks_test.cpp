@@ -47,7 +47,7 @@ TEST(CountOtherMidiLanes, CountsLanesWithPointsBesideTheMuteOfMidiTracksAlone) {
                             .track({.name = "Vox", .mixer = lanes})
                             .track({.name = "Keys", .kind = TrackKind::midi, .mixer = lanes})
                             .image();
-    EXPECT_EQ(over_rows(image, countOtherMidiLanes), 2U);
+    EXPECT_EQ(over_rows(image, count_other_midi_lanes), 2U);
 }
 
 TEST(ReadMidiOutputs, EachOutputKeepsItsPlaceInTheList) {

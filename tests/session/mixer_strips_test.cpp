@@ -58,7 +58,7 @@ TEST(ChannelRecords, LimitsAreInclusive) {
                                             .link = c.link,
                                             .payload_bytes = c.payload_bytes});
         std::string text;
-        for (const auto& r : over(image, readChannelRecords)) {
+        for (const auto& r : over(image, read_channel_records)) {
             text += fields(r.fader_db, r.link, r.muted, r.pan, r.pan_right);
         }
         EXPECT_EQ(text, c.text) << c.fader_tenths << ' ' << c.payload_bytes;

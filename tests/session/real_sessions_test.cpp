@@ -29,17 +29,17 @@ using Texts = std::vector<std::string>;
 TEST(RealSessions, EveryReaderFindsItsRecords) {
     const std::pair<const char*, const char*> sessions[] = {
         {"RegionTest.ptx",
-         "readStripRows 4, readStripTable 4, readTrackNames 4, readTrackTable 4, "
-         "readTrackColours 0, readBuses 15, readIoPaths 51, readRouting 4, readChannelRecords 4, "
+         "readStripRows 4, readStripTable 4, read_track_names 4, readTrackTable 4, "
+         "readTrackColours 0, readBuses 15, readIoPaths 51, readRouting 4, read_channel_records 4, "
          "readFades 6, readRegionStarts 3, readPlaylists 6, readSessionLists tracks 9, "
          "readMidiOutputs 0, readGroups 2, readVideoClips 0, readVideoQuality 1"},
         {"TestPTX.ptx",
-         "readStripRows 5, readTrackNames 2, readStrips 5, readIoPaths 236, readRouting 2, "
+         "readStripRows 5, read_track_names 2, readStrips 5, readIoPaths 236, readRouting 2, "
          "readLane 12, readRegionStarts 4, readMidiChunks 3, readMidiPlaylists 3, "
          "readMidiPlaylistRows 3, readMidiClipCounts 0, readFreezeRenders 1, "
          "readInstrumentLinks 0, readAltPlaylists 0"},
         {"TempoTimeKeySig.ptx",
-         "readTrackNames 2, readPlaylists 2, readRegionStarts 7, readLane 8"},
+         "read_track_names 2, readPlaylists 2, readRegionStarts 7, readLane 8"},
         {"Untitled32.ptx", "readStripRows 0, readMidiOutputs 1, readIoPaths 42"},
     };
     for (const auto& [file, expected] : sessions) {

@@ -195,13 +195,13 @@ TEST(ReadStripTable, AnEntryThatBreaksItsLayoutClearsTheTable) {
 TEST(ReadTrackNames, GivesNameChannelsAndTheLastIdentity) {
     const auto tracks =
         over(session_of({{.name = "Vox", .channels = 2}, {.name = "Choir", .channels = 6}}).image(),
-             readTrackNames);
+             read_track_names);
     ASSERT_EQ(tracks.size(), 2U);
     EXPECT_EQ(fields(tracks[1].name, tracks[1].channels), "Choir 2,3,4,5,6,7");
     EXPECT_NE(tracks[1].identity, 0U);
     ByteWriter odd;  // more channels than the record holds, and two markers
     odd.counted("Odd").u8(1).u32(60).raw("*").zeros(3).u64(1).raw("*").zeros(3).u64(2);
-    const auto read = over(block(0x1014, odd.bytes()), readTrackNames).at(0);
+    const auto read = over(block(0x1014, odd.bytes()), read_track_names).at(0);
     EXPECT_EQ(fields(read.channels, read.identity), " 2");
 }
 

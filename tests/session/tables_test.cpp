@@ -55,11 +55,11 @@ TEST(Tables, WhatTheBuilderWritesIsRead) {
     }
     EXPECT_EQ(text, "Film,Second, 0 1 90 0 30 1 0, 0 0 0 0 -2 0 1, 1 0 35184372088832 2 -2 0 1");
     text.clear();
-    for (const auto& r : over(image, readVideoRegions)) {
+    for (const auto& r : over(image, read_video_regions)) {
         text += fields(r.name, r.source_offset, r.length, r.unit, r.movie) + ", ";
     }
     EXPECT_EQ(text, "Film-01 1547 16436 2 2, Cut 0 7 0 0, ");
-    EXPECT_EQ(over(image, readMovieList), (Names{"Film.MOV", "notes.txt", "Cut.mxf"}));
+    EXPECT_EQ(over(image, read_movie_list), (Names{"Film.MOV", "notes.txt", "Cut.mxf"}));
 }
 
 TEST(ReadVideoFiles, TheListsOfMoviesAreReadAtAnySizeAndOthersUpToTheirLimit) {

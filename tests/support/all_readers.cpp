@@ -158,7 +158,7 @@ void read_tracks(Session& session, Readings& out) {
     const StripRows& strips = session.strips();
     out.list("readStripRows", strips.rows);
     out.list("readStripTable", readStripTable(index));
-    out.list("readTrackNames", readTrackNames(index));
+    out.list("read_track_names", read_track_names(index));
     out.list("readTrackDisplays", readTrackDisplays(index, strips.rows));
     out.list("readTrackColours", readTrackColours(index, strips.rows));
     std::vector<std::string> names;
@@ -177,7 +177,7 @@ void read_tracks(Session& session, Readings& out) {
 void read_mixer(Session& session, Readings& out) {
     const BlockIndex& index = session.index;
     const auto& rows = session.strips().rows;
-    out.list("readChannelRecords", readChannelRecords(index));
+    out.list("read_channel_records", read_channel_records(index));
     const auto buses = readBuses(index);
     out.list("readBuses", buses);
     out.list("readStrips", readStrips(index, rows, current_names(rows), buses));
@@ -269,8 +269,8 @@ void read_midi(Session& session, Readings& out) {
     out.keep("readMidiPlaylists", playlists.details.size(), playlists);
     out.list("readMidiClipCounts", readMidiClipCounts(index));
     out.list("readMidiPlaylistRows", readMidiPlaylistRows(index));
-    const auto tracks = readMidiTrackRows(index, tree);
-    out.list("readMidiTrackRows", tracks);
+    const auto tracks = read_midi_track_rows(index, tree);
+    out.list("read_midi_track_rows", tracks);
     out.list("read_midi_clips", read_midi_clips(image, tree, tracks, regions));
     out.list("readMidiOutputs", readMidiOutputs(index));
     out.list("readMidiSettings", readMidiSettings(index, rows));
@@ -289,8 +289,8 @@ void read_tables(Session& session, Readings& out) {
     out.list("readVideoPaths", readVideoPaths(index));
     const VideoClips video = readVideoClips(index);
     out.keep("readVideoClips", video.clips.size(), video);
-    out.list("readVideoRegions", readVideoRegions(index));
-    out.list("readMovieList", readMovieList(index));
+    out.list("read_video_regions", read_video_regions(index));
+    out.list("read_movie_list", read_movie_list(index));
     out.value("readVideoRate", readVideoRate(index));
     out.value("readVideoQuality", readVideoQuality(index));
     const auto names = current_names(rows);
