@@ -25,18 +25,15 @@
 #include "plugins/elck_chunks.hpp"
 #include "plugins/plugin_lanes.hpp"
 #include "plugins/state_scoring.hpp"
+#include "session/block_types.hpp"
 #include "session/enclosing_blocks.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t settings_type = 0x1038;
-constexpr std::uint16_t row_type = 0x261b;
-constexpr std::uint16_t instrument_row_type = 0x2621;
-constexpr std::uint16_t key_input_type = 0x260e;
-constexpr std::uint16_t slot_record_type = 0x2614;
-constexpr std::array<std::uint16_t, 2> slot_types = {0x2616, 0x2618};
+constexpr std::array<std::uint16_t, 2> slot_types = {block_type::plugin_slot,
+                                                     block_type::other_plugin_slot};
 
 constexpr std::size_t channels_at = 9;
 constexpr std::size_t state_bytes_at = 13;
@@ -55,7 +52,7 @@ std::vector<Block> settings_blocks(const BlockIndex& index) {
     std::priority_queue<std::size_t, std::vector<std::size_t>, std::greater<>> open_ends;
     std::vector<Block> blocks;
     std::size_t blocks_left = index.image().size() / settings_text_at;
-    for (const Block& block : index.of_type(settings_type).all()) {
+    for (const Block& block : index.of_type(block_type::plugin_settings).all()) {
         if (blocks_left == 0) break;
         if (!index.image().holds(block.at, settings_text_at)) break;
         while (!open_ends.empty() && open_ends.top() <= block.at) open_ends.pop();
@@ -149,11 +146,11 @@ const Block* first_behind(const BlockIndex& index, std::uint16_t type, const Plu
 /// What stands around the settings block: key input, slot record and the two switches.
 void read_slot(const BlockIndex& index, const StateSpan& span, PluginInsert& insert) {
     const ByteView image = index.image();
-    if (const Block* key = first_behind(index, key_input_type, insert)) {
+    if (const Block* key = first_behind(index, block_type::path_reference, insert)) {
         const std::uint16_t input = image.u16(key->payload());
         if (input < no_key_input && image.holds(key->payload(), 2)) insert.keyInput = input;
     }
-    if (const Block* record = first_behind(index, slot_record_type, insert)) {
+    if (const Block* record = first_behind(index, block_type::slot_record, insert)) {
         insert.slotWord = image.u32(record->payload());
         insert.bypassed = image.u8(record->at - 1) == 1;
     }
@@ -182,9 +179,9 @@ void find_hosts(const BlockIndex& index, std::vector<PluginInsert>& inserts) {
     std::vector<std::size_t> starts;
     starts.reserve(inserts.size());
     for (const PluginInsert& insert : inserts) starts.push_back(insert.blockStart);
-    const auto rows = smallest_enclosing(index.of_type(row_type).all(), starts);
+    const auto rows = smallest_enclosing(index.of_type(block_type::audio_row).all(), starts);
     const auto instrument_rows =
-        smallest_enclosing(index.of_type(instrument_row_type).all(), starts);
+        smallest_enclosing(index.of_type(block_type::instrument_row).all(), starts);
     for (std::size_t i = 0; i < inserts.size(); ++i) {
         const Block* host = rows[i] != nullptr ? rows[i] : instrument_rows[i];
         if (host == nullptr) continue;

@@ -21,13 +21,11 @@
 #include <optional>
 
 #include "session/automation_events.hpp"
+#include "session/block_types.hpp"
 
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t slot_part_type = 0x260f;
-constexpr std::uint16_t control_lane_type = 0x260b;
 
 constexpr std::size_t min_lane_bytes = 39;
 constexpr std::size_t record_at = 9;
@@ -102,7 +100,7 @@ void add_points_of_first_run(ByteView image, const Block& block, std::size_t cou
 std::optional<PluginLane> read_lane(const BlockIndex& index, const Block& part,
                                     std::size_t& points_left) {
     const ByteView image = index.image();
-    const Block* block = index.first_child(part, control_lane_type);
+    const Block* block = index.first_child(part, block_type::control_lane);
     if (block == nullptr) return std::nullopt;
     const std::size_t bytes = block->end() - block->at;
     if (bytes < min_lane_bytes) return std::nullopt;
@@ -129,7 +127,7 @@ std::optional<PluginLane> read_lane(const BlockIndex& index, const Block& part,
 void read_plugin_lanes(const BlockIndex& index, std::span<PluginInsert> inserts) {
     std::size_t points_left = index.image().size() / point_bytes;
     std::size_t lanes_left = index.image().size() / min_labelled_lane;
-    for (const Block& part : index.of_type(slot_part_type).all()) {
+    for (const Block& part : index.of_type(block_type::slot_part).all()) {
         if (lanes_left == 0) return;
         const auto behind = std::lower_bound(
             inserts.begin(), inserts.end(), part.at,

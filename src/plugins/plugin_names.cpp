@@ -14,12 +14,12 @@
 #include <string_view>
 
 #include "plugins/state_span.hpp"
+#include "session/block_types.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t name_record_type = 0x1017;
 constexpr std::size_t name_places[] = {10, 11};
 constexpr std::size_t count_bytes = 4;
 constexpr std::uint32_t min_record_size = 14;
@@ -70,7 +70,7 @@ std::optional<NameRow> read_row(ByteView record) {
 std::map<std::string, std::string> read_plugin_names(const BlockIndex& index) {
     std::map<std::string, std::string> names;
     std::vector<NameRow> rows_with_later_code;
-    for (const Block& block : index.of_type(name_record_type).all()) {
+    for (const Block& block : index.of_type(block_type::plugin_name).all()) {
         if (block.size < min_record_size || block.size > max_record_size) continue;
         auto row = read_row(index.image().window(block.at, block.end() - block.at));
         if (!row) continue;

@@ -3,12 +3,11 @@
 
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"
+#include "session/block_types.hpp"
 
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t midi_placement = 0x1056;
 
 constexpr CountRow<StretchTallies> warp_rows[] = {
     {&StretchTallies::pitch_shifted, "  %d clips pitch-shifted\n"},
@@ -57,7 +56,8 @@ const char* reason_of(LoopRefusal refusal) {
 
 void print_unlooped(TextBuffer& out, const UnloopedClip& unlooped) {
     if (unlooped.refusal == LoopRefusal::no_clip) {
-        const char* kind = unlooped.placement_type == midi_placement ? "MIDI" : "non-audio";
+        const char* kind =
+            unlooped.placement_type == block_type::midi_placement ? "MIDI" : "non-audio";
         out.print("\n      a %s placement at sample %u (not an audio clip)", kind,
                   unlooped.stored_position);
         return;

@@ -6,13 +6,12 @@
 //   E    u32 value
 #include "session/alternate_playlists.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t table_type = 0x2632;
-constexpr std::uint16_t entry_type = 0x2629;
-constexpr std::uint16_t name_block_type = 0x2628;
 constexpr std::uint32_t largest_empty_table = 7;
 
 constexpr std::size_t count_width = 4;
@@ -30,7 +29,7 @@ const Block* block_of_type(const BlockIndex& index, std::size_t at, std::uint16_
 
 std::optional<AltPlaylistEntry> read_entry(const BlockIndex& index, const Block& entry) {
     const Block* inner =
-        block_of_type(index, entry.at + inner_at, name_block_type, entry.end() - value_width);
+        block_of_type(index, entry.at + inner_at, block_type::clip, entry.end() - value_width);
     if (inner == nullptr) return std::nullopt;
     const auto name =
         readCountedText(index.image(), entry.at + name_count_at, inner->size, inner->end());
@@ -42,10 +41,10 @@ std::optional<AltPlaylistEntry> read_entry(const BlockIndex& index, const Block&
 
 std::vector<AltPlaylistEntry> readAltPlaylists(const BlockIndex& index) {
     std::vector<AltPlaylistEntry> entries;
-    for (const Block& table : index.of_type(table_type).all()) {
+    for (const Block& table : index.of_type(block_type::alternate_playlist_table).all()) {
         if (table.size <= largest_empty_table) continue;
         const auto entry_at = [&](std::size_t at) {
-            return block_of_type(index, at, entry_type, table.end());
+            return block_of_type(index, at, block_type::audio_region, table.end());
         };
         const Block* entry = entry_at(table.payload());
         if (entry == nullptr) entry = entry_at(table.payload() + count_width);

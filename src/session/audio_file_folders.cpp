@@ -7,11 +7,12 @@
 #include <array>
 #include <string_view>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t file_list_type = 0x103a;
 constexpr std::size_t first_count_at = 18;
 constexpr std::size_t count_width = 4;
 constexpr std::size_t tag_width = 4;
@@ -44,7 +45,7 @@ AudioFileFolders readAudioFileFolders(const BlockIndex& index) {
     AudioFileFolders folders;
     // Lists do not overlap, so all of them together have no more entries than the image has room.
     std::size_t entries_left = image.size() / smallest_entry;
-    for (const Block& list : index.of_type(file_list_type).all()) {
+    for (const Block& list : index.of_type(block_type::file_names).all()) {
         std::string_view folder;
         for (std::size_t at = list.at + first_count_at; entries_left > 0; --entries_left) {
             const auto name = readCountedText(image, at, max_name, list.end());

@@ -16,13 +16,12 @@
 #include <algorithm>
 
 #include "session/automation_events.hpp"
+#include "session/block_types.hpp"
 #include "session/first_enclosing.hpp"
 
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t lane_group_type = 0x260c;
 
 constexpr double hard_left = -100;
 constexpr double hard_right = 100;
@@ -41,7 +40,7 @@ constexpr std::size_t bytes_behind_points = 2;
 /// True if a lane stands at `position`.
 bool is_lane_at(ByteView image, std::size_t position) {
     return isBlockAt(image, position, image.size()) &&
-           image.u16(position + block_content_at) == lane_type &&
+           image.u16(position + block_content_at) == block_type::lane &&
            image.u32(position + block_size_at) >= min_lane_size;
 }
 
@@ -117,11 +116,12 @@ LaneGroups sortLanes(const BlockIndex& index, std::size_t start, std::size_t end
     const std::size_t from = start + block_payload_at;
     std::vector<BlockSpan> spans;
     for (const Block& group :
-         first_blocks(index.of_type(lane_group_type), from, end, max_groups_in_span)) {
+         first_blocks(index.of_type(block_type::lane_group), from, end, max_groups_in_span)) {
         spans.push_back(group.span());
     }
     std::vector<std::size_t> positions;
-    for (const Block& lane : first_blocks(index.of_type(lane_type), from, end, max_lanes_in_span)) {
+    for (const Block& lane :
+         first_blocks(index.of_type(block_type::lane), from, end, max_lanes_in_span)) {
         positions.push_back(lane.at);
     }
     LaneGroups lanes;

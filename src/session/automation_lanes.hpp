@@ -12,7 +12,6 @@
 
 namespace tanrove {
 
-constexpr std::uint16_t lane_type = 0x260a;
 constexpr std::size_t lane_point_bytes = 6;
 
 struct LanePoint {

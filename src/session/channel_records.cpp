@@ -7,6 +7,8 @@
 //   50   i32 right pan
 #include "session/channel_records.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
@@ -47,7 +49,7 @@ std::optional<ChannelRecord> read_channel_record(ByteView image, const Block& bl
 
 std::vector<ChannelRecord> read_channel_records(const BlockIndex& index) {
     std::vector<ChannelRecord> records;
-    for (const Block& block : index.of_type(channel_record_type).all()) {
+    for (const Block& block : index.of_type(block_type::channel_record).all()) {
         if (auto record = read_channel_record(index.image(), block)) records.push_back(*record);
     }
     return records;

@@ -11,9 +11,6 @@
 
 namespace tanrove {
 
-constexpr std::uint16_t channel_record_type = 0x1029;
-constexpr std::uint16_t send_channel_type = 0x260d;
-
 /// Offset of the channel record inside its send channel.
 constexpr std::size_t record_in_slot = 9;
 

@@ -17,6 +17,7 @@
 #include <optional>
 #include <string_view>
 
+#include "session/block_types.hpp"
 #include "session/clip_names.hpp"
 
 namespace tanrove {
@@ -37,7 +38,6 @@ constexpr std::size_t name_at = 12;
 constexpr std::size_t value_width = 4;
 constexpr std::size_t max_parameter_name = 63;
 
-constexpr std::uint16_t region_type = 0x2629;
 constexpr std::uint32_t least_region = 24;
 constexpr std::uint16_t reference_type = 0x4403;
 constexpr std::size_t identity_width = 8;
@@ -117,10 +117,10 @@ ClipEffects readClipEffects(const BlockIndex& index) {
         by_identity[effects.records[i].identity] = i;
     }
     if (by_identity.empty()) return effects;
-    for (const Block& region : index.of_type(region_type).all()) {
+    for (const Block& region : index.of_type(block_type::audio_region).all()) {
         const Block* child = index.at(region.payload());
         if (region.size < least_region || child == nullptr) continue;
-        if (child->content_type != clip_name_type) continue;
+        if (child->content_type != block_type::clip) continue;
         const auto name =
             readCountedText(image, region.at + clip_name_count_at, max_clip_name, region.end());
         const std::uint64_t identity = reference_of(index, region);

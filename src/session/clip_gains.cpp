@@ -17,13 +17,13 @@
 #include <string_view>
 
 #include "session/automation_events.hpp"
+#include "session/block_types.hpp"
 #include "session/clip_names.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t gain_table_type = 0x2637;
 constexpr std::size_t entry_count_at = 9;
 constexpr std::size_t first_entry_at = 13;
 constexpr std::uint32_t max_entries = 100000;
@@ -98,7 +98,7 @@ std::optional<ClipGainEntry> read_entry(ByteView image, std::size_t at, std::siz
 }
 
 void read_table(const BlockIndex& index, ClipGains& gains) {
-    const auto tables = index.of_type(gain_table_type).all();
+    const auto tables = index.of_type(block_type::clip_gain_table).all();
     if (tables.empty()) return;
     const ByteView image = index.image();
     const Block& table = tables.front();
@@ -180,7 +180,7 @@ std::optional<std::size_t> number_place(ByteView image, const Block& clip,
 void read_clips(const BlockIndex& index, ClipGains& gains) {
     if (gains.entries.empty()) return;
     const ByteView image = index.image();
-    const BlockList& clips = index.of_type(clip_name_type);
+    const BlockList& clips = index.of_type(block_type::clip);
     const auto markers = find_markers(image, clips);
     for (const Block& clip : clips.all()) {
         const ClipKind kind = clip_kind(index, clip);

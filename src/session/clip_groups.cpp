@@ -16,19 +16,12 @@
 #include <optional>
 #include <string_view>
 
+#include "session/block_types.hpp"
 #include "session/playlist_walk.hpp"
 
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t definition_table_type = 0x262c;
-constexpr std::uint16_t definition_type = 0x262b;
-constexpr std::uint16_t name_block_type = 0x2628;
-constexpr std::uint16_t member_table_type = 0x2428;
-constexpr std::uint16_t list_type = 0x1052;
-constexpr std::uint16_t number_table_type = 0x2424;
-constexpr std::uint16_t number_type = 0x2423;
 
 constexpr std::size_t first_definition_at = 13;
 constexpr std::size_t name_count_at = 18;
@@ -52,7 +45,7 @@ ClipGroupClip read_definition(const BlockIndex& index, const Block& record) {
     const ByteView image = index.image();
     ClipGroupClip clip;
     const Block* child = index.at(record.payload());
-    if (child == nullptr || child->content_type != name_block_type) return clip;
+    if (child == nullptr || child->content_type != block_type::clip) return clip;
     if (child->end() > record.end()) return clip;
     const std::size_t count_at = record.at + name_count_at;
     const auto name = readCountedText(image, count_at, max_name, record.end());
@@ -81,11 +74,12 @@ ClipGroupClip read_definition(const BlockIndex& index, const Block& record) {
 
 std::vector<ClipGroupClip> read_definitions(const BlockIndex& index) {
     std::vector<ClipGroupClip> clips;
-    const auto tables = index.of_type(definition_table_type).all();
+    const auto tables = index.of_type(block_type::clip_group_table).all();
     if (tables.empty()) return clips;
     const Block& table = tables.front();
     std::size_t at = table.at + first_definition_at;
-    while (const Block* record = index.of_type(definition_type).first_inside(at, table.end())) {
+    while (const Block* record =
+               index.of_type(block_type::clip_group).first_inside(at, table.end())) {
         clips.push_back(read_definition(index, *record));
         at = record->end();
     }
@@ -110,11 +104,12 @@ ClipGroupList read_list(ByteView image, const PlaylistWalk& playlist) {
 
 std::vector<ClipGroupList> read_lists(const BlockIndex& index) {
     std::vector<ClipGroupList> lists;
-    const auto tables = index.of_type(member_table_type).all();
+    const auto tables = index.of_type(block_type::group_list_table).all();
     if (tables.empty()) return lists;
     const Block& table = tables.front();
     PlaylistWalker walker(index);
-    for (const Block& block : index.of_type(list_type).between(table.payload(), table.end())) {
+    for (const Block& block :
+         index.of_type(block_type::audio_playlist).between(table.payload(), table.end())) {
         if (block.end() > table.end()) continue;
         // A list that cannot be read keeps its number, and its kind of 0 says so.
         const auto playlist = walker.walk(block);
@@ -131,11 +126,12 @@ struct ListNumber {
 
 std::vector<ListNumber> read_list_numbers(const BlockIndex& index) {
     std::vector<ListNumber> numbers;
-    const auto tables = index.of_type(number_table_type).all();
+    const auto tables = index.of_type(block_type::group_list_numbers).all();
     if (tables.empty()) return numbers;
     const Block& table = tables.front();
     std::size_t at = table.at + first_number_at;
-    while (const Block* record = index.of_type(number_type).first_inside(at, table.end())) {
+    while (const Block* record =
+               index.of_type(block_type::group_list_number).first_inside(at, table.end())) {
         const ByteView image = index.image();
         const auto name =
             readCountedText(image, record->at + list_name_count_at, max_name, record->end());

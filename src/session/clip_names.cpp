@@ -2,16 +2,16 @@
 // it opens.
 #include "session/clip_names.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 ClipKind clip_kind(const BlockIndex& index, const Block& clip) {
-    constexpr std::uint16_t region_type = 0x2629;
-    constexpr std::uint16_t group_type = 0x262b;
     if (clip.at < block_payload_at) return ClipKind::other;
     const Block* record = index.at(clip.at - block_payload_at);
     if (record == nullptr || record->end() < clip.end()) return ClipKind::other;
-    if (record->content_type == region_type) return ClipKind::audio;
-    return record->content_type == group_type ? ClipKind::group : ClipKind::other;
+    if (record->content_type == block_type::audio_region) return ClipKind::audio;
+    return record->content_type == block_type::clip_group ? ClipKind::group : ClipKind::other;
 }
 
 std::optional<std::string_view> read_clip_name(ByteView image, const Block& clip) {

@@ -10,8 +10,6 @@
 
 namespace tanrove {
 
-constexpr std::uint16_t clip_name_type = 0x2628;
-
 /// What a clip's 0x2628 belongs to, which is the record that it opens.
 enum class ClipKind : std::uint8_t {
     audio,  ///< 0x2629

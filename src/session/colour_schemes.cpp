@@ -7,11 +7,12 @@
 // Without such a block, or where the settings end in front of the second, they stand at 36 and 38.
 #include "session/colour_schemes.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t colour_settings_type = 0x20a2;
 constexpr std::uint32_t least_size_with_tracks = 30;
 constexpr std::uint32_t least_size_with_clips = 32;
 constexpr std::size_t child_at = 9;
@@ -21,7 +22,7 @@ constexpr std::size_t clip_behind_track = 2;
 }  // namespace
 
 ColourSchemes readColourSchemes(const BlockIndex& index) {
-    for (const Block& settings : index.of_type(colour_settings_type).all()) {
+    for (const Block& settings : index.of_type(block_type::colour_settings).all()) {
         if (settings.size < least_size_with_tracks) continue;
         const Block* child = index.at(settings.at + child_at);
         const bool follow_child =

@@ -6,11 +6,12 @@
 //   17   folders only: u32 number of members, which follow
 #include "session/folder_table.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t folder_table_type = 0x210c;
 constexpr std::uint32_t largest_empty_block = 5;
 
 constexpr std::size_t folder_count_at = 9;
@@ -74,7 +75,7 @@ std::optional<FolderTable> read_table(ByteView table) {
 }  // namespace
 
 std::optional<FolderTable> readFolderTable(const BlockIndex& index) {
-    for (const Block& block : index.of_type(folder_table_type).all()) {
+    for (const Block& block : index.of_type(block_type::folder_table).all()) {
         if (block.size <= largest_empty_block) continue;
         return read_table(index.image().window(block.at, block.end() - block.at));
     }

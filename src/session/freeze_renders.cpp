@@ -5,12 +5,12 @@
 
 #include <string_view>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t clip_type = 0x2628;
-constexpr std::uint16_t region_type = 0x2629;
 constexpr std::uint32_t least_size = 12;
 constexpr std::uint32_t largest_size = 4000;
 
@@ -33,7 +33,8 @@ std::optional<std::string_view> without_number(std::string_view name) {
 bool is_of_region(const BlockIndex& index, const Block& clip) {
     const Block* region =
         clip.at < block_payload_at ? nullptr : index.at(clip.at - block_payload_at);
-    return region != nullptr && region->content_type == region_type && clip.end() <= region->end();
+    return region != nullptr && region->content_type == block_type::audio_region &&
+           clip.end() <= region->end();
 }
 
 FreezeRender read_render(ByteView image, const Block& clip, std::string_view name) {
@@ -54,7 +55,7 @@ FreezeRenders readFreezeRenders(const BlockIndex& index, std::span<const std::st
     const ByteView image = index.image();
     FreezeRenders renders;
     for (const auto& name : track_names) renders.try_emplace(name);
-    for (const Block& clip : index.of_type(clip_type).all()) {
+    for (const Block& clip : index.of_type(block_type::clip).all()) {
         if (clip.size < least_size || clip.size > largest_size) continue;
         if (!is_of_region(index, clip)) continue;
         const auto name =

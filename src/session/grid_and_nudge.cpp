@@ -13,11 +13,12 @@
 #include <string_view>
 #include <vector>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t values_type = 0x2066;
 constexpr std::uint32_t min_values_size = 24;
 constexpr std::uint32_t max_values_size = 4000;
 constexpr std::size_t max_values_blocks = 4096;  // a session has four or five
@@ -150,10 +151,10 @@ std::optional<GridAndNudge> read_values(const BlockIndex& index, const Block& bl
 
 std::optional<GridAndNudge> readGridAndNudge(const BlockIndex& index) {
     for (const Block& block : index.top_level()) {
-        if (block.content_type != values_type) continue;
+        if (block.content_type != block_type::grid_and_nudge) continue;
         if (auto values = read_values(index, block)) return values;
     }
-    const auto blocks = index.of_type(values_type).all();
+    const auto blocks = index.of_type(block_type::grid_and_nudge).all();
     for (const Block& block : blocks.first(std::min(blocks.size(), max_values_blocks))) {
         if (auto values = read_values(index, block)) return values;
     }

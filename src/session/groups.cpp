@@ -15,12 +15,11 @@
 
 #include <algorithm>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t group_type = 0x202a;
-constexpr std::uint16_t attributes_type = 0x258e;
 
 constexpr std::size_t name_count_at = 9;
 constexpr std::size_t name_at = 13;
@@ -90,7 +89,7 @@ std::optional<GroupRecord> read_group(ByteView image, const Block& block,
 /// The blocks that are long enough to hold attributes.
 BlockList attribute_blocks(const BlockIndex& index) {
     std::vector<Block> blocks;
-    for (const Block& block : index.of_type(attributes_type).all()) {
+    for (const Block& block : index.of_type(block_type::group_attributes).all()) {
         if (block.size >= least_attributes_size) blocks.push_back(block);
     }
     return BlockList(std::move(blocks));
@@ -101,7 +100,7 @@ BlockList attribute_blocks(const BlockIndex& index) {
 std::vector<GroupRecord> readGroups(const BlockIndex& index) {
     const BlockList attributes = attribute_blocks(index);
     std::vector<GroupRecord> groups;
-    for (const Block& block : index.of_type(group_type).all()) {
+    for (const Block& block : index.of_type(block_type::group).all()) {
         auto group = read_group(index.image(), block, attributes);
         if (group) groups.push_back(std::move(*group));
     }

@@ -5,14 +5,13 @@
 
 #include <set>
 
+#include "session/block_types.hpp"
 #include "session/first_enclosing.hpp"
 #include "session/output_names.hpp"
 
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t hardware_insert_type = 0x2612;
 
 constexpr std::size_t name_at = 42;
 constexpr std::size_t min_bytes = 45;  // a shorter child has no name at its fixed place
@@ -36,7 +35,7 @@ std::vector<HardwareInsert> readHardwareInserts(const BlockIndex& index,
     std::vector<BlockSpan> spans;
     spans.reserve(rows.size());
     for (const StripRow& row : rows) spans.push_back({row.start, row.end});
-    const auto blocks = index.of_type(hardware_insert_type).all();
+    const auto blocks = index.of_type(block_type::hardware_insert).all();
     std::vector<std::size_t> positions;
     positions.reserve(blocks.size());
     for (const Block& block : blocks) positions.push_back(block.at);
@@ -45,7 +44,7 @@ std::vector<HardwareInsert> readHardwareInserts(const BlockIndex& index,
     std::vector<HardwareInsert> inserts;
     std::set<const Block*> outputs;
     for (std::size_t i = 0; i < blocks.size(); ++i) {
-        const Block* output = index.first_child(blocks[i], output_name_type);
+        const Block* output = index.first_child(blocks[i], block_type::path_reference);
         if (output != nullptr && !outputs.insert(output).second) continue;
         HardwareInsert insert{"<unnamed>", "<unknown track>"};
         if (auto name = insert_name(index.image(), output)) insert.name = std::move(*name);

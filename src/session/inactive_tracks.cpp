@@ -8,19 +8,17 @@
 
 #include <string_view>
 
+#include "session/block_types.hpp"
 #include "session/enclosing_blocks.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t strip_table_entry_type = 0x251a;
 constexpr std::size_t name_length_at = 11;
 constexpr std::size_t size_without_name = 72;
 constexpr std::size_t active_behind_size = 1;
 
-constexpr std::uint16_t voice_type = 0x200b;
-constexpr std::uint16_t strip_identity_type = 0x261c;
 constexpr std::size_t voice_mark_bytes = 2;
 
 std::optional<std::string> inactive_name(ByteView image, const Block& entry) {
@@ -35,7 +33,7 @@ std::optional<std::string> inactive_name(ByteView image, const Block& entry) {
 /// The voice records that are switched off.
 BlockList silent_voices(const BlockIndex& index) {
     std::vector<Block> silent;
-    for (const Block& voice : index.of_type(voice_type).all()) {
+    for (const Block& voice : index.of_type(block_type::voice).all()) {
         if (voice.at < voice_mark_bytes) continue;
         if (index.image().u16(voice.at - voice_mark_bytes) == 0) silent.push_back(voice);
     }
@@ -45,7 +43,7 @@ BlockList silent_voices(const BlockIndex& index) {
 /// The 0x261c blocks that hold a silent voice record, not at their very start.
 BlockList silent_identities(const BlockIndex& index, const BlockList& voices) {
     std::vector<Block> silent;
-    for (const Block& block : index.of_type(strip_identity_type).all()) {
+    for (const Block& block : index.of_type(block_type::strip_identity).all()) {
         if (voices.first_inside(block.at + voice_mark_bytes, block.end()) != nullptr) {
             silent.push_back(block);
         }
@@ -57,7 +55,7 @@ BlockList silent_identities(const BlockIndex& index, const BlockList& voices) {
 
 TrackNameSet readInactiveNames(const BlockIndex& index) {
     TrackNameSet names;
-    for (const Block& entry : index.of_type(strip_table_entry_type).all()) {
+    for (const Block& entry : index.of_type(block_type::strip_table_entry).all()) {
         if (auto name = inactive_name(index.image(), entry)) names.insert(std::move(*name));
     }
     return names;
@@ -69,7 +67,8 @@ TrackNameSet readVoiceOffNames(const BlockIndex& index, std::span<const StripRow
     std::vector<std::size_t> starts;
     starts.reserve(rows.size());
     for (const StripRow& row : rows) starts.push_back(row.start);
-    const auto holders = smallest_enclosing(index.of_type(strip_identity_type).all(), starts);
+    const auto holders =
+        smallest_enclosing(index.of_type(block_type::strip_identity).all(), starts);
 
     // A renamed track's first name may be another's by now: that one is not silent for it.
     std::set<std::string_view> current_names;

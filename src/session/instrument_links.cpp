@@ -4,6 +4,7 @@
 
 #include <map>
 
+#include "session/block_types.hpp"
 #include "session/midi_outputs.hpp"
 #include "session/midi_track_settings.hpp"
 
@@ -21,7 +22,7 @@ std::map<std::uint64_t, std::string> instruments(const BlockIndex& index,
     std::map<std::uint64_t, std::string> names;
     for (const StripRow& row : rows) {
         if (row.type != StripRowType::instrument) continue;
-        const Block* block = first_in(index.of_type(midi_settings_type), row);
+        const Block* block = first_in(index.of_type(block_type::midi_track_settings), row);
         if (block == nullptr) continue;
         const auto identity = read_midi_settings(index.image(), *block).instrument;
         if (identity) names.try_emplace(*identity, row.current_name);
@@ -32,7 +33,7 @@ std::map<std::uint64_t, std::string> instruments(const BlockIndex& index,
 /// Settings blocks that have room for an output.
 BlockList settings_with_output(const BlockIndex& index) {
     std::vector<Block> blocks;
-    for (const Block& block : index.of_type(midi_settings_type).all()) {
+    for (const Block& block : index.of_type(block_type::midi_track_settings).all()) {
         if (block.size >= least_midi_settings_with_output) blocks.push_back(block);
     }
     return BlockList(std::move(blocks));

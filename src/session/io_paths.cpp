@@ -17,13 +17,12 @@
 #include <set>
 #include <tuple>
 
+#include "session/block_types.hpp"
 #include "session/path_table.hpp"
 
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t io_path_type = 0x1021;
 
 constexpr std::size_t type_at = 9;
 constexpr std::size_t width_at = 10;
@@ -99,7 +98,7 @@ std::optional<IoPath> read_path(ByteView image, const std::vector<std::size_t>& 
 }  // namespace
 
 std::vector<IoPath> readIoPaths(const BlockIndex& index) {
-    const BlockList& blocks = index.of_type(io_path_type);
+    const BlockList& blocks = index.of_type(block_type::io_path);
     // Found once: records that overlap must not each search their own span.
     const auto markers = find_in(index.image(), blocks.reach(), identity_marker);
     std::vector<IoPath> paths;

@@ -7,12 +7,12 @@
 // earlier.
 #include "session/loop_records.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t placement_type = 0x104f;
-constexpr std::uint16_t loop_type = 0x242b;
 constexpr std::uint32_t largest_without_loop = 15;
 constexpr std::size_t region_at = 11;
 constexpr std::size_t position_at = 16;
@@ -35,10 +35,10 @@ std::uint16_t parent_type(const BlockIndex& index, const Block& placement) {
 std::vector<LoopRecord> readLoopRecords(const BlockIndex& index) {
     const ByteView image = index.image();
     std::vector<LoopRecord> records;
-    if (index.of_type(loop_type).all().empty()) return records;
-    for (const Block& placement : index.of_type(placement_type).all()) {
+    if (index.of_type(block_type::loop).all().empty()) return records;
+    for (const Block& placement : index.of_type(block_type::placement_record).all()) {
         if (placement.size <= largest_without_loop) continue;
-        const Block* loop = index.first_child(placement, loop_type);
+        const Block* loop = index.first_child(placement, block_type::loop);
         if (loop == nullptr) continue;
         LoopRecord record;
         record.key =

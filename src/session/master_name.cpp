@@ -2,20 +2,20 @@
 // 255 at offset 9, text at 13.
 #include "session/master_name.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t master_type = 0x261d;
-constexpr std::uint16_t strip_name_type = 0x2619;
 constexpr std::size_t name_length_at = 9;
 
 }  // namespace
 
 std::string readMasterName(const BlockIndex& index) {
-    const auto masters = index.of_type(master_type).all();
+    const auto masters = index.of_type(block_type::master_row).all();
     if (masters.empty()) return {};
-    const Block* block = index.first_child(masters.front(), strip_name_type);
+    const Block* block = index.first_child(masters.front(), block_type::strip_name);
     if (block == nullptr) return {};
     return std::string(
         read_name(index.image(), block->at + name_length_at, block->end()).value_or(""));

@@ -2,6 +2,7 @@
 // the lanes of its fader and its mute.
 #include "session/master_strip.hpp"
 
+#include "session/block_types.hpp"
 #include "session/channel_records.hpp"
 #include "session/strip_lanes.hpp"
 
@@ -13,7 +14,7 @@ void read_first(const BlockIndex& index, const StripRow& row, Strip& strip) {
     strip.name = row.current_name.empty() ? row.original_name : row.current_name;
     const Block* block = index.at(row.start);
     if (block == nullptr) return;
-    if (const Block* channel = index.first_child(*block, channel_record_type)) {
+    if (const Block* channel = index.first_child(*block, block_type::channel_record)) {
         if (const auto record = read_channel_record(index.image(), *channel)) {
             strip.present = true;
             strip.fader_db = record->fader_db;

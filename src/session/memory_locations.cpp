@@ -27,11 +27,12 @@
 #include <string_view>
 #include <tuple>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t location_type = 0x2077;
 constexpr std::size_t number_at = 9;
 constexpr std::size_t flags_at = 11;
 constexpr std::size_t kind_at = 12;
@@ -180,7 +181,7 @@ std::optional<MemoryLocation> read_location(ByteView image, const Block& block,
 
 std::vector<MemoryLocation> readMemoryLocations(const BlockIndex& index) {
     std::vector<MemoryLocation> locations;
-    const BlockList& blocks = index.of_type(location_type);
+    const BlockList& blocks = index.of_type(block_type::memory_location);
     const ColourRuns colours(index.image(), blocks.reach());
     // The number belongs to the key: two locations of one name and place are two.
     std::set<std::tuple<std::uint32_t, std::uint32_t, double, double, std::string>> seen;

@@ -17,11 +17,12 @@
 #include <optional>
 #include <string_view>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t meter_map_type = 0x2029;
 constexpr std::string_view meter_map_name = "Meter";
 constexpr std::size_t count_at = 20;
 constexpr std::size_t first_entry_at = 24;
@@ -70,7 +71,7 @@ std::vector<MeterPoint> read_entries(ByteView record) {
 }  // namespace
 
 std::vector<MeterPoint> readMeterMap(const BlockIndex& index) {
-    for (const Block& block : index.of_type(meter_map_type).all()) {
+    for (const Block& block : index.of_type(block_type::meter_map).all()) {
         const ByteView record = index.image().window(block.at, block.end() - block.at);
         const bool has_entries = record.u16(count_at) > 0;
         if (has_entries && is_meter_map(record)) return read_entries(record);

@@ -9,11 +9,12 @@
 #include <optional>
 #include <string_view>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t streams_type = 0x2000;
 constexpr std::string_view record_mark = "Md";  // what all records begin with
 constexpr std::string_view note_list_mark = "MdNLB";
 
@@ -27,7 +28,9 @@ constexpr std::size_t value_at = 8;  // from a controller event
 class ChunkWalk {
 public:
     explicit ChunkWalk(const BlockIndex& index)
-        : image_(index.image()), spans_(index.of_type(streams_type).all()), lists_(image_) {}
+        : image_(index.image()),
+          spans_(index.of_type(block_type::midi_streams).all()),
+          lists_(image_) {}
 
     std::vector<MidiChunk> read() {
         std::size_t p = image_.find(record_mark, 0);

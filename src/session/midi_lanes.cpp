@@ -5,18 +5,16 @@
 #include <algorithm>
 
 #include "session/automation_lanes.hpp"
+#include "session/block_types.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t midi_mixer_type = 0x2611;
-constexpr std::uint16_t channel_type = 0x1029;
-
 const Block* mute_lane(const BlockIndex& index, std::size_t from, std::size_t to) {
-    const Block* mixer = index.of_type(midi_mixer_type).first_inside(from, to);
+    const Block* mixer = index.of_type(block_type::midi_mixer).first_inside(from, to);
     if (mixer == nullptr) return nullptr;
-    return index.of_type(lane_type).first_inside(mixer->payload(), mixer->end());
+    return index.of_type(block_type::lane).first_inside(mixer->payload(), mixer->end());
 }
 
 }  // namespace
@@ -28,10 +26,12 @@ std::size_t count_other_midi_lanes(const BlockIndex& index, std::span<const Stri
     for (const StripRow& row : rows) {
         const std::size_t from = row.start + block_payload_at;
         if (!plays_midi(row.type)) continue;
-        if (index.of_type(channel_type).first_inside(from, row.end) != nullptr) continue;
+        if (index.of_type(block_type::channel_record).first_inside(from, row.end) != nullptr) {
+            continue;
+        }
         const Block* mute = mute_lane(index, from, row.end);
         const std::size_t first = std::max(from, next_lane);
-        for (const Block& lane : index.of_type(lane_type).between(first, row.end)) {
+        for (const Block& lane : index.of_type(block_type::lane).between(first, row.end)) {
             if (lane.at < next_lane) continue;
             next_lane = lane.end();
             if (mute != nullptr && lane.at == mute->at) continue;

@@ -10,15 +10,11 @@
 
 #include <algorithm>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t list_type = 0x2004;
-constexpr std::uint16_t output_type = 0x2005;
-constexpr std::uint16_t name_type = 0x2006;
-constexpr std::uint16_t node_type = 0x2097;
-constexpr std::uint16_t port_type = 0x2401;
 
 constexpr std::size_t name_count_at = 11;
 constexpr std::size_t count_width = 4;
@@ -29,7 +25,8 @@ constexpr std::uint32_t least_port_size = 4;
 
 /// Blocks that do nothing but hold the others.
 bool is_stepped_into(std::uint16_t type) {
-    return type == name_type || type == 0x2086 || type == 0x208c;
+    return type == block_type::midi_output_name || type == block_type::midi_output_group ||
+           type == block_type::midi_output_port;
 }
 
 void read_name(ByteView image, const Block& block, MidiOutput& output) {
@@ -50,17 +47,17 @@ MidiOutput read_output(const BlockIndex& index, const Block& block) {
     for (const Block& part : index.blocks().between(block.payload(), block.end())) {
         if (part.at < walked || part.end() > block.end()) continue;
         walked = is_stepped_into(part.content_type) ? part.payload() : part.end();
-        if (part.content_type == name_type && !has_name) {
+        if (part.content_type == block_type::midi_output_name && !has_name) {
             has_name = true;
             read_name(image, part, output);
         }
-        if (part.content_type == node_type && part.size >= least_node_size) {
+        if (part.content_type == block_type::midi_output_node && part.size >= least_node_size) {
             output.is_plugin_node = true;
             if (part.size >= least_node_with_value) {
                 output.node_value = image.i32(part.at + node_value_at);
             }
         }
-        if (part.content_type == port_type && part.size >= least_port_size) {
+        if (part.content_type == block_type::midi_port && part.size >= least_port_size) {
             output.port_code = image.u8(part.payload());
         }
     }
@@ -71,11 +68,11 @@ MidiOutput read_output(const BlockIndex& index, const Block& block) {
 
 std::vector<MidiOutput> readMidiOutputs(const BlockIndex& index) {
     std::vector<MidiOutput> outputs;
-    const auto lists = index.of_type(list_type).all();
+    const auto lists = index.of_type(block_type::midi_output_list).all();
     if (lists.empty()) return outputs;
     const Block& list = lists.front();
     std::size_t walked = list.payload();
-    for (const Block& block : index.of_type(output_type).between(walked, list.end())) {
+    for (const Block& block : index.of_type(block_type::midi_output).between(walked, list.end())) {
         if (block.at < walked || block.end() > list.end()) continue;
         walked = block.end();
         outputs.push_back(read_output(index, block));

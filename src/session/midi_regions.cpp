@@ -17,14 +17,11 @@
 #include <string_view>
 #include <utility>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t compound_list_type = 0x262c;
-constexpr std::uint16_t compound_type = 0x262b;
-constexpr std::uint16_t name_type = 0x2628;
-constexpr std::uint16_t no_compound_type = 0x2523;
 
 constexpr std::size_t name_count_at = 2;  // from a node, 7 behind the 'Z'
 constexpr std::size_t count_width = 4;
@@ -123,7 +120,7 @@ void for_each_record(std::span<const BlockNode> tree, const Nesting& newer, cons
 
 bool is_compound(const BlockNode& record) {
     return std::none_of(record.children.begin(), record.children.end(), [](const BlockNode& child) {
-        return child.contentType == no_compound_type;
+        return child.contentType == block_type::plain_midi_mark;
     });
 }
 
@@ -132,15 +129,16 @@ bool is_compound(const BlockNode& record) {
 std::vector<Region> read_midi_regions(ByteView image, std::span<const BlockNode> tree,
                                       std::span<const MidiStream> streams) {
     RegionCollector regions;
-    const Nesting newer{0x2634, 0x2633, name_type};
-    const Nesting older{0x2002, 0x2001, 0x1007};
+    const Nesting newer{block_type::midi_region_list, block_type::midi_region, block_type::clip};
+    const Nesting older{block_type::older_midi_region_list, block_type::older_midi_region,
+                        block_type::older_midi_region_name};
     for_each_record(tree, newer, older, [&](const BlockNode& record) {
         regions.add(read_region(image, record, streams));
     });
 
     const std::string name(regions.last_name());
     std::size_t name_budget = image.size() * max_copied_name_bytes_per_image_byte;
-    const Nesting compound{compound_list_type, compound_type, name_type};
+    const Nesting compound{block_type::clip_group_table, block_type::clip_group, block_type::clip};
     for_each_record(tree, compound, compound, [&](const BlockNode& record) {
         if (!is_compound(record)) return;
         const auto stream = stream_at(image, end_of(record) + compound_stream_behind, streams);

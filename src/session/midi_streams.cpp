@@ -18,13 +18,13 @@
 #include <algorithm>
 #include <string_view>
 
+#include "session/block_types.hpp"
 #include "session/midi_event_lists.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t streams_type = 0x2000;
 constexpr std::string_view record_mark = "Md";  // what all records begin with
 constexpr std::string_view note_list_mark = "MdNLB";
 constexpr std::size_t note_count_at = 11;
@@ -87,7 +87,7 @@ std::vector<MidiStream> read_midi_streams(ByteView image, std::span<const BlockN
     std::vector<MidiStream> streams;
     MidiEventLists lists(image);
     for (const BlockNode& node : tree) {
-        if (node.contentType != streams_type) continue;
+        if (node.contentType != block_type::midi_streams) continue;
         read_block(image.window(0, node.offset + node.size), node.offset, lists, streams);
     }
     return streams;

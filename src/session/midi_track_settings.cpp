@@ -9,6 +9,8 @@
 //   68  8 bytes identity: of the instrument, on its own track and on each MIDI track that plays it
 #include "session/midi_track_settings.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
@@ -53,7 +55,7 @@ MidiTrackSettings read_midi_settings(ByteView image, const Block& block) {
 
 std::vector<MidiTrackSettings> readMidiSettings(const BlockIndex& index,
                                                 std::span<const StripRow> rows) {
-    const BlockList& blocks = index.of_type(midi_settings_type);
+    const BlockList& blocks = index.of_type(block_type::midi_track_settings);
     std::vector<MidiTrackSettings> list(rows.size());
     for (std::size_t i = 0; i < rows.size(); ++i) {
         if (!plays_midi(rows[i].type)) continue;

@@ -26,9 +26,6 @@ struct MidiTrackSettings {
     bool operator==(const MidiTrackSettings&) const = default;
 };
 
-/// Content type of the settings.
-constexpr std::uint16_t midi_settings_type = 0x2036;
-
 /// Settings of fewer bytes have no room for an output.
 constexpr std::uint32_t least_midi_settings_with_output = 18;
 

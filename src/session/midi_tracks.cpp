@@ -16,17 +16,13 @@
 #include <set>
 #include <string_view>
 
+#include "session/block_types.hpp"
 #include "session/playlist_walk.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t strip_table_type = 0x2519;
-constexpr std::uint16_t master_type = 0x261d;
-constexpr std::uint16_t audio_type = 0x261b;
-constexpr std::uint16_t midi_type = 0x2620;
-constexpr std::uint16_t instrument_type = 0x2621;
 constexpr std::uint16_t basic_folder_code = 11;
 
 // From a node, 7 behind the 'Z'.
@@ -45,13 +41,16 @@ std::size_t end_of(const BlockNode& node) {
 /// The kinds of the strip rows in mixer order. A master fader holds a 0x261b of its own, which is
 /// no row.
 std::vector<std::uint16_t> strip_kinds(const BlockIndex& index) {
-    constexpr std::array<std::uint16_t, 6> row_types = {audio_type, master_type,     0x261f,
-                                                        midi_type,  instrument_type, 0x2623};
+    constexpr std::array<std::uint16_t, 6> row_types = {
+        block_type::audio_row, block_type::master_row,     block_type::vca_row,
+        block_type::midi_row,  block_type::instrument_row, block_type::video_row};
     std::vector<std::uint16_t> kinds;
     std::size_t master_end = 0;
     for (const Block& block : index.of_types(row_types)) {
-        if (block.content_type == master_type) master_end = std::max(master_end, block.end());
-        if (block.content_type == audio_type && block.at < master_end) continue;
+        if (block.content_type == block_type::master_row) {
+            master_end = std::max(master_end, block.end());
+        }
+        if (block.content_type == block_type::audio_row && block.at < master_end) continue;
         kinds.push_back(block.content_type);
     }
     return kinds;
@@ -144,7 +143,7 @@ std::vector<TrackTableRow> read_midi_track_rows(const BlockIndex& index,
                                                 std::span<const BlockNode> tree) {
     const ByteView image = index.image();
     const auto kinds = strip_kinds(index);
-    const auto entries = entries_of(tree, strip_table_type, 0x251a);
+    const auto entries = entries_of(tree, block_type::strip_table, block_type::strip_table_entry);
     const bool has_rowless = entries.size() != kinds.size() && entries.size() != 2 * kinds.size();
     std::vector<TrackTableRow> rows;
     std::size_t strip = 0;
@@ -153,7 +152,7 @@ std::vector<TrackTableRow> read_midi_track_rows(const BlockIndex& index,
         if (has_rowless && code == basic_folder_code) continue;
         if (strip >= kinds.size()) break;
         const std::uint16_t kind = kinds[strip++];
-        if (kind != midi_type && kind != instrument_type) continue;
+        if (kind != block_type::midi_row && kind != block_type::instrument_row) continue;
         const auto name = readCountedText(image, entry->offset + strip_name_count_at,
                                           max_stored_name, end_of(*entry));
         rows.push_back({.id = static_cast<std::uint16_t>(rows.size()),
@@ -165,16 +164,19 @@ std::vector<TrackTableRow> read_midi_track_rows(const BlockIndex& index,
 std::vector<ClipTrack> read_midi_clips(ByteView image, std::span<const BlockNode> tree,
                                        std::span<const TrackTableRow> tracks,
                                        std::span<const Region> regions) {
-    const auto playlists = entries_of(tree, 0x1058, 0x1057);
+    const auto playlists =
+        entries_of(tree, block_type::midi_playlist_list, block_type::midi_playlist);
     ClipJoiner joiner(image, tracks, regions);
     for (const BlockNode* playlist : playlists) joiner.note_name(*playlist);
     for (std::size_t number = 0; number < playlists.size(); ++number) {
         const TrackTableRow* track = joiner.track_of(*playlists[number], number);
         if (track == nullptr) continue;
         for (const BlockNode& placement : playlists[number]->children) {
-            if (placement.contentType != 0x1056) continue;
+            if (placement.contentType != block_type::midi_placement) continue;
             for (const BlockNode& record : placement.children) {
-                if (record.contentType == 0x104f) joiner.add(*track, placement, record);
+                if (record.contentType == block_type::placement_record) {
+                    joiner.add(*track, placement, record);
+                }
             }
         }
     }

@@ -8,13 +8,13 @@
 #include <unordered_map>
 #include <vector>
 
+#include "session/block_types.hpp"
 #include "session/track_names.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t strip_identity_type = 0x261c;
 constexpr std::size_t identity_width = 8;
 
 /// The names that still look for a strip, by identity.
@@ -103,7 +103,7 @@ std::map<std::string, std::size_t> readNameBindings(const BlockIndex& index,
                                                     std::span<const BindableStrip> strips) {
     std::map<std::string, std::size_t> bindings;
     OpenNames names = names_by_identity(index);
-    const BlockList& blocks = index.of_type(strip_identity_type);
+    const BlockList& blocks = index.of_type(block_type::strip_identity);
     if (names.empty()) return bindings;
 
     const ByteView image = index.image();

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
@@ -39,7 +41,7 @@ std::optional<OutputName> read_output_name(ByteView image, const Block& block) {
 
 std::map<std::uint16_t, OutputName> readOutputNames(const BlockIndex& index) {
     std::map<std::uint16_t, OutputName> names;
-    for (const Block& block : index.of_type(output_name_type).all()) {
+    for (const Block& block : index.of_type(block_type::path_reference).all()) {
         auto name = read_output_name(index.image(), block);
         if (name) names.try_emplace(index.image().u16(block.at + id_at), std::move(*name));
     }

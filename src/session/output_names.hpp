@@ -10,8 +10,6 @@
 
 namespace tanrove {
 
-constexpr std::uint16_t output_name_type = 0x260e;
-
 /// How a session names the path that something plays into or comes from.
 struct OutputName {
     std::string name;            ///< the path's, as it was when the name was stored

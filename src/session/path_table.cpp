@@ -15,12 +15,11 @@
 
 #include <map>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t path_table_type = 0x2603;
-constexpr std::uint16_t own_path_type = 0x2602;
 
 constexpr std::size_t count_at = 9;
 constexpr std::size_t first_path_at = 13;
@@ -87,7 +86,7 @@ void map_parts(std::vector<IoPath>& paths) {
 }  // namespace
 
 std::optional<std::vector<IoPath>> read_path_table(const BlockIndex& index) {
-    const auto tables = index.of_type(path_table_type).all();
+    const auto tables = index.of_type(block_type::own_path_table).all();
     if (tables.empty()) return std::nullopt;
     const Block& table = tables.front();
     const ByteView image = index.image();
@@ -95,7 +94,7 @@ std::optional<std::vector<IoPath>> read_path_table(const BlockIndex& index) {
     std::size_t at = table.at + first_path_at;
     for (std::size_t left = image.u32(table.at + count_at); left > 0; --left) {
         const Block* block = index.at(at);
-        if (block == nullptr || block->content_type != own_path_type) return std::nullopt;
+        if (block == nullptr || block->content_type != block_type::own_path) return std::nullopt;
         if (block->end() > table.end()) return std::nullopt;
         auto path = read_own_path(image, *block);
         if (!path) return std::nullopt;

@@ -8,13 +8,13 @@
 #include <cmath>
 #include <optional>
 
+#include "session/block_types.hpp"
 #include "session/clip_names.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t region_type = 0x2629;
 constexpr std::uint32_t least_size = 40;
 constexpr std::size_t short_form_end = 16;
 constexpr std::size_t long_form_end = 23;
@@ -55,9 +55,9 @@ double read_shift(ByteView image, const Block& region, const Block& name) {
 std::map<std::string, double> readPitchShifts(const BlockIndex& index) {
     const ByteView image = index.image();
     std::map<std::string, double> shifts;
-    for (const Block& region : index.of_type(region_type).all()) {
+    for (const Block& region : index.of_type(block_type::audio_region).all()) {
         if (region.size < least_size) continue;
-        const Block* name_block = index.first_child(region, clip_name_type);
+        const Block* name_block = index.first_child(region, block_type::clip);
         if (name_block == nullptr) continue;
         const auto name = read_clip_name(image, *name_block);
         if (!name) continue;

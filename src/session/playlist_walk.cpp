@@ -19,6 +19,8 @@
 // row.
 #include "session/playlist_walk.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
@@ -29,9 +31,7 @@ constexpr std::size_t count_width = 4;
 constexpr std::size_t max_placements = 20000;
 constexpr std::uint8_t kind_samples = 1;
 constexpr std::uint8_t kind_ticks = 2;
-constexpr std::uint16_t midi_playlist_type = 0x1057;
 
-constexpr std::uint16_t placement_type = 0x104f;
 constexpr std::size_t inner_at = 9;
 constexpr std::size_t least_room = 36;      // of a row that is read, from W
 constexpr std::size_t late_mute_room = 49;  // from W: behind the later mute byte
@@ -89,7 +89,7 @@ std::optional<PlaylistWalk> PlaylistWalker::walk(const Block& playlist) {
         --steps_left_;
         walk.row_at.push_back(row);
     }
-    while (playlist.content_type == midi_playlist_type && image_.u8(at) == block_marker) {
+    while (playlist.content_type == block_type::midi_playlist && image_.u8(at) == block_marker) {
         if (steps_left_ == 0 || !step()) return std::nullopt;
         --steps_left_;
     }
@@ -101,7 +101,7 @@ std::optional<PlaylistWalk> PlaylistWalker::walk(const Block& playlist) {
 std::optional<PlacementRow> read_placement_row(ByteView image, std::size_t at) {
     const std::size_t inner = at + inner_at;
     if (!image.holds(at, least_room)) return std::nullopt;
-    if (image.u16(inner + block_content_at) != placement_type) return std::nullopt;
+    if (image.u16(inner + block_content_at) != block_type::placement_record) return std::nullopt;
     const bool late_mute = image.holds(at, late_mute_room) && image.u8(inner + late_mute_at) != 0;
     return PlacementRow{
         .id = image.u32(inner + placed_id_at),

@@ -6,23 +6,22 @@
 #include <map>
 #include <utility>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t playlist_type = 0x1052;
-constexpr std::uint16_t playlist_list_type = 0x1054;
-constexpr std::uint16_t clip_group_table_type = 0x2428;
 constexpr std::uint8_t kind_ticks = 2;
 
 /// The running number of each playlist in its list, by where it begins.
 std::map<std::size_t, std::uint16_t> playlist_numbers(std::span<const BlockNode> tree) {
     std::map<std::size_t, std::uint16_t> numbers;
     for (const BlockNode& list : tree) {
-        if (list.contentType != playlist_list_type) continue;
+        if (list.contentType != block_type::audio_playlist_list) continue;
         std::size_t number = 0;
         for (const BlockNode& node : list.children) {
-            if (node.contentType != playlist_type) continue;
+            if (node.contentType != block_type::audio_playlist) continue;
             if (number > std::numeric_limits<std::uint16_t>::max()) break;
             numbers.try_emplace(node.offset - block_content_at,
                                 static_cast<std::uint16_t>(number++));
@@ -58,10 +57,10 @@ PlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
 std::vector<PlaylistWalk> walk_playlists(const BlockIndex& index) {
     std::vector<PlaylistWalk> playlists;
     PlaylistWalker walker(index);
-    const auto tables = index.of_type(clip_group_table_type).all();
+    const auto tables = index.of_type(block_type::group_list_table).all();
     std::size_t next_table = 0;
     std::size_t tables_end = 0;
-    for (const Block& block : index.of_type(playlist_type).all()) {
+    for (const Block& block : index.of_type(block_type::audio_playlist).all()) {
         for (; next_table < tables.size() && tables[next_table].at < block.at; ++next_table) {
             if (tables[next_table].end() > tables_end) tables_end = tables[next_table].end();
         }

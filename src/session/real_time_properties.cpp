@@ -20,18 +20,15 @@
 #include <map>
 #include <string_view>
 
+#include "session/block_types.hpp"
 #include "session/enclosing_blocks.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t playlist_type = 0x1057;
 constexpr std::size_t playlist_name_at = 9;
 
-constexpr std::uint16_t properties_type = 0x2502;
-constexpr std::uint16_t defaults_type = 0x2505;
-constexpr std::uint16_t grid_type = 0x103d;
 constexpr std::uint32_t least_size = 153;
 constexpr std::size_t grid_at = 13;
 constexpr std::size_t ordinary_grid_size = 59;
@@ -55,7 +52,7 @@ constexpr std::size_t semitones_at = 159;
 /// How far the grid moves what follows it.
 std::size_t shift_of_grid(const BlockIndex& index, const Block& block) {
     const Block* grid = index.at(block.at + grid_at);
-    if (grid == nullptr || grid->content_type != grid_type) return 0;
+    if (grid == nullptr || grid->content_type != block_type::real_time_grid) return 0;
     const std::size_t size = grid->size;
     if (size < ordinary_grid_size) return 0;
     const std::size_t room = block_size_base + std::size_t{block.size};
@@ -127,8 +124,9 @@ std::vector<std::size_t> starts_of(std::span<const Block> blocks) {
 
 /// The properties of tracks, in order: all but the defaults and what is too short.
 std::vector<Block> properties_of_tracks(const BlockIndex& index) {
-    const auto all = index.of_type(properties_type).all();
-    const auto holders = smallest_enclosing(index.of_type(defaults_type).all(), starts_of(all));
+    const auto all = index.of_type(block_type::real_time_properties).all();
+    const auto holders =
+        smallest_enclosing(index.of_type(block_type::real_time_defaults).all(), starts_of(all));
     std::vector<Block> blocks;
     for (std::size_t i = 0; i < all.size(); ++i) {
         if (holders[i] == nullptr && all[i].size >= least_size) blocks.push_back(all[i]);
@@ -143,7 +141,7 @@ std::vector<std::size_t> named_rows(const BlockIndex& index, std::span<const Blo
     std::vector<std::size_t> named;
     named.reserve(blocks.size());
     for (const Block* playlist :
-         smallest_enclosing(index.of_type(playlist_type).all(), starts_of(blocks))) {
+         smallest_enclosing(index.of_type(block_type::midi_playlist).all(), starts_of(blocks))) {
         const auto name = playlist == nullptr
                               ? std::nullopt
                               : readCountedText(index.image(), playlist->at + playlist_name_at,

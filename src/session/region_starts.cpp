@@ -9,6 +9,7 @@
 #include "session/region_starts.hpp"
 
 #include "session/block_scan.hpp"
+#include "session/block_types.hpp"
 #include "session/session_lists.hpp"
 
 namespace tanrove {
@@ -39,9 +40,15 @@ RegionStart read_region_start(ByteView image, std::size_t z, std::size_t end) {
 std::vector<RegionStart> readRegionStarts(ByteView image, std::span<const BlockNode> tree) {
     std::vector<RegionStart> sync_points;
     for (const BlockNode& list : tree) {
-        if (list.contentType != 0x262a && list.contentType != 0x100b) continue;
+        if (list.contentType != block_type::audio_region_list &&
+            list.contentType != block_type::older_audio_region_list) {
+            continue;
+        }
         for (const BlockNode& node : list.children) {
-            if (node.contentType != 0x2629 && node.contentType != 0x1008) continue;
+            if (node.contentType != block_type::audio_region &&
+                node.contentType != block_type::older_audio_region) {
+                continue;
+            }
             if (sync_points.size() == no_region) return sync_points;
             const std::size_t z = node.offset - block_content_at;
             sync_points.push_back(read_region_start(image, z, node.offset + node.size));

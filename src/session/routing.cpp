@@ -17,6 +17,7 @@
 #include <string_view>
 #include <utility>
 
+#include "session/block_types.hpp"
 #include "session/channel_records.hpp"
 #include "session/enclosing_blocks.hpp"
 #include "session/output_names.hpp"
@@ -175,7 +176,7 @@ RoutingSend read_send(const BlockIndex& index, const Block& slot, const ChannelR
 /// Outputs and sends. The first send channel of a row is the row's own; the later ones that lead
 /// somewhere are its sends.
 void read_slots(const BlockIndex& index, RoutingRows& rows) {
-    const auto slots = index.of_type(send_channel_type).all();
+    const auto slots = index.of_type(block_type::send_channel).all();
     const auto holders = rows.around(starts_of(slots));
     LaneReader lanes(index.image());
     std::set<const RoutingRow*> begun;  // rows whose own send channel has been read
@@ -183,10 +184,10 @@ void read_slots(const BlockIndex& index, RoutingRows& rows) {
         RoutingRow* row = holders[i];
         if (row == nullptr || slots[i].end() > row->end) continue;
         const Block* inner = index.at(slots[i].at + record_in_slot);
-        if (inner == nullptr || inner->content_type != channel_record_type) continue;
+        if (inner == nullptr || inner->content_type != block_type::channel_record) continue;
         const auto record = read_channel_record(index.image(), *inner);
         if (!record) continue;
-        const Block* output = index.first_child(slots[i], output_name_type);
+        const Block* output = index.first_child(slots[i], block_type::path_reference);
         auto name = output == nullptr ? std::nullopt : read_output_name(index.image(), *output);
         if (begun.insert(row).second) {
             row->has_slot = true;
@@ -206,7 +207,7 @@ void read_inputs(const BlockIndex& index, const std::vector<IoPath>& paths, Rout
     positions.reserve(inputs.size());
     for (const InputMark& input : inputs) positions.push_back(input.at);
     const auto holders = rows.around(positions);
-    const auto slots = smallest_enclosing(index.of_type(send_channel_type).all(), positions);
+    const auto slots = smallest_enclosing(index.of_type(block_type::send_channel).all(), positions);
     for (std::size_t i = 0; i < inputs.size(); ++i) {
         RoutingRow* row = holders[i];
         if (row == nullptr || !row->input_name.empty() || inputs[i].end > row->end) continue;

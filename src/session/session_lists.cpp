@@ -33,6 +33,7 @@
 #include <map>
 #include <optional>
 
+#include "session/block_types.hpp"
 #include "session/midi_regions.hpp"
 #include "session/midi_tracks.hpp"
 #include "session/playlist_walk.hpp"
@@ -42,8 +43,12 @@ namespace tanrove {
 namespace {
 
 /// The lists, and the levels that their records lie below them.
-constexpr std::array<std::uint16_t, 10> list_types = {0x262a, 0x100b, 0x1015, 0x1054, 0x1012,
-                                                      0x2519, 0x2634, 0x2002, 0x262c, 0x1058};
+constexpr std::array<std::uint16_t, 10> list_types = {
+    block_type::audio_region_list,   block_type::older_audio_region_list,
+    block_type::track_name_list,     block_type::audio_playlist_list,
+    block_type::older_playlist_list, block_type::strip_table,
+    block_type::midi_region_list,    block_type::older_midi_region_list,
+    block_type::clip_group_table,    block_type::midi_playlist_list};
 constexpr int list_levels = 3;
 
 constexpr std::size_t smallest_image = 65;
@@ -115,7 +120,7 @@ std::uint32_t file_of_region(ByteView image, const BlockNode& node) {
 }
 
 std::uint16_t channel_of_region(ByteView image, const BlockNode& node) {
-    if (node.contentType != 0x2629 || node.children.empty()) return 0;
+    if (node.contentType != block_type::audio_region || node.children.empty()) return 0;
     const std::size_t at = end_of(node.children.front()) + count_width;
     return at + channel_width <= end_of(node) ? image.u16(at) : std::uint16_t{0};
 }
@@ -125,9 +130,11 @@ std::vector<Region> read_regions(ByteView image, std::span<const BlockNode> tree
     const auto places = file_places(files);
     std::vector<Region> regions;
     for (const BlockNode& list : tree) {
-        if (!is_type(list, 0x262a, 0x100b)) continue;
+        if (!is_type(list, block_type::audio_region_list, block_type::older_audio_region_list)) {
+            continue;
+        }
         for (const BlockNode& node : list.children) {
-            if (!is_type(node, 0x2629, 0x1008)) continue;
+            if (!is_type(node, block_type::audio_region, block_type::older_audio_region)) continue;
             if (regions.size() == no_region) return regions;
             Region region = read_region(image, node);
             region.index = static_cast<std::uint16_t>(regions.size());
@@ -147,9 +154,9 @@ std::vector<TrackTableRow> read_channels(ByteView image, std::span<const BlockNo
     std::vector<bool> known(0x10000, false);
     std::size_t entry = 0;
     for (const BlockNode& list : tree) {
-        if (list.contentType != 0x1015) continue;
+        if (list.contentType != block_type::track_name_list) continue;
         for (const BlockNode& node : list.children) {
-            if (node.contentType != 0x1014) continue;
+            if (node.contentType != block_type::track_name) continue;
             const std::size_t count_at = node.offset + track_name_count_at;
             const auto name = readCountedText(image, count_at, max_stored_track_name, end_of(node));
             if (!name) continue;
@@ -182,10 +189,12 @@ struct Placement {
 void read_placements(ByteView image, const BlockNode& playlist, std::size_t track,
                      std::vector<Placement>& placements) {
     for (const BlockNode& row : playlist.children) {
-        if (row.contentType != 0x1050) continue;
+        if (row.contentType != block_type::audio_placement) continue;
         if (image.u8(end_of(row) + hidden_mark_behind) == 1) continue;
         for (const BlockNode& node : row.children) {
-            if (node.contentType != 0x104f || node.size < least_placement) continue;
+            if (node.contentType != block_type::placement_record || node.size < least_placement) {
+                continue;
+            }
             placements.push_back({
                 .track = track,
                 .position = read_position(image, node.offset + placed_position_at),
@@ -200,9 +209,9 @@ void read_placements(ByteView image, const BlockNode& playlist, std::size_t trac
 void read_older_placements(ByteView image, const BlockNode& channel, std::size_t track,
                            std::vector<Placement>& placements) {
     for (const BlockNode& row : channel.children) {
-        if (row.contentType != 0x100f) continue;
+        if (row.contentType != block_type::older_placement) continue;
         for (const BlockNode& node : row.children) {
-            if (node.contentType != 0x100e) continue;
+            if (node.contentType != block_type::older_placement_record) continue;
             const std::size_t at = node.offset + placed_region_at;
             if (!image.holds(at, count_width)) continue;
             placements.push_back({.track = track, .position = {}, .region = image.u32(at)});
@@ -217,9 +226,11 @@ std::vector<Placement> read_all_placements(ByteView image, std::span<const Block
     for (const BlockNode& list : tree) {
         std::size_t track = 0;
         for (const BlockNode& node : list.children) {
-            if (list.contentType == 0x1054 && node.contentType == 0x1052) {
+            if (list.contentType == block_type::audio_playlist_list &&
+                node.contentType == block_type::audio_playlist) {
                 read_placements(image, node, track++, placements);
-            } else if (list.contentType == 0x1012 && node.contentType == 0x1011) {
+            } else if (list.contentType == block_type::older_playlist_list &&
+                       node.contentType == block_type::older_playlist) {
                 read_older_placements(image, node, track++, placements);
             }
         }

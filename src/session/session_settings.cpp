@@ -15,12 +15,12 @@
 #include "session/session_settings.hpp"
 
 #include "session/block_scan.hpp"
+#include "session/block_types.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t settings_type = 0x1028;
 constexpr std::uint32_t min_settings_size = 4;
 constexpr std::size_t audio_format_at = 9;
 constexpr std::size_t part_count_at = 21;
@@ -37,7 +37,6 @@ constexpr std::size_t values_bytes = 4;
 
 constexpr int last_pan_depth = 4;
 
-constexpr std::uint16_t click_type = 0x2055;
 constexpr std::uint32_t click_size = 31;
 constexpr std::size_t click_on_at = 29;
 
@@ -65,7 +64,7 @@ std::optional<ByteView> values_behind(ByteView record) {
 /// Pan depth, float mark and bit depth of the first settings record that has them: behind its path,
 /// else as far as `reach` bytes of them lie at the fixed place.
 std::optional<ByteView> find_values(const BlockIndex& index, std::size_t reach) {
-    for (const Block& block : index.of_type(settings_type).all()) {
+    for (const Block& block : index.of_type(block_type::session_settings).all()) {
         const ByteView record = index.image().window(block.at, block.end() - block.at);
         if (const auto values = values_behind(record)) return values;
         if (record.holds(fixed_values_at, reach)) {
@@ -78,7 +77,7 @@ std::optional<ByteView> find_values(const BlockIndex& index, std::size_t reach) 
 }  // namespace
 
 AudioFormat readAudioFormat(const BlockIndex& index) {
-    for (const Block& block : index.of_type(settings_type).all()) {
+    for (const Block& block : index.of_type(block_type::session_settings).all()) {
         if (block.size < min_settings_size) continue;
         const auto format = index.image().u8(block.at + audio_format_at);
         return format == 3   ? AudioFormat::wav
@@ -101,7 +100,7 @@ std::optional<int> readPanDepth(const BlockIndex& index) {
 }
 
 int readClickSetting(const BlockIndex& index) {
-    for (const Block& block : index.of_type(click_type).all()) {
+    for (const Block& block : index.of_type(block_type::click).all()) {
         if (block.size != click_size) continue;
         const auto on = index.image().u8(block.at + click_on_at);
         return on <= 1 ? on : -1;

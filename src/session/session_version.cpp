@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "session/block_scan.hpp"
+#include "session/block_types.hpp"
 
 namespace tanrove {
 
@@ -22,7 +23,6 @@ constexpr std::size_t count_width = 4;
 constexpr std::size_t max_text_bytes = 64;
 constexpr std::size_t min_text_bytes = 2;
 
-constexpr std::uint16_t product_type = 0x0003;
 constexpr std::size_t product_at = 10;
 constexpr std::size_t numbers_bytes = 16;
 
@@ -84,7 +84,7 @@ SessionVersion scan_head(ByteView image) {
 /// The last product record stands: sessions that were saved anew keep no older one behind it.
 /// nullopt where there is none.
 std::optional<SessionVersion> read_product_record(const BlockIndex& index) {
-    const auto records = index.of_type(product_type).all();
+    const auto records = index.of_type(block_type::product).all();
     for (auto record = records.rbegin(); record != records.rend(); ++record) {
         const std::size_t at = record->at + product_at;
         const auto product = read_text(index.image(), at, record->end());

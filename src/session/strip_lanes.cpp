@@ -18,6 +18,7 @@
 #include <optional>
 
 #include "base/formatted_text.hpp"
+#include "session/block_types.hpp"
 #include "session/channel_records.hpp"
 #include "session/enclosing_blocks.hpp"
 
@@ -25,14 +26,15 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::array<std::uint16_t, 4> holder_types = {0x261b, 0x261d, 0x2620, 0x2621};
+constexpr std::array<std::uint16_t, 4> holder_types = {block_type::audio_row,
+                                                       block_type::master_row, block_type::midi_row,
+                                                       block_type::instrument_row};
 
 constexpr std::size_t max_panners = 2;
 constexpr std::size_t stereo_flat_lanes = 5;
 constexpr double tenths = 10.0;
 constexpr std::int32_t hard_left = -100;
 constexpr std::int32_t hard_right = 100;
-constexpr std::uint16_t master_row_type = 0x261d;
 
 /// Gives the lanes of one strip their places on it.
 class StripLanes {
@@ -148,7 +150,7 @@ void clean_stereo_pan(Strip& strip) {
 
 void read_midi_lane(const BlockIndex& index, LaneReader& reader, std::size_t owner, Strip& strip) {
     const Block* mixer = index.at(strip.channel_position - block_payload_at);
-    const Block* lane = mixer == nullptr ? nullptr : index.first_child(*mixer, lane_type);
+    const Block* lane = mixer == nullptr ? nullptr : index.first_child(*mixer, block_type::lane);
     if (lane == nullptr) return;
     reader.read(lane->at, owner, strip.mute_lane);
     strip.lane_count = 1;
@@ -170,7 +172,7 @@ std::vector<std::size_t> strips_by_position(const std::vector<Strip>& strips) {
 
 void read_lanes_of_row(const BlockIndex& index, const Block& row, bool is_master,
                        LaneReader& reader, std::size_t owner, Strip& strip) {
-    const Block* channel = index.first_child(row, send_channel_type);
+    const Block* channel = index.first_child(row, block_type::send_channel);
     const Block& holder = channel != nullptr ? *channel : row;
     const LaneGroups lanes = sortLanes(index, holder.at, holder.end());
     const LaneShape shape = is_master ? LaneShape::master : lane_shape(index, holder, lanes);
@@ -186,7 +188,7 @@ void readStripLanes(const BlockIndex& index, std::vector<Strip>& strips) {
     const auto rows = index.of_types(holder_types);
     const auto holders = smallest_enclosing(rows, positions);
     // A master fader holds an audio row of its own, which then is the smallest.
-    const auto masters = smallest_enclosing(index.of_type(master_row_type).all(), positions);
+    const auto masters = smallest_enclosing(index.of_type(block_type::master_row).all(), positions);
 
     LaneReader reader(index.image());
     for (std::size_t i = 0; i < order.size(); ++i) {

@@ -17,6 +17,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "session/block_types.hpp"
 #include "session/enclosing_blocks.hpp"
 #include "session/strip_table.hpp"
 
@@ -24,11 +25,11 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t strip_name_type = 0x2619;
-constexpr std::uint16_t strip_identity_type = 0x261c;
 constexpr auto master_type = static_cast<std::uint16_t>(StripRowType::master);
 constexpr auto audio_type = static_cast<std::uint16_t>(StripRowType::audio_or_aux);
-constexpr std::array<std::uint16_t, 6> row_types = {0x261b, 0x261d, 0x261f, 0x2620, 0x2621, 0x2623};
+constexpr std::array<std::uint16_t, 6> row_types = {
+    block_type::audio_row, block_type::master_row,     block_type::vca_row,
+    block_type::midi_row,  block_type::instrument_row, block_type::video_row};
 
 constexpr std::size_t original_name_at = 9;
 constexpr std::size_t text_at = 4;  // behind its count
@@ -109,7 +110,7 @@ std::vector<Block> row_blocks(const BlockIndex& index) {
 /// not share a name, which would be copied once for each of them.
 void read_original_names(const BlockIndex& index, std::span<const Block> blocks,
                          std::vector<StripRow>& rows) {
-    const auto names = index.of_type(strip_name_type).all();
+    const auto names = index.of_type(block_type::strip_name).all();
     std::vector<std::size_t> starts;
     starts.reserve(names.size());
     for (const Block& name : names) starts.push_back(name.at);
@@ -188,7 +189,7 @@ void bind_current_names(const BlockIndex& index, StripRows& strips) {
 
 StripRows readStripRows(const BlockIndex& index) {
     const auto blocks = row_blocks(index);
-    const auto identities = holders(index, strip_identity_type, blocks);
+    const auto identities = holders(index, block_type::strip_identity, blocks);
     ActiveMarks marks(index.image());
     StripRows result;
     result.rows.reserve(blocks.size());

@@ -7,17 +7,18 @@
 #include <vector>
 
 #include "session/block_index.hpp"
+#include "session/block_types.hpp"
 
 namespace tanrove {
 
 /// Content types of the row blocks.
 enum class StripRowType : std::uint16_t {
-    audio_or_aux = 0x261b,
-    master = 0x261d,
-    vca = 0x261f,
-    midi = 0x2620,
-    instrument = 0x2621,
-    video = 0x2623,
+    audio_or_aux = block_type::audio_row,
+    master = block_type::master_row,
+    vca = block_type::vca_row,
+    midi = block_type::midi_row,
+    instrument = block_type::instrument_row,
+    video = block_type::video_row,
 };
 
 /// Most strips that are read, far more than a session can have. Each grows into a strip with all

@@ -11,12 +11,12 @@
 // short forms have no flag, and their width is a code.
 #include "session/strip_table.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t strip_table_type = 0x2519;
-constexpr std::uint16_t strip_table_entry_type = 0x251a;
 constexpr std::string_view entry_type("\x1a\x25", 2);  // as it stands in the bytes
 
 constexpr std::size_t type_at = 9;
@@ -76,7 +76,7 @@ bool is_same_strip(const StripTableEntry& a, const StripTableEntry& b) {
 std::vector<StripTableRecord> read_strip_table_records(const BlockIndex& index) {
     const ByteView image = index.image();
     std::vector<StripTableRecord> records;
-    for (const Block& entry : index.of_type(strip_table_entry_type).all()) {
+    for (const Block& entry : index.of_type(block_type::strip_table_entry).all()) {
         StripTableRecord& record = records.emplace_back();
         record.type = image.u16(entry.at + type_at);
         const auto name = read_name(image, entry.at + name_length_at, entry.end());
@@ -90,7 +90,7 @@ std::vector<StripTableRecord> read_strip_table_records(const BlockIndex& index) 
 }
 
 std::vector<StripTableEntry> readStripTable(const BlockIndex& index) {
-    const auto tables = index.of_type(strip_table_type).all();
+    const auto tables = index.of_type(block_type::strip_table).all();
     if (tables.empty()) return {};
     const ByteView image = index.image();
     const Block& table = tables.front();

@@ -13,6 +13,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
+#include "session/block_types.hpp"
 #include "session/buses.hpp"
 #include "session/channel_records.hpp"
 #include "session/first_enclosing.hpp"
@@ -21,8 +22,6 @@
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t midi_mixer_type = 0x2611;
 
 /// Farthest that a record stands from the one before it in the same run, bytes.
 constexpr std::size_t max_run_gap = 2700;
@@ -89,8 +88,9 @@ std::vector<std::size_t> names_in_front(ByteView image, std::span<const std::str
 bool is_nameless(const BlockIndex& index, const ChannelRecord& record) {
     if (record.at < record_in_slot) return false;
     const Block* slot = index.at(record.at - record_in_slot);
-    if (slot == nullptr || slot->content_type != send_channel_type) return false;
-    return index.of_type(output_name_type).first_inside(record.end, slot->end()) == nullptr;
+    if (slot == nullptr || slot->content_type != block_type::send_channel) return false;
+    return index.of_type(block_type::path_reference).first_inside(record.end, slot->end()) ==
+           nullptr;
 }
 
 /// The records that count, each with its strip, in order of position.
@@ -189,12 +189,12 @@ std::size_t run_length(std::span<const StripRecord> records) {
 /// Reads the strip of a MIDI row; false if the row has no mixer record.
 bool read_midi_strip(const BlockIndex& index, const StripRow& row, Strip& strip) {
     const Block* mixer =
-        index.of_type(midi_mixer_type).first_inside(row.start + block_payload_at, row.end);
+        index.of_type(block_type::midi_mixer).first_inside(row.start + block_payload_at, row.end);
     if (mixer == nullptr) return false;
     strip.present = true;
     strip.midi_only = true;
     strip.channel_position = mixer->payload();
-    if (const Block* lane = index.first_child(*mixer, lane_type)) {
+    if (const Block* lane = index.first_child(*mixer, block_type::lane)) {
         strip.muted = lane_initial(index.image(), lane->at) == 1.0;
     }
     return true;

@@ -22,11 +22,12 @@
 #include <optional>
 #include <string_view>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t tempo_map_type = 0x2028;
 constexpr std::string_view tempo_map_name = "Tempo";
 constexpr std::size_t min_map_bytes = 76;
 constexpr std::size_t min_map_image_bytes = 88;
@@ -120,7 +121,7 @@ TempoRecords readTempoMap(const BlockIndex& index) {
     const ByteView image = index.image();
     if (image.size() < min_map_image_bytes) return {};
     // Each map replaces the one before it, so that only the last is worth reading.
-    const auto blocks = index.of_type(tempo_map_type).all();
+    const auto blocks = index.of_type(block_type::tempo_map).all();
     for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
         const ByteView record = image.window(block->at, block->end() - block->at);
         if (is_tempo_map(record)) return read_points(record);

@@ -9,11 +9,12 @@
 //   42 + n  u32 session start in frames of that rate
 #include "session/timecode.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t timecode_type = 0x204d;
 constexpr std::uint32_t min_timecode_size = 22;
 constexpr std::size_t base_code_at = 9;
 constexpr std::size_t base_start_at = 18;
@@ -47,7 +48,7 @@ constexpr TimecodeInfo timecode_rows[] = {
 };
 
 std::optional<ByteView> first_record(const BlockIndex& index) {
-    for (const Block& block : index.of_type(timecode_type).all()) {
+    for (const Block& block : index.of_type(block_type::timecode).all()) {
         if (block.size < min_timecode_size) continue;
         return index.image().window(block.at, block.end() - block.at);
     }

@@ -18,6 +18,7 @@
 #include <map>
 #include <string_view>
 
+#include "session/block_types.hpp"
 #include "session/enclosing_blocks.hpp"
 #include "session/strip_table.hpp"
 
@@ -25,14 +26,8 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t display_type = 0x2015;
-constexpr std::uint16_t row_anchor_type = 0x2434;
-constexpr std::uint16_t audio_colour_mark_type = 0x2104;
-constexpr std::uint16_t video_colour_mark_type = 0x2105;
-constexpr std::uint16_t attributes_type = 0x102d;
-constexpr std::uint16_t audio_row_type = 0x261b;
-constexpr std::uint16_t strip_name_type = 0x2619;
-constexpr std::array<std::uint16_t, 2> row_holder_types = {0x261c, 0x261e};
+constexpr std::array<std::uint16_t, 2> row_holder_types = {block_type::strip_identity,
+                                                           block_type::aux_row};
 
 constexpr std::size_t shown_at = 1;  // these count from the first child's end
 constexpr std::size_t height_at = 6;
@@ -65,7 +60,7 @@ std::string_view comment_of(ByteView image, const Block& record, std::size_t chi
 
 std::int32_t display_row_of(const BlockIndex& index, const Block& record) {
     std::size_t at = record.end() - row_width;
-    if (const Block* anchor = index.first_child(record, row_anchor_type)) {
+    if (const Block* anchor = index.first_child(record, block_type::row_anchor)) {
         if (anchor->end() > at) return 0;
         at = anchor->end();
     }
@@ -77,8 +72,8 @@ std::optional<std::size_t> colour_place(const BlockIndex& index, const Block& re
     const Block* child = index.first_child(record);
     if (child == nullptr) return std::nullopt;
     std::size_t at = child->end() + colour_at;
-    const Block* mark = index.first_child(record, audio_colour_mark_type);
-    if (mark == nullptr) mark = index.first_child(record, video_colour_mark_type);
+    const Block* mark = index.first_child(record, block_type::audio_colour_mark);
+    if (mark == nullptr) mark = index.first_child(record, block_type::video_colour_mark);
     if (mark != nullptr && mark->end() > at) {
         at = mark->end() + 1;
     } else {
@@ -137,7 +132,7 @@ void pair_by_name(const BlockIndex& index, std::span<const StripRow> rows,
 /// a record goes with the row that it stands in, or behind in the 0x261c of an audio track or the
 /// 0x261e of an aux.
 std::vector<const Block*> pair_records(const BlockIndex& index, std::span<const StripRow> rows) {
-    const BlockList& records = index.of_type(display_type);
+    const BlockList& records = index.of_type(block_type::track_display);
     std::vector<const Block*> pairs(rows.size(), nullptr);
     if (rows.size() == records.all().size()) {
         for (std::size_t i = 0; i < rows.size(); ++i) pairs[i] = &records.all()[i];
@@ -159,11 +154,11 @@ std::vector<const Block*> pair_records(const BlockIndex& index, std::span<const 
 
 void read_switches(const BlockIndex& index, const StripRow& row, TrackDisplay& display) {
     const Block* attributes = index.at(row.start + block_payload_at);
-    if (attributes != nullptr && attributes->content_type == audio_row_type) {
+    if (attributes != nullptr && attributes->content_type == block_type::audio_row) {
         attributes = index.at(attributes->payload());
     }
-    if (attributes == nullptr || attributes->content_type != attributes_type) return;
-    const Block* name = index.first_child(*attributes, strip_name_type);
+    if (attributes == nullptr || attributes->content_type != block_type::track_attributes) return;
+    const Block* name = index.first_child(*attributes, block_type::strip_name);
     if (name == nullptr) return;
     const ByteView image = index.image();
     const std::size_t limit = attributes->end();

@@ -8,11 +8,11 @@
 
 #include <algorithm>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint16_t track_name_type = 0x1014;
 
 constexpr std::size_t name_length_at = 9;
 constexpr std::size_t name_at = 13;
@@ -51,7 +51,7 @@ std::optional<TrackName> read_track_name(ByteView record) {
 
 std::vector<TrackName> read_track_names(const BlockIndex& index) {
     const ByteView image = index.image();
-    const BlockList& blocks = index.of_type(track_name_type);
+    const BlockList& blocks = index.of_type(block_type::track_name);
     // Found once: records that overlap must not each search their own span.
     const auto markers = find_in(image, blocks.reach(), identity_marker);
     std::vector<TrackName> tracks;

@@ -1,13 +1,13 @@
 // The record of a VCA master, a 0x2514 inside its strip row 0x261f: u32 fader at offset 9.
 #include "session/vca_slots.hpp"
 
+#include "session/block_types.hpp"
 #include "session/enclosing_blocks.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t vca_record_type = 0x2514;
 constexpr std::uint32_t largest_other_record = 12;
 constexpr std::size_t fader_at = 9;
 
@@ -23,7 +23,7 @@ VcaSlots readVcaSlots(const BlockIndex& index, const std::vector<StripRow>& rows
         row_indexes.push_back(i);
     }
     std::vector<std::size_t> records;
-    for (const Block& record : index.of_type(vca_record_type).all()) {
+    for (const Block& record : index.of_type(block_type::vca_slot).all()) {
         if (record.size > largest_other_record) records.push_back(record.at);
     }
     const auto holders = smallest_enclosing(vca_rows, records);

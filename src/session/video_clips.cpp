@@ -17,21 +17,19 @@
 #include <cmath>
 #include <map>
 
+#include "session/block_types.hpp"
 #include "session/video_files.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t playlist_type = 0x1053;
 constexpr std::uint32_t least_playlist = 20;
 constexpr std::uint32_t largest_playlist = 400000;
 
-constexpr std::uint16_t placement_type = 0x1051;
 constexpr std::uint32_t least_placement = 20;
 constexpr std::uint32_t largest_placement = 4000;
 
-constexpr std::uint16_t record_type = 0x104f;
 constexpr std::uint32_t least_record = 18;
 constexpr std::size_t record_at = 11;  // from the placement's 'Z', or behind that
 constexpr std::size_t lock_at = 9;
@@ -43,7 +41,6 @@ constexpr std::size_t colour_at = 25;
 constexpr std::size_t late_mute_at = 39;
 constexpr std::uint32_t largest_without_mute = 30;
 
-constexpr std::uint16_t strip_table_type = 0x2519;
 constexpr std::uint32_t least_table_with_rate = 12;
 constexpr std::size_t rate_at = 11;
 constexpr double least_rate = 1;
@@ -52,7 +49,6 @@ constexpr double rate_tolerance = 0.005;
 constexpr std::array<double, 13> usual_rates = {23.976, 24,    25, 29.97, 30,     47.952, 48,
                                                 50,     59.94, 60, 100,   119.88, 120};
 
-constexpr std::uint16_t picture_settings_type = 0x270a;
 constexpr std::uint32_t largest_without_quality = 7;
 constexpr std::size_t quality_at = 13;
 
@@ -78,7 +74,7 @@ VideoClip read_clip(ByteView image, const Block& record, std::uint32_t track_ind
 /// The records long enough to be a clip's.
 BlockList clip_records(const BlockIndex& index) {
     std::vector<Block> records;
-    for (const Block& record : index.of_type(record_type).all()) {
+    for (const Block& record : index.of_type(block_type::placement_record).all()) {
         if (record.size >= least_record) records.push_back(record);
     }
     return BlockList(std::move(records));
@@ -107,7 +103,7 @@ VideoClips readVideoClips(const BlockIndex& index) {
     std::map<std::string, std::uint32_t, std::less<>> places;
     // Playlists do not overlap: a placement belongs to the first that holds it.
     std::size_t next_placement = 0;
-    for (const Block& playlist : index.of_type(playlist_type).all()) {
+    for (const Block& playlist : index.of_type(block_type::video_playlist).all()) {
         if (playlist.size < least_playlist || playlist.size > largest_playlist) continue;
         const auto name = read_name(image, playlist.payload(), playlist.end());
         if (!name || name->empty()) continue;
@@ -115,7 +111,8 @@ VideoClips readVideoClips(const BlockIndex& index) {
         const auto [place, is_new] = places.try_emplace(std::string(*name), next_place);
         if (is_new) video.track_names.emplace_back(*name);
         const std::size_t from = std::max(playlist.payload(), next_placement);
-        for (const Block& row : index.of_type(placement_type).between(from, playlist.end())) {
+        for (const Block& row :
+             index.of_type(block_type::video_placement).between(from, playlist.end())) {
             next_placement = row.at + 1;
             if (row.end() > playlist.end()) continue;
             if (row.size < least_placement || row.size > largest_placement) continue;
@@ -128,7 +125,7 @@ VideoClips readVideoClips(const BlockIndex& index) {
 }
 
 std::optional<double> readVideoRate(const BlockIndex& index) {
-    for (const Block& table : index.of_type(strip_table_type).all()) {
+    for (const Block& table : index.of_type(block_type::strip_table).all()) {
         if (table.size < least_table_with_rate) continue;
         const double rate = index.image().f64(table.at + rate_at);
         if (is_usual_rate(rate)) return rate;
@@ -137,7 +134,7 @@ std::optional<double> readVideoRate(const BlockIndex& index) {
 }
 
 std::optional<std::int32_t> readVideoQuality(const BlockIndex& index) {
-    for (const Block& settings : index.of_type(picture_settings_type).all()) {
+    for (const Block& settings : index.of_type(block_type::picture_settings).all()) {
         if (settings.size > largest_without_quality) {
             return index.image().u8(settings.at + quality_at);
         }

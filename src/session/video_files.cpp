@@ -18,14 +18,14 @@
 #include <set>
 #include <string_view>
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t file_list_type = 0x103a;
-constexpr std::uint16_t movie_list_type = 0x1006;
-constexpr std::array<std::uint16_t, 2> movie_list_types = {movie_list_type, 0x2096};
-constexpr std::uint16_t movie_type = 0x1005;
+constexpr std::array<std::uint16_t, 2> movie_list_types = {block_type::movie_list,
+                                                           block_type::newer_movie_list};
 constexpr std::size_t entry_of_movie_at = 9;
 constexpr std::uint32_t least_list = 8;
 constexpr std::uint32_t largest_list = 4000;  ///< of files that are no movies'
@@ -61,11 +61,11 @@ bool is_video_name(std::string_view name) {
 std::vector<Block> file_lists(const BlockIndex& index) {
     std::set<std::size_t> of_movies;
     for (const Block& movies : index.of_types(movie_list_types)) {
-        const Block* list = index.first_child(movies, file_list_type);
+        const Block* list = index.first_child(movies, block_type::file_names);
         if (list != nullptr) of_movies.insert(list->at);
     }
     std::vector<Block> lists;
-    for (const Block& list : index.of_type(file_list_type).all()) {
+    for (const Block& list : index.of_type(block_type::file_names).all()) {
         const bool may_be_long = of_movies.contains(list.at);
         const bool fits = list.size <= largest_list || may_be_long;
         if (list.size >= least_list && fits) lists.push_back(list);
@@ -199,16 +199,16 @@ std::vector<std::string> readVideoFiles(const BlockIndex& index) {
 std::vector<std::string> read_movie_list(const BlockIndex& index) {
     const ByteView image = index.image();
     std::vector<std::string> movies;
-    const auto lists = index.of_type(movie_list_type).all();
+    const auto lists = index.of_type(block_type::movie_list).all();
     if (lists.empty()) return movies;
     const Block& list = lists.front();
-    const Block* files = index.first_child(list, file_list_type);
+    const Block* files = index.first_child(list, block_type::file_names);
     if (files == nullptr) return movies;
     std::size_t entries_left = image.size() / bytes_without_text;
     const auto entries = read_entries(image, *files, entries_left);
     std::size_t name_bytes_left = image.size();
     std::size_t end_of_last = files->end();
-    for (const Block& movie : index.of_type(movie_type).between(files->end(), list.end())) {
+    for (const Block& movie : index.of_type(block_type::movie).between(files->end(), list.end())) {
         if (movie.at < end_of_last || movie.end() > list.end()) continue;
         end_of_last = movie.end();
         const std::size_t number = image.u32(movie.at + entry_of_movie_at);

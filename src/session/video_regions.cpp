@@ -5,13 +5,12 @@
 //   C    u32 place in the list of movies, right behind the 0x2628
 #include "session/video_regions.hpp"
 
+#include "session/block_types.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t list_type = 0x262e;
-constexpr std::uint16_t region_type = 0x262d;
-constexpr std::uint16_t clip_type = 0x2628;
 constexpr std::size_t name_count_at = 9;
 constexpr std::size_t name_at = 13;
 constexpr std::size_t movie_width = 4;
@@ -26,7 +25,7 @@ VideoUnit unit_of(std::uint8_t mark) {
 
 VideoRegion read_region(const BlockIndex& index, const Block& record) {
     const ByteView image = index.image();
-    const Block* clip = index.first_child(record, clip_type);
+    const Block* clip = index.first_child(record, block_type::clip);
     if (clip == nullptr || clip->end() + movie_width > record.end()) return {};
     const auto name = read_name(image, clip->at + name_count_at, clip->end());
     if (!name) return {};
@@ -43,11 +42,12 @@ VideoRegion read_region(const BlockIndex& index, const Block& record) {
 
 std::vector<VideoRegion> read_video_regions(const BlockIndex& index) {
     std::vector<VideoRegion> regions;
-    const auto lists = index.of_type(list_type).all();
+    const auto lists = index.of_type(block_type::video_region_list).all();
     if (lists.empty()) return regions;
     const Block& list = lists.front();
     std::size_t end_of_last = list.payload();
-    for (const Block& record : index.of_type(region_type).between(list.payload(), list.end())) {
+    for (const Block& record :
+         index.of_type(block_type::video_region).between(list.payload(), list.end())) {
         if (record.at < end_of_last || record.end() > list.end()) continue;
         end_of_last = record.end();
         regions.push_back(read_region(index, record));

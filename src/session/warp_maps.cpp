@@ -9,13 +9,13 @@
 
 #include <algorithm>
 
+#include "session/block_types.hpp"
 #include "session/clip_names.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t warp_map_type = 0x2636;
 constexpr std::size_t point_count_at = 28;
 constexpr std::size_t anchor_at = 36;
 constexpr std::size_t points_at = 44;
@@ -89,13 +89,13 @@ WarpMaps readWarpMaps(const BlockIndex& index) {
     WarpMaps maps;
     // Maps do not overlap: all of them together have no more points than the image has room for.
     std::size_t points_left = image.size() / narrow_form.step;
-    const auto clips = index.of_type(clip_name_type).all();
+    const auto clips = index.of_type(block_type::clip).all();
     for (std::size_t i = 0; i < clips.size(); ++i) {
         const auto name = read_clip_name(image, clips[i]);
         if (!name || clip_kind(index, clips[i]) != ClipKind::audio) continue;
         const std::size_t next_clip = i + 1 < clips.size() ? clips[i + 1].at : image.size();
         const std::size_t behind_name = clips[i].payload() + 4 + name->size();
-        const auto found = index.of_type(warp_map_type).between(behind_name, next_clip);
+        const auto found = index.of_type(block_type::warp_map).between(behind_name, next_clip);
         if (found.empty()) continue;
         const Block& map = found.front();
         const std::size_t p = map.at + block_content_at;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "session/block_types.hpp"
 #include "timeline/stretch_markers.hpp"
 
 namespace tanrove {
@@ -15,7 +16,6 @@ namespace {
 
 constexpr std::uint32_t loop_length_mode = 1;
 constexpr std::uint32_t number_of_loops_mode = 2;
-constexpr std::uint16_t audio_placement = 0x1050;
 constexpr std::uint16_t no_placement = 0;  // no block stands around the record
 constexpr std::uint32_t min_count = 2;
 constexpr std::uint32_t max_count = 10000;
@@ -43,13 +43,14 @@ UnloopedClip unlooped_clip(const TimelineTrack& track, const ClipItem& clip, Loo
 }
 
 bool ends_by_length(const LoopRecord& loop) {
-    return loop.known_shape && loop.parent_type == audio_placement && loop.mode == loop_length_mode;
+    return loop.known_shape && loop.parent_type == block_type::audio_placement &&
+           loop.mode == loop_length_mode;
 }
 
 /// Why this clip cannot be written as passes; nothing where it can.
 std::optional<LoopRefusal> refusal_of(const ClipItem& clip, const LoopRecord& loop) {
     if (!loop.known_shape) return LoopRefusal::unknown_shape;
-    if (loop.parent_type != audio_placement) return LoopRefusal::not_audio;
+    if (loop.parent_type != block_type::audio_placement) return LoopRefusal::not_audio;
     if (loop.mode != number_of_loops_mode) return LoopRefusal::unknown_mode;
     if (loop.count < min_count || loop.count > max_count) return LoopRefusal::unreadable_count;
     // What a crossfade adds to a head or a tail is no part of the loop.
@@ -82,11 +83,11 @@ void end_clip(ClipItem& clip, double length) {
 ClipLooper::ClipLooper(std::span<const LoopRecord> records) : records_(records) {
     for (const LoopRecord& record : records) {
         const bool may_be_audio =
-            record.parent_type == audio_placement || record.parent_type == no_placement;
+            record.parent_type == block_type::audio_placement || record.parent_type == no_placement;
         if (may_be_audio) loops_.push_back({&record});
     }
     std::ranges::stable_sort(loops_, {}, [](const KeyedLoop& loop) {
-        return std::pair(loop.record->key, loop.record->parent_type != audio_placement);
+        return std::pair(loop.record->key, loop.record->parent_type != block_type::audio_placement);
     });
 }
 
@@ -138,7 +139,7 @@ void ClipLooper::write_passes(TimelineTrack& track, double rate_hz, LoopTallies&
 
 void ClipLooper::list_unmatched(LoopTallies& tallies) const {
     for (const LoopRecord& record : records_) {
-        if (record.parent_type == audio_placement) continue;
+        if (record.parent_type == block_type::audio_placement) continue;
         const std::size_t place =
             record.parent_type == no_placement ? place_of(record.key) : loops_.size();
         if (place < loops_.size() && loops_[place].taken) continue;

@@ -8,6 +8,7 @@
 #include <set>
 #include <sstream>
 
+#include "session/block_types.hpp"
 #include "session/buses.hpp"
 #include "session/channel_records.hpp"
 #include "session/freeze_renders.hpp"
@@ -139,14 +140,14 @@ std::string scanned_strips(const SlowScan& scan, bool by_rows) {
     std::size_t last_strip = names.size();
     std::size_t last_at = 0;
     std::size_t target = names.size();
-    for (const Block& block : scan.blocks(channel_record_type)) {
+    for (const Block& block : scan.blocks(block_type::channel_record)) {
         const auto record = read_channel_record(image, block);
         const auto strip = strip_at(image, rows, names, block.at + 10);
         if (!record || (by_rows && rows.empty()) || strip == names.size()) continue;
-        const auto slots = scan.blocks(send_channel_type, block.at < 9 ? 0 : block.at - 9);
+        const auto slots = scan.blocks(block_type::send_channel, block.at < 9 ? 0 : block.at - 9);
         const bool is_in_slot = !slots.empty() && slots.front().at + 9 == block.at;
         const bool is_nameless =
-            is_in_slot && !scan.first(output_name_type, block.end(), slots.front().end());
+            is_in_slot && !scan.first(block_type::path_reference, block.end(), slots.front().end());
         if (!seen.insert(strip).second && is_nameless) continue;
         bool is_own = false;
         if (strip != last_strip || block.at - last_at > 2700) {

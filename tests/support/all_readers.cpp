@@ -8,6 +8,7 @@
 #include "session/audio_file_folders.hpp"
 #include "session/automation_lanes.hpp"
 #include "session/block_tree.hpp"
+#include "session/block_types.hpp"
 #include "session/buses.hpp"
 #include "session/channel_records.hpp"
 #include "session/clip_effects.hpp"
@@ -193,7 +194,7 @@ void read_lanes(Session& session, Readings& out) {
     const BlockIndex& index = session.index;
     std::vector<Lane> lanes;
     std::vector<double> initials;
-    for (const Block& block : index.of_type(lane_type).all()) {
+    for (const Block& block : index.of_type(block_type::lane).all()) {
         if (Lane lane; readLane(index.image(), block.at, lane)) lanes.push_back(std::move(lane));
         if (const auto initial = lane_initial(index.image(), block.at))
             initials.push_back(*initial);
