@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "session/block_types.hpp"
 #include "session/enclosing_blocks.hpp"
 #include "session/playlist_walk.hpp"
 
@@ -13,10 +14,6 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t playlist_type = 0x1057;
-constexpr std::uint16_t playlist_list_type = 0x1058;
-constexpr std::uint16_t placement_type = 0x1056;
-constexpr std::uint16_t record_type = 0x104f;
 constexpr std::uint8_t kind_ticks = 2;
 
 // Limits of the flat rows.
@@ -56,11 +53,12 @@ std::string_view playlist_name(ByteView image, const Block& playlist) {
 template <typename Accept, typename Use>
 void for_each_placement(const BlockIndex& index, Accept accept, Use use) {
     std::size_t next_placement = 0;
-    for (const Block& playlist : index.of_type(playlist_type).all()) {
+    for (const Block& playlist : index.of_type(block_type::midi_playlist).all()) {
         const auto name = playlist_name(index.image(), playlist);
         if (name.empty() || !accept(playlist)) continue;
         const std::size_t from = std::max(playlist.payload(), next_placement);
-        for (const Block& row : index.of_type(placement_type).between(from, playlist.end())) {
+        for (const Block& row :
+             index.of_type(block_type::midi_placement).between(from, playlist.end())) {
             next_placement = row.at + 1;
             if (row.end() <= playlist.end()) use(name, row);
         }
@@ -72,10 +70,11 @@ void for_each_placement(const BlockIndex& index, Accept accept, Use use) {
 MidiPlaylists readMidiPlaylists(const BlockIndex& index) {
     MidiPlaylists midi;
     PlaylistWalker walker(index);
-    const auto blocks = index.of_type(playlist_type).all();
+    const auto blocks = index.of_type(block_type::midi_playlist).all();
     std::vector<std::size_t> starts;
     for (const Block& block : blocks) starts.push_back(block.at);
-    const auto lists = smallest_enclosing(index.of_type(playlist_list_type).all(), starts);
+    const auto lists =
+        smallest_enclosing(index.of_type(block_type::midi_playlist_list).all(), starts);
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         const auto playlist = walker.walk(blocks[i]);
         if (!playlist && lists[i] == nullptr) continue;
@@ -97,7 +96,7 @@ std::map<std::string, int> readMidiClipCounts(const BlockIndex& index) {
     std::map<std::string, int> counts;
     const auto any = [](const Block&) { return true; };
     for_each_placement(index, any, [&](std::string_view name, const Block& row) {
-        const Block* record = index.first_child(row, record_type);
+        const Block* record = index.first_child(row, block_type::placement_record);
         if (record != nullptr && holds_clip_group(index.image(), record->at)) {
             ++counts[std::string(name)];
         }
@@ -108,7 +107,7 @@ std::map<std::string, int> readMidiClipCounts(const BlockIndex& index) {
 std::vector<MidiPlaylistRow> readMidiPlaylistRows(const BlockIndex& index) {
     const ByteView image = index.image();
     std::vector<Block> large_records;
-    for (const Block& record : index.of_type(record_type).all()) {
+    for (const Block& record : index.of_type(block_type::placement_record).all()) {
         if (record.size > largest_empty_record) large_records.push_back(record);
     }
     const BlockList records(std::move(large_records));
