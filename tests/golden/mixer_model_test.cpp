@@ -21,7 +21,7 @@ using namespace builder;
 using Lines = std::vector<std::string>;
 
 constexpr int sample_rate = 48000;
-constexpr unsigned mixers = 60;
+constexpr unsigned mixers = 150;
 
 /// A line of words and numbers.
 class Line {
@@ -62,7 +62,9 @@ public:
         Mixer mixer;
         const std::size_t count = 1 + below(5);
         for (std::size_t i = 0; i < count; ++i) mixer.tracks.push_back(track(i));
-        if (chance(2)) mixer.tracks.push_back(aux());
+        for (const char* bus : {"Bus", "Bus", "Mono"}) {
+            if (chance(2)) mixer.tracks.push_back(aux(bus, mixer.tracks.size()));
+        }
         if (chance(2)) insert(mixer.tracks, master());
         const std::size_t vcas = below(3);
         for (std::size_t i = 0; i < vcas; ++i) {
@@ -130,13 +132,17 @@ private:
             track.pan_right = between(-100, 100);
             if (chance(2)) track.pan_right_lane = lane(-100, 100, 200, *track.pan_right);
         }
-        if (chance(5)) track.output = chance(2) ? "" : "Bus";
+        const char* const outputs[] = {"", "Bus", "Mono", "Key", "Main.R"};
+        if (chance(3)) track.output = outputs[below(std::size(outputs))];
+        if (chance(4)) track.inserts = {{.key_input = output_id("Key")}};
         for (std::size_t left = below(3); left > 0; --left) track.sends.push_back(send());
         return track;
     }
 
     SendSpec send() {
-        SendSpec send{.target = "Bus", .level_db = between(-600, 120) / 10.0};
+        const char* const targets[] = {"Bus", "Bus", "Mono", "Key"};
+        SendSpec send{.target = targets[below(std::size(targets))],
+                      .level_db = between(-600, 120) / 10.0};
         send.pre_fader = chance(2);
         send.muted = chance(4);
         send.pan = between(-100, 100);
@@ -146,16 +152,16 @@ private:
         return send;
     }
 
-    TrackSpec aux() {
-        TrackSpec aux = track(9);
-        aux.name = "Aux";
+    TrackSpec aux(const std::string& bus, std::size_t number) {
+        TrackSpec aux = track(number);
+        aux.name = "Aux " + std::to_string(number);
         aux.kind = TrackKind::aux;
         aux.channels = 2;
         if (!aux.pan_right) aux.pan_right = 100;
         aux.output = "Out 1-2";
         aux.voice_off = false;  // has none
         aux.sends.clear();
-        aux.input = "Bus";
+        aux.input = bus;
         aux.input_is_bus = true;
         return aux;
     }
@@ -174,7 +180,9 @@ private:
 
 SessionBuilder session_of(const Mixer& mixer) {
     SessionBuilder session;
-    session.bus("Bus", 1);
+    session.bus("Bus", 1).io_path({"Mono", 2, {3}}).io_path({"Key", 2, {4}});
+    session.io_path({.name = "Main", .type = 2, .channels = {5, 6}, .mapped = true});
+    session.io_path({.name = "Main.R", .type = 2, .channels = {6}, .parent = 5});
     for (const TrackSpec& track : mixer.tracks) session.track(track);
     for (const auto& [vca, members] : mixer.members) {
         const std::vector<std::uint16_t> places(members.begin(), members.end());
@@ -191,7 +199,7 @@ public:
     explicit Model(const Mixer& mixer) : tracks_(mixer.tracks), members_(mixer.members) {
         for (std::size_t i = 0; i < tracks_.size(); ++i) {
             if (tracks_[i].kind == TrackKind::master) master_ = &tracks_[i];
-            if (tracks_[i].kind == TrackKind::aux) aux_ = &tracks_[i];
+            has_key_ |= !tracks_[i].inserts.empty() && tracks_[i].kind != TrackKind::master;
             const bool is_vca = tracks_[i].kind == TrackKind::vca;
             if (is_vca ? leads(i) : &tracks_[i] != master_) written_.push_back(i);
         }
@@ -217,6 +225,7 @@ public:
             add(Line("NAME") << solo_track);
             add(Line("VOLPAN") << 1 << 0 << -1 << -1 << 1);
             add(Line("MUTESOLO") << 0 << 2 << 0);
+            add(Line("NCHAN") << 2);
             add(Line("MAINSEND") << (own_track_ ? 0 : 1) << 0);
         }
         if (own_track_ && !master_is_written_) write_master_track();
@@ -247,7 +256,33 @@ private:
             members, [&](std::size_t i) { return tracks_[i].kind != TrackKind::master; });
     }
     bool plays_to_master(const TrackSpec& track) const {
-        return track.output == "Out 1-2" || (track.output == "Bus" && aux_ == nullptr);
+        if (track.output.empty() || (track.output == "Key" && has_key_)) return false;
+        return !is_taken(track.output);
+    }
+
+    /// Inactive takers hear a bus only where it has no others.
+    bool is_taken(const std::string& bus) const {
+        return std::ranges::any_of(tracks_, [&](const auto& t) { return t.input == bus; });
+    }
+    bool takes(const TrackSpec& taker, const std::string& bus) const {
+        if (bus.empty() || taker.input != bus) return false;
+        return taker.active || std::ranges::none_of(tracks_, [&](const TrackSpec& other) {
+                   return other.input == bus && other.active;
+               });
+    }
+    /// Pro Tools has no panner in front of these.
+    bool is_unpanned(const TrackSpec& track) const {
+        return track.output == "Main.R" || (track.output == "Mono" && is_taken("Mono"));
+    }
+    bool hears_key(const TrackSpec& track) const {
+        return track.kind != TrackKind::master && !track.inserts.empty();
+    }
+    bool has_key_receives(const TrackSpec& track) const {
+        return hears_key(track) && std::ranges::any_of(tracks_, [&](const TrackSpec& other) {
+                   const auto is_key = [](const SendSpec& send) { return send.target == "Key"; };
+                   return &other != &track &&
+                          (other.output == "Key" || std::ranges::any_of(other.sends, is_key));
+               });
     }
 
     void solo(std::size_t i, std::set<std::size_t>& soloed) const {
@@ -318,20 +353,28 @@ private:
         add(Line("VOLPAN") << (is_parked ? 1 : gain(level(*master_))) << 0 << -1 << -1 << 1);
         add(Line("MUTESOLO") << 0 << 0 << 0);
         add(Line("PANMODE") << 6);
+        add(Line("NCHAN") << 2);
         add(Line("MAINSEND") << 1 << 0);
         for (const std::string& sender : senders_) receive(sender, 0, 1, 0, 0);
         if (has_lane) write_master_volume("VOLENV2", is_parked);
     }
 
-    void receive(const std::string& source, int mode, double level, double pan, int mute) {
+    void receive(const std::string& source, int mode, double level, double pan, int mute,
+                 int channel = 0) {
         add(Line("AUXRECV") << "\"" + source + "\"" << mode << level << pan << mute << 0 << 0 << 0
-                            << 0 << "31:U" << 4177951 << -1 << "''");
+                            << channel << "31:U" << 4177951 << -1 << "''");
     }
 
     bool feeds_pre_fader(const TrackSpec& track) const {
-        return aux_ != nullptr && std::ranges::any_of(track.sends, [](const SendSpec& send) {
-                   return send.pre_fader && !send.muted;
-               });
+        const auto is_heard = [&](const std::string& bus) {
+            return std::ranges::any_of(tracks_, [&](const TrackSpec& other) {
+                const bool is_keyed = bus == "Key" && hears_key(other) && &other != &track;
+                return is_keyed || takes(other, bus);
+            });
+        };
+        return std::ranges::any_of(track.sends, [&](const SendSpec& send) {
+            return send.pre_fader && !send.muted && is_heard(send.target);
+        });
     }
 
     void write(std::size_t i) {
@@ -348,9 +391,12 @@ private:
         write_volume_and_pan(track, plays_on ? 0 : is_parked ? 1 : gain(level(track)));
         add(Line("MUTESOLO") << (is_muted(track) && !plays_on ? 1 : 0)
                              << (soloed_.contains(i) ? 2 : 0) << (track.solo_safe ? 1 : 0));
-        if (!is_vca) add(Line("PANMODE") << (track.channels == 2 ? 6 : 3));
+        const bool is_dual = track.channels == 2 || is_unpanned(track);
+        if (!is_vca) add(Line("PANMODE") << (is_dual ? 6 : 3));
+        add(Line("NCHAN") << (has_key_receives(track) ? 4 : 2));
         add(Line("MAINSEND") << (plays_to_master(track) && !own_track_ ? 1 : 0) << 0);
-        if (&track == aux_) write_receives();
+        if (has_key_receives(track) && plays_to_master(track)) add(Line("MAINSEND_NCH") << 2);
+        write_receives(track);
         if (!is_vca) write_lanes(track, mode == 1 || mode == 2 || mode == 4);
     }
 
@@ -361,8 +407,10 @@ private:
         const bool stands =
             is_off(track) || (track.pan_lane.points.empty() && track.pan_right_lane.points.empty());
         const double pan = track.channels == 2 ? (left + right) / 2 : left;
-        line << volume << (stands ? pan / 100 : 0) << -1;
-        if (track.channels == 2) {
+        line << volume << (stands && !is_unpanned(track) ? pan / 100 : 0) << -1;
+        if (track.output == "Main.R") {
+            line << 1 << 1;
+        } else if (track.channels == 2 && !is_unpanned(track)) {
             line << track.pan_lane.initial.value_or(*track.pan) / 100.0
                  << track.pan_right_lane.initial.value_or(*track.pan_right) / 100.0;
         } else {
@@ -375,39 +423,50 @@ private:
         const bool on = !is_off(track);
         write_lane("VOLENV2", track.volume_lane, track.fader_db * 10, on, armed);
         write_lane("MUTEENV", track.mute_lane, track.muted ? 1 : 0, on && !is_silent(track), armed);
+        const bool pans = on && !is_unpanned(track);
         if (track.channels == 2) {
-            write_lane("DUALPANENVL", track.pan_lane, track.pan.value_or(0), on, armed);
-            write_lane("DUALPANENV", track.pan_right_lane, track.pan_right.value_or(0), on, armed);
+            write_lane("DUALPANENVL", track.pan_lane, *track.pan, pans, armed);
+            write_lane("DUALPANENV", track.pan_right_lane, *track.pan_right, pans, armed);
         } else {
-            write_lane("PANENV2", track.pan_lane, track.pan.value_or(0), on, armed);
+            write_lane("PANENV2", track.pan_lane, *track.pan, pans, armed);
         }
         write_lane("VOLENV3", *track.trim_lane, 0, on, false);
     }
 
-    void write_receives() {
+    void write_receives(const TrackSpec& to) {
         for (const std::size_t i : written_) {
-            if (tracks_[i].output == "Bus") receive(tracks_[i].name, 0, 1, 0, 0);
+            const TrackSpec& source = tracks_[i];
+            if (!hears_key(to) || &source == &to) continue;
+            if (source.output == "Key") receive(source.name, 0, 1, 0, 0, 2);
+            write_sends(source, "Key", 2);
         }
         for (const std::size_t i : written_) {
             const TrackSpec& source = tracks_[i];
-            for (const SendSpec& send : source.sends) {
-                const double pan = source.channels == 1 ? send.pan / 100.0 : 0;
-                receive(source.name, send.pre_fader ? 3 : 0, gain(send.level_db), pan,
-                        send.muted ? 1 : 0);
-                write_lane("AUXVOLENV", send.level_lane, send.level_db * 10, !is_off(source),
-                           false);
-                write_lane("AUXMUTEENV", send.mute_lane, 0, !is_off(source), false);
-            }
+            if (takes(to, source.output)) receive(source.name, 0, 1, 0, 0);
+        }
+        for (const std::size_t i : written_) {
+            if (takes(to, to.input) && &tracks_[i] != &to) write_sends(tracks_[i], to.input, 0);
+        }
+    }
+
+    void write_sends(const TrackSpec& source, const std::string& bus, int channel) {
+        for (const SendSpec& send : source.sends) {
+            if (send.target != bus) continue;
+            const double pan = source.channels == 1 && bus == "Bus" ? send.pan / 100.0 : 0;
+            receive(source.name, send.pre_fader ? 3 : 0, gain(send.level_db), pan,
+                    send.muted ? 1 : 0, channel);
+            write_lane("AUXVOLENV", send.level_lane, send.level_db * 10, !is_off(source), false);
+            write_lane("AUXMUTEENV", send.mute_lane, 0, !is_off(source), false);
         }
     }
 
     const std::vector<TrackSpec>& tracks_;
     const std::map<std::size_t, std::set<std::size_t>>& members_;
     const TrackSpec* master_ = nullptr;
-    const TrackSpec* aux_ = nullptr;
     std::vector<std::size_t> written_;  ///< places of the tracks that become tracks
     std::set<std::size_t> soloed_;
     std::vector<std::string> senders_;  ///< into the master, by name
+    bool has_key_ = false;
     bool needs_solo_track_ = false;
     bool own_track_ = false;  ///< the master's
     bool master_is_written_ = false;
@@ -426,7 +485,9 @@ std::string mixer_lines(const std::string& project) {
                                         "VOLPAN",
                                         "MUTESOLO",
                                         "PANMODE",
+                                        "NCHAN",
                                         "MAINSEND",
+                                        "MAINSEND_NCH",
                                         "AUXRECV",
                                         "<VOLENV2",
                                         "<MUTEENV",
