@@ -16,6 +16,11 @@ constexpr int post_fader_mode = 0;
 constexpr std::int32_t hard_left = -100;
 constexpr std::int32_t hard_right = 100;
 
+/// True of a track that is silent altogether, its sends included.
+bool is_silent(const TrackPlan& plan) {
+    return plan.inactive || plan.voice_off || plan.unmatched_alternate;
+}
+
 /// The tracks that a bus plays into; none where no strip of it is written.
 std::vector<std::size_t> plans_behind(const BusRoute& bus, const RoutingView& routing) {
     std::vector<std::size_t> plans;
@@ -74,6 +79,15 @@ bool has_moved_knobs(const RoutingSend& send) {
 
 double pan_of_mono(const RoutingSend& send) {
     return static_cast<double>(std::clamp(send.pan, hard_left, hard_right)) / hard_right;
+}
+
+void count_lost_sends(const std::string& track, const StripRoute& route, const RoutingRow& row,
+                      RoutingTallies& tallies) {
+    const auto lost = std::ranges::count_if(
+        route.lost_sends, [&](std::size_t send) { return !is_off(row.sends[send]); });
+    if (lost == 0) return;
+    tallies.sends_left_out += static_cast<int>(lost);
+    tallies.tracks_of_sends_left_out.push_back(track);
 }
 
 /// Collects the sends of all tracks at the tracks they lead to.
@@ -137,10 +151,9 @@ bool has_level_automation(const TrackPlan& plan) {
     });
 }
 
-/// True if Pro Tools plays the track's sends although it is muted: not those of a track that is
-/// silent altogether.
+/// True if Pro Tools plays the track's sends although it is muted.
 bool is_muted_source(const TrackPlan& plan) {
-    return plan.muted && !plan.inactive && !plan.voice_off && !plan.unmatched_alternate;
+    return plan.muted && !is_silent(plan);
 }
 
 }  // namespace
@@ -178,6 +191,7 @@ void plan_sends(std::vector<TrackPlan>& plans, const RoutingView& routing,
         const StripRoute& route = routing.routes.strips[*strip];
         if (!route.routing_row) continue;
         const RoutingRow& row = routing.records.rows[*route.routing_row];
+        if (!is_silent(plans[i])) count_lost_sends(plans[i].name, route, row, tallies);
         for (const SendRoute& send : route.sends) {
             auto targets = plans_behind(send.bus, routing);
             std::erase(targets, i);

@@ -8,10 +8,12 @@ namespace tanrove {
 
 struct RoutingTallies {
     int sends = 0;
-    int return_tracks = 0;                     ///< tracks that sends play into
-    int panned_sends = 0;                      ///< of mono tracks, off center
-    int sends_off = 0;                         ///< switched off, written muted
-    int sends_into_surround = 0;               ///< of mono and stereo tracks
+    int return_tracks = 0;        ///< tracks that sends play into
+    int panned_sends = 0;         ///< of mono tracks, off center
+    int sends_off = 0;            ///< switched off, written muted
+    int sends_into_surround = 0;  ///< of mono and stereo tracks
+    int sends_left_out = 0;       ///< although Pro Tools plays them somewhere
+    std::vector<std::string> tracks_of_sends_left_out;
     int send_pan_lanes = 0;                    ///< that move, and are left out
     std::vector<std::string> two_knob_tracks;  ///< stereo tracks with a send whose knobs are moved
 

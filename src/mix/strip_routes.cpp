@@ -54,12 +54,21 @@ void resolve_output(const RoutingRow& row, const BusTable& buses, const KeyBuses
     route.feeds_keys_alone = !route.output && !route.output_is_hardware && keys.listen_to(*path);
 }
 
+/// True if Pro Tools plays what a path that no strip takes is sent: to the hardware, or as a part
+/// of a wider path that a strip takes whole.
+bool sounds_untaken(std::size_t path, const BusTable& buses) {
+    if (buses.paths().is_hardware(path)) return true;
+    const auto whole = buses.paths().whole_of(path);
+    return whole && buses.active_route_of(*whole);
+}
+
 void resolve_sends(const RoutingRow& row, const BusTable& buses, ReceiveBudget& budget,
                    StripRoute& route) {
     const std::size_t count = std::min(row.sends.size(), max_sends_of_strip);
     for (std::size_t i = 0; i < count; ++i) {
         const auto path = buses.paths().find(row.sends[i].target_identity, row.sends[i].target);
         auto bus = path ? route_of(*path, buses, budget) : std::nullopt;
+        if (path && !bus && sounds_untaken(*path, buses)) route.lost_sends.push_back(i);
         if (!bus) continue;
         const std::size_t width = buses.paths().at(*path).channels.size();
         route.sends.push_back({.send = i, .bus = std::move(*bus), .bus_width = width});

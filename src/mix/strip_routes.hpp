@@ -88,8 +88,10 @@ struct StripRoute {
     bool stays_on_master = false;
     MonoOutput mono_output = MonoOutput::no;
     std::vector<SendRoute> sends;  ///< those that some strip takes
-    std::vector<KeyRoute> keys;    ///< one for each plug-in with a key input
-    std::size_t taken_width = 0;   ///< channels of the bus that the strip takes, 0 for none
+    /// Places among the sends of the routing row: those that no strip takes, though they sound.
+    std::vector<std::size_t> lost_sends;
+    std::vector<KeyRoute> keys;   ///< one for each plug-in with a key input
+    std::size_t taken_width = 0;  ///< channels of the bus that the strip takes, 0 for none
 };
 
 struct Routes {

@@ -59,6 +59,15 @@ void print_two_knob_tracks(TextBuffer& out, const std::vector<std::string>& trac
         count_of(tracks), listed(tracks).c_str());
 }
 
+void print_sends_left_out(TextBuffer& out, const RoutingTallies& tallies) {
+    if (tallies.sends_left_out == 0) return;
+    out.print(
+        "  NOTE: %d send(s) play to a hardware output, or into a part of a surround bus\n"
+        "      that an aux takes whole: they are left out:%s\n",
+        tallies.sends_left_out,
+        quoted_names(tallies.tracks_of_sends_left_out, max_listed_tracks).c_str());
+}
+
 void print_taken_outputs(TextBuffer& out, const std::vector<std::string>& tracks) {
     if (tracks.empty()) return;
     out.print(
@@ -118,6 +127,7 @@ void print_send_details_and_outputs(TextBuffer& out, const RoutingTallies& talli
             "      its own pan setting\n");
     }
     print_rows(out, tallies, surround_send_rows);
+    print_sends_left_out(out, tallies);
     print_rows(out, tallies, output_rows);
     print_taken_outputs(out, tallies.taken_from_hardware);
 }

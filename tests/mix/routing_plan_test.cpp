@@ -377,7 +377,17 @@ TEST(SettleChannelCounts, NothingThatPlaysToTheMasterLosesAChannelOnItsWay) {
     mixer.track("Container", "Out 1-2", "", stereo);
     RoutingRow& bed = mixer.track("Bed", "Out 1-2", "", 6);
     bed.sends = {send_to("Surround")};
-    mixer.track("Vox", "Out 1-2").sends = {send_to("Surround")};
+    for (const auto& [name, channel] : {std::pair("Surround.LFE", 6), {"Nobody.L", 7}}) {
+        mixer.path(name, {static_cast<std::uint16_t>(channel)});
+        mixer.records.paths.back().own = true;
+        mixer.records.paths.back().parent_identity = channel == 6 ? 1 : 0;
+    }
+    mixer.path("Phones", {8, 9});
+    mixer.records.paths.back().mapped = true;
+    mixer.track("Vox", "Out 1-2").sends = {send_to("Surround"), send_to("Surround.LFE"),
+                                           send_to("Nobody.L"), send_to("Phones"),
+                                           send_to("Phones")};
+    mixer.records.rows.back().sends.back().mute_lane.initial = 1;
     mixer.track("Verb", "Out 1-2", "Surround", 6);
     mixer.plans[0].folder = {1, 1};
     mixer.plans[1].folder = {2, -1};
@@ -387,6 +397,7 @@ TEST(SettleChannelCounts, NothingThatPlaysToTheMasterLosesAChannelOnItsWay) {
     EXPECT_EQ(mixer.plans[3].receives.at(0).width_code, 3 << 10);
     EXPECT_EQ(mixer.plans[3].receives.at(1).width_code, 0);
     EXPECT_EQ(mixer.tallies.sends_into_surround, 1);
+    EXPECT_EQ(mixer.tallies.sends_left_out, 2) << "those that Pro Tools plays somewhere";
 }
 
 /// What plays where, worked out bus by bus from the rules as they are spoken, for mixers whose
