@@ -3,6 +3,7 @@
 #include "chains/parameter_envelopes.hpp"
 
 #include <algorithm>
+#include <map>
 #include <optional>
 
 #include "plugins/product_names.hpp"
@@ -60,27 +61,28 @@ std::optional<std::uint32_t> parameter_by_id(const PluginLane& lane) {
     return number;
 }
 
-/// The one near parameter of this name, the name compared as `same` does.
-template <typename Same>
+/// The first near parameter whose name is the one wanted.
+template <typename IsWanted>
 std::optional<std::uint32_t> near_parameter(const ParameterTable& table, std::uint32_t index,
-                                            const Same& same) {
+                                            const IsWanted& is_wanted) {
     for (const std::uint32_t number : near_numbers(index)) {
         const auto entry = table.names.find(static_cast<int>(number));
-        if (entry == table.names.end() || !same(entry->second)) continue;
-        if (table.is_unique(entry->second)) return number;
+        if (entry != table.names.end() && is_wanted(entry->second)) return number;
     }
     return std::nullopt;
 }
 
 std::optional<std::uint32_t> parameter_by_name(const ParameterTable& table,
                                                const PluginLane& lane) {
-    const auto exact = near_parameter(table, lane.index,
-                                      [&](const std::string& name) { return name == lane.name; });
-    if (exact) return exact;
-    const std::string wanted = lower_alnum(lane.name);
-    if (wanted.empty()) return std::nullopt;
+    if (table.is_unique(lane.name)) {
+        const auto exact = near_parameter(
+            table, lane.index, [&](const std::string& name) { return name == lane.name; });
+        if (exact) return exact;
+    }
+    const std::string plain = lower_alnum(lane.name);
+    if (plain.empty() || !table.is_unique_plain(plain)) return std::nullopt;
     return near_parameter(table, lane.index,
-                          [&](const std::string& name) { return lower_alnum(name) == wanted; });
+                          [&](const std::string& name) { return lower_alnum(name) == plain; });
 }
 
 /// A lane's parameter, and whether it is known to be the right one.
@@ -89,25 +91,70 @@ struct LanePlace {
     bool is_known = true;
 };
 
-LanePlace place_lane(const PluginLane& lane, const PluginInsert& insert, const PluginTableRow& row,
-                     const ParameterNames& names, ChainTallies& tallies) {
+struct KnownParameter {
+    std::uint32_t number = 0;
+    int PluginLaneTallies::*counter = nullptr;  ///< null: not told apart in the account
+};
+
+std::optional<KnownParameter> known_parameter(const PluginLane& lane, const PluginInsert& insert,
+                                              const PluginTableRow& row,
+                                              const ParameterNames& names, ChainTallies& tallies) {
     if (const auto number = parameter_by_id(lane)) {
-        ++tallies.lanes.placed_by_id;
-        return {*number};
+        return KnownParameter{*number, &PluginLaneTallies::placed_by_id};
     }
-    const ParameterTable* table = names.table_for(row.fxName, row.file, row.ident);
-    if (table != nullptr) {
+    if (const ParameterTable* table = names.table_for(row.fxName, row.file, row.ident)) {
         if (const auto number = parameter_by_name(*table, lane)) {
-            ++tallies.lanes.placed_by_name;
-            return {*number};
+            return KnownParameter{*number, &PluginLaneTallies::placed_by_name};
         }
     }
     tallies.wanted_parameters.insert(row.fxName);
     const auto offset = known_offset(insert.code);
-    if (offset && lane.index >= *offset) return {lane.index - *offset};
-    ++tallies.lanes.unassigned;
-    const bool is_counted = !offset && lane.index >= usual_offset;
-    return {is_counted ? lane.index - usual_offset : 0, false};
+    if (offset && lane.index >= *offset) return KnownParameter{lane.index - *offset};
+    return std::nullopt;
+}
+
+/// The parameters of an insert that have an envelope: REAPER's has one for each.
+class TakenParameters {
+public:
+    bool take(std::uint32_t parameter) { return behind_.emplace(parameter, parameter + 1).second; }
+
+    /// Takes the parameter, or the next one that is free.
+    std::uint32_t take_from(std::uint32_t parameter) {
+        std::vector<std::uint32_t*> met;
+        for (auto at = behind_.find(parameter); at != behind_.end(); at = behind_.find(parameter)) {
+            met.push_back(&at->second);
+            parameter = at->second;
+        }
+        for (std::uint32_t* behind : met) *behind = parameter + 1;
+        behind_[parameter] = parameter + 1;
+        return parameter;
+    }
+
+private:
+    std::map<std::uint32_t, std::uint32_t> behind_;  ///< of each taken one, where to look next
+};
+
+/// The parameters of the lanes that are written, in step with them. Those that are known come
+/// first: a guess must not stand in their place.
+std::vector<LanePlace> place_lanes(const std::vector<const PluginLane*>& lanes,
+                                   const PluginInsert& insert, const PluginTableRow& row,
+                                   const ParameterNames& names, ChainTallies& tallies) {
+    TakenParameters taken;
+    std::vector<LanePlace> places;
+    for (const PluginLane* lane : lanes) {
+        const auto known = known_parameter(*lane, insert, row, names, tallies);
+        const bool has_guess = !known_offset(insert.code) && lane->index >= usual_offset;
+        LanePlace place{has_guess ? lane->index - usual_offset : 0, false};
+        if (known) place = {known->number, taken.take(known->number)};
+        if (known && place.is_known && known->counter != nullptr) ++(tallies.lanes.*known->counter);
+        places.push_back(place);
+    }
+    for (LanePlace& place : places) {
+        if (place.is_known) continue;
+        ++tallies.lanes.unassigned;
+        place.parameter = taken.take_from(place.parameter);
+    }
+    return places;
 }
 
 bool is_bypass(const PluginLane& lane) {
@@ -140,15 +187,20 @@ std::vector<FxEnvelope> parameter_envelopes(const PluginInsert& insert, const Pl
                                             std::string_view display_name,
                                             const ParameterNames& names, const LaneTimes& times,
                                             ChainTallies& tallies) {
-    std::vector<FxEnvelope> envelopes;
+    std::vector<const PluginLane*> lanes;
     for (const PluginLane& lane : insert.lanes) {
         if (lane.points.empty()) continue;
         if (is_bypass(lane)) {
             ++tallies.lanes.of_bypass;
-            continue;
+        } else {
+            lanes.push_back(&lane);
         }
-        const LanePlace place = place_lane(lane, insert, row, names, tallies);
-        envelopes.push_back(envelope_of(lane, place, insert, display_name, times));
+    }
+    const auto places = place_lanes(lanes, insert, row, names, tallies);
+    std::vector<FxEnvelope> envelopes;
+    envelopes.reserve(lanes.size());
+    for (std::size_t i = 0; i < lanes.size(); ++i) {
+        envelopes.push_back(envelope_of(*lanes[i], places[i], insert, display_name, times));
     }
     return envelopes;
 }

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/text_lines.hpp"
+#include "plugins/product_names.hpp"
 
 namespace tanrove {
 
@@ -38,7 +39,10 @@ ParameterRow read_row(std::string_view line) {
 }
 
 void count_names(ParameterTable& table) {
-    for (const auto& [number, name] : table.names) ++table.number_count[name];
+    for (const auto& [number, name] : table.names) {
+        ++table.number_count[name];
+        ++table.plain_count[lower_alnum(name)];
+    }
 }
 
 /// The names that stand at the same number in all of them.
@@ -62,6 +66,11 @@ ParameterTable agreed_names(const Builds& builds) {
 bool ParameterTable::is_unique(std::string_view name) const {
     const auto count = number_count.find(name);
     return count != number_count.end() && count->second == 1;
+}
+
+bool ParameterTable::is_unique_plain(std::string_view plain_name) const {
+    const auto count = plain_count.find(plain_name);
+    return count != plain_count.end() && count->second == 1;
 }
 
 int ParameterNames::add(std::string_view text) {

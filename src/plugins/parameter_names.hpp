@@ -20,9 +20,13 @@ constexpr std::size_t max_parameter_line_bytes = 1024;
 struct ParameterTable {
     std::map<int, std::string> names;                      ///< by number
     std::map<std::string, int, std::less<>> number_count;  ///< how many numbers have the name
+    std::map<std::string, int, std::less<>> plain_count;   ///< likewise, of letters and digits only
 
     /// True if the name stands at one number.
     bool is_unique(std::string_view name) const;
+
+    /// True if one number's name has these letters, in lower case, and digits.
+    bool is_unique_plain(std::string_view plain_name) const;
 };
 
 class ParameterNames {

@@ -110,9 +110,8 @@ public:
             if (!row) continue;
             const bool is_first = rows_met_.insert(*row).second;
             if (!is_first && plan.leg_pan == 0) continue;
-            // The second leg has the same plug-ins once more: they count as one.
-            ChainTallies second_leg;
-            chains[i] = chain(chain_track(plan, inserts_[*row]), is_first ? tallies_ : second_leg);
+            const ChainTrack track = chain_track(plan, inserts_[*row]);
+            chains[i] = is_first ? chain(track) : second_leg_chain(track);
             plan.mixer.polarity_inverted = chains[i].inverts_track;
         }
         return chains;
@@ -123,23 +122,30 @@ public:
         return chain({.name = master.name,
                       .inserts = placed(inserts_[masters.row], nullptr),
                       .width = master.channels,
-                      .is_master = true},
-                     tallies_);
+                      .is_master = true});
     }
 
 private:
-    ChainPlan chain(const ChainTrack& track, ChainTallies& tallies) {
-        return plan_chain(track,
-                          {.image = records_.image,
-                           .identities = records_.identities,
-                           .names = records_.parameter_names,
-                           .times = {.clock = clock_, .rate_hz = rate_hz_},
-                           .stand_ins = stand_ins_,
-                           .hear_settings =
-                               [this](const auto& insert, const auto& row, const auto& state) {
-                                   corpus_.add(insert, row, records_.image, state);
-                               }},
-                          options_, tallies);
+    ChainSources sources() {
+        return {.image = records_.image,
+                .identities = records_.identities,
+                .names = records_.parameter_names,
+                .times = {.clock = clock_, .rate_hz = rate_hz_},
+                .stand_ins = stand_ins_};
+    }
+
+    ChainPlan chain(const ChainTrack& track) {
+        ChainSources heard = sources();
+        heard.hear_settings = [this](const auto& insert, const auto& row, const auto& state) {
+            corpus_.add(insert, row, records_.image, state);
+        };
+        return plan_chain(track, heard, options_, tallies_);
+    }
+
+    /// It has the plug-ins of the first leg once more: they count as one.
+    ChainPlan second_leg_chain(const ChainTrack& track) {
+        ChainTallies uncounted;
+        return plan_chain(track, sources(), options_, uncounted);
     }
 
     const ChainRecords& records_;

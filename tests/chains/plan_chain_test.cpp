@@ -270,41 +270,12 @@ PluginLane lane(std::uint32_t index, const std::string& id) {
     return made;
 }
 
-TEST(PlanChain, PlacesAutomationWhereItIsSureToBelong) {
-    ChainRun run;
-    const struct {
-        const char* code;
-        PluginLane lane;
-        std::uint32_t parameter;
-        bool active;
-    } cases[] = {
-        {"MakePrd1", lane(3, "2"), 2, true},   {"MakePrd1", lane(2, "0"), 0, true},
-        {"MakePrd1", lane(3, "02"), 2, false}, {"MakePrd1", lane(3, "5"), 2, false},
-        {"MakePrd1", lane(0, ""), 0, false},   {"FabFFC2p", lane(9, ""), 7, true},
-        {"FabFFC2p", lane(1, ""), 0, false},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.code << ' ' << c.lane.index << ' ' << c.lane.id);
-        PluginInsert made = insert(c.code);
-        made.lanes = {c.lane};
-        made.lanes[0].points = {{0, 1.5}};
-        const ChainPlan chain = run.chain({made});
-        ASSERT_EQ(chain.slots.front().envelopes.size(), 1U);
-        const FxEnvelope& envelope = chain.slots.front().envelopes.front();
-        EXPECT_EQ(envelope.parameter, c.parameter);
-        EXPECT_EQ(envelope.active, c.active);
-        EXPECT_EQ(envelope.name.starts_with("ASSIGN: "), !c.active);
-        EXPECT_EQ(envelope.points.front().value, 1) << "held within the control's range";
-        EXPECT_EQ(run.tallies.lanes.points, 1);
-    }
-}
-
 TEST(PlanChain, TimesAutomationAndCountsWhatStaysBehind) {
     ChainRun run;
     PluginInsert made = insert("MakePrd1");
     PluginLane moved = lane(1, "0");
     moved.default_value = -0.5;
-    moved.points = {{24000, 0.25}, {-5, 0}};
+    moved.points = {{24000, 1.25}, {-5, 0}};
     PluginLane ticks = moved, bypass = moved, named = moved;
     ticks.in_ticks = true;
     ticks.steps = 2;
@@ -315,6 +286,7 @@ TEST(PlanChain, TimesAutomationAndCountsWhatStaysBehind) {
     const FxSlot slot = run.chain({made}).slots.front();
     ASSERT_EQ(slot.envelopes.size(), 2U);
     EXPECT_NEAR(slot.envelopes[0].points[0].seconds, 0.5, 1e-9);
+    EXPECT_EQ(slot.envelopes[0].points[0].value, 1) << "held within the control's range";
     EXPECT_EQ(slot.envelopes[0].points[1].seconds, 0);
     EXPECT_EQ(slot.envelopes[0].default_value, 0);
     EXPECT_NEAR(slot.envelopes[1].points[0].seconds, 1.0, 1e-9);

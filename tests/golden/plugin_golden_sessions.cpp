@@ -76,7 +76,7 @@ SessionBuilder session_with_plugins() {
     first.sends = {{.target = "Key"}};
     session.track(first).track(track_with("Two more", two, 7, 7));
     session.track(track_with("Three", three, 0, 7)).track(track_with("Three more", three, 7, 7));
-    session.track(track_with("Four", four, 0, 2));
+    session.track(track_with("Four", four, 0, 7)).track(track_with("Four more", four, 7, 7));
     TrackSpec keyed = track_with("Keyed", two, 1, 1);
     keyed.channels = 2;
     keyed.inserts[0].key_input = builder::output_id("Key");
