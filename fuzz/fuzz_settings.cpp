@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "fuzz/promise.hpp"
+#include "plugins/elck_chunks.hpp"
 #include "plugins/translate_settings.hpp"
 
 namespace tanrove {
@@ -44,6 +45,8 @@ PluginInsert chosen_insert(ByteView choice, ByteView image) {
     insert.elckSize = static_cast<std::uint32_t>(size - insert.elckOffset);
     insert.elckChunkCount = choice.u8(10) % 3;
     insert.copies = 1 + choice.u8(10) % 2;
+    if (choice.u8(10) % 5 == 4) insert.how = elck_how;
+    if (choice.u8(9) % 3 == 2) insert.elckHow = elck_how;
     insert.pluginSubComp = "ABCD";
     for (std::size_t i = 0; i < choice.u8(11); ++i) {
         insert.controlValues.push_back(image.f32(i * value_bytes));

@@ -5,9 +5,12 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "support/fx_chain_text.hpp"
 #include "support/records/old_session_records.hpp"
+#include "support/records/plugin_records.hpp"
 #include "support/rich_session.hpp"
 
 namespace {
@@ -30,6 +33,44 @@ OldSessionSpec old_song(bool big_endian, bool newer_playlists) {
     return song;
 }
 
+/// A section of a state: its tag, its length, contents behind `head_bytes`.
+ByteWriter& add_section(ByteWriter& state, std::string_view tag, std::size_t contents,
+                        std::size_t head_bytes) {
+    state.raw(tag).zeros(4).u32(contents).zeros(head_bytes - 12);
+    return state.raw(Bytes(contents, 'x'));
+}
+
+/// What the target of settings makes of its first twelve bytes: ident, name, form, least bytes,
+/// head of the row, code, container, places of block, state and chunk, chunks, values.
+std::vector<Seed> settings_seeds() {
+    ByteWriter session_chain;
+    session_chain.raw(std::string_view("\2\0\0\0\0\1\3\0\0\0\0\0..6SMC", 18)).zeros(32);
+    for (const char* tag : {"DHSH", "LGSH", "APSH"}) add_section(session_chain, tag, 5, 24);
+
+    ByteWriter presets, presets_elsewhere;
+    presets.raw(std::string_view("\2\0\0\0\x13\0\4\0\0\0\0\0", 12)).zeros(32);
+    presets_elsewhere = presets;
+    add_section(add_section(presets, "RHCP", 68, 16), "DPCP", 99, 16);
+    for (const char* tag : {"RHCP", "DPCP", "VGCP"}) add_section(presets_elsewhere, tag, 4, 16);
+
+    const std::string code = "MakePrd1";
+    ByteWriter chunks;
+    chunks.raw(plugin_chunk(code, "elck", "",
+                            ByteWriter().zeros(4).raw(real_control("A", 0.5, 4)).bytes()));
+    for (const char* tag : {"one.", "two."}) {
+        ByteWriter named;
+        named.raw(std::string_view("HEAD\0\0\0\2\0A", 10)).raw(Bytes(40, 3));
+        chunks.raw(plugin_chunk(code, tag, "", named.bytes()));
+    }
+    ByteWriter chain;
+    chain.raw(std::string_view("\2\0\0\0\0\0\5\0\1\1\2\0", 12));
+    chain.raw(plugin_settings_block({.code = code, .state = chunks.bytes()}));
+    return {{"settings_session_chain", session_chain.bytes()},
+            {"settings_presets", presets.bytes()},
+            {"settings_presets_elsewhere", presets_elsewhere.bytes()},
+            {"settings_chunks", chain.bytes()}};
+}
+
 std::vector<Seed> seeds() {
     std::vector<Seed> all = {
         {"empty", SessionBuilder().image()},
@@ -46,6 +87,7 @@ std::vector<Seed> seeds() {
         all.push_back({family.name, family.session.image()});
     }
     all.push_back({"rich", rich_session({}).image()});
+    for (Seed& seed : settings_seeds()) all.push_back(std::move(seed));
     const struct {
         const char* name;
         std::string text;
