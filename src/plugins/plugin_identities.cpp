@@ -17,11 +17,8 @@ constexpr std::string_view clap_kind = "CLAP";
 std::vector<std::uint32_t> asked_words(const IdentityInput& input,
                                        const InstancesByKey& instances) {
     std::vector<std::uint32_t> words;
-    for (const auto& [key, of_key] : instances) {
-        add_asked_by_key(words, key);
-        const auto name = input.session_names.find(key);
-        if (name != input.session_names.end()) add_asked_by_name(words, name->second);
-    }
+    for (const auto& [key, of_key] : instances) add_asked_by_key(words, key);
+    for (const auto& [code, name] : input.session_names) add_asked_by_name(words, name);
     for (const auto& [key, row] : input.built_in.rows) add_asked_by_name(words, row.productName);
     return words;
 }
@@ -58,8 +55,12 @@ const PluginTableRow* PluginIdentities::row_for(std::string_view key) const {
 // A CLAP build is worth nothing without the settings.
 void PluginIdentities::prefer_claps(const IdentityInput& input, const InstancesByKey& instances,
                                     TextBuffer& out) {
+    // Keys and the rows that were found come in one order.
+    auto found = found_.begin();
     for (const auto& [key, of_key] : instances) {
-        const PluginTableRow* row = row_for(key);
+        while (found != found_.end() && found->first < key) ++found;
+        const bool is_found = found != found_.end() && found->first == key;
+        const PluginTableRow* row = is_found ? &found->second : row_for(key);
         if (row == nullptr || row->ident.empty() || row->fxName.starts_with(clap_kind)) continue;
         const auto place = scan_.clap_for(behind_kind(row->fxName), file_stem(row->file));
         if (!place) continue;
@@ -70,12 +71,12 @@ void PluginIdentities::prefer_claps(const IdentityInput& input, const InstancesB
         const PluginInsert& first = input.inserts[of_key.first_insert];
         if (input.settings_translate && input.settings_translate(first, clap)) {
             out.print("    %s -> %-46s [--prefer-clap]\n", key.c_str(), clap.fxName.c_str());
-            findings_.moved_to_clap.insert(key);
-            claps_.emplace(key, std::move(clap));
+            findings_.moved_to_clap.insert(findings_.moved_to_clap.end(), key);
+            claps_.emplace_hint(claps_.end(), key, std::move(clap));
         } else {
             out.print("    %s stays on %s: its settings cannot be carried to the CLAP build yet\n",
                       key.c_str(), row->fxName.c_str());
-            findings_.kept_from_clap.insert(key);
+            findings_.kept_from_clap.insert(findings_.kept_from_clap.end(), key);
         }
     }
 }
