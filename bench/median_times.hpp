@@ -19,12 +19,17 @@ inline void run_equally_often(benchmark::internal::Benchmark* benchmark) {
     benchmark->Iterations(runs_of_each)->UseManualTime()->Unit(benchmark::kMillisecond);
 }
 
+/// The medians in seconds by their names, as far as they are measured.
+inline std::map<std::string, double>& medians() {
+    static std::map<std::string, double> by_name;
+    return by_name;
+}
+
 /// Runs `work` as often as the benchmark says and keeps the median under `name`. The counter
 /// "ratio" is that median in terms of the one that `base` has; `base` may be `name`.
 template <typename Work>
 void time_median(benchmark::State& state, const std::string& name, const std::string& base,
                  Work work) {
-    static std::map<std::string, double> medians;
     std::vector<double> times;
     for (auto _ : state) {
         const std::clock_t start = std::clock();
@@ -35,9 +40,9 @@ void time_median(benchmark::State& state, const std::string& name, const std::st
     }
     const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
     std::nth_element(times.begin(), middle, times.end());
-    medians[name] = *middle;
+    medians()[name] = *middle;
     state.counters["median_ms"] = *middle * 1e3;
-    if (medians.contains(base)) state.counters["ratio"] = *middle / medians.at(base);
+    if (medians().contains(base)) state.counters["ratio"] = *middle / medians().at(base);
 }
 
 }  // namespace tanrove::bench
