@@ -19,6 +19,10 @@ void print_clip_groups(TextBuffer& out, const ClipGroupTallies& tallies,
                 "      on the pieces (v202); %d could not be bound to an edge and were left off\n",
                 tallies.fades, tallies.fade_ins, tallies.fade_outs, tallies.fades_left_off);
         }
+        print_count(
+            out, tallies.spread_fades,
+            "      %d fade(s) of whole groups run over several of their clips: these follow\n"
+            "      the fade with their volume envelopes, as Pro Tools plays it\n");
     }
     print_count(out, written.placeholders,
                 "  %d clip group(s) hold no audio (placeholders, as an ADR cue list has\n"

@@ -8,6 +8,7 @@
 #include "session/loop_records.hpp"
 
 #include "session/block_types.hpp"
+#include "session/playlist_walk.hpp"
 
 namespace tanrove {
 
@@ -44,6 +45,7 @@ std::vector<LoopRecord> readLoopRecords(const BlockIndex& index) {
         record.key =
             loop_key(image.u32(placement.at + position_at), image.u32(placement.at + region_at));
         record.parent_type = parent_type(index, placement);
+        record.in_group = holds_clip_group(image, placement.at);
         record.known_shape = loop->size == known_size;
         if (record.known_shape) {
             record.mode = image.u8(loop->payload() + mode_at);

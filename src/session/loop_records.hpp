@@ -15,6 +15,7 @@ struct LoopRecord {
     std::uint32_t length = 0;  ///< samples
     std::uint32_t loop_extra = 0;
     std::uint16_t parent_type = 0;  ///< 0x1050 audio, 0x1056 MIDI, 0 where no block stands there
+    bool in_group = false;          ///< the placement's region is the number of a clip group
     bool known_shape = false;       ///< false: the numbers could not be read
 };
 

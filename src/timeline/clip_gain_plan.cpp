@@ -14,12 +14,20 @@ constexpr std::size_t max_line_points = 4'000'000;
 
 class GainGiver {
 public:
-    GainGiver(const ClipGains& gains, ClipGainTallies& tallies)
-        : gains_(gains), tallies_(tallies) {}
+    GainGiver(const ClipGains& gains, const ClipGroups* groups, ClipGainTallies& tallies)
+        : gains_(gains), groups_(groups), tallies_(tallies) {}
 
     void give(ClipItem& clip) {
         give_own_gain(clip);
-        if (!clip.group_name.empty()) add_group_gain(clip);
+        if (clip.group_name.empty()) return;
+        GroupGain met = add_group_gain(clip, clip.group_name);
+        for (const std::uint32_t group : clip.inner_groups) {
+            if (groups_ == nullptr) break;
+            const GroupGain inner = add_group_gain(clip, groups_->clips[group].name);
+            met = {met.is_fixed || inner.is_fixed, met.has_line || inner.has_line};
+        }
+        tallies_.in_groups_with_gain += met.is_fixed ? 1 : 0;
+        tallies_.in_groups_with_line += met.has_line ? 1 : 0;
     }
 
 private:
@@ -48,24 +56,32 @@ private:
         std::ranges::stable_sort(clip.gain_envelope, {}, &ClipGainLinePoint::position);
     }
 
-    void add_group_gain(ClipItem& clip) {
-        const auto fixed = gains_.groups.fixed_db.find(clip.group_name);
-        if (fixed != gains_.groups.fixed_db.end() && fixed->second != 0) {
+    /// What a group has of its own.
+    struct GroupGain {
+        bool is_fixed = false;
+        bool has_line = false;
+    };
+
+    GroupGain add_group_gain(ClipItem& clip, const std::string& group) {
+        const auto fixed = gains_.groups.fixed_db.find(group);
+        const bool has_gain = fixed != gains_.groups.fixed_db.end() && fixed->second != 0;
+        if (has_gain) {
             if (!clip.has_clip_gain) {
                 clip.has_clip_gain = true;
                 clip.clip_gain_db = 0;
                 ++tallies_.clips;
             }
             clip.clip_gain_db += fixed->second;
-            ++tallies_.in_groups_with_gain;
         }
-        if (gains_.line(gains_.groups, clip.group_name) == nullptr) return;
-        ++tallies_.in_groups_with_line;
-        if (groups_met_.insert(clip.group_name).second)
-            tallies_.groups_with_line.push_back(clip.group_name);
+        const bool has_line = gains_.line(gains_.groups, group) != nullptr;
+        if (has_line && groups_met_.insert(group).second) {
+            tallies_.groups_with_line.push_back(group);
+        }
+        return {has_gain, has_line};
     }
 
     const ClipGains& gains_;
+    const ClipGroups* groups_;
     ClipGainTallies& tallies_;
     std::size_t points_given_ = 0;
     std::set<std::string> groups_met_;
@@ -74,10 +90,10 @@ private:
 }  // namespace
 
 void give_clip_gain(std::vector<TimelineTrack>& tracks, const ClipGains& gains,
-                    ClipGainTallies& tallies) {
+                    const ClipGroups* groups, ClipGainTallies& tallies) {
     tallies.count_disagreements = gains.count_disagreements;
     if (gains.entries.empty()) return;
-    GainGiver giver(gains, tallies);
+    GainGiver giver(gains, groups, tallies);
     for (TimelineTrack& track : tracks) {
         for (ClipItem& clip : track.clips) {
             if (!clip.is_placeholder) giver.give(clip);

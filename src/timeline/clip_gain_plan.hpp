@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "session/clip_gains.hpp"
+#include "session/clip_groups.hpp"
 #include "timeline/timeline_track.hpp"
 
 namespace tanrove {
@@ -21,7 +22,8 @@ struct ClipGainTallies {
 
 /// Call it when all clips of all tracks stand where they play: pieces of a clip take its gain by
 /// its name. Points of a drawn line come in the order of their positions.
+/// A group inside a group adds its gain as well; `groups` tells their names.
 void give_clip_gain(std::vector<TimelineTrack>& tracks, const ClipGains& gains,
-                    ClipGainTallies& tallies);
+                    const ClipGroups* groups, ClipGainTallies& tallies);
 
 }  // namespace tanrove

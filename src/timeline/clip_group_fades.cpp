@@ -57,6 +57,19 @@ struct Edges {
     }
 };
 
+/// Where a fade begins, samples of the group.
+std::int64_t start_of(const GroupFade& fade) {
+    const std::int64_t length = std::llround(fade.record->length);
+    switch (fade.record->kind) {
+        case FadeKind::crossfade:
+            return fade.at - std::llround(fade.record->pre);
+        case FadeKind::fade_out:
+            return fade.at - length;
+        default:
+            return fade.at;
+    }
+}
+
 class Fading {
 public:
     Fading(std::vector<ListEntry>& entries, const SampleWindow& window,
@@ -66,16 +79,22 @@ public:
             const bool nested = entries[i].member->nested;
             (nested ? starts_.groups : starts_.clips).add(entries[i].span.start, i);
             (nested ? ends_.groups : ends_.clips).add(entries[i].fade_end, i);
+            (nested ? heads_.groups : heads_.clips).add(entries[i].head, i);
+            (nested ? tails_.groups : tails_.clips).add(entries[i].tail, i);
         }
     }
 
     /// False if the fade finds no edge, or a crossfade no sound to borrow.
     bool place(const GroupFade& fade) {
+        const bool is_beside = fade.at >= window_.start - edge_tolerance_samples &&
+                               fade.at <= window_.end + edge_tolerance_samples;
+        if (!is_beside) return place_beyond(fade);
         const bool needs_in = fade.record->kind != FadeKind::fade_out;
         const bool needs_out = fade.record->kind != FadeKind::fade_in;
         const std::size_t in = needs_in ? starts_.first_near(fade.at) : no_entry;
         const std::size_t out = needs_out ? ends_.first_near(fade.at) : no_entry;
-        if ((needs_in && in == no_entry) || (needs_out && out == no_entry)) return false;
+        const bool has_edges = (!needs_in || in != no_entry) && (!needs_out || out != no_entry);
+        if (!has_edges) return place_beyond(fade);
         if (needs_in && needs_out) return in != out && cross(*fade.record, out, in);
 
         ListEntry& entry = entries_[needs_in ? in : out];
@@ -86,6 +105,23 @@ public:
     }
 
 private:
+    /// What is seen of a fade whose clip, or one of a crossfade's two, has no edge in the window.
+    /// Where that one of the two is not seen at all, its sound is missing.
+    bool place_beyond(const GroupFade& fade) {
+        if (settings_.form == FadeForm::plain) return false;
+        const FadeKind kind = fade.record->kind;
+        const std::int64_t start = start_of(fade);
+        const auto take = [&](const Edges& edges, FadeSide side) {
+            const std::size_t entry = edges.first_near(fade.at);
+            if (entry == no_entry) return false;
+            entries_[entry].beyond.push_back({side, fade.record, start});
+            return true;
+        };
+        const bool has_in = kind != FadeKind::fade_out && take(heads_, FadeSide::fade_in);
+        const bool has_out = kind != FadeKind::fade_in && take(tails_, FadeSide::fade_out);
+        return kind != FadeKind::crossfade && (has_in || has_out);
+    }
+
     void set_fade(ListEntry& entry, const FadeRecord& record, FadeSide side, double length) {
         ClipFade& fade = side == FadeSide::fade_in ? entry.fade_in : entry.fade_out;
         fade = clip_fade(record, side, length, settings_.form, tallies_);
@@ -124,14 +160,67 @@ private:
     FadeTallies& tallies_;
     Edges starts_;
     Edges ends_;
+    Edges heads_;  // seen or not
+    Edges tails_;
 };
 
-/// Gives a piece what its group's fade lasts on it.
-void take_fade(ClipFade& fade, const ClipFade& of_group, double length, double piece_length) {
-    length = std::min(length, piece_length);
-    if (length <= fade.length) return;
-    fade = of_group;
-    fade.length = length;
+/// One fade of a group on the timeline. What the group plays may not reach as far as a crossfade
+/// draws its edge out: then the fade lasts from there.
+struct EdgeFade {
+    FadeSide side = FadeSide::fade_in;
+    const ClipFade& of_group;
+    double edge = 0;     ///< where it begins, or a fade-out ends
+    double missing = 0;  ///< from there to where the group was stored
+
+    double edge_of(const ClipItem& piece) const {
+        return side == FadeSide::fade_in ? piece.start : piece.start + piece.length;
+    }
+    double stored_edge() const {
+        return side == FadeSide::fade_in ? edge + missing : edge - missing;
+    }
+    FadeCurve from(double end, double length) const {
+        return {side, of_group.spec, side == FadeSide::fade_in ? end : end - length, length};
+    }
+};
+
+ClipFade& fade_of(ClipItem& piece, FadeSide side) {
+    return side == FadeSide::fade_in ? piece.fade_in : piece.fade_out;
+}
+
+ClipFade lasting(ClipFade fade, double length) {
+    fade.length = fade.spec_length = length;
+    return fade;
+}
+
+/// True if the fade had to be spread over pieces.
+bool fade_edge(std::span<ClipItem> pieces, const EdgeFade& fade, FadeForm form, double rate_hz) {
+    if (fade.of_group.length <= 0) return false;
+    const double tolerance = (static_cast<double>(edge_tolerance_samples) + 0.5) / rate_hz;
+    const auto is_near = [&](const ClipItem& piece, double edge) {
+        return std::abs(fade.edge_of(piece) - edge) <= tolerance;
+    };
+    const bool reaches_edge = std::ranges::any_of(
+        pieces, [&](const ClipItem& piece) { return is_near(piece, fade.edge); });
+    bool is_spread = false;
+    for (ClipItem& piece : pieces) {
+        const bool is_first = is_near(piece, fade.edge);
+        const bool is_stored_first = !is_first && is_near(piece, fade.stored_edge());
+        const bool is_whole = is_first || (!is_stored_first && reaches_edge);
+        const double length = fade.of_group.length - (is_whole ? 0 : fade.missing);
+        if (length <= 0) continue;
+        ClipFade& own = fade_of(piece, fade.side);
+        const bool is_on_edge = is_first || is_stored_first;
+        if (form == FadeForm::plain) {
+            const double lasts = std::min(length, piece.length);
+            if (is_on_edge && lasts > own.length) own = lasting(fade.of_group, lasts);
+        } else if (is_on_edge && own.length <= 0 && length <= piece.length + 1 / rate_hz) {
+            own = lasting(fade.of_group, std::min(length, piece.length));
+        } else {
+            const FadeCurve curve = fade.from(is_whole ? fade.edge : fade.stored_edge(), length);
+            is_spread |= fade_across({&piece, 1}, curve, rate_hz);
+        }
+    }
+    return is_spread;
 }
 
 }  // namespace
@@ -146,26 +235,31 @@ int fade_entries(std::vector<ListEntry>& entries, std::span<const GroupFade> fad
     return left_off;
 }
 
-void fade_group_edges(std::span<ClipItem> pieces, const GroupEdges& edges, double rate_hz) {
-    const double tolerance = (static_cast<double>(edge_tolerance_samples) + 0.5) / rate_hz;
-    const auto is_near = [tolerance](double a, double b) { return std::abs(a - b) <= tolerance; };
-    const double head_missing = std::max(edges.stored_start - edges.start, 0.0);
-    const double tail_missing = std::max(edges.end - edges.stored_end, 0.0);
+bool is_shown(const GroupFade& fade, const SampleWindow& window) {
+    const std::int64_t start = start_of(fade);
+    return start < window.end && start + std::llround(fade.record->length) > window.start;
+}
+
+int fade_group_edges(std::span<ClipItem> pieces, const GroupEdges& edges, FadeForm form,
+                     double rate_hz) {
+    const EdgeFade in{FadeSide::fade_in, edges.fade_in, edges.start,
+                      std::max(edges.stored_start - edges.start, 0.0)};
+    const EdgeFade out{FadeSide::fade_out, edges.fade_out, edges.end,
+                       std::max(edges.end - edges.stored_end, 0.0)};
+    return (fade_edge(pieces, in, form, rate_hz) ? 1 : 0) +
+           (fade_edge(pieces, out, form, rate_hz) ? 1 : 0);
+}
+
+bool fade_across(std::span<ClipItem> pieces, const FadeCurve& curve, double rate_hz) {
+    bool any = false;
     for (ClipItem& piece : pieces) {
-        const double end = piece.start + piece.length;
-        if (is_near(piece.start, edges.start)) {
-            take_fade(piece.fade_in, edges.fade_in, edges.fade_in.length, piece.length);
-        } else if (is_near(piece.start, edges.start + head_missing)) {
-            const double length = edges.fade_in.length - head_missing;
-            take_fade(piece.fade_in, edges.fade_in, length, piece.length);
-        }
-        if (is_near(end, edges.end)) {
-            take_fade(piece.fade_out, edges.fade_out, edges.fade_out.length, piece.length);
-        } else if (is_near(end, edges.end - tail_missing)) {
-            const double length = edges.fade_out.length - tail_missing;
-            take_fade(piece.fade_out, edges.fade_out, length, piece.length);
-        }
+        const double start = curve.start - piece.start;
+        const double least = 0.5 / rate_hz;
+        if (start > piece.length - least || start + curve.length < least) continue;
+        piece.fade_curves.push_back({curve.side, curve.spec, start, curve.length});
+        any = true;
     }
+    return any;
 }
 
 }  // namespace tanrove

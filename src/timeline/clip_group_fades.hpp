@@ -23,6 +23,13 @@ struct SampleWindow {
     std::int64_t end = 0;
 };
 
+/// A fade on an edge that its group's window does not show, though it shows a part of the fade.
+struct FadeBeyond {
+    FadeSide side = FadeSide::fade_in;
+    const FadeRecord* record = nullptr;
+    std::int64_t start = 0;  ///< where the fade begins, samples of the group
+};
+
 /// A clip or a nested group of a list as its group's window shows it, in samples of the group.
 struct ListEntry {
     const ClipGroupMember* member = nullptr;
@@ -33,6 +40,8 @@ struct ListEntry {
     ClipFade fade_in = {};
     ClipFade fade_out = {};
     bool crossfaded = false;  ///< at its tail
+    std::int64_t tail = 0;    ///< where it ends, shown or not
+    std::vector<FadeBeyond> beyond = {};
 };
 
 /// A fade of a group's list.
@@ -49,9 +58,13 @@ struct GroupFadeSettings {
     std::function<std::int64_t(const ListEntry& entry, std::int64_t wanted)> head_room;
 };
 
+/// True if the window shows some of the fade, wherever its edge lies.
+bool is_shown(const GroupFade& fade, const SampleWindow& window);
+
 /// Puts each fade on the first clip, failing that the first group, that ends or begins within two
-/// samples of it, and opens crossfades as far as window and files go. Returns how many were left
-/// off. Costs n log n.
+/// samples of it, and opens crossfades as far as window and files go. A clip whose edge lies
+/// outside the window takes along what is seen of its fade. Returns how many were left off. Costs n
+/// log n.
 int fade_entries(std::vector<ListEntry>& entries, std::span<const GroupFade> fades,
                  const SampleWindow& window, const GroupFadeSettings& settings,
                  FadeTallies& tallies);
@@ -67,8 +80,15 @@ struct GroupEdges {
     ClipFade fade_out;
 };
 
-/// Gives a group's fades to those of its pieces that lie on its edges. A longer fade of the piece's
-/// own stays.
-void fade_group_edges(std::span<ClipItem> pieces, const GroupEdges& edges, double rate_hz);
+/// Gives a group's fades to its pieces: a piece on the edge that holds all of the fade, and has
+/// none of its own, fades with it; others follow the part of its curve that they lie under. With
+/// plain fades only the pieces on the edge fade, and a longer fade of their own stays. Returns how
+/// many of the two fades had to be spread so.
+int fade_group_edges(std::span<ClipItem> pieces, const GroupEdges& edges, FadeForm form,
+                     double rate_hz);
+
+/// Lays a fade's curve, whose start is one of the timeline, over the pieces that lie under it.
+/// Returns false if none does.
+bool fade_across(std::span<ClipItem> pieces, const FadeCurve& curve, double rate_hz);
 
 }  // namespace tanrove

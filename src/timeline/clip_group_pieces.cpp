@@ -44,11 +44,6 @@ std::optional<SampleWindow> shown(const SampleWindow& window, std::int64_t at,
     return part;
 }
 
-/// False for a place so far outside that no fade there finds an edge of what sounds.
-bool is_beside(const SampleWindow& window, std::int64_t at) {
-    return at >= window.start - edge_tolerance_samples && at <= window.end + edge_tolerance_samples;
-}
-
 bool has_place(const ClipGroupMember& member) {
     return member.position >= min_member_position && member.position <= max_member_position;
 }
@@ -56,6 +51,12 @@ bool has_place(const ClipGroupMember& member) {
 std::int64_t place_of(const ClipGroupMember& member) {
     return static_cast<std::int64_t>(member.position) - group_origin;
 }
+
+/// One time that a member plays.
+struct Pass {
+    std::int64_t shift = 0;  ///< behind its place
+    std::int64_t longest = std::numeric_limits<std::int64_t>::max();
+};
 
 /// What a group's list holds, looked up with every doubt settled.
 class GroupLists {
@@ -101,22 +102,28 @@ public:
 
     /// A nested group as the window shows it; nullopt if it does not.
     std::optional<ListEntry> group_entry(const ClipGroupMember& member, const ClipGroupClip& nested,
-                                         const GroupView& view) const {
-        const std::int64_t at = place_of(member);
-        const auto part = shown(view.window, at, nested.length);
+                                         const GroupView& view, const Pass& pass) const {
+        const std::int64_t at = place_of(member) + pass.shift;
+        const std::int64_t length = std::min(nested.length, pass.longest);
+        const auto part = shown(view.window, at, length);
         if (!part) return std::nullopt;
-        return ListEntry{
-            .member = &member, .head = at, .stored = *part, .span = *part, .fade_end = part->end};
+        return ListEntry{.member = &member,
+                         .head = at,
+                         .stored = *part,
+                         .span = *part,
+                         .fade_end = part->end,
+                         .tail = at + length};
     }
 
     /// A clip as the window shows it. One with a sync point is stored where that point lies.
     std::optional<ListEntry> clip_entry(const ClipGroupMember& member, const Region& region,
-                                        const GroupView& view) const {
-        const std::int64_t head = place_of(member) - sync_samples(member);
+                                        const GroupView& view, const Pass& pass) const {
+        const std::int64_t head = place_of(member) - sync_samples(member) + pass.shift;
         const double start = view.start + seconds(head - view.window.start);
-        const std::int64_t length = sounding_length(material_, member.id, start);
+        const auto length = std::min(sounding_length(material_, member.id, start), pass.longest);
         const bool no_stretch = material_.input.no_stretch;
-        const auto part = shown(view.window, head, no_stretch ? region.length : length);
+        const auto played = no_stretch ? std::min(region.length, pass.longest) : length;
+        const auto part = shown(view.window, head, played);
         if (!part) return std::nullopt;
         // Fades lie where stretched clips end, also while these are left unstretched.
         const auto faded = no_stretch ? shown(view.window, head, length) : part;
@@ -124,7 +131,8 @@ public:
                          .head = head,
                          .stored = *part,
                          .span = *part,
-                         .fade_end = faded ? faded->end : part->end};
+                         .fade_end = faded ? faded->end : part->end,
+                         .tail = head + length};
     }
 
     GroupView view_of(const ListEntry& entry, const ClipGroupClip& nested,
@@ -143,9 +151,10 @@ private:
 
 class Expansion {
 public:
-    Expansion(const GroupMaterial& material, const WarpOneClip* warp, GroupBudget& budget,
-              ClipGroupTallies& tallies, FadeTallies& fade_tallies)
+    Expansion(const GroupMaterial& material, const std::string& track, const WarpOneClip* warp,
+              GroupBudget& budget, ClipGroupTallies& tallies, FadeTallies& fade_tallies)
         : material_(material),
+          track_(track),
           lists_(material),
           warp_(warp),
           budget_(budget),
@@ -182,6 +191,7 @@ public:
                 play_group(entry, view);
             } else {
                 pieces_.push_back(piece_of(entry, view));
+                fade_beyond({&pieces_.back(), 1}, entry, view);
             }
         }
     }
@@ -199,27 +209,72 @@ private:
             tallies_.add_unreadable(1);
             return;
         }
-        const auto entry = nested != nullptr ? lists_.group_entry(member, *nested, view)
-                                             : lists_.clip_entry(member, *region, view);
-        if (!entry) return;
-        if (region != nullptr && budget_.pieces == 0) {
+        const MemberLoop loop = loop_of(member, nested, view);
+        const double rate_hz = material_.input.rate_hz;
+        const std::int64_t step = std::llround(loop.pass_seconds * rate_hz);
+        for (std::uint32_t i = 0; i < loop.passes; ++i) {
+            const Pass pass = step > 0 ? Pass{i * step, step} : Pass{};
+            const auto entry = nested != nullptr ? lists_.group_entry(member, *nested, view, pass)
+                                                 : lists_.clip_entry(member, *region, view, pass);
+            if (entry) add_entry(*entry, entries);
+        }
+    }
+
+    void add_entry(const ListEntry& entry, std::vector<ListEntry>& entries) {
+        const bool is_piece = !entry.member->nested;
+        if (is_piece && budget_.pieces == 0) {
             tallies_.add_unreadable(1);
             return;
         }
-        if (region != nullptr) --budget_.pieces;
-        entries.push_back(*entry);
+        if (is_piece) --budget_.pieces;
+        entries.push_back(entry);
+    }
+
+    MemberLoop loop_of(const ClipGroupMember& member, const ClipGroupClip* nested,
+                       const GroupView& view) {
+        if (material_.looper == nullptr || material_.looper->empty()) return {};
+        ClipItem clip;
+        clip.start = view.start + lists_.seconds(place_of(member) - view.window.start);
+        if (nested != nullptr) {
+            clip.name = nested->name;
+            clip.length = lists_.seconds(nested->length);
+        } else {
+            const Region& region = material_.input.regions[member.id];
+            clip.name = region.name;
+            clip.length = lists_.seconds(region.length);
+            if (warp_ != nullptr) {
+                const auto sounding = sounding_length(material_, member.id, clip.start);
+                clip.playrate = static_cast<double>(region.length) / static_cast<double>(sounding);
+                clip.length = lists_.seconds(sounding);
+            }
+        }
+        return material_.looper->loop_member(member, clip, track_, *material_.loops);
     }
 
     void note_fade(const ClipGroupMember& member, const GroupView& view,
                    std::vector<GroupFade>& fades) {
         if (material_.input.no_fades) return;
-        ++tallies_.fades;
         const auto& records = material_.input.fades;
-        if (has_place(member) && is_beside(view.window, place_of(member)) &&
-            member.id < records.size() && records[member.id].kind != FadeKind::unusable) {
-            fades.push_back({place_of(member), &records[member.id]});
-        } else {
+        if (!has_place(member) || member.id >= records.size() ||
+            records[member.id].kind == FadeKind::unusable) {
+            ++tallies_.fades;
             ++tallies_.fades_left_off;
+            return;
+        }
+        const GroupFade fade{place_of(member), &records[member.id]};
+        // A group that was cut in two keeps the fades of both halves in its list.
+        if (!is_shown(fade, view.window)) return;
+        ++tallies_.fades;
+        fades.push_back(fade);
+    }
+
+    /// What is seen of fades whose edges are not.
+    void fade_beyond(std::span<ClipItem> pieces, const ListEntry& entry, const GroupView& view) {
+        for (const FadeBeyond& fade : entry.beyond) {
+            const double start = view.start + lists_.seconds(fade.start - view.window.start);
+            const double length = fade.record->length / material_.input.rate_hz;
+            const FadeSpec spec = clip_fade_spec(*fade.record, fade.side);
+            fade_across(pieces, {fade.side, spec, start, length}, material_.input.rate_hz);
         }
     }
 
@@ -236,7 +291,11 @@ private:
                                .stored_end = on_timeline(entry.stored.end),
                                .fade_in = entry.fade_in,
                                .fade_out = entry.fade_out};
-        fade_group_edges(std::span(pieces_).subspan(first), edges, material_.input.rate_hz);
+        const auto pieces = std::span(pieces_).subspan(first);
+        tallies_.spread_fades +=
+            fade_group_edges(pieces, edges, settings_.form, material_.input.rate_hz);
+        fade_beyond(pieces, entry, view);
+        for (ClipItem& piece : pieces) piece.inner_groups.push_back(entry.member->id);
     }
 
     /// A group's list goes on in front of its window, if only in silence.
@@ -317,6 +376,7 @@ private:
     }
 
     const GroupMaterial& material_;
+    const std::string& track_;
     GroupLists lists_;
     const WarpOneClip* warp_;
     GroupBudget& budget_;
@@ -347,11 +407,11 @@ private:
         if (!has_place(member)) return true;
         if (!member.nested) {
             const Region* region = lists_.region_of(member);
-            return region == nullptr || lists_.clip_entry(member, *region, view).has_value();
+            return region == nullptr || lists_.clip_entry(member, *region, view, {}).has_value();
         }
         const ClipGroupClip* nested = lists_.definition_of(member.id);
         if (nested == nullptr) return true;
-        const auto entry = lists_.group_entry(member, *nested, view);
+        const auto entry = lists_.group_entry(member, *nested, view, {});
         return entry && finds_in(lists_.view_of(*entry, *nested, view));
     }
 
@@ -391,7 +451,7 @@ bool holds_no_audio(const GroupMaterial& material, std::uint32_t group, GroupBud
 std::vector<ClipItem> pieces_of_group(const PlacedGroup& placed, const GroupMaterial& material,
                                       const WarpOneClip* warp, GroupBudget& budget,
                                       ClipGroupTallies& tallies, FadeTallies& fade_tallies) {
-    Expansion expansion(material, warp, budget, tallies, fade_tallies);
+    Expansion expansion(material, placed.track, warp, budget, tallies, fade_tallies);
     expansion.play({.group = placed.group,
                     .window = placed.window,
                     .start = placed.start,

@@ -11,6 +11,7 @@
 #include "session/clip_groups.hpp"
 #include "timeline/clip_group_fades.hpp"
 #include "timeline/clip_group_tallies.hpp"
+#include "timeline/loop_clips.hpp"
 #include "timeline/place_clips.hpp"
 #include "timeline/warp_clips.hpp"
 
@@ -31,6 +32,8 @@ struct GroupMaterial {
     const ClipGroups& groups;                  ///< with the numbers of their lists
     std::span<const RegionStart> sync_points;  ///< one a region, or none where they are of no use
     const WarpSlicer& slicer;
+    ClipLooper* looper = nullptr;  ///< none: nothing repeats
+    LoopTallies* loops = nullptr;  ///< what it counts
 };
 
 /// A group on a track.
@@ -39,6 +42,7 @@ struct PlacedGroup {
     SampleWindow window;  ///< what is seen of it
     double start = 0;     ///< seconds
     bool muted = false;
+    std::string track = {};  ///< its name
 };
 
 /// What may still be spent on groups in this session.

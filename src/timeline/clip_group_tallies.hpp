@@ -14,6 +14,7 @@ struct ClipGroupTallies {
     int fade_ins = 0;                             ///< on pieces
     int fade_outs = 0;                            ///< likewise
     int fades_left_off = 0;                       ///< of `fades`: on no edge of a piece
+    int spread_fades = 0;                         ///< fades of groups, each over several pieces
     int unreadable = 0;                           ///< groups and pieces that are missing
     std::vector<std::string> unreadable_on = {};  ///< names of the tracks that miss them
 

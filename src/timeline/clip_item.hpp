@@ -10,6 +10,8 @@
 
 namespace tanrove {
 
+enum class FadeSide : std::uint8_t { fade_in, fade_out };
+
 /// The curve of a Pro Tools fade on one side, as its record tells it.
 struct FadeSpec {
     std::uint32_t family = 0;  ///< 1 equal power, other values equal gain
@@ -26,6 +28,14 @@ struct ClipFade {
     bool as_envelope = false;
     FadeSpec spec = {};
     double spec_length = 0;  ///< seconds: the length that the envelope was decided for
+};
+
+/// A fade that need not end where the clip does: a clip group's fade runs over several clips.
+struct FadeCurve {
+    FadeSide side = FadeSide::fade_in;
+    FadeSpec spec = {};
+    double start = 0;   ///< seconds from the clip's own start; below 0 in front of it
+    double length = 0;  ///< seconds
 };
 
 /// A place in the item and the place in its source that sounds there, both in seconds.
@@ -59,9 +69,11 @@ struct ClipItem {
     bool muted = false;
     bool head_of_file = false;  ///< starts within 63 samples of its file and bears no edit number
     std::string group_name;     ///< of the clip group that holds the clip; empty outside one
+    std::vector<std::uint32_t> inner_groups = {};  ///< definitions of those inside that hold it
     double playrate = 1.0;
     ClipFade fade_in;
     ClipFade fade_out;
+    std::vector<FadeCurve> fade_curves = {};  ///< what it has of its groups' fades beside those
     bool crossfaded = false;       ///< a crossfade joins this clip's tail to the next clip
     bool crossfaded_head = false;  ///< a crossfade joins its head to the clip before
     bool stretched = false;        ///< elastic warp has replaced `length`

@@ -2,14 +2,11 @@
 // where REAPER has no fade of that form.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 
 #include "timeline/clip_item.hpp"
 
 namespace tanrove {
-
-enum class FadeSide : std::uint8_t { fade_in, fade_out };
 
 /// The same fade with its type and setting in the few forms that have a curve of their own:
 /// standard, S-curve, equal gain preset and step. Nullopt for settings whose curve nobody has

@@ -92,14 +92,14 @@ ReaperFade fitted_fade(const FadeSpec& spec, FadeSide side) {
     return fade;
 }
 
-FadeSpec spec_of(const FadeRecord& record, FadeSide side) {
+}  // namespace
+
+FadeSpec clip_fade_spec(const FadeRecord& record, FadeSide side) {
     const bool is_in = side == FadeSide::fade_in;
     return {.family = record.slope,
             .type = is_in ? record.in_type : record.out_type,
             .setting = is_in ? record.in_setting : record.out_setting};
 }
-
-}  // namespace
 
 ReaperFade reaper_fade(const FadeSpec& spec, FadeSide side) {
     const auto normal = normal_form(spec, side);
@@ -114,7 +114,7 @@ ReaperFade reaper_fade(const FadeSpec& spec, FadeSide side) {
 }
 
 ReaperFade reaper_fade(const FadeRecord& record, FadeSide side) {
-    if (record.has_shapes) return reaper_fade(spec_of(record, side), side);
+    if (record.has_shapes) return reaper_fade(clip_fade_spec(record, side), side);
     ReaperFade fade = plain_fade(record.slope);
     // The record breaks off in front of its shapes, but its handles have been moved.
     fade.unmeasured = record.has_handles && (record.x != 0 || record.y != 0);
@@ -131,13 +131,13 @@ ClipFade clip_fade(const FadeRecord& record, FadeSide side, double length, FadeF
     fade.length = length;
     fade.shape = nearest.shape;
     fade.curve = nearest.curve;
+    fade.spec = clip_fade_spec(record, side);
     if (nearest.error_db <= 0) return fade;
     if (form == FadeForm::plain) {
         count_approximated(nearest.error_db, tallies);
         return fade;
     }
     fade.as_envelope = true;
-    fade.spec = spec_of(record, side);
     fade.spec_length = length;
     return fade;
 }

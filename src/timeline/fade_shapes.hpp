@@ -25,6 +25,9 @@ ReaperFade reaper_fade(const FadeSpec& spec, FadeSide side);
 /// What the record says of the side. A record without shapes is the plain fade of its family.
 ReaperFade reaper_fade(const FadeRecord& record, FadeSide side);
 
+/// The curve that the record has on this side.
+FadeSpec clip_fade_spec(const FadeRecord& record, FadeSide side);
+
 /// What a fade may become where REAPER's shapes do not reach Pro Tools' curve.
 enum class FadeForm : std::uint8_t {
     exact,  ///< a volume envelope

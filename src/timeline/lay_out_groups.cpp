@@ -33,6 +33,7 @@ std::int64_t samples(double seconds, double rate_hz) {
 ClipItem placeholder(const ClipItem& group) {
     ClipItem item = group;
     item.clip_group.reset();
+    item.stored_position = no_stored_position;
     item.fade_in = item.fade_out = {};
     if (item.covered) {
         item.start = item.placed_start;
@@ -43,13 +44,18 @@ ClipItem placeholder(const ClipItem& group) {
 
 }  // namespace
 
-GroupLayout::GroupLayout(const TimelineInput& input, const WarpSlicer& slicer,
-                         ClipGroupTallies& tallies, FadeTallies& fade_tallies)
+GroupLayout::GroupLayout(const TimelineInput& input, const WarpSlicer& slicer, ClipLooper& looper,
+                         TimelineTallies& tallies)
     : input_(input),
-      material_{.input = input, .groups = groups_, .sync_points = {}, .slicer = slicer},
+      material_{.input = input,
+                .groups = groups_,
+                .sync_points = {},
+                .slicer = slicer,
+                .looper = &looper,
+                .loops = &tallies.loops},
       clock_(input.tempo_map, input.default_tempo),
-      tallies_(tallies),
-      fade_tallies_(fade_tallies) {
+      tallies_(tallies.clip_groups),
+      fade_tallies_(tallies.fades) {
     if (input.clip_groups == nullptr) return;
     groups_ = *input.clip_groups;
     if (sync_table_lines_up(input)) material_.sync_points = input.sync_points;
@@ -102,7 +108,7 @@ ClipItem GroupLayout::group_row(const PlaylistDetail& list, std::size_t row,
     ClipItem item;
     item.clip_group = number;
     item.region = no_region;
-    item.stored_position = no_stored_position;
+    item.stored_position = list.positions[row];
     item.index_on_track = row;
     item.name = group.name;
     item.start = item.placed_start =
@@ -150,7 +156,8 @@ void GroupLayout::lay_out_group(TimelineTrack& track, const ClipItem& group,
     const PlacedGroup placed{.group = *group.clip_group,
                              .window = {first, first + samples(group.length, input_.rate_hz)},
                              .start = group.start,
-                             .muted = group.muted};
+                             .muted = group.muted,
+                             .track = track.name};
     const int unreadable_before = tallies_.unreadable;
     auto pieces = pieces_of_group(placed, material_, warp, budget_, tallies_, fade_tallies_);
     if (!pieces.empty() || tallies_.unreadable == unreadable_before) ++tallies_.groups;
@@ -160,6 +167,7 @@ void GroupLayout::lay_out_group(TimelineTrack& track, const ClipItem& group,
         piece.index_on_track = group.index_on_track;
         piece.group_name = group.name;
         piece.color_index = group.color_index;
+        piece.locked = group.locked;
         if (input_.pitch_shifts != nullptr) shift_pitch(piece, *input_.pitch_shifts, stretch);
     }
     tallies_.pieces += static_cast<int>(pieces.size());
@@ -169,7 +177,8 @@ void GroupLayout::lay_out_group(TimelineTrack& track, const ClipItem& group,
                            .stored_end = group.placed_start + group.placed_length,
                            .fade_in = group.fade_in,
                            .fade_out = group.fade_out};
-    fade_group_edges(pieces, edges, input_.rate_hz);
+    const FadeForm form = input_.plain_fades ? FadeForm::plain : FadeForm::exact;
+    tallies_.spread_fades += fade_group_edges(pieces, edges, form, input_.rate_hz);
     track.clips.insert(track.clips.end(), std::make_move_iterator(pieces.begin()),
                        std::make_move_iterator(pieces.end()));
 }

@@ -15,11 +15,12 @@
 
 namespace tanrove {
 
-/// The groups of one session on their way. What it is made from must outlive it.
+/// The groups of one session on their way. What it is made from must outlive it; `looper` is asked
+/// for the loops of clips inside groups.
 class GroupLayout {
 public:
-    GroupLayout(const TimelineInput& input, const WarpSlicer& slicer, ClipGroupTallies& tallies,
-                FadeTallies& fade_tallies);
+    GroupLayout(const TimelineInput& input, const WarpSlicer& slicer, ClipLooper& looper,
+                TimelineTallies& tallies);
 
     /// Puts the groups of each track's edit list on its `groups`. Those of tracks without an edit
     /// list, and those without a definition, count as unreadable.

@@ -91,19 +91,20 @@ std::vector<TimelineTrack> lay_out_timeline(const TimelineInput& input, Timeline
     const WarpSlicer slicer(input.warp_maps != nullptr ? *input.warp_maps : no_maps, clock,
                             input.default_tempo, input.rate_hz);
     const WarpOneClip warp = clip_warper(slicer, input.tempo_map, tallies.stretch);
-    GroupLayout groups(input, slicer, tallies.clip_groups, tallies.fades);
+    ClipLooper looper(input.loops);
+    GroupLayout groups(input, slicer, looper, tallies);
     groups.place(tracks);
     measure_warped_clips(tracks, slicer);
     keep_places(tracks, input.no_stretch);
     bind_all_fades(tracks, input, slicer, tallies.fades);
     stretch_clips(tracks, input, slicer, warp, tallies.stretch);
-    ClipLooper looper(input.loops);
     write_loop_passes(tracks, looper, input.rate_hz, tallies.loops);
     for (TimelineTrack& track : tracks) looper.end_loops(track, tallies.loops);
     cover_clips(tracks, input.rate_hz, tallies.covering);
     groups.lay_out(tracks, input.no_stretch ? nullptr : &warp, tallies.stretch);
     choose_file_channels(tracks, input.regions);
-    if (input.gains != nullptr) give_clip_gain(tracks, *input.gains, tallies.gain);
+    if (input.gains != nullptr)
+        give_clip_gain(tracks, *input.gains, input.clip_groups, tallies.gain);
     return tracks;
 }
 

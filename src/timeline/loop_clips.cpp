@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include "session/block_types.hpp"
@@ -33,10 +34,17 @@ void list(UnloopedClip unlooped, LoopTallies& tallies) {
     if (tallies.listed.size() < max_listed) tallies.listed.push_back(std::move(unlooped));
 }
 
-UnloopedClip unlooped_clip(const TimelineTrack& track, const ClipItem& clip, LoopRefusal refusal) {
+void list_short(ShortLoop loop, LoopTallies& tallies) {
+    ++tallies.short_loops;
+    if (tallies.listed_short_loops.size() < max_listed) {
+        tallies.listed_short_loops.push_back(std::move(loop));
+    }
+}
+
+UnloopedClip unlooped_clip(const std::string& track, const ClipItem& clip, LoopRefusal refusal) {
     UnloopedClip unlooped;
     unlooped.refusal = refusal;
-    unlooped.track = track.name;
+    unlooped.track = track;
     unlooped.clip = clip.name;
     unlooped.start_seconds = clip.start;
     return unlooped;
@@ -65,6 +73,7 @@ ClipItem pass_of(const ClipItem& clip, std::uint32_t number, double rate_hz) {
     ClipItem pass = clip;
     pass.loop_pass = number;
     pass.start += number * clip.length;
+    pass.placed_start += number * clip.length;
     pass.stored_position +=
         number * static_cast<std::uint64_t>(std::llround(clip.length * rate_hz));
     return pass;
@@ -87,21 +96,50 @@ ClipLooper::ClipLooper(std::span<const LoopRecord> records) : records_(records) 
         if (may_be_audio) loops_.push_back({&record});
     }
     std::ranges::stable_sort(loops_, {}, [](const KeyedLoop& loop) {
-        return std::pair(loop.record->key, loop.record->parent_type != block_type::audio_placement);
+        return std::tuple(loop.record->in_group, loop.record->key,
+                          loop.record->parent_type != block_type::audio_placement);
     });
 }
 
 /// The first of the loops with this key; their number where none has it.
-std::size_t ClipLooper::place_of(std::uint64_t key) const {
-    const auto found = std::ranges::lower_bound(
-        loops_, key, {}, [](const KeyedLoop& loop) { return loop.record->key; });
-    if (found == loops_.end() || found->record->key != key) return loops_.size();
+std::size_t ClipLooper::place_of(std::uint64_t key, bool in_group) const {
+    const auto key_of = [](const KeyedLoop& loop) {
+        return std::pair(loop.record->in_group, loop.record->key);
+    };
+    const auto found = std::ranges::lower_bound(loops_, std::pair(in_group, key), {}, key_of);
+    if (found == loops_.end() || key_of(*found) != std::pair(in_group, key)) return loops_.size();
     return static_cast<std::size_t>(found - loops_.begin());
 }
 
-const LoopRecord* ClipLooper::record_of(const ClipItem& clip) const {
-    const std::size_t place = place_of(loop_key(clip.stored_position, clip.region));
-    return place < loops_.size() ? loops_[place].record : nullptr;
+std::size_t ClipLooper::place_of(const ClipItem& clip) const {
+    const std::uint32_t number = clip.clip_group.value_or(clip.region);
+    return place_of(loop_key(clip.stored_position, number), clip.clip_group.has_value());
+}
+
+MemberLoop ClipLooper::loop_member(const ClipGroupMember& member, const ClipItem& clip,
+                                   const std::string& track, LoopTallies& tallies) {
+    const std::size_t place = place_of(loop_key(member.position, member.id), member.nested);
+    if (place == loops_.size()) return {};
+    const LoopRecord& loop = *loops_[place].record;
+    if (ends_by_length(loop)) {
+        const double seconds = loop.length / loop_rate_hz;
+        if (std::abs(seconds - clip.length) <= same_length_seconds) return {};
+        if (seconds > clip.length || seconds <= same_length_seconds) {
+            list_short({track, clip.name, clip.start, seconds, clip.length}, tallies);
+            return {};
+        }
+        ++tallies.ended_by_length;
+        return {.passes = 1, .pass_seconds = seconds};
+    }
+    auto refusal = refusal_of(clip, loop);
+    if (!refusal && !can_afford(clip, loop.count - 1)) refusal = LoopRefusal::too_many_passes;
+    if (refusal) {
+        list(unlooped_clip(track, clip, *refusal), tallies);
+        return {};
+    }
+    ++tallies.looped;
+    tallies.passes += static_cast<int>(loop.count);
+    return {.passes = loop.count, .pass_seconds = clip.length};
 }
 
 bool ClipLooper::can_afford(const ClipItem& clip, std::size_t passes) {
@@ -114,9 +152,15 @@ bool ClipLooper::can_afford(const ClipItem& clip, std::size_t passes) {
 
 void ClipLooper::write_passes(TimelineTrack& track, double rate_hz, LoopTallies& tallies) {
     if (loops_.empty()) return;
+    write_passes(track.clips, track, rate_hz, tallies);
+    write_passes(track.groups, track, rate_hz, tallies);
+}
+
+void ClipLooper::write_passes(std::vector<ClipItem>& clips, const TimelineTrack& track,
+                              double rate_hz, LoopTallies& tallies) {
     std::vector<ClipItem> passes;
-    for (const ClipItem& clip : track.clips) {
-        const std::size_t place = place_of(loop_key(clip.stored_position, clip.region));
+    for (const ClipItem& clip : clips) {
+        const std::size_t place = place_of(clip);
         if (place == loops_.size()) continue;
         const LoopRecord* loop = loops_[place].record;
         loops_[place].taken = true;
@@ -124,7 +168,7 @@ void ClipLooper::write_passes(TimelineTrack& track, double rate_hz, LoopTallies&
         auto refusal = refusal_of(clip, *loop);
         if (!refusal && !can_afford(clip, loop->count - 1)) refusal = LoopRefusal::too_many_passes;
         if (refusal) {
-            list(unlooped_clip(track, clip, *refusal), tallies);
+            list(unlooped_clip(track.name, clip, *refusal), tallies);
             continue;
         }
         for (std::uint32_t k = 1; k < loop->count; ++k) passes.push_back(pass_of(clip, k, rate_hz));
@@ -132,16 +176,18 @@ void ClipLooper::write_passes(TimelineTrack& track, double rate_hz, LoopTallies&
         tallies.passes += static_cast<int>(loop->count);
         if (clip.fade_in.length > 0 || clip.fade_out.length > 0) ++tallies.with_fades;
     }
-    track.clips.insert(track.clips.end(), std::make_move_iterator(passes.begin()),
-                       std::make_move_iterator(passes.end()));
-    order_by_start(track.clips);
+    if (passes.empty()) return;
+    clips.insert(clips.end(), std::make_move_iterator(passes.begin()),
+                 std::make_move_iterator(passes.end()));
+    order_by_start(clips);
 }
 
 void ClipLooper::list_unmatched(LoopTallies& tallies) const {
     for (const LoopRecord& record : records_) {
         if (record.parent_type == block_type::audio_placement) continue;
-        const std::size_t place =
-            record.parent_type == no_placement ? place_of(record.key) : loops_.size();
+        const std::size_t place = record.parent_type == no_placement
+                                      ? place_of(record.key, record.in_group)
+                                      : loops_.size();
         if (place < loops_.size() && loops_[place].taken) continue;
         UnloopedClip unlooped;
         unlooped.refusal = LoopRefusal::no_clip;
@@ -153,20 +199,20 @@ void ClipLooper::list_unmatched(LoopTallies& tallies) const {
 
 void ClipLooper::end_loops(TimelineTrack& track, LoopTallies& tallies) const {
     if (loops_.empty()) return;
-    for (ClipItem& clip : track.clips) {
-        const LoopRecord* record = record_of(clip);
-        if (record == nullptr || !ends_by_length(*record)) continue;
-        const double loop = record->length / loop_rate_hz;
-        const double placed = clip.placed_length;
-        if (loop > same_length_seconds && loop < placed - same_length_seconds) {
-            end_clip(clip, std::min(loop + (clip.placed_start - clip.start), clip.length));
-            ++tallies.ended_by_length;
-        } else if (std::abs(loop - placed) > same_length_seconds) {
-            ++tallies.short_loops;
-            if (tallies.listed_short_loops.size() == max_listed) continue;
-            tallies.listed_short_loops.push_back(
-                {track.name, clip.name, clip.placed_start, loop, placed});
-        }
+    for (ClipItem& clip : track.clips) end_loop(clip, track, tallies);
+    for (ClipItem& group : track.groups) end_loop(group, track, tallies);
+}
+
+void ClipLooper::end_loop(ClipItem& clip, const TimelineTrack& track, LoopTallies& tallies) const {
+    const std::size_t place = place_of(clip);
+    if (place == loops_.size() || !ends_by_length(*loops_[place].record)) return;
+    const double loop = loops_[place].record->length / loop_rate_hz;
+    const double placed = clip.placed_length;
+    if (loop > same_length_seconds && loop < placed - same_length_seconds) {
+        end_clip(clip, std::min(loop + (clip.placed_start - clip.start), clip.length));
+        ++tallies.ended_by_length;
+    } else if (std::abs(loop - placed) > same_length_seconds) {
+        list_short({track.name, clip.name, clip.placed_start, loop, placed}, tallies);
     }
 }
 

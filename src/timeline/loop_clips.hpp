@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "session/clip_groups.hpp"
 #include "session/loop_records.hpp"
 #include "timeline/stretch_tallies.hpp"
 #include "timeline/timeline_track.hpp"
@@ -19,22 +20,35 @@ constexpr std::size_t max_passes_of_run = 100'000;
 /// Markers that the passes of one run repeat.
 constexpr std::size_t max_markers_of_passes = 1'000'000;
 
+/// A looped clip in a clip group.
+struct MemberLoop {
+    std::uint32_t passes = 1;
+    double pass_seconds = 0;  ///< of each pass; 0: all that the clip has
+};
+
 /// The session's loop settings, looked up by placement.
 class ClipLooper {
 public:
     explicit ClipLooper(std::span<const LoopRecord> records);
 
-    /// Writes each loop of a number of passes end to end, orders the clips by start, and lists the
-    /// loops that cannot be written so.
+    bool empty() const { return loops_.empty(); }
+
+    /// Writes each loop of a number of passes end to end, clip groups as well as clips, orders both
+    /// by start, and lists the loops that cannot be written so.
     void write_passes(TimelineTrack& track, double rate_hz, LoopTallies& tallies);
 
     /// Lists the loops of placements other than audio that no track's clip has taken. MIDI regions
     /// are numbered apart from audio, so a clip never takes a MIDI loop, whatever its key.
     void list_unmatched(LoopTallies& tallies) const;
 
-    /// Ends clips set by Loop Length where their loop ends, counted from where they were placed; a
-    /// loop longer than what was placed is listed. What does not play covers nothing, so this comes
-    /// in front of the covering.
+    /// How the clip that a member of a clip group's list places there repeats. Counts its loop, or
+    /// lists it under the track's name.
+    MemberLoop loop_member(const ClipGroupMember& member, const ClipItem& clip,
+                           const std::string& track, LoopTallies& tallies);
+
+    /// Ends clips and groups set by Loop Length where their loop ends, counted from where they were
+    /// placed; a loop longer than what was placed is listed. What does not play covers nothing, so
+    /// this comes in front of the covering.
     void end_loops(TimelineTrack& track, LoopTallies& tallies) const;
 
 private:
@@ -44,12 +58,15 @@ private:
         bool taken = false;
     };
 
-    std::size_t place_of(std::uint64_t key) const;
-    const LoopRecord* record_of(const ClipItem& clip) const;
+    std::size_t place_of(std::uint64_t key, bool in_group) const;
+    std::size_t place_of(const ClipItem& clip) const;
+    void write_passes(std::vector<ClipItem>& clips, const TimelineTrack& track, double rate_hz,
+                      LoopTallies& tallies);
+    void end_loop(ClipItem& clip, const TimelineTrack& track, LoopTallies& tallies) const;
     bool can_afford(const ClipItem& clip, std::size_t passes);
 
     std::span<const LoopRecord> records_;
-    std::vector<KeyedLoop> loops_;  ///< by their keys, an audio placement's in front
+    std::vector<KeyedLoop> loops_;  ///< clips', then groups', by their keys, audio's in front
     std::size_t passes_left_ = max_passes_of_run;
     std::size_t markers_left_ = max_markers_of_passes;
 };

@@ -53,12 +53,12 @@ bool fits_envelope(const ClipFade& fade, double item_length) {
            fade.length <= item_length + same_time;
 }
 
-/// The fade as the item has it. `in_envelope` points to the fade where the envelope plays it.
+/// The fade as the item has it. One that the envelope plays joins its `curves`.
 ItemFade settle_fade(const ClipFade& fade, FadeSide side, double item_length,
-                     const ClipFade*& in_envelope, TakeTallies& tallies) {
-    in_envelope = nullptr;
+                     std::vector<FadeCurve>& curves, TakeTallies& tallies) {
     if (fade.as_envelope && fits_envelope(fade, item_length)) {
-        in_envelope = &fade;
+        const double start = side == FadeSide::fade_in ? 0 : item_length - fade.length;
+        curves.push_back({side, fade.spec, start, fade.length});
         ++tallies.fades_as_envelope;
         return {.shape = fade.shape, .length = 0, .curve = fade.curve};
     }
@@ -73,32 +73,25 @@ ItemFade settle_fade(const ClipFade& fade, FadeSide side, double item_length,
 /// The gain of a take at each moment of its item: its fades and its drawn line multiplied.
 class TakeGain {
 public:
-    TakeGain(double length, double playrate, const ClipFade* fade_in, const ClipFade* fade_out,
+    TakeGain(double playrate, std::span<const FadeCurve> curves,
              std::span<const TakeGainPoint> line)
-        : length_(length),
-          playrate_(playrate),
-          fade_in_(fade_in),
-          fade_out_(fade_out),
-          line_(line) {}
+        : playrate_(playrate), curves_(curves), line_(line) {}
 
     double at(double seconds) const {
         double gain = line_.empty() ? 1 : line_gain(seconds * playrate_);
-        if (fade_in_ != nullptr && seconds <= fade_in_->length + same_time)
-            gain *= gain_into(*fade_in_, FadeSide::fade_in, seconds);
-        if (fade_out_ != nullptr && seconds >= fade_out_start() - same_time)
-            gain *= gain_into(*fade_out_, FadeSide::fade_out, seconds - fade_out_start());
+        for (const FadeCurve& curve : curves_) gain *= gain_on(curve, seconds - curve.start);
         return gain;
     }
 
-    double fade_out_start() const { return length_ - fade_out_->length; }
-
 private:
     // Both ends are met exactly: a step stands on one of them.
-    static double gain_into(const ClipFade& fade, FadeSide side, double seconds) {
-        double fraction = seconds / fade.length;
+    static double gain_on(const FadeCurve& curve, double seconds) {
+        const bool is_in = curve.side == FadeSide::fade_in;
+        if (is_in ? seconds > curve.length + same_time : seconds < -same_time) return 1;
+        double fraction = seconds / curve.length;
         if (seconds < same_time) fraction = 0;
-        if (seconds > fade.length - same_time) fraction = 1;
-        return fade_gain(fade.spec, side, fraction);
+        if (seconds > curve.length - same_time) fraction = 1;
+        return fade_gain(curve.spec, curve.side, fraction);
     }
 
     double line_gain(double source_seconds) const {
@@ -109,10 +102,8 @@ private:
         return gain_of(point_between(*(behind - 1), *behind, source_seconds).db);
     }
 
-    double length_;
     double playrate_;
-    const ClipFade* fade_in_;
-    const ClipFade* fade_out_;
+    std::span<const FadeCurve> curves_;
     std::span<const TakeGainPoint> line_;
 };
 
@@ -192,21 +183,18 @@ const TakePlan& TakePlanner::plan(const ClipItem& clip) {
     plan_.gain = clip.has_clip_gain ? gain_of(clip.clip_gain_db) : 1;
     plan_.envelope.clear();
 
-    const ClipFade* fade_in = nullptr;
-    const ClipFade* fade_out = nullptr;
-    plan_.fade_in = settle_fade(clip.fade_in, FadeSide::fade_in, clip.length, fade_in, tallies_);
-    plan_.fade_out =
-        settle_fade(clip.fade_out, FadeSide::fade_out, clip.length, fade_out, tallies_);
-    const bool fades = fade_in != nullptr || fade_out != nullptr;
-    if (!fades && clip.gain_envelope.empty()) return plan_;
+    curves_ = clip.fade_curves;
+    plan_.fade_in = settle_fade(clip.fade_in, FadeSide::fade_in, clip.length, curves_, tallies_);
+    plan_.fade_out = settle_fade(clip.fade_out, FadeSide::fade_out, clip.length, curves_, tallies_);
+    if (curves_.empty() && clip.gain_envelope.empty()) return plan_;
 
     keep_gain_line(clip);
     follow_ramps();
     if (gain_.empty() && clip.gain_envelope.size() > 1)
         plan_.gain *= gain_of(level_beside(clip) - clip.fixed_gain_db);
     if (!gain_.empty()) ++tallies_.gain_envelopes;
-    if (fades) {
-        write_with_fades(clip, fade_in, fade_out);
+    if (!curves_.empty()) {
+        write_with_fades(clip);
     } else {
         write_gain_alone(clip.fixed_gain_db);
     }
@@ -278,13 +266,12 @@ void TakePlanner::write_gain_alone(double fixed_db) {
             {.seconds = point.seconds, .value = gain_of(point.db - fixed_db), .shape = 0});
 }
 
-void TakePlanner::write_with_fades(const ClipItem& clip, const ClipFade* fade_in,
-                                   const ClipFade* fade_out) {
-    const TakeGain gain(clip.length, plan_.playrate, fade_in, fade_out, gain_);
+void TakePlanner::write_with_fades(const ClipItem& clip) {
+    const TakeGain gain(plan_.playrate, curves_, gain_);
     times_.assign({0, clip.length});
-    if (fade_in != nullptr) add_fade_times(times_, 0, fade_in->length, sample_);
-    if (fade_out != nullptr)
-        add_fade_times(times_, gain.fade_out_start(), fade_out->length, sample_);
+    for (const FadeCurve& curve : curves_) {
+        add_fade_times(times_, curve.start, curve.length, sample_);
+    }
     for (const TakeGainPoint& point : gain_) times_.push_back(point.seconds / plan_.playrate);
     std::ranges::sort(times_);
 

@@ -60,13 +60,14 @@ private:
     void keep_gain_line(const ClipItem& clip);
     void follow_ramps();
     void write_gain_alone(double fixed_db);
-    void write_with_fades(const ClipItem& clip, const ClipFade* fade_in, const ClipFade* fade_out);
+    void write_with_fades(const ClipItem& clip);
 
     double sample_;  // seconds
     TakeTallies& tallies_;
     TakePlan plan_;
     std::vector<TakeGainPoint> kept_;
     std::vector<TakeGainPoint> gain_;  // `kept_` with what its ramps gained
+    std::vector<FadeCurve> curves_;    // that the envelope plays
     std::vector<double> times_;
 };
 

@@ -214,7 +214,7 @@ TEST(BindFades, GivesAnEnvelopeOnlyWhereItMayAndReaperHasNoSuchShape) {
         scene.bind(c.form);
         const ClipFade& fade = scene.track.clips[1].fade_in;
         EXPECT_EQ(fade.as_envelope, c.envelopes == 1);
-        EXPECT_EQ(fade.spec.setting, c.envelopes == 1 ? c.setting : 0);
+        EXPECT_EQ(fade.spec.setting, c.setting);
         EXPECT_EQ(fade.spec_length, c.envelopes == 1 ? fade.length : 0);
         EXPECT_EQ(scene.tallies.approximated, c.approximated);
         EXPECT_EQ(scene.tallies.approximated_steps, c.steps);

@@ -187,7 +187,7 @@ TEST(ClipGain, AddsTheGroupsGainToTheClipsOwn) {
         tracks[0].clips.back().group_name = c.group;
     }
     ClipGainTallies tallies;
-    give_clip_gain(tracks, gains, tallies);
+    give_clip_gain(tracks, gains, nullptr, tallies);
     for (std::size_t i = 0; i < std::size(cases); ++i) {
         SCOPED_TRACE(i);
         EXPECT_EQ(tracks[0].clips[i].has_clip_gain, cases[i].has_gain);
