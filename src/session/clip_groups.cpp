@@ -97,7 +97,8 @@ ClipGroupList read_list(ByteView image, const PlaylistWalk& playlist) {
                                 .is_fade = row->is_fade,
                                 .live = !row->is_fade,
                                 .muted = row->muted,
-                                .position = row->position});
+                                .position = row->position,
+                                .placed_at = row->placed_at});
     }
     return list;
 }

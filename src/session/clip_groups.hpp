@@ -33,6 +33,7 @@ struct ClipGroupMember {
     bool live = false;  ///< the opposite of `is_fade`
     bool muted = false;
     std::uint64_t position = 0;  ///< as stored: samples, or ticks with their origin
+    std::size_t placed_at = 0;   ///< where the placement's 0x104f begins in the image
 };
 
 struct ClipGroupList {

@@ -44,6 +44,7 @@ std::vector<LoopRecord> readLoopRecords(const BlockIndex& index) {
         LoopRecord record;
         record.key =
             loop_key(image.u32(placement.at + position_at), image.u32(placement.at + region_at));
+        record.placed_at = placement.at;
         record.parent_type = parent_type(index, placement);
         record.in_group = holds_clip_group(image, placement.at);
         record.known_shape = loop->size == known_size;

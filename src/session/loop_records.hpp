@@ -9,10 +9,11 @@
 namespace tanrove {
 
 struct LoopRecord {
-    std::uint64_t key = 0;     ///< low half of the stored position, then the region, 32 bits each
-    std::uint32_t mode = 0;    ///< 1 Loop Length, 2 number of loops
-    std::uint32_t count = 0;   ///< passes
-    std::uint32_t length = 0;  ///< samples
+    std::uint64_t key = 0;      ///< low half of the stored position, then the region, 32 bits each
+    std::size_t placed_at = 0;  ///< where the placement's 0x104f begins in the image
+    std::uint32_t mode = 0;     ///< 1 Loop Length, 2 number of loops
+    std::uint32_t count = 0;    ///< passes
+    std::uint32_t length = 0;   ///< samples
     std::uint32_t loop_extra = 0;
     std::uint16_t parent_type = 0;  ///< 0x1050 audio, 0x1056 MIDI, 0 where no block stands there
     bool in_group = false;          ///< the placement's region is the number of a clip group

@@ -112,6 +112,7 @@ std::optional<PlacementRow> read_placement_row(ByteView image, std::size_t at) {
         .in_group = holds_clip_group(image, inner),
         .locked = image.u8(inner + lock_at) != 0,
         .muted = image.u8(inner + early_mute_at) != 0 || late_mute,
+        .placed_at = inner,
     };
 }
 

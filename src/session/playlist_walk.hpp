@@ -29,6 +29,7 @@ struct PlacementRow {
     bool in_group = false;  ///< `id` is a clip group's
     bool locked = false;
     bool muted = false;
+    std::size_t placed_at = 0;  ///< where its 0x104f begins
 };
 
 /// One playlist block that keeps its limits. Views lie in the image.

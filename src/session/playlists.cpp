@@ -46,6 +46,7 @@ PlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
         detail.locked.push_back(row->locked ? 1 : 0);
         detail.muted.push_back(row->muted ? 1 : 0);
         detail.positions.push_back(row->position);
+        detail.placed_at.push_back(row->placed_at);
     }
     return detail;
 }

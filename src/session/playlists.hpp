@@ -1,6 +1,7 @@
 // Playlists and what is placed on them, row by row.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -43,6 +44,7 @@ struct PlaylistDetail {
     std::vector<std::uint32_t> locked;
     std::vector<std::uint32_t> muted;
     std::vector<std::uint64_t> positions;  ///< as stored
+    std::vector<std::size_t> placed_at;    ///< where the placement's 0x104f begins in the image
 };
 
 /// All audio playlists (0x1052) outside the clip group table, walked once for both readers.

@@ -91,8 +91,8 @@ public:
         if (!is_beside) return place_beyond(fade);
         const bool needs_in = fade.record->kind != FadeKind::fade_out;
         const bool needs_out = fade.record->kind != FadeKind::fade_in;
-        const std::size_t in = needs_in ? starts_.first_near(fade.at) : no_entry;
-        const std::size_t out = needs_out ? ends_.first_near(fade.at) : no_entry;
+        const std::size_t in = needs_in ? edge_near(fade.at, heads_, starts_) : no_entry;
+        const std::size_t out = needs_out ? edge_near(fade.at, tails_, ends_) : no_entry;
         const bool has_edges = (!needs_in || in != no_entry) && (!needs_out || out != no_entry);
         if (!has_edges) return place_beyond(fade);
         if (needs_in && needs_out) return in != out && cross(*fade.record, out, in);
@@ -105,6 +105,12 @@ public:
     }
 
 private:
+    /// An edge of the clip's own goes before one that only the window cuts there.
+    static std::size_t edge_near(std::int64_t at, const Edges& own, const Edges& seen) {
+        const std::size_t entry = own.first_near(at);
+        return entry != no_entry ? entry : seen.first_near(at);
+    }
+
     /// What is seen of a fade whose clip, or one of a crossfade's two, has no edge in the window.
     /// Where that one of the two is not seen at all, its sound is missing.
     bool place_beyond(const GroupFade& fade) {
@@ -139,7 +145,9 @@ private:
         if (pre < 1) return false;
 
         ends_.move(out, outgoing.fade_end, outgoing.fade_end + post);
+        tails_.move(out, outgoing.fade_end, outgoing.fade_end + post);
         starts_.move(in, incoming.span.start, incoming.span.start - pre);
+        heads_.move(in, incoming.span.start, incoming.span.start - pre);
         incoming.span.start -= pre;
         outgoing.fade_end += post;
         outgoing.span.end += post;

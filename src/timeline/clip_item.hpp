@@ -90,6 +90,7 @@ struct ClipItem {
     std::uint32_t loop_pass = 0;       ///< running number in its loop, 0 for the first pass
     bool is_fade_reference = false;    ///< a fade's rendered file, kept on demand: it has no row
     std::int32_t edit_row = -1;        ///< row in the track's edit list
+    std::size_t placed_at = 0;         ///< where that row's 0x104f begins in the image; 0 unknown
     bool tail_kept = false;            ///< this clip's tail survives over the next clip
     bool drawn_over_next = false;      ///< row overlap kind 1
     bool drawn_over_previous = false;  ///< row overlap kind 2

@@ -119,6 +119,7 @@ ClipItem GroupLayout::group_row(const PlaylistDetail& list, std::size_t row,
     item.locked = is_set(list.locked, row, false);
     item.color_index = row < list.colours.size() ? list.colours[row] : no_colour;
     item.edit_row = static_cast<std::int32_t>(row);
+    item.placed_at = row < list.placed_at.size() ? list.placed_at[row] : 0;
     item.tail_kept = row_keeps_tail(list, input_.fades, row);
     item.drawn_over_next = overlap == over_next;
     item.drawn_over_previous = overlap == over_previous;

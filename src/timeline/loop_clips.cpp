@@ -99,6 +99,17 @@ ClipLooper::ClipLooper(std::span<const LoopRecord> records) : records_(records) 
         return std::tuple(loop.record->in_group, loop.record->key,
                           loop.record->parent_type != block_type::audio_placement);
     });
+    for (std::size_t i = 0; i < loops_.size(); ++i) {
+        by_placement_.emplace_back(loops_[i].record->placed_at, i);
+    }
+    std::ranges::sort(by_placement_);
+}
+
+/// The loop of the placement that begins there; the number of loops where it has none.
+std::size_t ClipLooper::placed(std::size_t at) const {
+    const auto found = std::ranges::lower_bound(by_placement_, std::pair(at, std::size_t{0}));
+    const bool has_loop = found != by_placement_.end() && found->first == at;
+    return has_loop ? found->second : loops_.size();
 }
 
 /// The first of the loops with this key; their number where none has it.
@@ -111,14 +122,17 @@ std::size_t ClipLooper::place_of(std::uint64_t key, bool in_group) const {
     return static_cast<std::size_t>(found - loops_.begin());
 }
 
+/// A clip that knows its row knows its loop: another track may hold the same clip at the same place
+/// without one.
 std::size_t ClipLooper::place_of(const ClipItem& clip) const {
+    if (clip.placed_at > 0) return placed(clip.placed_at);
     const std::uint32_t number = clip.clip_group.value_or(clip.region);
     return place_of(loop_key(clip.stored_position, number), clip.clip_group.has_value());
 }
 
 MemberLoop ClipLooper::loop_member(const ClipGroupMember& member, const ClipItem& clip,
                                    const std::string& track, LoopTallies& tallies) {
-    const std::size_t place = place_of(loop_key(member.position, member.id), member.nested);
+    const std::size_t place = placed(member.placed_at);
     if (place == loops_.size()) return {};
     const LoopRecord& loop = *loops_[place].record;
     if (ends_by_length(loop)) {

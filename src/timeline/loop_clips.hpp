@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "session/clip_groups.hpp"
@@ -60,12 +62,14 @@ private:
 
     std::size_t place_of(std::uint64_t key, bool in_group) const;
     std::size_t place_of(const ClipItem& clip) const;
+    std::size_t placed(std::size_t at) const;
     void write_passes(std::vector<ClipItem>& clips, const TimelineTrack& track, double rate_hz,
                       LoopTallies& tallies);
     void end_loop(ClipItem& clip, const TimelineTrack& track, LoopTallies& tallies) const;
     bool can_afford(const ClipItem& clip, std::size_t passes);
 
     std::span<const LoopRecord> records_;
+    std::vector<std::pair<std::size_t, std::size_t>> by_placement_;  ///< places in `loops_`
     std::vector<KeyedLoop> loops_;  ///< clips', then groups', by their keys, audio's in front
     std::size_t passes_left_ = max_passes_of_run;
     std::size_t markers_left_ = max_markers_of_passes;

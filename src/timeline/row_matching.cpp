@@ -141,6 +141,10 @@ public:
     /// this position.
     std::optional<std::size_t> take_exact_row(std::size_t slot, std::uint64_t position);
 
+    std::size_t placed_at(std::size_t row) const {
+        return row < list_.placed_at.size() ? list_.placed_at[row] : 0;
+    }
+
     bool is_muted(std::size_t row) const { return row_of(list_, row).muted; }
 
     bool keeps_tail(std::size_t row) const { return row_keeps_tail(list_, fades_, row); }
@@ -306,6 +310,7 @@ void apply_rows(ClipItem& clip, const Match& match, RowIndex& index) {
     if (!match.own_slot) return;
     if (const auto row = index.take_exact_row(*match.own_slot, clip.stored_position)) {
         clip.edit_row = static_cast<std::int32_t>(*row);
+        clip.placed_at = index.placed_at(*row);
         clip.tail_kept = index.keeps_tail(*row);
         clip.muted = index.is_muted(*row);
     }

@@ -228,12 +228,14 @@ GoldenCase cut_groups() {
     }
     session.clip_group({.name = "Left", .length = second, .list_of = 0});
     session.clip_group({.name = "Right", .length = 2 * second, .start = second, .list_of = 0});
-    session.track(
-        track("Voice", {placed_group(0, 0), placed_group(1, 5 * second), fade_row(3, 10 * second),
-                        placed_group(2, 10 * second), fade_row(2, 14 * second),
-                        placed_group(3, 15 * second), fade_row(1, 16 * second),
-                        placed_group(4, 16 * second), clip("Voice-02", 20 * second, 2 * second),
-                        placed_group(0, 21 * second), clip("Voice-03", 24 * second, 2 * second)}));
+    ClipSpec first = placed_group(0, 0);
+    first.locked = true;
+    session.track(track(
+        "Voice",
+        {first, placed_group(1, 5 * second), fade_row(3, 10 * second), placed_group(2, 10 * second),
+         fade_row(2, 14 * second), placed_group(3, 15 * second), fade_row(1, 16 * second),
+         placed_group(4, 16 * second), clip("Voice-02", 20 * second, 2 * second),
+         placed_group(0, 21 * second), clip("Voice-03", 24 * second, 2 * second)}));
     return {"cut_groups", session, {}, {"Voice.wav"}};
 }
 

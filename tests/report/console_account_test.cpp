@@ -112,7 +112,7 @@ RunTallies every_counter_counted() {
     timeline = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
     timeline.fades = {1, 2, 3, 4, 5, 6, 7, 8, 9, 2.42, true};
     timeline.covering = {1, 2, 3};
-    timeline.clip_groups = {1, 2, 3, 4, 5, 6, 7, {"Choir"}};
+    timeline.clip_groups = {1, 2, 3, 4, 5, 6, 7, 8, {"Choir"}};
     timeline.gain = {.clips = 1,
                      .in_groups_with_gain = 2,
                      .in_groups_with_line = 3,

@@ -86,7 +86,8 @@ struct ClipGroupSpec {
     std::string name = {};
     std::uint64_t length = 0;  ///< samples
     std::vector<ClipSpec> members = {};
-    std::int64_t start = 0;                     ///< of its window, samples of the group
+    std::int64_t start = 0;  ///< of its window, samples of the group
+    std::optional<float> gain_db = {};
     std::optional<std::uint32_t> list_of = {};  ///< plays that group's list instead of `members`
 };
 

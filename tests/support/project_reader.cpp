@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 #include <sstream>
+#include <tuple>
 
 namespace tanrove::builder {
 
@@ -30,6 +31,13 @@ void read_midi_line(const std::string& token, const std::string& value, ReadItem
     item.midi.push_back(event);
 }
 
+/// The two numbers with which `value` begins.
+std::pair<double, double> pair_in(const std::string& value) {
+    char* rest = nullptr;
+    const double first = std::strtod(value.c_str(), &rest);
+    return {first, std::strtod(rest, nullptr)};
+}
+
 void read_track_line(const std::string& token, const std::string& value, ReadTrack& track) {
     if (token == "NAME") track.name = unquoted(value);
     if (token == "NCHAN") track.channels = std::atoi(value.c_str());
@@ -44,8 +52,15 @@ void read_item_line(const std::string& token, const std::string& value, ReadItem
     if (token == "SOFFS") item.source_offset = number;
     if (token == "MUTE") item.muted = value.front() == '1';
     if (token == "NAME") item.name = unquoted(value);
-    if (token == "VOLPAN")
-        item.take_pan = std::strtod(value.substr(value.find(' ')).c_str(), nullptr);
+    if (token == "PLAYRATE") item.playrate = number;
+    if (token == "LOCK") item.locked = true;
+    if (token == "FADEIN") item.fade_in = pair_in(value).second;
+    if (token == "FADEOUT") item.fade_out = pair_in(value).second;
+    if (token == "VOLPAN") std::tie(item.volume, item.take_pan) = pair_in(value);
+    if (token != "SM") return;
+    for (std::size_t at = 0; at != value.npos; at = value.find('+', at + 1)) {
+        item.markers.push_back(pair_in(value.substr(at + (at > 0 ? 1 : 0))));
+    }
 }
 
 }  // namespace
@@ -95,6 +110,10 @@ ReadProject read_project(const std::string& text) {
         if (open.back() == "<TRACK") read_track_line(token, value, project.tracks.back());
         if (open.back() == "<ITEM")
             read_item_line(token, value, project.tracks.back().items.back());
+        if (open.back() == "<VOLENV" && open.size() > 2 && token == "PT" &&
+            open[open.size() - 2] == "<ITEM") {
+            project.tracks.back().items.back().envelope.push_back(pair_in(value));
+        }
         if (open.back() == "<SOURCE" && token == "FILE") {
             project.tracks.back().items.back().file = unquoted(value);
         }

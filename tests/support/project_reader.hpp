@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tanrove::builder {
@@ -26,6 +27,13 @@ struct ReadItem {
     std::string name;
     std::string file;
     double take_pan = 0;
+    double volume = 1;
+    double playrate = 1;
+    double fade_in = 0;   ///< seconds
+    double fade_out = 0;  ///< likewise
+    bool locked = false;
+    std::vector<std::pair<double, double>> markers;   ///< seconds of the item and of its file
+    std::vector<std::pair<double, double>> envelope;  ///< seconds and gain of the take's volume
     std::vector<ReadMidiEvent> midi;
 };
 

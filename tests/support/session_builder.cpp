@@ -125,6 +125,10 @@ Bytes SessionBuilder::image(std::uint32_t index_at) const {
                           .start = group.start,
                           .length = group.length,
                           .number_place = place});
+        if (group.gain_db) {
+            groups.back().gain_entry = static_cast<std::uint32_t>(clips.gains.size());
+            clips.gains.push_back({.points = {{0, *group.gain_db}}});
+        }
         list_of_group.push_back(group.list_of ? list_of_group.at(*group.list_of) : lists++);
         list_numbers.emplace_back(list_of_group.back(), group.name);
     }
