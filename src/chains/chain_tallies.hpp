@@ -54,6 +54,8 @@ struct ChainTallies {
     int written_offline = 0;              ///< bypassed, and offline on demand
     std::vector<std::string> multi_mono;  ///< "track / plug-in": unlinked, written once
     int master_slots = 0;
+    int master_keys =
+        0;  ///< plug-ins on it that play and have a key input, which nothing can reach
     std::vector<std::string> midi_switched_off;  ///< "track / plug-in"
     std::set<std::string> wanted_parameters;     ///< plug-ins with lanes that no table names
     PluginLaneTallies lanes;

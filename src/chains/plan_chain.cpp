@@ -38,7 +38,8 @@ public:
         const std::vector<TrackPlugin> plugins = track_plugins(track_);
         for (const TrackPlugin& plugin : plugins) take(plugin);
         if (track_.is_master) {
-            tallies_.master_slots += static_cast<int>(chain_.slots.size());
+            tallies_.master_slots +=
+                static_cast<int>(std::ranges::count(chain_.slots, false, &FxSlot::is_placeholder));
         } else {
             mark_last_heard();
         }
@@ -131,6 +132,11 @@ void ChainMaker::take(const TrackPlugin& plugin) {
     tallies_.stand_ins.declined += fate.stand_in_declined ? 1 : 0;
     if (is_trim(insert) && fate.takes_slot && !has_build(row)) {
         count_trim_gain(plugin, track_, sources_.image, tallies_.trims);
+    }
+    // REAPER's master takes no sends, so that nothing can play to a key input there.
+    const bool listens = insert.keyInput >= 0 && !insert.bypassed && !insert.inactive;
+    if (track_.is_master && options_.carries_keys && listens && fate.kind == OutcomeKind::carried) {
+        ++tallies_.master_keys;
     }
     if (fate.kind != OutcomeKind::carried) tallies_.lanes.on_defaults += lanes_with_points(insert);
     note_outcome(plugin, row, fate, points);

@@ -23,6 +23,7 @@ struct ChainOptions {
     bool offline_bypassed = false;  ///< bypassed plug-ins arrive offline
     bool keep_plugin_midi = false;
     bool kontakt_state = true;
+    bool carries_keys = true;
 };
 
 /// Hears of every insert that arrives with its settings, and what became of them.

@@ -31,9 +31,11 @@ std::uint64_t input_mask(std::size_t pin, const PluginInsert& insert, const Slot
     const bool is_mono = pins.track_width == 1;
     if (pin == 1 && is_mono && std::ranges::count(mono_input_codes, insert.code) > 0) return 0;
     if (pin < first_key_pin || pin >= first_key_pin + key_pins) return channel_mask(pin);
+    const bool is_wide = pins.track_width >= wide_from;
     // What another plug-in's key plays there is none of its business.
-    if (insert.keyInput < 0 && pins.track_width < wide_from) return 0;
-    if (!pins.key_channel) return channel_mask(pin);
+    if (insert.keyInput < 0) return is_wide ? channel_mask(pin) : 0;
+    // A key that is not wired is silent: on a wide track these are the centre and the bass.
+    if (!pins.key_channel) return is_wide ? 0 : channel_mask(pin);
     return channel_mask(static_cast<std::size_t>(*pins.key_channel) + pin - first_key_pin);
 }
 

@@ -189,6 +189,13 @@ void print_offline_plugins(TextBuffer& out, const ChainTallies& tallies) {
     print_rows(out, tallies, offline_rows);
 }
 
+void print_master_keys(TextBuffer& out, const ChainTallies& tallies) {
+    print_count(out, tallies.master_keys,
+                "  WARNING: %d sidechained plug-in(s) on the Master Fader hear NO key:\n"
+                "      REAPER's master takes no sends that could bring it. Print their\n"
+                "      work in Pro Tools, or key them on a track in front of the master\n");
+}
+
 void print_midi_triggers(TextBuffer& out, const ChainTallies& tallies) {
     if (tallies.midi_switched_off.empty()) return;
     out.print("  %d plug-in(s) on MIDI tracks had MIDI triggering switched off:\n",

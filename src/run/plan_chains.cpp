@@ -50,6 +50,7 @@ ChainOptions chain_options(const RunOptions& options) {
     chain.offline_bypassed = options.bypass_mode == bypass_offline;
     chain.keep_plugin_midi = options.keep_plugin_midi;
     chain.kontakt_state = options.kontakt_state;
+    chain.carries_keys = !options.no_sidechain;
     return chain;
 }
 

@@ -92,6 +92,7 @@ SessionBuilder session_with_plugins() {
     session.track(source);
     TrackSpec master = track_with("Print", two, 5, 1);
     master.kind = TrackKind::master;
+    master.inserts[0].key_input = builder::output_id("Key");
     master.inserts.push_back({.code = "NoneSuch"});
     return session.track(master);
 }

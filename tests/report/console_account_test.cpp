@@ -49,7 +49,8 @@ ChainTallies chains_with_everything() {
     chains.plugin_list_missing = true;
     std::tie(chains.without_strip, chains.carried_bypassed, chains.inactive_offline) =
         std::tuple(11, 12, 13);
-    std::tie(chains.written_offline, chains.master_slots) = std::tuple(21, 22);
+    std::tie(chains.written_offline, chains.master_slots, chains.master_keys) =
+        std::tuple(21, 22, 23);
     chains.multi_mono = {"Voice / One"};
     chains.midi_switched_off = {"Voice / Two"};
     chains.lanes = {1, 2, 3, 4, 5, 6, 7};
