@@ -112,6 +112,14 @@ void drop_twin_placeholders(const std::vector<ClipItem>& left, std::vector<ClipI
     });
 }
 
+/// On its side of the pair the clip plays its file's channel of that side by itself; any other
+/// channel stays the only one that it plays.
+void pan_leg(ClipItem& clip, double pan) {
+    clip.take_pan = pan;
+    const std::uint16_t own_channel = pan < 0 ? 0 : 1;
+    if (clip.file_channel == own_channel) clip.file_channel.reset();
+}
+
 /// Both legs play at every place, one hard to each side: so the two files sound together without
 /// an interleaved one, and of one that is interleaved each plays its own side.
 void take_both_legs(TrackPlan& plan, std::span<Channel> legs) {
@@ -119,14 +127,8 @@ void take_both_legs(TrackPlan& plan, std::span<Channel> legs) {
     auto& left = legs[0].track.clips;
     auto& right = legs[1].track.clips;
     drop_twin_placeholders(left, right);
-    for (auto& clip : left) {
-        clip.take_pan = -1;
-        clip.file_channel.reset();
-    }
-    for (auto& clip : right) {
-        clip.take_pan = 1;
-        clip.file_channel.reset();
-    }
+    for (auto& clip : left) pan_leg(clip, -1);
+    for (auto& clip : right) pan_leg(clip, 1);
     plan.clips.reserve(left.size() + right.size());
     std::merge(std::make_move_iterator(left.begin()), std::make_move_iterator(left.end()),
                std::make_move_iterator(right.begin()), std::make_move_iterator(right.end()),

@@ -253,7 +253,8 @@ struct ExportedTrack {
 struct ExportedText {
     std::string timecode;  // frames a second, session start
     std::vector<ExportedTrack> tracks;
-    std::vector<std::string> markers;  // number and name
+    std::vector<std::string> markers;          // number, place and name
+    std::vector<std::string> marker_comments;  // number and comment
 };
 
 std::string trimmed(const std::string& cell) {
@@ -292,6 +293,8 @@ ExportedText read_export(const std::string& text) {
                                                 cells[4] + " " + cells[6]);
         } else if (in_markers && cells.size() >= 5 && std::isdigit(line.front()) != 0) {
             read.markers.push_back(cells[0] + " " + cells[2] + " " + cells[4]);
+            const std::string comment = cells.size() > 5 ? cells[5] : "";
+            if (!comment.empty()) read.marker_comments.push_back(cells[0] + " " + comment);
         }
     }
     return read;
@@ -388,7 +391,25 @@ TEST(RealSessions, AgreeWithTheTextsThatProToolsWroteOfThem) {
                 trimmed(line.substr(name + 1, line.find('"', name + 1) - name - 1)).c_str()));
         }
         EXPECT_EQ(markers, exported.markers);
+        std::vector<std::string> comments;
+        for (const auto& line : converted.project.head_lines("|Marker")) {
+            comments.push_back(line.substr(0, line.find(' ')) + line.substr(line.find(" }: ") + 3));
+        }
+        EXPECT_EQ(comments, exported.marker_comments);
     }
+}
+
+TEST(RealSessions, RobinHoodShowsItsPictureFromTheFrameOfItsOwnList) {
+    const auto converted = convert_real("protools-texts/RobinHood.ptx");
+    if (!converted.found) GTEST_SKIP() << "the real sessions are not on this machine";
+    const auto picture = converted.project.track("PIX");
+    ASSERT_EQ(picture.items.size(), 1U);
+    constexpr double frame = 1001.0 / 30000;
+    EXPECT_EQ(picture.items[0].name, "RobinHood-01");
+    EXPECT_EQ(picture.items[0].file, "RobinHood.mov");
+    EXPECT_NEAR(picture.items[0].position, 240 * frame, 1e-5) << "where the guide track begins";
+    EXPECT_NEAR(picture.items[0].length, 16436 * frame, 1e-3);
+    EXPECT_NEAR(picture.items[0].source_offset, 1547 * frame, 1e-3);
 }
 
 struct Stages : tanrovegui::Progress {
