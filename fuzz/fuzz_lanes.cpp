@@ -11,7 +11,7 @@ std::size_t points_of(const Strip& strip) {
     std::size_t points =
         strip.surround_master_lane.points.size() + strip.dual_pan_lane.points.size();
     for (const Lane* lane : {&strip.volume_lane, &strip.mute_lane, &strip.pan_lane,
-                             &strip.pan_right_lane, &strip.fifth_lane}) {
+                             &strip.pan_right_lane, &strip.trim_lane}) {
         points += lane->points.size();
     }
     for (const PannerLanes& panner : strip.surround_lanes) {

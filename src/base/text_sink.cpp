@@ -4,8 +4,8 @@
 #include <cstdarg>
 #include <cstdio>
 
+#include "base/c_locale_print.hpp"
 #include "base/formatted_text.hpp"
-#include "base/plain_print.hpp"
 
 namespace tanrove {
 

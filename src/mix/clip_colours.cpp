@@ -109,8 +109,8 @@ std::optional<std::uint32_t> ClipColouring::coded_colour(const TrackShade& track
 void ClipColouring::colour_own(std::vector<ClipItem>& clips, int legs) {
     std::set<std::tuple<std::size_t, bool, double>> placements;
     for (ClipItem& clip : clips) {
-        if (clip.color_index == no_place) continue;
-        clip.colour = own_colour(clip.color_index);
+        if (clip.colour_place == no_place) continue;
+        clip.colour = own_colour(clip.colour_place);
         if (placements.insert(placement_of(clip)).second) coloured_placements_ += legs;
     }
 }
@@ -130,7 +130,7 @@ void ClipColouring::colour_lanes(TrackPlan& plan, const TrackShade& coded) {
     for (const LanePlan& lane : plan.lanes) note_files(lane.clips);
     for (LanePlan& lane : plan.lanes) {
         for (ClipItem& clip : lane.clips) {
-            if (clip.color_index != no_place) continue;
+            if (clip.colour_place != no_place) continue;
             const auto known = colour_of_file.find(clip.file);
             if (known == colour_of_file.end()) {
                 clip.colour = coded_colour(coded, clip.start);
@@ -147,8 +147,8 @@ void ClipColouring::colour_midi(TrackPlan& plan, const TrackShade& coded) {
     // These codings colour the notes, which REAPER does by its own rules.
     const bool draws_notes = scheme && *scheme >= by_midi_channel && *scheme <= by_midi_device;
     for (MidiItem& item : plan.midi_items) {
-        if (item.color_index != no_place) {
-            item.colour = own_colour(item.color_index);
+        if (item.colour_place != no_place) {
+            item.colour = own_colour(item.colour_place);
             ++coloured_placements_;
         } else if (scheme == by_clip_list) {
             item.colour = in_theme(clip_tint(midi_clip_place).colour);
@@ -173,8 +173,8 @@ void ClipColouring::colour_video(std::vector<VideoItem>& items, const TrackShade
                                  const CodedTrack& coded) {
     const TrackShade by_coding = shade_by_coding(shade, coded);
     for (VideoItem& item : items) {
-        if (item.color_index != no_place) {
-            item.colour = own_colour(item.color_index);
+        if (item.colour_place != no_place) {
+            item.colour = own_colour(item.colour_place);
             tallies_.video_clips_own += item.colour ? 1 : 0;
         } else {
             item.colour = coded_colour(by_coding, item.start);
@@ -189,7 +189,7 @@ void ClipColouring::colour(TrackPlan& plan, const TrackShade& shade, const Coded
     // The lanes see what the clips of the playing list have of their own, and no more.
     colour_lanes(plan, by_coding);
     for (ClipItem& clip : plan.clips) {
-        if (clip.color_index == no_place) clip.colour = coded_colour(by_coding, clip.start);
+        if (clip.colour_place == no_place) clip.colour = coded_colour(by_coding, clip.start);
     }
     colour_midi(plan, by_coding);
 }
@@ -200,7 +200,7 @@ std::string clip_colours_text(const std::vector<TrackPlan>& plans) {
         const auto print = [&](const auto& item) {
             if (!item.colour) return;
             text.print("CLIPCOL %s | %.6f %s | place %d | 0x%07lx\n", plan.name.c_str(), item.start,
-                       item.name.c_str(), item.color_index,
+                       item.name.c_str(), item.colour_place,
                        static_cast<unsigned long>(*item.colour));
         };
         for (const ClipItem& clip : plan.clips) print(clip);

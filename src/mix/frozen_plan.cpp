@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "base/paths.hpp"
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 

@@ -4,8 +4,8 @@
 #include <functional>
 #include <vector>
 
+#include "mix/plans_of_strips.hpp"
 #include "mix/routing_tallies.hpp"
-#include "mix/strip_plans.hpp"
 #include "mix/strip_routes.hpp"
 #include "mix/track_plan.hpp"
 

@@ -104,7 +104,7 @@ private:
         } else if (moves_panner(strip) || moves_knobs(strip)) {
             ++tallies_.panners_left_still;
         }
-        add(plan, "VOLENV3", EnvelopeKind::volume, strip.fifth_lane);
+        add(plan, "VOLENV3", EnvelopeKind::volume, strip.trim_lane);
     }
 
     void add_pan(TrackPlan& plan, const Strip& strip) {

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 
@@ -159,7 +159,7 @@ VideoPlan plan_video(const VideoInput& input, const TempoClock& clock, VideoTall
             .name = region->name,
             .movie = *movie,
             .locked = clip.locked,
-            .color_index = clip.colour,
+            .colour_place = clip.colour,
         });
     }
     for (VideoTrackPlan& track : plan.tracks) {

@@ -24,7 +24,7 @@ struct VideoItem {
     std::string name;
     std::string movie;  ///< file name
     bool locked = false;
-    std::int16_t color_index = -2;             ///< stored clip colour, -2 none
+    std::int16_t colour_place = -2;            ///< stored clip colour, -2 none
     std::optional<std::uint32_t> colour = {};  ///< written to the item: 0x1BBGGRR
 };
 

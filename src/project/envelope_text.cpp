@@ -1,7 +1,7 @@
 // An envelope's block: its switches, then its points.
 #include "project/envelope_text.hpp"
 
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 namespace tanrove {
 

@@ -6,7 +6,7 @@
 #include "base/guid.hpp"
 #include "project/envelope_text.hpp"
 #include "project/fx_chain_text.hpp"
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 #include "project/receive_text.hpp"
 
 namespace tanrove {

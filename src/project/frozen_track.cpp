@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "base/guid.hpp"
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 namespace tanrove {
 

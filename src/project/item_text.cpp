@@ -1,7 +1,7 @@
 // The audio item, line group by line group, in the order of the file.
 #include "project/item_text.hpp"
 
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 namespace tanrove {
 

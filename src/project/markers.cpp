@@ -2,7 +2,7 @@
 #include "project/markers.hpp"
 
 #include "base/guid.hpp"
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 namespace tanrove {
 

@@ -11,7 +11,7 @@
 #include "base/formatted_text.hpp"
 #include "base/guid.hpp"
 #include "base/text_sink.hpp"
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 #include "project/receive_lines.hpp"
 
 namespace tanrove {

@@ -2,7 +2,7 @@
 #include "project/midi_item_text.hpp"
 
 #include "base/base64.hpp"
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 namespace tanrove {
 

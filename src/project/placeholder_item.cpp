@@ -3,7 +3,7 @@
 
 #include "base/guid.hpp"
 #include "mix/track_comments.hpp"
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 namespace tanrove {
 

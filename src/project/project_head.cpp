@@ -3,7 +3,7 @@
 
 #include "project/envelope_text.hpp"
 #include "project/fx_chain_text.hpp"
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 namespace tanrove {
 

@@ -4,7 +4,7 @@
 
 #include "base/formatted_text.hpp"
 #include "project/envelope_text.hpp"
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 namespace tanrove {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 namespace tanrove {
 

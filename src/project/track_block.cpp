@@ -15,7 +15,7 @@
 #include "project/item_text.hpp"
 #include "project/midi_item_text.hpp"
 #include "project/placeholder_item.hpp"
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 #include "project/receive_text.hpp"
 
 namespace tanrove {

@@ -6,7 +6,7 @@
 #include <cstdint>
 
 #include "base/guid.hpp"
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 #include "project/video_pass.hpp"
 
 namespace tanrove {

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "chains/plan_chain.hpp"
-#include "mix/strip_plans.hpp"
+#include "mix/plans_of_strips.hpp"
 #include "run/settings_corpus.hpp"
 
 namespace tanrove {

@@ -19,7 +19,7 @@
 // smaller ones, while the others stand first.
 #include "session/automation_events.hpp"
 
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "base/byte_view.hpp"
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 

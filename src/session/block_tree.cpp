@@ -6,7 +6,7 @@
 #include <iterator>
 #include <optional>
 
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 

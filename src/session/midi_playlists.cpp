@@ -26,7 +26,7 @@ constexpr std::uint32_t largest_empty_record = 11;
 MidiPlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
     MidiPlaylistDetail detail;
     detail.name = playlist.name;
-    detail.is_second_kind = playlist.kind == kind_ticks;
+    detail.in_ticks = playlist.kind == kind_ticks;
     for (const std::size_t at : playlist.row_at) {
         const auto row = read_placement_row(image, at);
         if (!row) continue;
@@ -37,8 +37,8 @@ MidiPlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
         detail.in_group.push_back(row->in_group ? 1 : 0);
         detail.muted.push_back(row->muted ? 1 : 0);
         detail.locked.push_back(row->locked ? 1 : 0);
-        detail.positions.push_back(detail.is_second_kind ? distance_from_origin(row->position)
-                                                         : row->position);
+        detail.positions.push_back(detail.in_ticks ? distance_from_origin(row->position)
+                                                   : row->position);
     }
     return detail;
 }
@@ -85,7 +85,7 @@ MidiPlaylists readMidiPlaylists(const BlockIndex& index) {
             detail.is_read = false;
             detail.name = playlist_name(index.image(), blocks[i]);
         }
-        midi.playlists.records.push_back({detail.name, detail.is_second_kind});
+        midi.playlists.records.push_back({detail.name, detail.in_ticks});
         midi.playlists.clip_counts.push_back(playlist ? playlist->placed : 0);
         midi.details.push_back(std::move(detail));
     }

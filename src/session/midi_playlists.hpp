@@ -15,7 +15,7 @@ namespace tanrove {
 struct MidiPlaylistDetail {
     std::string name;
     bool is_read = true;                    ///< false: it breaks a limit, and only keeps its place
-    bool is_second_kind = false;            ///< true: positions are ticks; false: samples
+    bool in_ticks = false;                  ///< true: positions are ticks; false: samples
     std::vector<std::uint32_t> region_ids;  ///< a region, or a clip group
     std::vector<std::int32_t> colours;      ///< -2 none
     std::vector<std::uint32_t> is_fade;

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "base/byte_view.hpp"
-#include "session/block_scan.hpp"
 #include "session/block_tree.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 

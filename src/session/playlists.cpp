@@ -33,7 +33,7 @@ std::map<std::size_t, std::uint16_t> playlist_numbers(std::span<const BlockNode>
 PlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
     PlaylistDetail detail;
     detail.name = playlist.name;
-    detail.is_second_kind = playlist.kind == kind_ticks;
+    detail.in_ticks = playlist.kind == kind_ticks;
     for (const std::size_t at : playlist.row_at) {
         const auto row = read_placement_row(image, at);
         if (!row) continue;

@@ -17,7 +17,7 @@ namespace tanrove {
 /// A playlist's name and timebase.
 struct PlaylistRecord {
     std::string name;
-    bool is_second_kind = false;  ///< true: positions are ticks; false: samples
+    bool in_ticks = false;  ///< true: positions are ticks; false: samples
     /// Running number among all playlists of its list (0x1054), those that cannot be read included:
     /// the channel that it is of. Nothing for a playlist outside such a list.
     std::optional<std::uint16_t> number = {};
@@ -34,7 +34,7 @@ struct Playlists {
 /// keeps them, which is the order it draws them in.
 struct PlaylistDetail {
     std::string name;
-    bool is_second_kind = false;
+    bool in_ticks = false;
     std::vector<std::uint32_t> region_ids;  ///< a region, or a fade on a fade row, or a clip group
     std::vector<std::int32_t> colours;      ///< -2 none
     std::vector<std::uint32_t> live;        ///< 0 on a row that plays nothing of its own

@@ -8,8 +8,8 @@
 //   T + 5   source offset, then the gap: samples from the clip's head to its sync point
 #include "session/region_starts.hpp"
 
-#include "session/block_scan.hpp"
 #include "session/block_types.hpp"
+#include "session/record_forms.hpp"
 #include "session/session_lists.hpp"
 
 namespace tanrove {

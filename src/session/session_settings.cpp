@@ -14,8 +14,8 @@
 // the usual length: 118, 119 and 121.
 #include "session/session_settings.hpp"
 
-#include "session/block_scan.hpp"
 #include "session/block_types.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 

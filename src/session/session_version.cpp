@@ -10,8 +10,8 @@
 #include <optional>
 #include <string_view>
 
-#include "session/block_scan.hpp"
 #include "session/block_types.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 

@@ -109,7 +109,7 @@ private:
         }
         strip_.stereo = taken == 2;
         const bool has_trim = flat.size() > 2 && shape != LaneShape::master;
-        if (has_trim) reader_.read(flat.back(), owner_, strip_.fifth_lane);
+        if (has_trim) reader_.read(flat.back(), owner_, strip_.trim_lane);
         const int flat_count = static_cast<int>(std::min<std::size_t>(flat.size(), 2));
         strip_.lane_count = flat_count + taken + (has_trim ? 1 : 0);
     }
@@ -122,7 +122,7 @@ private:
         if (count > 2) read_left_pan(flat[2]);
         if (strip_.stereo) read_right_pan(flat[3]);
         const bool has_trim = count == stereo_flat_lanes - 1 || strip_.stereo;
-        if (has_trim) reader_.read(flat.back(), owner_, strip_.fifth_lane);
+        if (has_trim) reader_.read(flat.back(), owner_, strip_.trim_lane);
         strip_.lane_count = static_cast<std::int32_t>(count);
     }
 

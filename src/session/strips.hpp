@@ -45,7 +45,7 @@ struct Strip {
     Lane mute_lane;
     Lane pan_lane;
     Lane pan_right_lane;
-    Lane fifth_lane;  ///< trim
+    Lane trim_lane;  ///< trim
     bool stereo = false;
     /// What the pan lanes say before their first points; nullopt where there is no such lane.
     std::optional<double> pan_left_lane_value;

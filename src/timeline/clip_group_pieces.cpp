@@ -8,7 +8,7 @@
 #include <optional>
 #include <utility>
 
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 #include "timeline/collect_clips.hpp"
 #include "timeline/cut_clip.hpp"
 

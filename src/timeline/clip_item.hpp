@@ -95,7 +95,7 @@ struct ClipItem {
     bool drawn_over_next = false;      ///< row overlap kind 1
     bool drawn_over_previous = false;  ///< row overlap kind 2
     double take_pan = 0;               ///< -1 left leg, +1 right leg of a split stereo pair
-    std::int32_t color_index = -2;     ///< stored clip colour, -2 none
+    std::int32_t colour_place = -2;    ///< stored clip colour, -2 none
     std::optional<std::uint32_t> colour = {};  ///< written to the item: 0x1BBGGRR
     bool polarity_inverted = false;
     double sync_offset = 0;  ///< from the clip's start to its sync point; 0 none

@@ -11,7 +11,7 @@
 #include "timeline/clip_gain_plan.hpp"
 #include "timeline/cover_clips.hpp"
 #include "timeline/infer_stretch.hpp"
-#include "timeline/lay_out_groups.hpp"
+#include "timeline/lay_out_clip_groups.hpp"
 #include "timeline/loop_clips.hpp"
 #include "timeline/track_pairing.hpp"
 #include "timeline/warp_clips.hpp"

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <limits>
 
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 
@@ -289,7 +289,7 @@ MidiItem MidiItemMaker::item(const PlacedMidiClip& clip) {
     item.name = material_.regions[clip.region].name;
     item.muted = clip.muted;
     item.locked = clip.locked;
-    item.color_index = clip.color_index;
+    item.colour_place = clip.colour_place;
 
     const ClipTime time = time_of(clip);
     set_source_offset(item, clip, time.lead);

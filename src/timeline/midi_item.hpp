@@ -56,9 +56,9 @@ struct MidiItem {
     std::uint64_t end_tick = 0;  ///< of the source: where the clip ends
     std::uint64_t quiet_tick =
         0;  ///< likewise: where the last note that sounds has ended; 0 for none
-    bool streams_volume = false;    ///< its events move the volume: no fader value is sent
-    bool streams_pan = false;       ///< likewise the pan
-    std::int32_t color_index = -2;  ///< -2 none
+    bool streams_volume = false;     ///< its events move the volume: no fader value is sent
+    bool streams_pan = false;        ///< likewise the pan
+    std::int32_t colour_place = -2;  ///< -2 none
     std::optional<std::uint32_t> colour = {};  ///< written to the item: 0x1BBGGRR
     bool locked = false;
     double item_length_raw = 0;  ///< before its notes were given room to ring out

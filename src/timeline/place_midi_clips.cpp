@@ -11,7 +11,7 @@
 #include <tuple>
 #include <utility>
 
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 
@@ -126,15 +126,14 @@ private:
             const auto found = track_of_playlist_.find(playlist.name);
             if (found == track_of_playlist_.end() || !playlist.is_read) continue;
             TrackRows& track = tracks_[found->second];
-            if (!track.tick_based) track.tick_based = playlist.is_second_kind;
+            if (!track.tick_based) track.tick_based = playlist.in_ticks;
             track.is_kind_read = true;
             for (std::size_t i = 0; i < playlist.positions.size(); ++i) {
                 if (playlist.in_group[i] != 0) continue;
                 const std::uint64_t position = playlist.positions[i];
-                track.edit_rows.add(
-                    playlist.region_ids[i],
-                    playlist.is_second_kind ? position : distance_from_origin(position),
-                    {&playlist, i});
+                track.edit_rows.add(playlist.region_ids[i],
+                                    playlist.in_ticks ? position : distance_from_origin(position),
+                                    {&playlist, i});
             }
         }
     }
@@ -150,10 +149,10 @@ private:
         const auto stored = track.stored_positions.take(region.index, row.start);
         if (edit_row) {
             const auto& [playlist, i] = *edit_row;
-            clip.in_samples = !playlist->is_second_kind;
+            clip.in_samples = !playlist->in_ticks;
             clip.muted = playlist->muted[i] != 0;
             clip.locked = playlist->locked[i] != 0;
-            clip.color_index = playlist->colours[i];
+            clip.colour_place = playlist->colours[i];
             placement.overlap = playlist->overlap[i];
         } else if (track.is_kind_read) {
             clip.in_samples = !*track.tick_based;

@@ -36,7 +36,7 @@ struct PlacedMidiClip {
     double length_seconds = 0;
     bool muted = false;
     bool locked = false;
-    std::int32_t color_index = -2;
+    std::int32_t colour_place = -2;
 };
 
 struct PlacedMidiTrack {

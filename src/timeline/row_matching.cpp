@@ -303,7 +303,7 @@ void apply_rows(ClipItem& clip, const Match& match, RowIndex& index) {
         const KeyRows& rows = index.rows_in(*match.rows_slot);
         clip.drawn_over_next = rows.drawn_over_next;
         clip.drawn_over_previous = rows.drawn_over_previous;
-        clip.color_index = rows.colour;
+        clip.colour_place = rows.colour;
         clip.locked = rows.locked;
         clip.muted = rows.muted.value_or(false);
     }

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 
@@ -38,13 +38,13 @@ double ticks_from_origin(std::uint64_t stored) {
 
 void decide_timebases(std::vector<TimelineTrack>& tracks, std::span<const PlaylistRecord> records,
                       TimelineTallies& tallies) {
-    const auto tick_records = std::ranges::count_if(records, &PlaylistRecord::is_second_kind);
+    const auto tick_records = std::ranges::count_if(records, &PlaylistRecord::in_ticks);
     const bool all_tick = !records.empty() && std::ranges::ssize(records) == tick_records;
     const bool all_sample = !records.empty() && tick_records == 0;
 
     for (auto& track : tracks) {
         if (track.record) {
-            track.tick_based = records[*track.record].is_second_kind;
+            track.tick_based = records[*track.record].in_ticks;
         } else if ((all_tick || all_sample) && agree_with(track.clips, all_tick)) {
             track.tick_based = all_tick;
             ++tallies.unpaired_tracks;

@@ -15,7 +15,7 @@ template <class Item>
 Item item(double start, std::int32_t place = -2) {
     Item made;
     made.start = start;
-    made.color_index = place;
+    made.colour_place = place;
     return made;
 }
 

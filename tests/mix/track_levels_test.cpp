@@ -123,7 +123,7 @@ TEST(PlanLevels, GivesEveryModeItsPlaceInReaper) {
         strips[0].fader_db = -6;
         if (c.automated) {
             strips[0].volume_lane.points = {{0, -60}};
-            strips[0].fifth_lane.points = {{0, 0}};
+            strips[0].trim_lane.points = {{0, 0}};
         }
         std::vector<StripRow> rows(1);
         rows[0].current_name = "Vox";

@@ -7,7 +7,7 @@
 #include <random>
 #include <utility>
 
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 #include "support/project_reader.hpp"
 #include "timeline/midi_events.hpp"
 #include "timeline/real_time_midi.hpp"

@@ -183,7 +183,7 @@ TEST(ReadMidiPlaylists, PositionsAreSamplesOrTheirDistanceFromTheTickOrigin) {
         const auto midi = over(image, readMidiPlaylists);
         ASSERT_EQ(midi.details.size(), 1U);
         const auto& d = midi.details[0];
-        EXPECT_EQ(fields(d.name, d.is_second_kind, d.positions.at(0)),
+        EXPECT_EQ(fields(d.name, d.in_ticks, d.positions.at(0)),
                   fields("Keys", c.tick_based, c.read));
         EXPECT_EQ(fields(d.region_ids, d.colours, d.muted, d.locked, d.in_group, d.is_fade),
                   "6,0 30,-2 1,0 0,1 0,1 0,0");

@@ -217,7 +217,7 @@ TEST(ReadStripLanes, PlacesFollowTheGroups) {
         for (const Bytes& block : c.behind_mute) lanes.raw(block);
         const Strip s = strip_with_lanes(lanes.bytes(), c.shape);
         EXPECT_EQ(fields(s.lane_count, s.stereo, s.pan_lane.initial, s.pan_right_lane.initial,
-                         s.fifth_lane.initial),
+                         s.trim_lane.initial),
                   c.text)
             << c.what;
         EXPECT_EQ(fields(s.volume_lane.initial, s.mute_lane.initial, s.surround), "11 1 0");
@@ -230,7 +230,7 @@ TEST(ReadStripLanes, AFaderWithMovesKeepsItsRecord) {
                                   .fader_db = -3,
                                   .volume_lane = {.initial = 20, .points = {{0, -40}}},
                                   .tick_based = true});
-    EXPECT_EQ(fields(strip.volume_lane.in_ticks, strip.fifth_lane.in_ticks, strip.fader_db),
+    EXPECT_EQ(fields(strip.volume_lane.in_ticks, strip.trim_lane.in_ticks, strip.fader_db),
               "1 1 -3");
     EXPECT_EQ(strip_lanes_text({strip}),
               "LANES Vox | fader -3.0 dB | vol 1 pt init 20 | mute 0 pt | pan 0 pt\n"
@@ -281,7 +281,7 @@ TEST(ReadStripLanes, AMasterTakesNoPanAndNoTrim) {
                               .kind = TrackKind::master,
                               .pan = -30,
                               .trim_lane = LaneSpec{.initial = 9}});
-    EXPECT_EQ(fields(s.present, s.lane_count, s.pan_lane.initial, s.fifth_lane.initial), "1 2 0 0");
+    EXPECT_EQ(fields(s.present, s.lane_count, s.pan_lane.initial, s.trim_lane.initial), "1 2 0 0");
 }
 
 TEST(ReadStripLanes, TheSecondStripOfOneRowHasNoLanes) {

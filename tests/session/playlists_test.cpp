@@ -37,7 +37,7 @@ TEST(ReadPlaylistDetails, EveryFieldOfARowHasItsPlace) {
     const auto details = readPlaylistDetails(ByteView(image), over(image, walk_playlists));
     ASSERT_EQ(details.size(), 2U);
     const auto& d = details[0];
-    EXPECT_EQ(fields(d.name, d.is_second_kind, d.positions.at(0)), "Vox 1 1007752720000");
+    EXPECT_EQ(fields(d.name, d.in_ticks, d.positions.at(0)), "Vox 1 1007752720000");
     EXPECT_EQ(fields(d.region_ids, d.colours), "16909060,0,0,0,0,0 20,-2,-2,-2,-2,-2")
         << "one row has no record";
     EXPECT_EQ(fields(d.is_fade, d.live, d.in_group), "0,1,0,0,0,0 1,0,1,1,1,1 0,0,1,0,0,0");

@@ -6,7 +6,7 @@
 #include <map>
 
 #include "reading.hpp"
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 #include "support/records/clip_records.hpp"
 
 namespace tanrove {

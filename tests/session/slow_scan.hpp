@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "session/block_index.hpp"
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 
 namespace tanrove {
 

@@ -34,7 +34,7 @@ struct MidiScene {
     /// Places the clips; without `has_rows` the playlist could not be read.
     PlacedMidiTrack placed(bool tick_based, bool has_rows = true) {
         playlists[0].name = "Keys";
-        playlists[0].is_second_kind = tick_based;
+        playlists[0].in_ticks = tick_based;
         for (const auto& row : rows) {
             const auto distance = std::abs(static_cast<std::int64_t>(row.position) - origin);
             playlists[0].positions.push_back(tick_based ? static_cast<std::uint64_t>(distance)
@@ -122,7 +122,7 @@ TEST(PlaceMidiClips, ThePlaylistsKindDecidesTheTimebaseAndElseTheSizeOfThePositi
         EXPECT_DOUBLE_EQ(track.clips[0].start, c.start);
         EXPECT_DOUBLE_EQ(track.clips[0].length_seconds, c.seconds);
         EXPECT_EQ(track.tick_based, c.tick_based);
-        EXPECT_EQ(track.clips[0].color_index, c.has_rows ? 5 : -2);
+        EXPECT_EQ(track.clips[0].colour_place, c.has_rows ? 5 : -2);
         EXPECT_EQ(scene.tallies.sample_based_clips, c.tick_based ? 0 : 1);
     }
     MidiScene rowless;  // the playlist's kind was read, this row of it was not

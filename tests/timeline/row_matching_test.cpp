@@ -124,7 +124,7 @@ TEST(MatchRows, TellsHowEachClipIsDrawnLockedAndMuted) {
     std::string
         drawn;  // region, row, colour; over the previous, the next, tail kept, locked, muted
     for (const ClipItem& clip : clips) {
-        drawn += formatted("%u %d %d %d%d%d%d%d; ", clip.region, clip.edit_row, clip.color_index,
+        drawn += formatted("%u %d %d %d%d%d%d%d; ", clip.region, clip.edit_row, clip.colour_place,
                            clip.drawn_over_previous, clip.drawn_over_next, clip.tail_kept,
                            clip.locked, clip.muted);
     }
@@ -139,7 +139,7 @@ TEST(MatchRows, ADisplacedClipTakesWhatItsNearRowSays) {
     const auto tracks = scene.placed();
     const ClipItem& clip = tracks.at(0).clips.at(0);
     EXPECT_EQ(clip.edit_row, -1);
-    EXPECT_EQ(clip.color_index, 7);
+    EXPECT_EQ(clip.colour_place, 7);
     EXPECT_TRUE(clip.muted);
     EXPECT_FALSE(tracks[0].row_ordered);
 }

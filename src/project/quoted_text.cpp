@@ -1,5 +1,5 @@
 // Quoting of names, and numbers made safe to print.
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 // Numbers are exact: "%f" rounds the double's true value, ties to even digits, as printf does.
-#include "base/plain_print.hpp"
+#include "base/c_locale_print.hpp"
 
 #include <array>
 #include <bit>

@@ -1,5 +1,5 @@
 // The block test and the primitives of all session records.
-#include "session/block_scan.hpp"
+#include "session/record_forms.hpp"
 
 #include <algorithm>
 

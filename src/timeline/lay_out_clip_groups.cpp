@@ -1,6 +1,6 @@
 // A group's row stands on its track as one clip of its window while fades are bound and clips cover
 // each other; what is left of the window then decides what of its clips is heard.
-#include "timeline/lay_out_groups.hpp"
+#include "timeline/lay_out_clip_groups.hpp"
 
 #include <algorithm>
 #include <cmath>
@@ -117,7 +117,7 @@ ClipItem GroupLayout::group_row(const PlaylistDetail& list, std::size_t row,
     item.source_offset = static_cast<double>(group.start) / input_.rate_hz;
     item.muted = is_set(list.muted, row, false);
     item.locked = is_set(list.locked, row, false);
-    item.color_index = row < list.colours.size() ? list.colours[row] : no_colour;
+    item.colour_place = row < list.colours.size() ? list.colours[row] : no_colour;
     item.edit_row = static_cast<std::int32_t>(row);
     item.placed_at = row < list.placed_at.size() ? list.placed_at[row] : 0;
     item.tail_kept = row_keeps_tail(list, input_.fades, row);
@@ -167,7 +167,7 @@ void GroupLayout::lay_out_group(TimelineTrack& track, const ClipItem& group,
         tallies_.fade_outs += piece.fade_out.length > 0 ? 1 : 0;
         piece.index_on_track = group.index_on_track;
         piece.group_name = group.name;
-        piece.color_index = group.color_index;
+        piece.colour_place = group.colour_place;
         piece.locked = group.locked;
         if (input_.pitch_shifts != nullptr) shift_pitch(piece, *input_.pitch_shifts, stretch);
     }

@@ -1,5 +1,5 @@
 // Joins plans and strips by their names.
-#include "mix/strip_plans.hpp"
+#include "mix/plans_of_strips.hpp"
 
 #include <map>
 #include <string>

@@ -1,5 +1,5 @@
 // Names in quotes, comments in the notes block: what a session's text must not do to a project.
-#include "project/project_text.hpp"
+#include "project/quoted_text.hpp"
 
 #include <gtest/gtest.h>
 
