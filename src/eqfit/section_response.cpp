@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 
 #include "base/steady_math.hpp"
@@ -28,6 +29,15 @@ constexpr double allowed_above = 3;  // dB over the target above the range that 
 constexpr double least_power = 1e-24;
 constexpr double db_of_log2 = 3.010299956639812;  // 10 log10(2)
 constexpr double rounding_room = 1 + 1e-12;       // of a limit, so that none is passed too early
+constexpr double no_answer = std::numeric_limits<double>::infinity();
+
+// Errors come in these steps. What differs by less differs by the rounding of numbers alone, and
+// that shall not decide which way a search goes.
+constexpr double steps_a_db = 16777216;
+
+double in_steps(double error) {
+    return std::floor(error * steps_a_db + 0.5) / steps_a_db;
+}
 
 using Values = PointBlock::Values;
 
@@ -96,17 +106,17 @@ public:
 
     double of(const PointSet& points) {
         for (const PointBlock& block : points.level) {
-            if (passes_limit(block)) return value();
+            if (passes_limit(block)) return no_answer;
         }
         for (const PointBlock& block : points.above) {
             const Values v = forms_.powers(block);
             for (const double ratio : v) highest_above_ = std::max(highest_above_, ratio);
-            if (highest_above_ > limit_above_) return value();
+            if (highest_above_ > limit_above_) return no_answer;
         }
         for (const PointBlock& block : points.low_level) {
             const Values v = low_level_errors(block, forms_);
             for (const double error : v) low_level_ = std::max(low_level_, error);
-            if (low_level_ > limit_) return value();
+            if (low_level_ > limit_) return no_answer;
         }
         return value();
     }
@@ -125,7 +135,7 @@ private:
         const double high = db_of_log2 * steady_log2(highest_);
         const double low = -db_of_log2 * steady_log2(lowest_);
         const double above = db_of_log2 * steady_log2(highest_above_) - allowed_above;
-        return std::max({high, low, above, low_level_});
+        return in_steps(std::max({high, low, above, low_level_}));
     }
 
     const Forms& forms_;
@@ -148,15 +158,15 @@ public:
 
     double of(const PointSet& points) {
         for (const PointBlock& block : points.level) {
-            if (add(block, levels(block, 0))) return value();
+            if (add(block, levels(block, 0))) return no_answer;
         }
         for (const PointBlock& block : points.above) {
             Values v = levels(block, allowed_above);
             for (double& error : v) error = std::max(error, 0.0);
-            if (add(block, v)) return value();
+            if (add(block, v)) return no_answer;
         }
         for (const PointBlock& block : points.low_level) {
-            if (add(block, low_level_errors(block, forms_))) return value();
+            if (add(block, low_level_errors(block, forms_))) return no_answer;
         }
         return value();
     }
@@ -178,7 +188,7 @@ private:
         return sum_ > limit_;
     }
 
-    double value() const { return std::sqrt(std::sqrt(std::sqrt(sum_ / count_))); }
+    double value() const { return in_steps(std::sqrt(std::sqrt(std::sqrt(sum_ / count_)))); }
 
     const Forms& forms_;
     double count_;

@@ -58,8 +58,8 @@ public:
     SectionResponse(const EqGrid& grid, const std::vector<double>& target,
                     const std::vector<double>& one_pole, double rate_hz);
 
-    /// The error in dB of up to `max_fit_sections` sections. An error above `limit` comes back as
-    /// anything above it.
+    /// The error in dB of up to `max_fit_sections` sections, in steps of 2^-24 dB. Where it is not
+    /// below `limit`, anything that is not may come back.
     double error(const std::vector<EqSection>& sections, FitMeasure measure, double limit) const;
 
 private:

@@ -8,7 +8,7 @@
 
 namespace tanrove {
 
-/// The error at a point. Anything above `limit` may stand for an error above it.
+/// The error at a point. Where it is not below `limit`, anything that is not may stand for it.
 using SearchedError = std::function<double(const std::vector<double>& point, double limit)>;
 
 struct SimplexResult {
