@@ -72,9 +72,9 @@ void fit_of_seven_bands(benchmark::State& state) {
     const auto bands = seven_bands();
     auto fitted = bands;
     const double ours = fastest_seconds(runs, [&] {
-        EqFitter fitter(rate_hz);
+        EqFitter fitter;
         fitted = bands;
-        for (EqBand& band : fitted) fitter.fit(band);
+        for (EqBand& band : fitted) fitter.fit(band, rate_hz);
     });
     std::array<PlainFit, 7> plain;
     for (auto _ : state) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "chains/plugin_outcome.hpp"
+#include "eqfit/fit_eq_band.hpp"
 
 namespace tanrove {
 
@@ -43,6 +44,8 @@ struct StandInTallies {
     int declined = 0;                  ///< plug-ins that have one, as the user wants none
     int written = 0;                   ///< plug-ins, Trim apart
     std::map<std::string, int> notes;  ///< "plug-in: what differs", and on how many
+    EqFitTallies eq_fits;
+    int one_pole_filters = 0;  ///< beside REAPER's EQ
 };
 
 struct ChainTallies {

@@ -151,6 +151,8 @@ void ChainMaker::add_stand_in(const TrackPlugin& plugin, const StandInProduct& p
     for (const std::string& note : made.notes) {
         ++tallies_.stand_ins.notes[std::string(product.name) + ": " + note];
     }
+    tallies_.stand_ins.eq_fits.add(made.eq_fits);
+    tallies_.stand_ins.one_pole_filters += made.one_pole_filters;
     tallies_.lanes.on_stand_ins += lanes_with_points(insert);
     const bool is_off = insert.bypassed || insert.inactive;
     const bool is_offline =

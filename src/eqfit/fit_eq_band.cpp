@@ -148,18 +148,27 @@ std::string cache_key(const EqBand& band, double rate_hz) {
 
 }  // namespace
 
-void EqFitter::fit(EqBand& band) {
-    const std::string key = cache_key(band, rate_hz_);
+void EqFitTallies::add(const EqBand& band) {
+    if (band.fitted) ++fitted_bands;
+    extra_sections += band.extraSections;
+    worst_db = std::max(worst_db, band.worstDb);
+}
+
+void EqFitTallies::add(const EqFitTallies& others) {
+    fitted_bands += others.fitted_bands;
+    extra_sections += others.extra_sections;
+    worst_db = std::max(worst_db, others.worst_db);
+}
+
+void EqFitter::fit(EqBand& band, double rate_hz) {
+    const std::string key = cache_key(band, rate_hz);
     auto known = cache_.find(key);
     if (known == cache_.end()) {
-        fit_band(band, rate_hz_);
+        fit_band(band, rate_hz);
         if (band.fitted) ++searches_;
         known = cache_.emplace(key, band).first;
     }
     band = known->second;
-    if (band.fitted) ++tallies_.fitted_bands;
-    tallies_.extra_sections += band.extraSections;
-    tallies_.worst_db = std::max(tallies_.worst_db, band.worstDb);
 }
 
 }  // namespace tanrove

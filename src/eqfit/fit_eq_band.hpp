@@ -9,31 +9,28 @@
 
 namespace tanrove {
 
-/// What the fits of a run came to.
+/// What fits came to.
 struct EqFitTallies {
     int fitted_bands = 0;
     int extra_sections = 0;
     double worst_db = 0;
+
+    void add(const EqBand& band);
+    void add(const EqFitTallies& others);
 };
 
 /// Fits bands, each setting once a run: sessions repeat an EQ on many tracks.
 class EqFitter {
 public:
-    explicit EqFitter(double rate_hz) : rate_hz_(rate_hz) {}
-
-    /// Fits a band that is worth it, from the sections that it has.
-    void fit(EqBand& band);
-
-    const EqFitTallies& tallies() const { return tallies_; }
+    /// Fits a band that is worth it, from the sections that it has. `rate_hz` is above 0.
+    void fit(EqBand& band, double rate_hz);
 
     /// How many settings were searched for: one that is known costs nothing.
     int searches() const { return searches_; }
 
 private:
-    double rate_hz_;
     std::map<std::string, EqBand> cache_;
     int searches_ = 0;
-    EqFitTallies tallies_;
 };
 
 }  // namespace tanrove

@@ -81,21 +81,30 @@ std::optional<ElckState> find_elck_state(ByteView image, std::size_t block_start
     return state;
 }
 
-std::map<std::string, double> read_elck_map(ByteView image, std::size_t block_start,
-                                            std::size_t limit) {
-    std::map<std::string, double> values;
+ElckControls read_elck_controls(ByteView image, std::size_t block_start, std::size_t limit) {
+    ElckControls read;
     const auto chain = elck_chain(image, block_start, limit);
-    if (chain.empty()) return values;
+    if (chain.empty()) return read;
     const ElckChunk& map = chain.front();
     const ByteView bytes = image.window(0, map.offset + map.size);
     std::size_t at = map.offset + records_at;
+    read.at = at;
     while (bytes.has(at, "d_") || bytes.has(at, "l_")) {
         const std::size_t name_end = bytes.find(std::uint8_t{0}, at);
         if (name_end == ByteView::npos) break;
         const auto name = bytes.text(at + prefix_bytes, name_end - at - prefix_bytes);
         const auto value = take_value(bytes, at, name_end - at);
         if (!name || !value) break;
-        values.emplace(*name, *value);
+        read.controls.push_back({std::string(*name), *value});
+    }
+    return read;
+}
+
+std::map<std::string, double> read_elck_map(ByteView image, std::size_t block_start,
+                                            std::size_t limit) {
+    std::map<std::string, double> values;
+    for (auto& [name, value] : read_elck_controls(image, block_start, limit).controls) {
+        values.emplace(name, value);
     }
     return values;
 }

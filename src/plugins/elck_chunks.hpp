@@ -39,8 +39,23 @@ struct ElckState {
 std::optional<ElckState> find_elck_state(ByteView image, std::size_t block_start,
                                          std::size_t limit);
 
+/// A control of the parameter map.
+struct ElckControl {
+    std::string name;
+    double value = 0;
+};
+
+/// The controls of the parameter map in their order, and where the first record stands. The map
+/// ends at the first record that is none; there is none in a block without such a map.
+struct ElckControls {
+    std::size_t at = 0;
+    std::vector<ElckControl> controls;
+};
+
+ElckControls read_elck_controls(ByteView image, std::size_t block_start, std::size_t limit);
+
 /// The values of the parameter map by the names of the controls; of two values of one name the
-/// first. Ends at the first record that is none; empty where the block has no such map.
+/// first.
 std::map<std::string, double> read_elck_map(ByteView image, std::size_t block_start,
                                             std::size_t limit);
 

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <functional>
 #include <queue>
 
@@ -116,11 +117,28 @@ void take_elck_state(const StateSpan& span, PluginInsert& insert) {
     insert.elckChunkCount = state->chunk_count;
 }
 
+/// The values of a sound map with as many controls as a plug-in of Pro Tools' own has that stores
+/// nothing else: its names tell the records apart where a list is read in one spacing.
+ControlList read_mapped_controls(const StateSpan& span) {
+    constexpr std::size_t control_counts[] = {38, 8, 14, 15};
+    constexpr double greatest_value = 1e30;
+    ControlList list;
+    const ElckControls map = read_elck_controls(span.image, span.start, span.limit);
+    if (std::ranges::count(control_counts, map.controls.size()) == 0) return list;
+    for (const ElckControl& control : map.controls) {
+        if (!(std::fabs(control.value) <= greatest_value)) return {};
+        list.values.push_back(static_cast<float>(control.value));
+    }
+    list.at = map.at;
+    return list;
+}
+
 /// Finds the state: by its tag, as a list of control values, or by its likeliest place.
 void find_state(const StateSpan& span, PluginInsert& insert) {
     find_tagged_container(span, insert);
     if (insert.containerKind != ContainerKind::none) return;
-    ControlList list = read_control_list(span);
+    ControlList list = read_mapped_controls(span);
+    if (list.values.empty()) list = read_control_list(span);
     if (!list.values.empty()) {
         insert.containerKind = ContainerKind::control_values;
         insert.chunkOffset = list.at;

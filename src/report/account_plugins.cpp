@@ -211,6 +211,35 @@ void print_plugin_automation(TextBuffer& out, const ChainTallies& tallies) {
     print_rows(out, tallies.lanes, automation_rows);
 }
 
+void print_stand_ins(TextBuffer& out, const StandInTallies& tallies) {
+    constexpr double beyond_reach_db = 0.5;
+    if (tallies.written == 0) return;
+    out.print(
+        "  %d Avid plug-in(s) arrive as REAPER's own equivalents, in the\n"
+        "      same slots and with the same settings: EQ exact in design,\n"
+        "      dynamics close, not identical\n",
+        tallies.written);
+    if (tallies.eq_fits.fitted_bands > 0) {
+        out.print(
+            "      EQ3: %d band(s) fitted onto ReaEQ to follow Pro Tools' own\n"
+            "      curves up to 20 kHz, with %d section(s) more; the worst is\n"
+            "      %.2f dB off\n",
+            tallies.eq_fits.fitted_bands, tallies.eq_fits.extra_sections, tallies.eq_fits.worst_db);
+    }
+    print_count(out, tallies.one_pole_filters,
+                "      EQ3: %d high-pass or low-pass filter(s) set to 6 or 18\n"
+                "      dB/oct use REAPER's Simple 1-Pole Filter for 6 dB/oct of\n"
+                "      the slope\n");
+    if (tallies.notes.empty()) return;
+    out.append("  Avid stand-ins approximated or left out:\n");
+    for (const auto& [note, count] : tallies.notes) {
+        out.print("      %s (x%d)\n", note.c_str(), count);
+    }
+    if (tallies.eq_fits.worst_db > beyond_reach_db) {
+        out.print("      worst EQ3 band: %.2f dB off\n", tallies.eq_fits.worst_db);
+    }
+}
+
 void print_stand_in_options(TextBuffer& out, const ChainTallies& tallies) {
     if (!tallies.stand_ins.none_wanted) return;
     if (tallies.stand_ins.declined == 0) {

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "eqfit/fit_eq_band.hpp"
 #include "plugins/fx_slot.hpp"
 
 namespace tanrove {
@@ -29,7 +30,9 @@ struct StandIn {
     std::vector<FxSlot> slots;       ///< on their own; the switches of the plug-in come on top
     std::vector<std::string> notes;  ///< what is approximated or left out, a sentence each
     bool is_keyed = false;           ///< its detector listens to the key
-    bool can_go_offline = true;      ///< else it is bypassed where a plug-in would be offline
+    EqFitTallies eq_fits;
+    int one_pole_filters = 0;    ///< beside REAPER's EQ, for slopes of 6 and 18 dB an octave
+    bool can_go_offline = true;  ///< else it is bypassed where a plug-in would be offline
 
     /// Notes a loss, each once.
     void note(std::string text) {

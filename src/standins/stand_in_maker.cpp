@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "plugins/avid_stand_ins.hpp"
+#include "standins/eq3_slots.hpp"
 #include "standins/trim.hpp"
 
 namespace tanrove {
@@ -16,6 +17,8 @@ constexpr std::string_view trim_name = "Trim";
 
 constexpr StandInProduct products[] = {
     {trim_name, make_trim, false},
+    {"EQ3 7-Band", make_eq3},
+    {"EQ3 1-Band", make_eq3},
 };
 
 }  // namespace

@@ -24,12 +24,14 @@ public:
     explicit StandInMaker(ByteView image) : image_(image) {}
 
     ByteView image() const { return image_; }
+    EqFitter& eq_fitter() { return eq_fitter_; }
 
     /// The product of an insert that a stand-in can be made of on this track; null for all others.
     const StandInProduct* product_of(const PluginInsert& insert, const StandInTrack& track) const;
 
 private:
     ByteView image_;
+    EqFitter eq_fitter_;
 };
 
 }  // namespace tanrove

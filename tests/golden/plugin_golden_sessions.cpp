@@ -134,6 +134,49 @@ SessionBuilder session_with_trims() {
     return session.track(master);
 }
 
+/// The state of a plug-in that stores the values of its controls and nothing else.
+Bytes control_state(const std::string& code, const std::vector<double>& values) {
+    builder::ByteWriter records;
+    records.zeros(4);
+    for (const double value : values) records.raw(builder::real_control("Ctrl", value, 8));
+    return builder::plugin_chunk(code, "elck", "", records.bytes());
+}
+
+/// An insert of this plug-in; every control that is not given is 0.
+InsertSpec avid_insert(const std::string& code, std::size_t count,
+                       const std::vector<std::pair<std::size_t, double>>& controls) {
+    std::vector<double> values(count);
+    for (const auto& [index, value] : controls) values[index] = value;
+    return {.code = code, .state = control_state(code, values)};
+}
+
+/// All kinds of bands at once, an inverted one of the smaller kind, and the first once more.
+std::vector<InsertSpec> equalisers() {
+    const InsertSpec seven =
+        avid_insert("Digi47e3", 38,
+                    {{2, 1.5},   {5, 1},   {6, 1},     {8, 2},    {9, 80},  // 18 dB high-pass
+                     {10, 1},    {11, -4}, {12, 120},  {13, 1},   {14, 1},  // low shelf
+                     {15, 1},    {16, 3},  {17, 400},  {18, 2},   {19, 0},    {20, 6},  // one off
+                     {21, 1000}, {22, 1},  {23, 1},    {24, 5},   {25, 9000}, {26, 1},  // bells
+                     {27, 1},    {28, 6},  {29, 8000}, {30, 1.9}, {31, 1},  // steep high shelf
+                     {32, 0},    {33, 1},  {34, 3},    {36, 7000}});        // notch
+    InsertSpec one = avid_insert("Digi1be3", 8, {{2, 15000}, {4, 0}, {5, 0}, {6, -3}, {7, 1}});
+    one.bypassed = true;
+    InsertSpec again = seven;
+    again.active = false;
+    again.lanes = {{.name = "Gain", .points = {{0, 0}}}};
+    return {seven, one, again};
+}
+
+SessionBuilder session_with_equalisers() {
+    const std::vector<InsertSpec> inserts = equalisers();
+    SessionBuilder session;
+    session.track(track_with("Voice", inserts, 0, inserts.size()));
+    TrackSpec wide = track_with("Wide", inserts, 1, 1);
+    wide.channels = 6;
+    return session.track(wide);
+}
+
 GoldenCase with_lists(const std::string& name, const SessionBuilder& session,
                       const RunOptions& options) {
     GoldenCase made{name, session, options, {}};
@@ -161,7 +204,8 @@ std::vector<GoldenCase> plugin_golden_cases() {
             with_lists("plugins_as_clap", session, clap),
             with_lists("plugins_fewer", session, fewer),
             {"trims", session_with_trims(), {}, {}},
-            {"trims_plain", session_with_trims(), plain, {}}};
+            {"trims_plain", session_with_trims(), plain, {}},
+            {"equalisers", session_with_equalisers(), {}, {}}};
 }
 
 }  // namespace tanrove::golden

@@ -162,6 +162,25 @@ TEST(ElckChain, MapAndStatesBehindIt) {
     EXPECT_EQ(values, (std::map<std::string, double>{{"EQ Gain", -6.5}, {"Type", 2}}));
 }
 
+TEST(ElckChain, GivesTheControlsOfPlugInsThatStoreNothingElse) {
+    // Names of all lengths: read in one spacing, the list would end early.
+    const auto read_controls = [](int count, double last) {
+        ByteWriter records;
+        records.zeros(4);
+        for (int i = 0; i < count; ++i) {
+            const std::string name(static_cast<std::size_t>(1 + i % 5), 'a');
+            records.raw(
+                builder::real_control(name, i + 1 < count ? i : last, (name.size() + 6) / 4 * 4));
+        }
+        return read_state(plugin_chunk(code, "elck", "", records.bytes())).controlValues;
+    };
+    const auto values = read_controls(14, 13);
+    ASSERT_EQ(values.size(), 14U);
+    EXPECT_EQ(values[13], 13);
+    EXPECT_LT(read_controls(13, 12).size(), 13U);
+    EXPECT_LT(read_controls(14, 2e30).size(), 14U);
+}
+
 TEST(ElckChain, EndsAsAFailureWhereItDoesNotHold) {
     const Bytes good = ByteWriter()
                            .raw(plugin_chunk(code, "elck", "", Bytes(4)))

@@ -68,6 +68,10 @@ ChainTallies chains_with_everything() {
                     .without_switch = 39};
     chains.stand_ins.none_wanted = true;
     chains.stand_ins.declined = 40;
+    chains.stand_ins.written = 41;
+    chains.stand_ins.notes = {{"EQ3 7-Band: this is approximated", 42}};
+    chains.stand_ins.eq_fits = {.fitted_bands = 43, .extra_sections = 44, .worst_db = 0.61};
+    chains.stand_ins.one_pole_filters = 45;
     return chains;
 }
 
