@@ -22,7 +22,7 @@ struct ChainTrack {
     std::string name;  ///< as Pro Tools shows it
     std::vector<ChainInsert> inserts = {};
     int width = 2;  ///< channels; 2 where they are not known
-    /// On a leg of a pair that could not be merged: which of the strip's two channels it plays.
+    /// On a leg of a strip that could not be written as one track: the channel that it plays.
     std::optional<std::size_t> leg = {};
     bool has_midi = false;
     bool is_master = false;

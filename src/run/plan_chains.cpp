@@ -6,12 +6,12 @@
 #include <cstdint>
 #include <iterator>
 #include <map>
-#include <set>
 #include <utility>
 #include <vector>
 
 #include "chains/plan_chain.hpp"
 #include "mix/plans_of_strips.hpp"
+#include "mix/strip_widths.hpp"
 #include "run/settings_corpus.hpp"
 
 namespace tanrove {
@@ -54,8 +54,9 @@ ChainOptions chain_options(const RunOptions& options) {
     return chain;
 }
 
+constexpr int unknown_width = 2;
+
 int chain_width(const TrackPlan& plan) {
-    constexpr int unknown_width = 2;
     if (plan.folded_width > 0) return plan.folded_width;
     return plan.width_unknown ? unknown_width : plan.channels;
 }
@@ -76,14 +77,27 @@ std::vector<ChainInsert> placed(const std::vector<const PluginInsert*>& inserts,
     return chain;
 }
 
-ChainTrack chain_track(const TrackPlan& plan, const std::vector<const PluginInsert*>& inserts) {
-    ChainTrack track{.name = plan.session_name.empty() ? plan.name : plan.session_name,
-                     .inserts = placed(inserts, &plan),
-                     .width = chain_width(plan),
-                     .has_midi = !plan.midi_items.empty(),
-                     .is_frozen = plan.frozen.has_value()};
-    if (plan.leg_pan != 0) track.leg = plan.leg_pan < 0 ? 0 : 1;
-    return track;
+/// `leg`: of a strip that could not be written as one track, the channel that this one plays.
+ChainTrack chain_track(const TrackPlan& plan, const std::vector<const PluginInsert*>& inserts,
+                       std::optional<std::size_t> leg) {
+    return {.name = plan.session_name.empty() ? plan.name : plan.session_name,
+            .inserts = placed(inserts, &plan),
+            .width = leg ? 1 : chain_width(plan),
+            .leg = leg,
+            .has_midi = !plan.midi_items.empty(),
+            .is_frozen = plan.frozen.has_value()};
+}
+
+/// The strip rows of these plans.
+std::vector<std::optional<std::size_t>> rows_of(const std::vector<TrackPlan>& plans,
+                                                const std::vector<StripRow>& strips) {
+    const StripPlans by_name(plans, strips);
+    std::vector<std::optional<std::size_t>> rows(plans.size());
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        if (plans[i].is_alternate) continue;
+        rows[i] = plans[i].strip_row ? plans[i].strip_row : by_name.strip_of(i);
+    }
+    return rows;
 }
 
 /// The chains of the run, one list of tracks after the other.
@@ -100,29 +114,36 @@ public:
           rate_hz_(rate_hz),
           tallies_(tallies) {}
 
-    /// Sets the tracks' polarity as well.
+    /// Sets the tracks' polarity as well. Each leg of a strip has the strip's plug-ins: Pro Tools
+    /// runs them on all of its channels.
     std::vector<ChainPlan> chains_of(std::vector<TrackPlan>& plans) {
-        const StripPlans strips(plans, records_.strips.strips.rows);
+        const auto rows = rows_of(plans, records_.strips.strips.rows);
+        std::map<std::size_t, std::size_t> plan_count;
+        for (const auto& row : rows) {
+            if (row) ++plan_count[*row];
+        }
+        std::map<std::size_t, std::size_t> next_leg;
         std::vector<ChainPlan> chains(plans.size());
         for (std::size_t i = 0; i < plans.size(); ++i) {
-            TrackPlan& plan = plans[i];
-            if (plan.is_alternate) continue;
-            const auto row = plan.strip_row ? plan.strip_row : strips.strip_of(i);
-            if (!row) continue;
-            const bool is_first = rows_met_.insert(*row).second;
-            if (!is_first && plan.leg_pan == 0) continue;
-            const ChainTrack track = chain_track(plan, inserts_[*row]);
-            chains[i] = is_first ? chain(track) : second_leg_chain(track);
-            plan.mixer.polarity_inverted = chains[i].inverts_track;
+            if (!rows[i]) continue;
+            const std::size_t number = next_leg[*rows[i]]++;
+            std::optional<std::size_t> leg;
+            if (plan_count[*rows[i]] > 1) leg = number;
+            if (plans[i].leg_pan != 0) leg = plans[i].leg_pan < 0 ? 0 : 1;
+            const ChainTrack track = chain_track(plans[i], inserts_[*rows[i]], leg);
+            chains[i] = number == 0 ? chain(track) : further_leg_chain(track);
+            plans[i].mixer.polarity_inverted = chains[i].inverts_track;
         }
         return chains;
     }
 
     ChainPlan master_chain(const MasterStrips& masters, const MasterPlan& master) {
         if (masters.count == 0) return {};
+        // Its own width: REAPER's master is as wide as the widest track.
+        const int width = StripWidths({}, records_.strips.table).channels_of(master.name);
         return chain({.name = master.name,
                       .inserts = placed(inserts_[masters.row], nullptr),
-                      .width = master.channels,
+                      .width = width > 0 ? width : unknown_width,
                       .is_master = true});
     }
 
@@ -144,9 +165,11 @@ private:
     }
 
     /// It has the plug-ins of the first leg once more: they count as one.
-    ChainPlan second_leg_chain(const ChainTrack& track) {
+    ChainPlan further_leg_chain(const ChainTrack& track) {
         ChainTallies uncounted;
-        return plan_chain(track, sources(), options_, uncounted);
+        ChainPlan leg = plan_chain(track, sources(), options_, uncounted);
+        tallies_.trims.inverted_tracks += uncounted.trims.inverted_tracks;
+        return leg;
     }
 
     const ChainRecords& records_;
@@ -156,7 +179,6 @@ private:
     InsertsByRow inserts_;
     TempoClock clock_;
     double rate_hz_;
-    std::set<std::size_t> rows_met_;
     ChainTallies& tallies_;
 };
 

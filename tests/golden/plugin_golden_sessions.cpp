@@ -129,6 +129,11 @@ SessionBuilder session_with_trims() {
     TrackSpec only_side = trimmed("Right", 2, {{{}, inverted}});
     only_side.inserts.push_back({.code = "NoneSuch"});
     session.track(only_side);
+    // Too wide for one track: each of its legs has its own gain and polarity.
+    TrackSpec wide = trimmed("Atmos", 9, {{{}, inverted, up}});
+    wide.kind = TrackKind::audio;
+    wide.clips = {{.region = "Bed", .length = 48000}};
+    session.audio_file({"Bed.wav", 48000, 0}).track(wide);
     TrackSpec master = trimmed("Print", 2, {{far_down}});
     master.kind = TrackKind::master;
     return session.track(master);
@@ -203,8 +208,8 @@ std::vector<GoldenCase> plugin_golden_cases() {
     return {with_lists("plugins", session, {}),
             with_lists("plugins_as_clap", session, clap),
             with_lists("plugins_fewer", session, fewer),
-            {"trims", session_with_trims(), {}, {}},
-            {"trims_plain", session_with_trims(), plain, {}},
+            {"trims", session_with_trims(), {}, {"Bed.wav"}},
+            {"trims_plain", session_with_trims(), plain, {"Bed.wav"}},
             {"equalisers", session_with_equalisers(), {}, {}}};
 }
 
