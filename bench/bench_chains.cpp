@@ -66,7 +66,7 @@ Session session_of(std::int64_t count) {
 template <typename Use>
 void for_each_chain(const Session& session, Use use) {
     TextBuffer lines;
-    const std::map<std::string, std::string> no_names;
+    const NamesByCode no_names;
     const PluginIdentities identities({.scan = {},
                                        .built_in = built_in_plugins(),
                                        .learned = session.rows,

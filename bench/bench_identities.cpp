@@ -88,9 +88,10 @@ void identify(benchmark::State& state) {
     static double plain_seconds = 0;
     const auto scan = scan_of(state.range(0));
     const auto inserts = inserts_of(state.range(0) / entries_per_insert);
-    std::map<std::string, std::string> names;
+    NamesByCode names;
     for (const PluginInsert& insert : inserts)
-        names[insert.code] = "Plug-in " + insert.code.substr(4);
+        names.emplace_back(insert.code, "Plug-in " + insert.code.substr(4));
+    std::ranges::sort(names);
     double best = std::numeric_limits<double>::max();
     for (auto _ : state) {
         auto list = scan;

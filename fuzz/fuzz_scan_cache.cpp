@@ -37,13 +37,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         promise(entry.isClap != entry.clapId.empty(), "a CLAP has an id of its own");
         if (names.size() < inserts.size()) names[inserts[names.size()].code] = entry.shortName;
     }
+    const NamesByCode session_names(names.begin(), names.end());
     const auto scan = entries;
     TextBuffer lines;
     const PluginIdentities identities({.scan = std::move(entries),
                                        .built_in = built_in_plugins(),
                                        .learned = {},
                                        .inserts = inserts,
-                                       .session_names = names,
+                                       .session_names = session_names,
                                        .prefer_vst3 = size % 2 == 0,
                                        .prefer_clap = size % 3 == 0,
                                        .settings_translate = {}},

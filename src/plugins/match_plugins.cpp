@@ -134,6 +134,7 @@ private:
     const MatchInput& input_;
     IdentityFindings& findings_;
     TextBuffer& out_;
+    std::size_t next_name_ = 0;  ///< keys and names come in one order
     std::unordered_map<std::string, std::optional<IdentityMatch>>
         by_session_name_;  ///< letters, digits
     RowsByKey rows_;
@@ -234,10 +235,12 @@ std::optional<IdentityMatch> MatchRun::match_by_rules(const Group& group,
 }
 
 std::optional<IdentityMatch> MatchRun::match_by_name(const std::string& key) {
-    const auto name = input_.session_names.find(key);
     if (key.size() != code_characters || is_stock(key)) return std::nullopt;
-    if (name == input_.session_names.end()) return std::nullopt;
-    const auto [match, is_new] = by_session_name_.try_emplace(lower_alnum(name->second));
+    const NamesByCode& names = input_.session_names;
+    while (next_name_ < names.size() && names[next_name_].first < key) ++next_name_;
+    if (next_name_ == names.size() || names[next_name_].first != key) return std::nullopt;
+    const std::string& name = names[next_name_].second;
+    const auto [match, is_new] = by_session_name_.try_emplace(lower_alnum(name));
     if (is_new) match->second = match_by_session_name(input_.scan, match->first);
     return match->second;
 }

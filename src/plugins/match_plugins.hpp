@@ -13,6 +13,7 @@
 #include "base/formatted_text.hpp"
 #include "plugins/built_in_plugins.hpp"
 #include "plugins/plugin_insert.hpp"
+#include "plugins/plugin_names.hpp"
 #include "plugins/scan_index.hpp"
 
 namespace tanrove {
@@ -58,7 +59,7 @@ struct MatchInput {
     const BuiltInPlugins& built_in;
     const RowsByKey& learned;
     const InstancesByKey& instances;
-    const std::map<std::string, std::string>& session_names;  ///< by code
+    const NamesByCode& session_names;
     bool prefer_vst3 = true;
 };
 

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,7 +20,7 @@ struct IdentityInput {
     BuiltInPlugins built_in;
     RowsByKey learned;
     const std::vector<PluginInsert>& inserts;
-    const std::map<std::string, std::string>& session_names;  ///< by code
+    const NamesByCode& session_names;
     bool prefer_vst3 = true;
     bool prefer_clap = false;
     SettingsTrial settings_translate;  ///< empty: none can be

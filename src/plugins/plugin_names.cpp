@@ -10,6 +10,7 @@
 // both.
 #include "plugins/plugin_names.hpp"
 
+#include <map>
 #include <optional>
 #include <string_view>
 
@@ -67,7 +68,7 @@ std::optional<NameRow> read_row(ByteView record) {
 
 }  // namespace
 
-std::map<std::string, std::string> read_plugin_names(const BlockIndex& index) {
+NamesByCode read_plugin_names(const BlockIndex& index) {
     std::map<std::string, std::string> names;
     std::vector<NameRow> rows_with_later_code;
     for (const Block& block : index.of_type(block_type::plugin_name).all()) {
@@ -78,7 +79,7 @@ std::map<std::string, std::string> read_plugin_names(const BlockIndex& index) {
         if (row->later_code) rows_with_later_code.push_back(std::move(*row));
     }
     for (const NameRow& row : rows_with_later_code) names.emplace(*row.later_code, row.name);
-    return names;
+    return {names.begin(), names.end()};
 }
 
 }  // namespace tanrove

@@ -35,14 +35,19 @@ public:
     void finish();
 
     struct Row {
-        std::uint32_t word = 0;
+        std::uint32_t word = 0;  ///< as it is spread
         std::uint32_t place = 0;
     };
 
     std::span<const Row> places_of(std::uint32_t word) const;
 
 private:
+    void note_starts();
+
     std::vector<Row> rows_;
+    /// For the first bits of a word the first row that has them, and behind all the number of rows.
+    std::vector<std::uint32_t> starts_;
+    int start_shift_ = 0;
 };
 
 }  // namespace tanrove

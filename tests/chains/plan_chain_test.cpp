@@ -45,7 +45,7 @@ public:
             track.inserts.push_back(place);
         }
         TextBuffer lines;
-        const std::map<std::string, std::string> no_names;
+        const NamesByCode no_names;
         const PluginIdentities identities({.scan = {},
                                            .built_in = built_in_plugins(),
                                            .learned = learned_,

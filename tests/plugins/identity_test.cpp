@@ -72,7 +72,7 @@ ScanIndex indexed(const std::vector<ScanEntry>& scan, const std::string& key = "
 struct SessionRun {
     std::vector<ScanEntry> scan;
     std::vector<PluginInsert> inserts;
-    std::map<std::string, std::string> names = {};
+    NamesByCode names = {};
     BuiltInPlugins built_in = built_in_plugins();
     RowsByKey learned = {};
     bool prefer_vst3 = true;
