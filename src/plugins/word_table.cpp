@@ -90,8 +90,8 @@ std::span<const WordTable::Row> WordTable::places_of(std::uint32_t word) const {
     const std::size_t start = wanted >> start_shift_;
     const Row* row = rows_.data() + starts_[start];
     const Row* end = rows_.data() + starts_[start + 1];
-    const auto found = std::ranges::equal_range(row, end, wanted, {}, &Row::word);
-    return {found.begin(), found.end()};
+    const Row* found = std::ranges::lower_bound(row, end, wanted, {}, &Row::word);
+    return {found, std::ranges::upper_bound(found, end, wanted, {}, &Row::word)};
 }
 
 }  // namespace tanrove
