@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "plugins/avid_stand_ins.hpp"
+#include "standins/dyn3_slots.hpp"
 #include "standins/eq3_slots.hpp"
 #include "standins/trim.hpp"
 
@@ -19,6 +20,8 @@ constexpr StandInProduct products[] = {
     {trim_name, make_trim, false},
     {"EQ3 7-Band", make_eq3},
     {"EQ3 1-Band", make_eq3},
+    {"Dyn3 Compressor/Limiter", make_dyn3_compressor},
+    {"Dyn3 Expander/Gate", make_dyn3_gate},
 };
 
 }  // namespace

@@ -182,6 +182,39 @@ SessionBuilder session_with_equalisers() {
     return session.track(wide);
 }
 
+/// A compressor and a gate, both with a key that is wired, and both with one that is not; and an
+/// expander.
+SessionBuilder session_with_dynamics() {
+    const auto compressor = [](bool keyed) {
+        return avid_insert(
+            "Digidn3c", 14,
+            {{0, 10}, {1, 4}, {2, 0.01}, {3, 0.1}, {4, 9}, {5, -24}, {6, 1}, {13, keyed ? 1 : 0}});
+    };
+    const auto gate = [](double ratio, bool keyed) {
+        return avid_insert("Digidn3e", 15,
+                           {{0, -80},
+                            {1, ratio},
+                            {2, 0.001},
+                            {3, 0.2},
+                            {4, 0.02},
+                            {5, -36},
+                            {7, 1},
+                            {14, keyed ? 1 : 0}});
+    };
+    std::vector<InsertSpec> keyed = {compressor(true), gate(100, true), gate(1.5, true)};
+    for (InsertSpec& insert : keyed) insert.key_input = builder::output_id("Key");
+    TrackSpec ducked = track_with("Ducked", keyed, 0, keyed.size());
+    ducked.channels = 2;
+    TrackSpec plain = ducked;
+    plain.name = "Plain";
+    plain.inserts = {compressor(false), gate(100, true), gate(1.5, false)};
+    TrackSpec source = track_with("Source", {}, 0, 0);
+    source.sends = {{.target = "Key"}};
+    SessionBuilder session;
+    session.io_path({.name = "Key", .type = 2, .channels = {9}});
+    return session.track(ducked).track(plain).track(source);
+}
+
 GoldenCase with_lists(const std::string& name, const SessionBuilder& session,
                       const RunOptions& options) {
     GoldenCase made{name, session, options, {}};
@@ -210,7 +243,8 @@ std::vector<GoldenCase> plugin_golden_cases() {
             with_lists("plugins_fewer", session, fewer),
             {"trims", session_with_trims(), {}, {"Bed.wav"}},
             {"trims_plain", session_with_trims(), plain, {"Bed.wav"}},
-            {"equalisers", session_with_equalisers(), {}, {}}};
+            {"equalisers", session_with_equalisers(), {}, {}},
+            {"dynamics", session_with_dynamics(), {}, {}}};
 }
 
 }  // namespace tanrove::golden
