@@ -72,7 +72,12 @@ TEST(Dynamics, BlocksAreThoseOfReaper7WhereTheSettingsAgree) {
         std::getline(file, line);
         EXPECT_EQ(line, "  " + text(slot.header));
         std::getline(file, line);
-        EXPECT_EQ(line, "  " + text(slot.state));
+        // A gate whose floor is silence plays the rest in full, rounded or not.
+        std::string state = slot.state;
+        if (slot.name.find("Gate") != std::string::npos) {
+            state.replace(8 + 4 * 10, 4, StateBytes().real(1).take());
+        }
+        EXPECT_EQ(line, "  " + text(state));
         std::getline(file, line);
         EXPECT_EQ(line, "  " + text(slot.tail));
     }
@@ -101,7 +106,7 @@ TEST(Dyn3Compressor, SettingsAreScaledAsMeasured) {
                  {6, 0.25},
                  {7, 0.004},
                  {8, 0},
-                 {10, 3.16228e-08},
+                 {10, std::pow(10, -7.5)},
                  {11, std::pow(10, 6.0206 / 20)},
                  {14, 12 * 0.3575 / 24},
                  {17, 0.25}};
