@@ -18,15 +18,6 @@ bool has_build(const PluginTableRow* row) {
     return row != nullptr && !row->ident.empty();
 }
 
-/// True for the settings of an unlinked multi-mono plug-in that hold those of all channels.
-bool holds_further_channels(const PluginInsert& insert, ByteView image) {
-    const auto chain = elck_chain(image, static_cast<std::size_t>(insert.blockStart),
-                                  static_cast<std::size_t>(insert.chunkLimit));
-    if (chain.empty()) return false;
-    return std::any_of(chain.begin() + 1, chain.end(),
-                       [](const ElckChunk& chunk) { return chunk.is_map; });
-}
-
 /// The chain of one track in the making.
 class ChainMaker {
 public:
@@ -119,7 +110,9 @@ void ChainMaker::take(const TrackPlugin& plugin) {
     const StandInProduct* stand_in = sources_.stand_ins.product_of(insert, stand_in_track(plugin));
     InsertFate fate = fate_of(insert, row, !settings.state.empty(), stand_in);
     const bool is_unlinked =
-        plugin.channels.size() > 1 || holds_further_channels(insert, sources_.image);
+        plugin.channels.size() > 1 ||
+        repeats_first_chunk(sources_.image, static_cast<std::size_t>(insert.blockStart),
+                            static_cast<std::size_t>(insert.chunkLimit));
     if (is_unlinked && !is_trim(insert)) tallies_.multi_mono.push_back(shown(fate));
     int points = 0;
     if (fate.is_stand_in) {

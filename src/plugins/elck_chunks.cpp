@@ -12,6 +12,8 @@
 // next multiple of four, at least one, and the value: an f64 behind "d_", an i32 behind "l_".
 #include "plugins/elck_chunks.hpp"
 
+#include <algorithm>
+
 #include "plugins/state_span.hpp"
 
 namespace tanrove {
@@ -46,9 +48,8 @@ std::optional<double> take_value(ByteView bytes, std::size_t& at, std::size_t na
     return static_cast<std::int32_t>(big_endian_u32(bytes, value_at));
 }
 
-}  // namespace
-
-std::vector<ElckChunk> elck_chain(ByteView image, std::size_t block_start, std::size_t limit) {
+/// All chunks, whatever the first one is.
+std::vector<ElckChunk> chunk_chain(ByteView image, std::size_t block_start, std::size_t limit) {
     const ByteView bytes = image.window(0, limit);
     const auto code = bytes.text(block_start + settings_code_at, settings_code_bytes);
     std::vector<ElckChunk> chain;
@@ -61,9 +62,21 @@ std::vector<ElckChunk> elck_chain(ByteView image, std::size_t block_start, std::
                          bytes.has(at + tag_at, map_tag), *bytes.text(at + tag_at, tag_bytes)});
         at += length;
     }
-    if (chain.empty() || !chain.front().is_map) return {};
-    if (bytes.size() - at > most_bytes_behind) return {};
+    if (chain.empty() || bytes.size() - at > most_bytes_behind) return {};
     return chain;
+}
+
+}  // namespace
+
+std::vector<ElckChunk> elck_chain(ByteView image, std::size_t block_start, std::size_t limit) {
+    auto chain = chunk_chain(image, block_start, limit);
+    if (chain.empty() || !chain.front().is_map) return {};
+    return chain;
+}
+
+bool repeats_first_chunk(ByteView image, std::size_t block_start, std::size_t limit) {
+    const auto chain = chunk_chain(image, block_start, limit);
+    return std::ranges::count(chain, chain.empty() ? "" : chain.front().tag, &ElckChunk::tag) > 1;
 }
 
 std::optional<ElckState> find_elck_state(ByteView image, std::size_t block_start,

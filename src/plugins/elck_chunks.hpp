@@ -28,6 +28,10 @@ struct ElckChunk {
 /// not run from there to at most 8 bytes before `limit`.
 std::vector<ElckChunk> elck_chain(ByteView image, std::size_t block_start, std::size_t limit);
 
+/// True if a later chunk has the first one's tag, whatever that is: the settings of further
+/// channels.
+bool repeats_first_chunk(ByteView image, std::size_t block_start, std::size_t limit);
+
 /// The first chunk behind the map that can be a state, and how many there are: no map, 32 bytes or
 /// more, and not just a text.
 struct ElckState {

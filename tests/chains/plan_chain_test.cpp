@@ -65,15 +65,20 @@ public:
                           options, tallies);
     }
 
-    /// A Trim, in the image behind all else.
-    PluginInsert trim(const std::vector<builder::TrimSpec>& channels) {
+    /// A plug-in whose settings block stands in the image, behind all else.
+    PluginInsert stored(const std::string& code, const builder::Bytes& state) {
         PluginInsert made;
-        made.code = "DigiTrim";
+        made.code = code;
+        made.channels = 2;
         made.blockStart = made.slot_end = image_.size();
-        const builder::Bytes state = builder::trim_state(channels);
+        image_.insert(image_.end(), 17, 0);
         image_.insert(image_.end(), state.begin(), state.end());
         made.chunkLimit = image_.size();
         return made;
+    }
+
+    PluginInsert trim(const std::vector<builder::TrimSpec>& channels) {
+        return stored("DigiTrim", builder::trim_state(channels));
     }
 
     ChainOptions options;
@@ -245,6 +250,12 @@ TEST(PlanChain, WritesUnlinkedChannelsOnce) {
     further.slot_end = 9999;
     EXPECT_EQ(run.chain({left, right, other, further}).slots.size(), 2U);
     EXPECT_EQ(run.tallies.multi_mono, std::vector<std::string>{"Voice / MakePrd1"});
+    const builder::Bytes one = builder::plugin_chunk("MakePrd1", "dflt", "", {1, 2});
+    const builder::Bytes another = builder::plugin_chunk("MakePrd1", "more", "", {1, 2});
+    for (const auto& second : {one, another}) {
+        run.chain({run.stored("MakePrd1", builder::ByteWriter().raw(one).raw(second).bytes())});
+        EXPECT_EQ(run.tallies.multi_mono.size(), second == one ? 1U : 0U);
+    }
     EXPECT_EQ(run.chain({left, right}, 1).slots.size(), 2U) << "a mono track has one channel";
     right.blockStart = 9;
     const ChainTrack leg{.name = "Voice", .width = 1, .leg = 1};
