@@ -1,8 +1,9 @@
 // Reads every project in the folders it is given with an independent parser of the format, and
 // checks what any reader relies on: one project block, tracks that close, items with a source.
 // Lines that this version of the parser cannot take are left out of the copy it is given: muted MIDI
-// events, SysEx text with "/" or "=" in it, and the state of a CLAP. A VST without a state gets one
-// there: the parser wants a header, a state and a tail. An item of notes alone has no source.
+// events, SysEx text with "/" or "=" in it, the state of a CLAP, and the first value of a JS
+// where it is no whole number. A VST without a state gets one there: the parser wants a header, a state
+// and a tail. An item of notes alone has no source.
 const fs = require("fs");
 const path = require("path");
 const { parse, ReaperBase } = require("rppp");
@@ -19,6 +20,7 @@ function withoutUnreadableLines(text) {
     return text
         .replace(/^ *Em .*\n/gm, "")
         .replace(/^( *)<STATE\n(?: *[A-Za-z0-9+\/=]+\n)+ *>\n/gm, "")
+        .replace(/^( *<JS .*\n *)-?[0-9]+[.][0-9]+/gm, "$10")
         .replace(/^( *<VST .*\n *[A-Za-z0-9+\/=]+\n)( *[A-Za-z0-9+\/=]+\n *>\n)/gm, "$1AAAA\n$2")
         .replace(/^ *<X [^\n]*\n[^\n]*[=/][^\n]*\n *>\n/gm, "");
 }
