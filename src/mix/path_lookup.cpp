@@ -97,10 +97,23 @@ std::vector<std::size_t> PathLookup::legs_of(std::size_t path) const {
     return legs;
 }
 
+/// The path of the hardware's that an own one plays to on this machine.
+std::optional<std::size_t> PathLookup::hardware_behind(std::size_t path) const {
+    if (!paths_[path].mapped) return std::nullopt;
+    for (const std::uint64_t identity : paths_[path].hardware) {
+        const auto found = by_identity_.find(identity);
+        if (found != by_identity_.end() && !paths_[found->second].own) return found->second;
+    }
+    return std::nullopt;
+}
+
 std::vector<StereoPlace> PathLookup::stereo_around(std::size_t path) const {
     if (!is_mono(paths_[path])) return {};
     const auto found = stereo_on_.find(channel_of(paths_[path], 0));
-    if (found == stereo_on_.end()) return {};
+    if (found == stereo_on_.end()) {
+        const auto hardware = hardware_behind(path);
+        return hardware ? stereo_around(*hardware) : std::vector<StereoPlace>();
+    }
     std::vector<StereoPlace> places = found->second;
     const auto parent = parent_of(path);
     std::stable_partition(places.begin(), places.end(),

@@ -79,6 +79,9 @@ inline constexpr std::uint16_t strip_table = 0x2519;        ///< the names of al
 inline constexpr std::uint16_t strip_table_entry = 0x251a;  ///< one of them
 inline constexpr std::uint16_t plain_midi_mark = 0x2523;    ///< this is no clip group
 inline constexpr std::uint16_t group_attributes = 0x258e;   ///< what the members of a group share
+inline constexpr std::uint16_t played_hardware = 0x2600;    ///< an output of one machine
+inline constexpr std::uint16_t played_hardware_list =
+    0x2601;                                        ///< those that an `own_path` plays to
 inline constexpr std::uint16_t own_path = 0x2602;  ///< one bus or output of the session's own table
 inline constexpr std::uint16_t own_path_table = 0x2603;  ///< the whole table
 inline constexpr std::uint16_t lane = 0x260a;            ///< one automated control of a strip

@@ -28,7 +28,9 @@ struct IoPath {
     /// outputs and then the session's own paths.
     std::optional<std::uint16_t> parent;
     std::uint64_t parent_identity = 0;  ///< own paths only; 0 if it is a part of none
-    std::uint8_t width_code = 0;        ///< 0 mono, 1 stereo, 6 is 5.1
+    /// Own paths only: the hardware's that it plays to, or played to on other machines.
+    std::vector<std::uint64_t> hardware;
+    std::uint8_t width_code = 0;  ///< 0 mono, 1 stereo, 6 is 5.1
     std::size_t position = 0;
     bool own = false;     ///< of the session's own path table, where all are of type 2
     bool mapped = false;  ///< an own path that plays to the hardware, or a part of one

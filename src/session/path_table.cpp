@@ -10,9 +10,12 @@
 //                to the hardware; four zeros
 //   E + 12 + 2c  the identity marker, u64 identity, four zeros
 //   E + 28 + 2c  of a part: the identity marker, u64 identity of the whole; else zeros
-//   E + 40 + 2c  0x2601, the hardware that it is mapped to, or was on other machines
+//   E + 40 + 2c  0x2601, the hardware that it is mapped to, or was on other machines: u32 count at
+//                9, and from 13 on a 0x2600 each, with the identity marker of a path of the
+//                hardware's at 21 and its u64 identity behind it
 #include "session/path_table.hpp"
 
+#include <algorithm>
 #include <map>
 
 #include "session/block_types.hpp"
@@ -37,9 +40,36 @@ constexpr std::uint16_t no_parent = 0xffff;
 constexpr std::size_t mapped_behind = 3;
 constexpr std::size_t identity_behind = 8;
 constexpr std::size_t parent_identity_behind = 24;
+constexpr std::size_t hardware_behind = 36;
 constexpr std::size_t identity_bytes = 12;  // the marker and the identity
 
-std::optional<IoPath> read_own_path(ByteView image, const Block& block) {
+constexpr std::size_t first_hardware_at = 13;
+constexpr std::size_t hardware_marker_at = 21;
+constexpr std::size_t max_hardware = 256;  // machines that one session has been to
+
+/// The identities of the list 0x2601 that begins at `at`, as far as it can be read.
+std::vector<std::uint64_t> read_hardware(const BlockIndex& index, std::size_t at, std::size_t end) {
+    const Block* list = index.at(at);
+    if (list == nullptr || list->content_type != block_type::played_hardware_list) return {};
+    if (list->end() > end) return {};
+    const ByteView image = index.image();
+    const std::size_t count = std::min<std::size_t>(image.u32(at + count_at), max_hardware);
+    std::vector<std::uint64_t> identities;
+    at += first_hardware_at;
+    while (identities.size() < count) {
+        const Block* entry = index.at(at);
+        if (entry == nullptr || entry->content_type != block_type::played_hardware) break;
+        const std::size_t marker = at + hardware_marker_at;
+        if (entry->end() > list->end() || marker + identity_bytes > entry->end()) break;
+        if (!image.has(marker, identity_marker)) break;
+        identities.push_back(image.u64(marker + identity_marker.size()));
+        at = entry->end();
+    }
+    return identities;
+}
+
+std::optional<IoPath> read_own_path(const BlockIndex& index, const Block& block) {
+    const ByteView image = index.image();
     const auto name = read_name(image, block.at + name_length_at, block.end());
     if (!name || name->empty()) return std::nullopt;
     const std::size_t behind_name = block.at + name_at + name->size();
@@ -68,6 +98,7 @@ std::optional<IoPath> read_own_path(ByteView image, const Block& block) {
     if (image.has(whole, identity_marker)) {
         path.parent_identity = image.u64(whole + identity_marker.size());
     }
+    path.hardware = read_hardware(index, behind + hardware_behind, block.end());
     return path;
 }
 
@@ -96,7 +127,7 @@ std::optional<std::vector<IoPath>> read_path_table(const BlockIndex& index) {
         const Block* block = index.at(at);
         if (block == nullptr || block->content_type != block_type::own_path) return std::nullopt;
         if (block->end() > table.end()) return std::nullopt;
-        auto path = read_own_path(image, *block);
+        auto path = read_own_path(index, *block);
         if (!path) return std::nullopt;
         paths.push_back(std::move(*path));
         at = block->end();

@@ -324,10 +324,10 @@ TEST(PlanKeyInputs, ABusThatNobodyTakesBringsAllThatPlaysIntoItBehindTheTracksOw
 
 TEST(PlanOutputs, AnOutputOfOneChannelHasNoPanner) {
     const std::pair<const char*, MonoOutput> cases[] = {
-        {"Main.L", MonoOutput::left},    {"Main.R", MonoOutput::right},
-        {"Main", MonoOutput::no},        {"Main.C", MonoOutput::no},
-        {"Mono", MonoOutput::whole},     {"Verb.R", MonoOutput::right},
-        {"Speaker 2", MonoOutput::right}};
+        {"Main.L", MonoOutput::left},     {"Main.R", MonoOutput::right},
+        {"Main", MonoOutput::no},         {"Main.C", MonoOutput::no},
+        {"Mono", MonoOutput::whole},      {"Verb.R", MonoOutput::right},
+        {"Speaker 2", MonoOutput::right}, {"Side", MonoOutput::right}};
     for (const auto& [output, expected] : cases) {
         Mixer mixer;
         mixer.path("Main", {1, 2, 3, 4, 5, 6});
@@ -343,6 +343,9 @@ TEST(PlanOutputs, AnOutputOfOneChannelHasNoPanner) {
         mixer.path("Speaker 2", {2});
         for (std::size_t i = 5; i < 8; ++i) mixer.records.paths[i].own = true;
         for (std::size_t i = 8; i < 10; ++i) mixer.records.paths[i].type = output_path_type;
+        mixer.path("Side", {20});
+        mixer.records.paths.back().own = mixer.records.paths.back().mapped = true;
+        mixer.records.paths.back().hardware = {99, mixer.records.paths[9].identity()};
         mixer.track("Vox", output);
         mixer.track("Mono aux", "Main", "Mono");
         mixer.track("Room", "Main", "Verb", stereo);

@@ -65,13 +65,17 @@ TEST(RealSessions, EveryReaderFindsItsRecords) {
 
 TEST(RealSessions, OutputsAndBusesStandInThePathTable) {
     const std::pair<const char*, const char*> sessions[] = {
-        {"RegionTest.ptx", "48 own, 15 buses from Bus 1-2, outputs: Monitors mapped; "},
-        {"TempoTimeKeySig.ptx", "39 own, 12 buses from Bus 1-2, outputs: Out 1-2 mapped; "},
-        {"TestPTX.ptx", "23 own, 1 buses from QT BOUNCE, outputs: Main 51.Stereo mapped; "},
-        {"Untitled32.ptx", "39 own, 12 buses from Bus 1-2, outputs: "},
-        {"protools-texts/RobinHood.ptx", "55 own, 0 buses from -, outputs: Alt Mix mapped; "},
+        {"RegionTest.ptx",
+         "48 own, 1 on hardware, 15 buses from Bus 1-2, outputs: Monitors mapped; "},
+        {"TempoTimeKeySig.ptx",
+         "39 own, 1 on hardware, 12 buses from Bus 1-2, outputs: Out 1-2 mapped; "},
+        {"TestPTX.ptx",
+         "23 own, 1 on hardware, 1 buses from QT BOUNCE, outputs: Main 51.Stereo mapped; "},
+        {"Untitled32.ptx", "39 own, 1 on hardware, 12 buses from Bus 1-2, outputs: "},
+        {"protools-texts/RobinHood.ptx",
+         "55 own, 22 on hardware, 0 buses from -, outputs: Alt Mix mapped; "},
         {"protools-texts/TestExport.ptx",
-         "228 own, 67 buses from Bus 101-102, outputs: Out 1-2 mapped; "},
+         "228 own, 2 on hardware, 67 buses from Bus 101-102, outputs: Out 1-2 mapped; "},
     };
     for (const auto& [file, expected] : sessions) {
         TANROVE_REAL_SESSION(image, file);
@@ -84,8 +88,16 @@ TEST(RealSessions, OutputsAndBusesStandInThePathTable) {
             ASSERT_NE(path, paths.end()) << file << row.name;
             outputs.insert(path->name + (path->own && path->mapped ? " mapped; " : "; "));
         }
+        std::set<std::uint64_t> hardware;
+        for (const IoPath& path : paths) {
+            if (!path.own) hardware.insert(path.identity());
+        }
+        const auto is_here = [&](std::uint64_t identity) { return hardware.contains(identity); };
+        const auto on_hardware = std::ranges::count_if(
+            paths, [&](const IoPath& path) { return std::ranges::any_of(path.hardware, is_here); });
         std::string text = fields(std::ranges::count(paths, true, &IoPath::own), "own,",
-                                  buses.size(), "buses from", buses.empty() ? "-" : buses.front()) +
+                                  on_hardware, "on hardware,", buses.size(), "buses from",
+                                  buses.empty() ? "-" : buses.front()) +
                            ", outputs: ";
         for (const auto& output : outputs) text += output;
         EXPECT_EQ(text, expected) << file;

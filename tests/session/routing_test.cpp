@@ -52,8 +52,10 @@ std::string paths_text(const Bytes& image) {
     std::string text;
     for (const IoPath& path : paths) {
         text += path.name + (path.mapped ? " mapped" : path.own ? " own" : "");
-        for (const IoPath& whole : paths) {
-            if (path.parent_identity == whole.identity()) text += " of " + whole.name;
+        for (const IoPath& other : paths) {
+            if (path.parent_identity == other.identity()) text += " of " + other.name;
+            if (std::ranges::count(path.hardware, other.identity()) > 0)
+                text += " on " + other.name;
         }
         text += "; ";
     }
@@ -63,11 +65,13 @@ std::string paths_text(const Bytes& image) {
 TEST(ReadIoPaths, TheSessionsOwnTableComesFirstAndTellsWhatPlaysToTheHardware) {
     SessionBuilder session;
     session.io_path({"Mic", 0, {1}}).io_path({"Speakers", 1, {1, 2}});
-    session.io_path({.name = "Main", .type = 2, .channels = {1, 2}, .mapped = true});
+    session.io_path(
+        {.name = "Main", .type = 2, .channels = {1, 2}, .mapped = true, .hardware = "Speakers"});
     session.io_path({.name = "Main.L", .type = 2, .channels = {1}, .parent = 2});
     session.bus("Verb", 3).io_path({.name = "Key", .type = 2, .channels = {9}});
     const std::string own =
-        "Main mapped; Main.L mapped of Main; Verb own; Verb.L own of Verb; Verb.R own of Verb; "
+        "Main mapped on Speakers; Main.L mapped of Main; Verb own; Verb.L own of Verb; Verb.R own "
+        "of Verb; "
         "Key own; Mic; Speakers; ";
     EXPECT_EQ(paths_text(session.image()), own);
     EXPECT_EQ(over(session.image(), readBuses), (std::vector<std::string>{"Key", "Verb"}));

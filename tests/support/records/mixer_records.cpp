@@ -158,7 +158,10 @@ Bytes io_paths_block(const std::vector<IoPathSpec>& paths, bool has_path_table) 
 
 Bytes own_path_record(const IoPathSpec& path, std::uint64_t parent_identity) {
     ByteWriter hardware;
-    if (path.mapped) hardware.u32(1).block(0x2600, Bytes(60), 7);
+    if (path.mapped) {
+        const Bytes played = marked(path_identity(path.hardware));
+        hardware.u32(1).block(0x2600, ByteWriter().zeros(12).raw(played).zeros(36).bytes(), 7);
+    }
     if (!path.mapped) hardware.u32(0);
     ByteWriter record;
     record.u8(path.type).u8(width_code(path.channels.size())).counted(path.name);

@@ -19,6 +19,7 @@ struct IoPathSpec {
     std::optional<std::uint16_t> parent = {};  ///< place among the paths
     bool mapped = false;                       ///< a bus that plays to the hardware
     std::uint64_t identity = 0;                ///< 0: by the name
+    std::string hardware = {};                 ///< name of the path that a mapped bus plays to
 };
 
 /// The identity of the path with this name.
