@@ -277,6 +277,33 @@ TEST(ClipGroups, CarryFadesOnTheEdgesOfTheirPieces) {
         }
 }
 
+TEST(ClipGroups, TellOnlyOfFadesThatTheirWindowShows) {
+    struct {
+        const char* what;
+        FadeKind kind;
+        std::int64_t start, length;  // of the group's window
+        int fades, left_off;
+        std::size_t curves;  // of the first piece that is seen
+    } const cases[] = {
+        {"in the other half", FadeKind::fade_out, 0, 60, 0, 0, 0},
+        {"its beginning", FadeKind::fade_out, 0, 80, 1, 0, 1},
+        {"its end", FadeKind::fade_in, 110, 60, 1, 0, 1},
+        {"a crossfade's second half", FadeKind::crossfade, 105, 60, 1, 1, 1},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        Material material;
+        material.region(100, 0).region(100, 50);
+        material.group(c.length, {fade_member(0, 100), clip_member(0, 0), clip_member(1, 100)},
+                       c.start);
+        material.fades.push_back({.kind = c.kind, .pre = 10, .length = 40});
+        const auto pieces = material.pieces(0);
+        EXPECT_EQ(material.tallies.fades, c.fades);
+        EXPECT_EQ(material.tallies.fades_left_off, c.left_off);
+        EXPECT_EQ(pieces.at(0).fade_curves.size(), c.curves);
+    }
+}
+
 TEST(ClipGroups, OnTracksWithoutAnEditListAreNamedAsMissing) {
     Scene scene;
     for (const char* name : {"Choir", "Solo"}) scene.track(name);
