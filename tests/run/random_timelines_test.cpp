@@ -26,7 +26,7 @@ constexpr int crossfade_half = 2;
 enum Fade : std::uint8_t { no_fade, crossfade, fade_out, fade_in };
 
 /// The clips of all sessions: as its file, with a drawn line and a warp map, with a line alone,
-/// with a fixed gain.
+/// with a fixed gain and a sync point.
 const struct {
     int cells;
     double gain_db;
@@ -35,6 +35,11 @@ const struct {
 
 int number_of(const ClipSpec& clip) {
     return clip.region.back() - 'a';
+}
+
+/// The cell at which a placement begins; it is stored where its sync point lies.
+int head_of(const ClipSpec& row) {
+    return static_cast<int>(row.position - row.sync_samples) / cell;
 }
 
 /// Where in the file a region plays, in cells from its own head: a bent one plays its first half
@@ -97,8 +102,7 @@ public:
             if (member.is_fade || member.muted) continue;
             const unsigned passes = member.loop ? member.loop->count : 1;
             for (unsigned pass = 0; pass < passes; ++pass) {
-                const int head = static_cast<int>(member.position) / cell +
-                                 static_cast<int>(pass) * length(member);
+                const int head = head_of(member) + static_cast<int>(pass) * length(member);
                 const int tail = head + length(member);
                 const double shown = std::min<double>(end, tail) - std::max<double>(first, head);
                 if (at < std::max<double>(first, head) || at >= std::min<double>(end, tail))
@@ -149,6 +153,8 @@ private:
         made.position = at * cell;
         made.length = region.cells * cell;
         made.source_offset = (100 + 30 * number) * cell;
+        if (number == 3) made.sync_samples = cell;
+        made.position += made.sync_samples;
         const auto db = static_cast<float>(region.gain_db);
         if (db != 0) made.gain = {{0, db}};
         if (db < 0) made.gain.emplace_back(9'000'000, db);
@@ -284,7 +290,7 @@ private:
         };
         const bool crosses = is_crossfade(i + 1);
         const int number = static_cast<int>(drawn_.size());
-        const int placed = static_cast<int>(rows_[i].position) / cell;
+        const int placed = head_of(rows_[i]);
         const int passes = rows_[i].loop ? static_cast<int>(rows_[i].loop->count) : 1;
         const int stored_end = placed + passes * timeline_.length(rows_[i]);
         DrawnRow row{i, placed, placed - (i > 0 && is_crossfade(i - 1) ? crossfade_half : 0)};

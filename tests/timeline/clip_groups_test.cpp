@@ -1,13 +1,9 @@
-// What a clip group plays, sample by sample, and what it takes to open one.
+// What it takes to open a clip group, and where its fades go.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <random>
-#include <set>
-#include <tuple>
 
 #include "timeline/clip_group_pieces.hpp"
-#include "timeline/stretch_markers.hpp"
 #include "timeline_scene.hpp"
 
 namespace tanrove {
@@ -38,9 +34,7 @@ ClipGroupMember fade_member(std::uint32_t fade, std::int64_t at) {
 struct Material {
     ClipGroups groups;
     std::vector<Region> regions;
-    std::vector<RegionStart> sync_points;
     std::vector<FadeRecord> fades;
-    WarpMaps warp_maps;
     ClipGroupTallies tallies;
     FadeTallies fade_tallies;
     GroupBudget budget;
@@ -66,16 +60,6 @@ struct Material {
         return *this;
     }
 
-    /// The newest region plays its first half half as fast, and its second half as fast.
-    Material& bend() {
-        const Region& bent = regions.back();
-        const auto length = static_cast<double>(bent.length);
-        const auto bend = static_cast<double>(bent.length / 2);
-        warp_maps.in_samples[bent.name] = {{0, 0}, {2 * bend, bend}, {length + bend, length}};
-        warp_maps.anchors[bent.name].position = static_cast<double>(bent.source_offset);
-        return *this;
-    }
-
     std::vector<ClipItem> pieces(std::uint32_t group) {
         const std::vector<AudioFileEntry> files = {{"a.wav", 0}};
         TimelineInput input;
@@ -84,89 +68,15 @@ struct Material {
         input.fades = fades;
         input.rate_hz = rate_hz;
         const TempoClock clock({}, 120);
-        const WarpSlicer slicer(warp_maps, clock, 120, rate_hz);
-        StretchTallies stretch;
-        const WarpOneClip warp = clip_warper(slicer, {}, stretch);
+        const WarpMaps no_maps;
+        const WarpSlicer slicer(no_maps, clock, 120, rate_hz);
         const GroupMaterial material{
-            .input = input, .groups = groups, .sync_points = sync_points, .slicer = slicer};
+            .input = input, .groups = groups, .sync_points = {}, .slicer = slicer};
         const PlacedGroup placed{
             .group = group, .window = window_of(groups.clips[group]), .start = 7};
-        return pieces_of_group(placed, material, &warp, budget, tallies, fade_tallies);
+        return pieces_of_group(placed, material, nullptr, budget, tallies, fade_tallies);
     }
 };
-
-using Sound = std::tuple<std::uint32_t, std::int64_t, bool>;  // region, its file's sample, muted
-
-/// The sample that a bent region plays this far behind its head; past its length for none.
-std::int64_t bent_place(const Region& region, std::int64_t from_head) {
-    const std::int64_t bend = region.length / 2;
-    return from_head < 2 * bend ? from_head / 2 : from_head - bend;
-}
-
-/// What sounds at one sample of a group, asked from the outside in.
-void hear(const Material& material, std::uint32_t group, std::int64_t at, bool muted,
-          std::multiset<Sound>& heard) {
-    for (const auto& member : material.groups.lists[group].members) {
-        auto from_head = at - static_cast<std::int64_t>(member.position - origin);
-        const bool is_muted = muted || member.muted;
-        if (member.nested) {
-            const ClipGroupClip& nested = material.groups.clips[member.id];
-            if (from_head < 0 || from_head >= nested.length) continue;
-            hear(material, member.id, from_head + nested.start, is_muted, heard);
-        } else {
-            const Region& region = material.regions[member.id];
-            from_head += static_cast<std::int64_t>(material.sync_points[member.id].sync_samples);
-            if (from_head < 0) continue;
-            const bool is_bent = material.warp_maps.in_samples.contains(region.name);
-            const auto place = is_bent ? bent_place(region, from_head) : from_head;
-            if (place >= region.length) continue;
-            heard.insert({member.id, place + region.source_offset, is_muted});
-        }
-    }
-}
-
-TEST(ClipGroups, PlayInEachSampleWhatTheirWindowsShow) {
-    std::mt19937 numbers(65);
-    const auto below = [&](int end) {
-        return static_cast<int>(numbers() % static_cast<unsigned>(end));
-    };
-    for (int round = 0; round < 200; ++round) {
-        Material material;
-        for (int i = 0; i < 3; ++i) {
-            material.region(4 + below(20), below(50));
-            if (below(2) == 0) material.bend();
-            material.sync_points.push_back({"", static_cast<std::uint64_t>(below(4))});
-        }
-        for (int i = 0; i < 5; ++i) {
-            std::vector<ClipGroupMember> members;
-            for (int m = 0; m < 3; ++m) {
-                const int at = below(30);
-                const bool nests = i > 0 && below(2) == 0;
-                members.push_back(nests ? group_member(below(i), at) : clip_member(below(3), at));
-                members.back().muted = below(4) == 0;
-            }
-            material.group(20 + below(20), members, below(10));
-        }
-        const auto pieces = material.pieces(4);
-        const ClipGroupClip& outer = material.groups.clips[4];
-        for (std::int64_t at = 0; at < outer.length; ++at) {
-            std::multiset<Sound> expected;
-            hear(material, 4, at + outer.start, false, expected);
-            std::multiset<Sound> played;
-            const double now = 7 + (static_cast<double>(at) + 0.5) / rate_hz;
-            for (const auto& piece : pieces) {
-                if (now < piece.start || now >= piece.start + piece.length) continue;
-                const double in_piece = now - piece.start;
-                const double source = has_stretch_map(piece)
-                                          ? source_position_at(piece.stretch_markers, in_piece)
-                                          : piece.source_offset + piece.playrate * in_piece;
-                const auto sample = static_cast<std::int64_t>(source * rate_hz);
-                played.insert({piece.region, sample, piece.muted});
-            }
-            ASSERT_EQ(played, expected) << round << " at " << at;
-        }
-    }
-}
 
 TEST(ClipGroups, CountWhatCannotBeRead) {
     const auto chain = [](int depth) {
