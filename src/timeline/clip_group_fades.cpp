@@ -120,7 +120,9 @@ private:
         const auto take = [&](const Edges& edges, FadeSide side) {
             const std::size_t entry = edges.first_near(fade.at);
             if (entry == no_entry) return false;
-            entries_[entry].beyond.push_back({side, fade.record, start});
+            auto& beyond = entries_[entry].beyond;
+            if (std::ranges::count(beyond, side, &FadeBeyond::side) > 0) return false;
+            beyond.push_back({side, fade.record, start});
             return true;
         };
         const bool has_in = kind != FadeKind::fade_out && take(heads_, FadeSide::fade_in);
@@ -201,7 +203,8 @@ ClipFade lasting(ClipFade fade, double length) {
 }
 
 /// True if the fade had to be spread over pieces.
-bool fade_edge(std::span<ClipItem> pieces, const EdgeFade& fade, FadeForm form, double rate_hz) {
+bool fade_edge(std::span<ClipItem> pieces, const EdgeFade& fade, FadeForm form, double rate_hz,
+               CurveBudget& budget) {
     if (fade.of_group.length <= 0) return false;
     const double tolerance = (static_cast<double>(edge_tolerance_samples) + 0.5) / rate_hz;
     const auto is_near = [&](const ClipItem& piece, double edge) {
@@ -225,7 +228,7 @@ bool fade_edge(std::span<ClipItem> pieces, const EdgeFade& fade, FadeForm form, 
             own = lasting(fade.of_group, std::min(length, piece.length));
         } else {
             const FadeCurve curve = fade.from(is_whole ? fade.edge : fade.stored_edge(), length);
-            is_spread |= fade_across({&piece, 1}, curve, rate_hz);
+            is_spread |= fade_across({&piece, 1}, curve, rate_hz, budget);
         }
     }
     return is_spread;
@@ -249,21 +252,27 @@ bool is_shown(const GroupFade& fade, const SampleWindow& window) {
 }
 
 int fade_group_edges(std::span<ClipItem> pieces, const GroupEdges& edges, FadeForm form,
-                     double rate_hz) {
+                     double rate_hz, CurveBudget& budget) {
     const EdgeFade in{FadeSide::fade_in, edges.fade_in, edges.start,
                       std::max(edges.stored_start - edges.start, 0.0)};
     const EdgeFade out{FadeSide::fade_out, edges.fade_out, edges.end,
                        std::max(edges.end - edges.stored_end, 0.0)};
-    return (fade_edge(pieces, in, form, rate_hz) ? 1 : 0) +
-           (fade_edge(pieces, out, form, rate_hz) ? 1 : 0);
+    return (fade_edge(pieces, in, form, rate_hz, budget) ? 1 : 0) +
+           (fade_edge(pieces, out, form, rate_hz, budget) ? 1 : 0);
 }
 
-bool fade_across(std::span<ClipItem> pieces, const FadeCurve& curve, double rate_hz) {
+bool fade_across(std::span<ClipItem> pieces, const FadeCurve& curve, double rate_hz,
+                 CurveBudget& budget) {
     bool any = false;
     for (ClipItem& piece : pieces) {
         const double start = curve.start - piece.start;
         const double least = 0.5 / rate_hz;
         if (start > piece.length - least || start + curve.length < least) continue;
+        if (budget.left == 0) {
+            ++budget.refused;
+            continue;
+        }
+        --budget.left;
         piece.fade_curves.push_back({curve.side, curve.spec, start, curve.length});
         any = true;
     }

@@ -1,6 +1,7 @@
 // The fades in the list of a clip group, and those on the edges of the group itself.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <span>
@@ -16,6 +17,16 @@ namespace tanrove {
 
 /// How far from its edge a fade of a group may lie.
 constexpr std::int64_t edge_tolerance_samples = 2;
+
+/// Each curve on a piece is a hundred points of an envelope, and a few bytes of a session can ask
+/// for any number of pieces under any number of fades.
+constexpr std::size_t max_fade_curves = 20'000;
+
+/// What may still be spread in this session.
+struct CurveBudget {
+    std::size_t left = max_fade_curves;
+    int refused = 0;  ///< pieces that go without a curve
+};
 
 /// A stretch of a group, in samples of the group.
 struct SampleWindow {
@@ -85,10 +96,11 @@ struct GroupEdges {
 /// plain fades only the pieces on the edge fade, and a longer fade of their own stays. Returns how
 /// many of the two fades had to be spread so.
 int fade_group_edges(std::span<ClipItem> pieces, const GroupEdges& edges, FadeForm form,
-                     double rate_hz);
+                     double rate_hz, CurveBudget& budget);
 
 /// Lays a fade's curve, whose start is one of the timeline, over the pieces that lie under it.
 /// Returns false if none does.
-bool fade_across(std::span<ClipItem> pieces, const FadeCurve& curve, double rate_hz);
+bool fade_across(std::span<ClipItem> pieces, const FadeCurve& curve, double rate_hz,
+                 CurveBudget& budget);
 
 }  // namespace tanrove

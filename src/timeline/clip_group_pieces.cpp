@@ -274,7 +274,8 @@ private:
             const double start = view.start + lists_.seconds(fade.start - view.window.start);
             const double length = fade.record->length / material_.input.rate_hz;
             const FadeSpec spec = clip_fade_spec(*fade.record, fade.side);
-            fade_across(pieces, {fade.side, spec, start, length}, material_.input.rate_hz);
+            fade_across(pieces, {fade.side, spec, start, length}, material_.input.rate_hz,
+                        budget_.curves);
         }
     }
 
@@ -292,8 +293,8 @@ private:
                                .fade_in = entry.fade_in,
                                .fade_out = entry.fade_out};
         const auto pieces = std::span(pieces_).subspan(first);
-        tallies_.spread_fades +=
-            fade_group_edges(pieces, edges, settings_.form, material_.input.rate_hz);
+        tallies_.spread_fades += fade_group_edges(pieces, edges, settings_.form,
+                                                  material_.input.rate_hz, budget_.curves);
         fade_beyond(pieces, entry, view);
         for (ClipItem& piece : pieces) piece.inner_groups.push_back(entry.member->id);
     }

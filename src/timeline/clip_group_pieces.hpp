@@ -49,6 +49,7 @@ struct PlacedGroup {
 struct GroupBudget {
     std::size_t pieces = max_group_pieces;
     std::size_t visits = max_group_visits;
+    CurveBudget curves = {};
 };
 
 /// The stored window of a group.

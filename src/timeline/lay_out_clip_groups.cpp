@@ -179,7 +179,8 @@ void GroupLayout::lay_out_group(TimelineTrack& track, const ClipItem& group,
                            .fade_in = group.fade_in,
                            .fade_out = group.fade_out};
     const FadeForm form = input_.plain_fades ? FadeForm::plain : FadeForm::exact;
-    tallies_.spread_fades += fade_group_edges(pieces, edges, form, input_.rate_hz);
+    tallies_.spread_fades += fade_group_edges(pieces, edges, form, input_.rate_hz, budget_.curves);
+    tallies_.fades_left_off += std::exchange(budget_.curves.refused, 0);
     track.clips.insert(track.clips.end(), std::make_move_iterator(pieces.begin()),
                        std::make_move_iterator(pieces.end()));
 }

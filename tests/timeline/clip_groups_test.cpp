@@ -137,6 +137,25 @@ TEST(ClipGroups, TellHowManyPiecesTheBudgetLeavesOut) {
     EXPECT_EQ(material.tallies.unreadable, 30);
 }
 
+TEST(ClipGroups, SpreadAFadeOverPiecesWithinTheBudget) {
+    Material material;
+    material.budget.curves.left = 3;
+    material.region(10, 0).fades.push_back({.kind = FadeKind::fade_out, .length = 40});
+    std::vector<ClipGroupMember> clips;
+    for (int i = 0; i < 10; ++i) clips.push_back(clip_member(0, 10 * i));
+    material.group(100, clips).group(100, {group_member(0, 0), fade_member(0, 100)});
+    const auto pieces = material.pieces(1);
+    for (std::size_t i = 0; i < 10; ++i) {
+        const bool is_under = i >= 6 && i < 9;  // the last of four finds nothing left
+        ASSERT_EQ(pieces[i].fade_curves.size(), is_under ? 1U : 0U) << i;
+        if (!is_under) continue;
+        EXPECT_NEAR(pieces[i].fade_curves[0].start, 0.06 - 0.01 * static_cast<double>(i), 1e-9);
+        EXPECT_EQ(pieces[i].fade_curves[0].length, 0.04);
+    }
+    EXPECT_EQ(material.tallies.spread_fades, 1);
+    EXPECT_EQ(material.budget.curves.refused, 1);
+}
+
 TEST(ClipGroups, CarryFadesOnTheEdgesOfTheirPieces) {
     struct {
         const char* what;
