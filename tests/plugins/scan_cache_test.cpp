@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "base/text_lines.hpp"
 #include "plugins/product_names.hpp"
+#include "plugins/rfx_chain.hpp"
 #include "support/real_sessions.hpp"
 #include "support/temp_folder.hpp"
 
@@ -172,8 +174,10 @@ TEST(RealScanLists, ParseToWhatTheyHold) {
 TEST(RealScanLists, NameTheirVst2sAsRealChainsDo) {
     TANROVE_REAL_REAPER_TEXT(list, "scan/macos-x86_64.ini");
     std::string chains;
-    for (const char* file : {"Default_Track_Chain.RfxChain", "Ultraschall_5_Tracks.RfxChain",
-                             "soundboard_au_macos.RTrackTemplate"}) {
+    for (const char* file :
+         {"Default_Track_Chain.RfxChain", "Ultraschall_5_Tracks.RfxChain",
+          "soundboard_au_macos.RTrackTemplate", "soundboard_vst3i_win.RTrackTemplate",
+          "studiolink_vst2_win.RTrackTemplate", "studiolink_and_soundboard_win.RPP"}) {
         TANROVE_REAL_REAPER_TEXT(chain, std::string("chains/") + file);
         chains += chain;
     }
@@ -188,6 +192,17 @@ TEST(RealScanLists, NameTheirVst2sAsRealChainsDo) {
         EXPECT_NE(line.find(" " + name.ident + " "), std::string::npos) << line;
     }
     EXPECT_EQ(written, 4U) << "ReaComp, ReaEQ, ReaFir, ReaVerbate";
+    // On whatever machine: the class is made of the number and the name alone.
+    std::size_t classes = 0;
+    for (std::size_t at = 0; (at = chains.find("<VST \"VST: ", at)) != std::string::npos; ++at) {
+        const ChainPlugin plugin = read_chain(std::string_view(chains).substr(at)).plugin;
+        if (is_number(plugin.ident)) continue;  // an older REAPER wrote none
+        const std::uint32_t id = leading_number(plugin.ident);
+        const std::string made_up = made_up_class(id, short_name(behind_kind(plugin.fx_name)));
+        EXPECT_TRUE(plugin.ident.ends_with("<" + made_up + ">")) << plugin.fx_name;
+        ++classes;
+    }
+    EXPECT_GE(classes, 20U);
 }
 
 }  // namespace
