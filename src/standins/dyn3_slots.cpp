@@ -130,12 +130,6 @@ void add_compressor_times(const Controls& controls, ReaCompSettings& comp, Stand
     }
 }
 
-void note_wide_track(const StandInTrack& track, StandIn& stand_in) {
-    if (!is_wide(track)) return;
-    stand_in.note(
-        "on a track wider than stereo REAPER's plug-in works on the first two channels only");
-}
-
 /// Whether the gate listens to its key. `shut` where Pro Tools' hears only silence.
 struct GateKey {
     bool is_keyed = false;
@@ -260,7 +254,7 @@ StandIn make_dyn3_compressor(StandInMaker&, const PluginInsert& insert, const St
         slot.preset_name = formatted("Dyn3 gain %+.1f dB", static_cast<double>(gain_db));
         stand_in.slots.push_back(std::move(slot));
     }
-    note_wide_track(track, stand_in);
+    stand_in.note_width(track);
     return stand_in;
 }
 
@@ -287,7 +281,7 @@ StandIn make_dyn3_gate(StandInMaker&, const PluginInsert& insert, const StandInT
     const bool is_expander = gate.ratio < gate_ratio_from && !key.shut;
     stand_in.slots.push_back(is_expander ? gate_as_expander(gate, owner, number, stand_in)
                                          : gate_as_gate(gate, key, owner, number, stand_in));
-    note_wide_track(track, stand_in);
+    stand_in.note_width(track);
     return stand_in;
 }
 

@@ -49,10 +49,7 @@ void add_notes(StandIn& stand_in, const std::vector<EqBand>& bands, const StandI
         stand_in.note(
             "EQ3 band beyond REAPER's reach near the top of the range (worst of these below)");
     }
-    if (track.width > stereo_width) {
-        stand_in.note(
-            "on a track wider than stereo REAPER's plug-in works on the first two channels only");
-    }
+    stand_in.note_width(track);
 }
 
 }  // namespace

@@ -27,12 +27,19 @@ struct StandInTrack {
 };
 
 struct StandIn {
-    std::vector<FxSlot> slots;       ///< on their own; the switches of the plug-in come on top
-    std::vector<std::string> notes;  ///< what is approximated or left out, a sentence each
-    bool is_keyed = false;           ///< its detector listens to the key
+    std::vector<FxSlot> slots;         ///< on their own; the switches of the plug-in come on top
+    std::vector<std::string> notes;    ///< what is approximated or left out, a sentence each
+    std::vector<std::string> carried;  ///< what of a channel strip is there: "EQ", "compressor"
+    bool is_keyed = false;             ///< its detector listens to the key
     EqFitTallies eq_fits;
     int one_pole_filters = 0;    ///< beside REAPER's EQ, for slopes of 6 and 18 dB an octave
     bool can_go_offline = true;  ///< else it is bypassed where a plug-in would be offline
+
+    /// Notes that a track has more channels than REAPER's plug-ins work on.
+    void note_width(const StandInTrack& track) {
+        if (track.width <= stereo_width) return;
+        note("on a track wider than stereo REAPER's plug-in works on the first two channels only");
+    }
 
     /// Notes a loss, each once.
     void note(std::string text) {

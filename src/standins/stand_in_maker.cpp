@@ -8,6 +8,7 @@
 #include "plugins/avid_stand_ins.hpp"
 #include "standins/dyn3_slots.hpp"
 #include "standins/eq3_slots.hpp"
+#include "standins/strip_slots.hpp"
 #include "standins/trim.hpp"
 
 namespace tanrove {
@@ -22,6 +23,7 @@ constexpr StandInProduct products[] = {
     {"EQ3 1-Band", make_eq3},
     {"Dyn3 Compressor/Limiter", make_dyn3_compressor},
     {"Dyn3 Expander/Gate", make_dyn3_gate},
+    {"Channel Strip", make_channel_strip},
 };
 
 }  // namespace

@@ -215,6 +215,46 @@ SessionBuilder session_with_dynamics() {
     return session.track(ducked).track(plain).track(source);
 }
 
+/// A Channel Strip with this map of its controls.
+InsertSpec channel_strip(const std::vector<std::pair<std::string, double>>& controls) {
+    builder::ByteWriter records;
+    records.zeros(4);
+    for (const auto& [name, value] : controls) {
+        records.raw(builder::real_control(name, value, (name.size() + 6) / 4 * 4));
+    }
+    return {.code = "AVIDChSt",
+            .state = builder::plugin_chunk("AVIDChSt", "elck", "", records.bytes())};
+}
+
+/// One with every block at work, and one at its defaults.
+SessionBuilder session_with_channel_strips() {
+    TrackSpec track;
+    track.name = "Strip";
+    track.kind = TrackKind::aux;
+    track.inserts = {
+        channel_strip({{"Phase Switch In/Out", 1},
+                       {"Input Trim", 3},
+                       {"EQ Low Gain", 4},
+                       {"EQ Low Type", 1},
+                       {"EQ High Gain", -6},
+                       {"EQ High Q", 2},
+                       {"EQ High Frequency", 8000},
+                       {"Filter 1 In/Out", 1},
+                       {"Filter 1 Frequency", 80},
+                       {"Filter 1 Slope 12/24dB", 1},
+                       {"Filter 2 Type", 2},
+                       {"Exp Ratio", 20},
+                       {"Exp Threshold", -50},
+                       {"Cmp Ratio", 4},
+                       {"Cmp Threshold", -18},
+                       {"Cmp Gain Makeup", 8},
+                       {"Sc Source", 1},
+                       {"Fader Volume", -1.5}}),
+        channel_strip(
+            {{"Cmp Ratio", 1}, {"EQ Low Gain", 0}, {"Filter 2 Type", 1}, {"Sc Source", 0}})};
+    return SessionBuilder().track(track);
+}
+
 GoldenCase with_lists(const std::string& name, const SessionBuilder& session,
                       const RunOptions& options) {
     GoldenCase made{name, session, options, {}};
@@ -244,7 +284,9 @@ std::vector<GoldenCase> plugin_golden_cases() {
             {"trims", session_with_trims(), {}, {"Bed.wav"}},
             {"trims_plain", session_with_trims(), plain, {"Bed.wav"}},
             {"equalisers", session_with_equalisers(), {}, {}},
-            {"dynamics", session_with_dynamics(), {}, {}}};
+            {"dynamics", session_with_dynamics(), {}, {}},
+            {"channel_strips", session_with_channel_strips(), {}, {}},
+            {"channel_strips_declined", session_with_channel_strips(), plain, {}}};
 }
 
 }  // namespace tanrove::golden
