@@ -36,6 +36,7 @@ public:
         }
         add_trim_polarity(chain_, track_, plugins, sources_.image, options_.fate.stand_ins,
                           tallies_);
+        set_leg_apart();
         return std::move(chain_);
     }
 
@@ -52,6 +53,7 @@ private:
     void add_stand_in(const TrackPlugin& plugin, const StandInProduct& product, InsertFate& fate);
     void count_switches(const PluginInsert& insert, bool is_offline);
     void mark_last_heard();
+    void set_leg_apart();
     std::string shown(const InsertFate& fate) const {
         return track_.name + " / " + fate.display_name;
     }
@@ -215,6 +217,16 @@ void ChainMaker::mark_last_heard() {
     const auto heard = std::ranges::find(chain_.slots.rbegin(), chain_.slots.rend(), false,
                                          &FxSlot::is_placeholder);
     if (heard != chain_.slots.rend()) heard->marks_last_pins = true;
+}
+
+/// The legs of a strip have the same plug-ins, each with identifiers of its own.
+void ChainMaker::set_leg_apart() {
+    constexpr int leg_bits_at = 24;
+    const auto mark = static_cast<std::uint32_t>(track_.leg.value_or(0) << leg_bits_at);
+    for (FxSlot& slot : chain_.slots) {
+        slot.guid_seed ^= mark;
+        for (FxEnvelope& envelope : slot.envelopes) envelope.guid_seed ^= mark;
+    }
 }
 
 }  // namespace

@@ -301,7 +301,11 @@ void print_plugins(TextBuffer& out, const ChainTallies& tallies, const IdentityF
     print_installed(out, tallies);
     print_not_recognized(out, tallies);
     print_aax_only(out, tallies);
-    if (tallies.plugin_list_missing) {
+    // Of REAPER's own, and of what only Pro Tools has, the list would tell nothing.
+    const int to_check = count_outcomes(tallies, [](const PluginOutcome& outcome) {
+        return outcome.kind != OutcomeKind::aax_only && outcome.format != "reaper";
+    });
+    if (tallies.plugin_list_missing && to_check > 0) {
         out.print(
             "      This run could not check which of them you have: REAPER's own\n"
             "      plug-in list was not found on this computer. REAPER writes that\n"

@@ -1,6 +1,8 @@
 // What the golden projects are made from. Each session holds what its subject needs and no more.
 #include "golden/golden_sessions.hpp"
 
+#include "support/records/plugin_records.hpp"
+
 namespace tanrove::golden {
 
 namespace {
@@ -612,6 +614,8 @@ GoldenCase frozen() {
     TrackSpec voice =
         track("Voice", {clip("Voice_01", 0, second), clip("Voice_02", second, second)});
     voice.mute_lane = {0, {{second, 1}, {2 * second, 0}}};
+    voice.inserts = {
+        {.code = "DigiTrim", .state = builder::trim_state({builder::TrimSpec{.inverted = true}})}};
     session.track(voice).track(track("Gone", {clip("Gone_01", 0, second)}));
     session.freeze_render(
         {.name = "Voice-01", .file_index = 3, .source_offset = 48, .length = 96000});
