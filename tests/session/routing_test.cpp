@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "reading.hpp"
 #include "session/buses.hpp"
 #include "session/hardware_inserts.hpp"

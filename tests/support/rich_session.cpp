@@ -61,7 +61,9 @@ void describe_plugins(SessionBuilder& session) {
     constexpr std::ptrdiff_t slots = 10;  // on one track
     const auto all = inserts_of_all_kinds();
     session.track({.name = "Inserted", .inserts = {all.begin(), all.begin() + slots}});
-    session.track({.name = "Inserted too", .inserts = {all.begin() + slots, all.end()}});
+    TrackSpec further = {.name = "Inserted too", .inserts = {all.begin() + slots, all.end()}};
+    further.inserts.push_back({.code = "DigiTrim", .state = trim_state({{.inverted = true}, {}})});
+    session.track(further);
 }
 
 LaneSpec lane_of(std::size_t points, bool in_ticks) {
