@@ -35,9 +35,9 @@ std::optional<std::size_t> KeyBuses::taker_of(std::size_t path, const KeyInput& 
 }
 
 KeyRoute KeyBuses::find(const KeyInput& key) {
-    if (key.bus.empty()) return {};
     const PathLookup& paths = buses_.paths();
     const auto path = paths.find(key.bus_identity, key.bus);
+    if (!path && key.bus.empty()) return {};
     if (const std::string whole_name = without_side(key.bus); !whole_name.empty()) {
         auto whole = path ? paths.whole_of(*path) : std::nullopt;
         if (!whole) whole = paths.find(0, whole_name);

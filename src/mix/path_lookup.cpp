@@ -43,7 +43,7 @@ PathLookup::PathLookup(std::vector<IoPath> paths) : paths_(std::move(paths)) {
 void PathLookup::enter(std::size_t path) {
     const IoPath& entered = paths_[path];
     if (entered.identity() != 0) by_identity_.try_emplace(entered.identity(), path);
-    by_name_.try_emplace(entered.name, path);
+    if (!entered.name.empty()) by_name_.try_emplace(entered.name, path);
     if (is_mono(entered)) {
         if (entered.parent_identity != 0) append(parts_[entered.parent_identity], path);
         append(mono_on_[channel_of(entered, 0)], path);
@@ -62,7 +62,7 @@ PathLookup::Channel PathLookup::channel_of(const IoPath& path, std::size_t place
 }
 
 void PathLookup::learn(std::uint64_t identity, const std::string& name) {
-    if (identity == 0 || by_name_.contains(name)) return;
+    if (identity == 0 || name.empty() || by_name_.contains(name)) return;
     const auto path = by_identity_.find(identity);
     if (path != by_identity_.end()) by_old_name_.try_emplace(name, path->second);
 }

@@ -33,6 +33,7 @@ std::vector<std::size_t> plans_behind(const BusRoute& bus, const RoutingView& ro
 void plan_output(std::vector<TrackPlan>& plans, std::size_t source, const StripRoute& route,
                  const RoutingView& routing, RoutingTallies& tallies) {
     TrackPlan& plan = plans[source];
+    if (route.leads_astray) tallies.leading_astray.push_back(plan.name);
     if (route.has_no_output) {
         plan.mixer.plays_to_parent = false;
         tallies.without_output.push_back(plan.name);

@@ -23,8 +23,9 @@ struct RoutingTallies {
     int parted_legs = 0;       ///< sends and outputs whose bus is taken leg by leg
     std::vector<std::string> taken_from_hardware;  ///< their output plays to the hardware as well
     std::vector<std::string> without_output;
-    int wide_auxes = 0;       ///< auxes that take a surround bus
-    int master_channels = 2;  ///< that the widest track plays to it
+    std::vector<std::string> leading_astray;  ///< they play to what can neither be read nor found
+    int wide_auxes = 0;                       ///< auxes that take a surround bus
+    int master_channels = 2;                  ///< that the widest track plays to it
 
     bool keys_left_out = false;  ///< the run was told to
     int keys_on_first_pair = 0;

@@ -47,7 +47,10 @@ void resolve_output(const RoutingRow& row, const BusTable& buses, const KeyBuses
     if (!row.has_output) return;
     const PathLookup& paths = buses.paths();
     const auto path = paths.find(row.output_identity, row.output_name);
-    if (!path) return;
+    if (!path) {
+        route.leads_astray = row.output_name.empty();
+        return;
+    }
     route.output = route_of(*path, buses, budget);
     route.mono_output = mono_output(*path, route.output, paths);
     route.output_is_hardware = paths.is_hardware(*path);
@@ -67,6 +70,7 @@ void resolve_sends(const RoutingRow& row, const BusTable& buses, ReceiveBudget& 
     const std::size_t count = std::min(row.sends.size(), max_sends_of_strip);
     for (std::size_t i = 0; i < count; ++i) {
         const auto path = buses.paths().find(row.sends[i].target_identity, row.sends[i].target);
+        if (!path && row.sends[i].target.empty()) route.leads_astray = true;
         auto bus = path ? route_of(*path, buses, budget) : std::nullopt;
         if (path && !bus && sounds_untaken(*path, buses)) route.lost_sends.push_back(i);
         if (!bus) continue;

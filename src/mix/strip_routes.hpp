@@ -82,7 +82,8 @@ struct StripRoute {
     std::optional<std::size_t> routing_row;
     std::optional<BusRoute> output;  ///< nullopt: a hardware output, or nothing
     bool has_no_output = false;      ///< the strip was set to play into nothing
-    bool feeds_keys_alone = false;   ///< it plays into a bus that only plug-ins' keys listen to
+    bool leads_astray = false;  ///< its output or a send has no name that can be read, nor a path
+    bool feeds_keys_alone = false;  ///< it plays into a bus that only plug-ins' keys listen to
     bool output_is_hardware = false;
     /// It plays to the hardware as well as into `output`, and not all of it comes out of there.
     bool stays_on_master = false;

@@ -106,6 +106,14 @@ void print_sends(TextBuffer& out, const RoutingTallies& tallies) {
 }
 
 void print_tracks_without_output(TextBuffer& out, const RoutingTallies& tallies) {
+    if (!tallies.leading_astray.empty()) {
+        out.print(
+            "  WARNING: %d track(s) play or send to something whose name this tool could\n"
+            "      not read and that is not among the session's paths. Such outputs play\n"
+            "      to the master here, and such sends are missing:%s\n",
+            count_of(tallies.leading_astray),
+            quoted_names(tallies.leading_astray, max_listed_tracks).c_str());
+    }
     if (tallies.without_output.empty()) return;
     out.print(
         "  %d track(s) have NO OUTPUT in Pro Tools, so they reach the mix only through\n"

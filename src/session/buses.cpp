@@ -129,7 +129,8 @@ std::vector<std::string> readBuses(const BlockIndex& index) {
     if (!paths) return tell_buses(index);
     std::set<std::string> buses;
     for (const IoPath& path : *paths) {
-        if (!path.mapped && path.parent_identity == 0) buses.insert(path.name);
+        const bool is_bus = !path.mapped && path.parent_identity == 0;
+        if (is_bus && !path.name.empty()) buses.insert(path.name);
     }
     return {buses.begin(), buses.end()};
 }

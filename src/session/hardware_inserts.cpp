@@ -24,8 +24,9 @@ std::optional<std::string> insert_name(ByteView image, const Block* output) {
             readCountedText(image, output->at + name_at, max_insert_name_bytes, output->end());
         if (name && !name->empty() && is_ascii_text(*name)) return std::string(*name);
     }
-    if (auto name = read_output_name(image, *output)) return std::move(name->name);
-    return std::nullopt;
+    auto name = read_output_name(image, *output);
+    if (!name || name->name.empty()) return std::nullopt;
+    return std::move(name->name);
 }
 
 }  // namespace

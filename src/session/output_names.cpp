@@ -5,6 +5,7 @@
 //   45   u32 count, text
 //
 // The text is searched for from offset 11 on: the first count of 1 to 255 with text behind it.
+// Where there is none, a count at 45 that is not 0 still tells of an output.
 #include "session/output_names.hpp"
 
 #include <algorithm>
@@ -20,6 +21,17 @@ constexpr std::size_t marker_at = 17;
 constexpr std::size_t search_from = 11;
 constexpr std::size_t search_to = 256;  // a name farther in is chance
 constexpr std::size_t identity_width = 8;
+constexpr std::size_t count_at = 45;
+constexpr std::size_t count_width = 4;
+
+/// The output of a record whose name cannot be read; nullopt if it has none.
+std::optional<OutputName> read_unnamed(ByteView image, const Block& block) {
+    const std::size_t marker = block.at + marker_at;
+    const bool has_name = block.at + count_at + count_width <= block.end() &&
+                          image.has(marker, identity_marker) && image.u32(block.at + count_at) != 0;
+    if (!has_name) return std::nullopt;
+    return OutputName{.name = {}, .identity = image.u64(marker + identity_marker.size())};
+}
 
 }  // namespace
 
@@ -36,7 +48,7 @@ std::optional<OutputName> read_output_name(ByteView image, const Block& block) {
         }
         return output;
     }
-    return std::nullopt;
+    return read_unnamed(image, block);
 }
 
 std::map<std::uint16_t, OutputName> readOutputNames(const BlockIndex& index) {

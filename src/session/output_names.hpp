@@ -12,7 +12,8 @@ namespace tanrove {
 
 /// How a session names the path that something plays into or comes from.
 struct OutputName {
-    std::string name;            ///< the path's, as it was when the name was stored
+    /// The path's, as it was when the name was stored; empty where it cannot be read.
+    std::string name;
     std::uint64_t identity = 0;  ///< the path's; 0 if the record has none
 };
 

@@ -70,9 +70,9 @@ std::vector<std::uint64_t> read_hardware(const BlockIndex& index, std::size_t at
 
 std::optional<IoPath> read_own_path(const BlockIndex& index, const Block& block) {
     const ByteView image = index.image();
-    const auto name = read_name(image, block.at + name_length_at, block.end());
-    if (!name || name->empty()) return std::nullopt;
-    const std::size_t behind_name = block.at + name_at + name->size();
+    const std::size_t name_bytes = image.u32(block.at + name_length_at);
+    const std::size_t behind_name = block.at + name_at + name_bytes;
+    if (name_bytes == 0 || behind_name > block.end()) return std::nullopt;
     const std::size_t count = image.u32(behind_name);
     if (count < 1 || count > max_channels) return std::nullopt;
     const std::size_t behind = behind_name + count_width + count * channel_width;
@@ -83,7 +83,7 @@ std::optional<IoPath> read_own_path(const BlockIndex& index, const Block& block)
     path.own = true;
     path.type = image.u8(block.at + type_at);
     path.width_code = image.u8(block.at + width_at);
-    path.name = *name;
+    path.name = read_name(image, block.at + name_length_at, block.end()).value_or("");
     path.position = block.at;
     for (std::size_t i = 0; i < count; ++i) {
         path.channels.push_back(image.u16(behind_name + count_width + i * channel_width));

@@ -14,7 +14,7 @@
 namespace tanrove {
 
 struct RoutingSend {
-    std::string target;  ///< name of the output or bus
+    std::string target;  ///< name of the output or bus; empty where it cannot be read
     std::uint64_t target_identity = 0;
     double level_db = 0;
     bool pre_fader = false;
@@ -34,7 +34,7 @@ struct RoutingRow {
     std::size_t end = 0;
     std::size_t strip_row = 0;  ///< index among the strip rows
     std::string name;           ///< under which the strip was made
-    std::string output_name;
+    std::string output_name;    ///< empty where there is none or it cannot be read
     std::uint64_t output_identity = 0;
     bool has_slot = false;    ///< the row holds a send channel of its own
     bool has_output = false;  ///< false on a track that plays into nothing

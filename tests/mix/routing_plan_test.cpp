@@ -163,23 +163,27 @@ TEST(PlanOutputs, GoToTheTrackBehindTheirBusToTheMasterOrNowhere) {
     mixer.track("Bed", "Surround", "", 5);
     mixer.track("Surround bus", "Out 1-2", "Surround", 1);
     mixer.track("Too wide", "Out 1-2", "", 301);
+    mixer.track("Snare", "unread").output_identity = 1;
+    mixer.track("Amb", "unread").sends = {send_to("")};
+    for (const std::size_t unread : {7U, 8U}) mixer.records.rows[unread].output_name.clear();
     mixer.route();
     EXPECT_EQ(mixer.plans[6].written_channels, 128);
     EXPECT_EQ(mixer.tallies.master_channels, 128);
-    const bool plays_to_parent[] = {false, false, false, true, false, true, true};
+    const bool plays_to_parent[] = {false, false, false, true, false, true, true, false, true};
     for (std::size_t i = 0; i < mixer.plans.size(); ++i) {
         SCOPED_TRACE(mixer.plans[i].name);
         EXPECT_EQ(mixer.plans[i].mixer.plays_to_parent, plays_to_parent[i]);
     }
-    ASSERT_EQ(mixer.plans[1].channel_receives.size(), 1U) << "a track receives itself";
+    ASSERT_EQ(mixer.plans[1].channel_receives.size(), 2U) << "a track receives itself";
     EXPECT_EQ(mixer.plans[1].channel_receives[0].source, 0U);
     EXPECT_EQ(mixer.plans[1].channel_receives[0].width_code, 0);
     ASSERT_EQ(mixer.plans[5].channel_receives.size(), 1U);
     EXPECT_EQ(mixer.plans[5].channel_receives[0].width_code, 3 << 10);
     EXPECT_EQ(mixer.plans[5].written_channels, 6);
     EXPECT_EQ(mixer.tallies.wide_auxes, 1);
-    EXPECT_EQ(mixer.tallies.outputs_by_input, 2);
+    EXPECT_EQ(mixer.tallies.outputs_by_input, 3);
     EXPECT_EQ(mixer.tallies.without_output, std::vector<std::string>{"Off"});
+    EXPECT_EQ(mixer.tallies.leading_astray, std::vector<std::string>{"Amb"});
 }
 
 TEST(PlanSends, PanFollowsTheWidthOfSourceAndBus) {

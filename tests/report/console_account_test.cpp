@@ -142,9 +142,10 @@ RunTallies every_counter_counted() {
     mix.views = {1, 2};
     tallies.written = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11};
     const std::vector<std::string> many(13, "Cue");  // only some lists end at twelve
-    mix.routing = {1,       2,  3,  4,  5,        18,       {"Vox"}, 6,         {"Pad"},
-                   7,       8,  9,  10, {"Stem"}, many,     11,      12,        true,
-                   13,      14, 15, 16, 17,       {"Bass"}, many,    {"Click"}, {"Vox: Insert 1-2"},
+    mix.routing = {1,       2,       3,  4,        5,    18,        {"Vox"},
+                   6,       {"Pad"}, 7,  8,        9,    10,        {"Stem"},
+                   many,    {"Amb"}, 11, 12,       true, 13,        14,
+                   15,      16,      17, {"Bass"}, many, {"Click"}, {"Vox: Insert 1-2"},
                    {"Keys"}};
     mix.groups = {.listed = {{"Drums", std::nullopt, {"Kick", "Snare"}}, {"Band", "VCA 1", {}}},
                   .written = 1,

@@ -104,6 +104,18 @@ TEST(ReadIoPaths, TheSessionsOwnTableComesFirstAndTellsWhatPlaysToTheHardware) {
     }
 }
 
+TEST(ReadIoPaths, APathWhoseNameCannotBeReadKeepsItsPlaceInTheTable) {
+    const auto table = [](const std::string& name) {
+        return over(path_table_block({{.name = name, .type = 2, .channels = {1}},
+                                      {.name = "Verb", .type = 2, .channels = {2}}}),
+                    readIoPaths);
+    };
+    const auto paths = table(std::string(256, 'n'));
+    ASSERT_EQ(paths.size(), 2U);
+    EXPECT_EQ(fields(paths[0].name, paths[0].channels, paths[1].name), " 1 Verb");
+    EXPECT_TRUE(table("").empty()) << "no table";
+}
+
 TEST(ReadRouting, AnInputStandsInItsRowAndInNoSendChannel) {
     const Bytes mark = input_mark("Mic", 0);
     const Bytes room = Bytes(9);
@@ -195,12 +207,13 @@ TEST(ReadOutputNames, EachIdHasItsFirstName) {
                             .raw(output_name_record("", 3))
                             .raw(output_name_record("Verb", 7))
                             .raw(output_name_record("Other", 7))
+                            .raw(output_name_record(std::string(256, 'n'), 8))
                             .bytes();
     std::string text;
     for (const auto& [id, output] : over(image, readOutputNames)) {
         text += fields(id, output.name, output.identity == path_identity(output.name)) + "; ";
     }
-    EXPECT_EQ(text, "2 Out 1-2 1; 7 Verb 1; ");
+    EXPECT_EQ(text, "2 Out 1-2 1; 7 Verb 1; 8  0; ") << "the last has a name too, if not for us";
 }
 
 }  // namespace
