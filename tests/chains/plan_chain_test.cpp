@@ -213,6 +213,10 @@ TEST(PlanChain, TrimTurnsTheTrackOverOrOneSideOfIt) {
     EXPECT_FALSE(chain.slots[0].marks_last_pins || chain.slots[1].marks_last_pins);
     EXPECT_EQ(run.tallies.trims.on_wide_tracks, 1);
     EXPECT_TRUE(run.chain({both}, 6).inverts_track);
+    run.options.fate.aax_slots = false;
+    chain = run.chain({left}, 6);
+    EXPECT_TRUE(chain.slots.size() == 1 && !chain.slots[0].marks_last_pins) << "polarity alone";
+    run.options = {};
 
     // Each leg has its own gain and its own side.
     chain = run.chain({left}, ChainTrack{.name = "Voice", .width = 1, .leg = 1});
