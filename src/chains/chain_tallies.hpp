@@ -50,6 +50,8 @@ struct StandInTallies {
 
 struct ChainTallies {
     std::vector<PluginOutcome> outcomes;  ///< of all inserts of written tracks, as they are written
+    int outcomes_on_master = 0;           ///< of `outcomes`: the first ones
+    std::vector<int> outcomes_a_track;    ///< of the others: those of each written track
     bool plugin_list_missing = false;     ///< REAPER's own, which tells which of them are here
     int without_strip = 0;                ///< inserts whose strip is not known: in no chain
     int carried_bypassed = 0;

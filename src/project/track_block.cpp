@@ -169,10 +169,12 @@ const ChainPlan& chain_of(std::span<const ChainPlan> chains, std::size_t index) 
     return index < chains.size() ? chains[index] : no_chain;
 }
 
-void write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& chain, std::size_t index,
-                 MediaSearch& media, TakePlanner& takes, WrittenTallies& tallies,
-                 FreezeWriter* freezer) {
+TrackFacts write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& chain,
+                       std::size_t index, MediaSearch& media, TakePlanner& takes,
+                       WrittenTallies& tallies, FreezeWriter* freezer) {
     const auto number = static_cast<std::uint32_t>(index);
+    const int clips_before = tallies.clips;
+    const int notes_before = tallies.notes;
     write_opening(out, plan, number);
     write_mixer(out, plan);
     write_groups_and_pan_mode(out, plan);
@@ -198,15 +200,21 @@ void write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& chain, s
     if (plan.timebase == TrackTimebase::time) ++tallies.time_tracks;
     if (plan.timebase == TrackTimebase::beats_position) ++tallies.beats_tracks;
     ++tallies.tracks;
+    return {plan.name, tallies.clips - clips_before, tallies.notes - notes_before};
 }
 
-void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans,
-                  std::span<const ChainPlan> chains, MediaSearch& media, TakePlanner& takes,
-                  WrittenTallies& tallies, const TrackProgress& progress, FreezeWriter* freezer) {
+std::vector<TrackFacts> write_tracks(TextSink& out, const std::vector<TrackPlan>& plans,
+                                     std::span<const ChainPlan> chains, MediaSearch& media,
+                                     TakePlanner& takes, WrittenTallies& tallies,
+                                     const TrackProgress& progress, FreezeWriter* freezer) {
+    std::vector<TrackFacts> facts;
+    facts.reserve(plans.size());
     for (std::size_t i = 0; i < plans.size(); ++i) {
         if (progress) progress(i, plans.size());
-        write_track(out, plans[i], chain_of(chains, i), i, media, takes, tallies, freezer);
+        facts.push_back(
+            write_track(out, plans[i], chain_of(chains, i), i, media, takes, tallies, freezer));
     }
+    return facts;
 }
 
 }  // namespace tanrove

@@ -18,6 +18,13 @@ namespace tanrove {
 
 class FreezeWriter;
 
+/// What went into one track.
+struct TrackFacts {
+    std::string name;  ///< as the project has it
+    int clips = 0;     ///< audio items, those on lanes included
+    int notes = 0;
+};
+
 /// What went into the project.
 struct WrittenTallies {
     int tracks = 0;
@@ -45,17 +52,19 @@ void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies&
 
 /// Writes one track. `index` is its place in the project's track list, from 0; its identifiers are
 /// made from it. Without a `freezer` it is written unfrozen, whatever its plan says.
-void write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& chain, std::size_t index,
-                 MediaSearch& media, TakePlanner& takes, WrittenTallies& tallies,
-                 FreezeWriter* freezer = nullptr);
+TrackFacts write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& chain,
+                       std::size_t index, MediaSearch& media, TakePlanner& takes,
+                       WrittenTallies& tallies, FreezeWriter* freezer = nullptr);
 
 /// The chain of the plan with this index; tracks behind the last chain have none.
 const ChainPlan& chain_of(std::span<const ChainPlan> chains, std::size_t index);
 
-/// Writes all tracks in their order, the chains in step with them. `progress` may be empty.
-void write_tracks(TextSink& out, const std::vector<TrackPlan>& plans,
-                  std::span<const ChainPlan> chains, MediaSearch& media, TakePlanner& takes,
-                  WrittenTallies& tallies, const TrackProgress& progress,
-                  FreezeWriter* freezer = nullptr);
+/// Writes all tracks in their order, the chains in step with them, and tells what went into each.
+/// `progress` may be empty.
+std::vector<TrackFacts> write_tracks(TextSink& out, const std::vector<TrackPlan>& plans,
+                                     std::span<const ChainPlan> chains, MediaSearch& media,
+                                     TakePlanner& takes, WrittenTallies& tallies,
+                                     const TrackProgress& progress,
+                                     FreezeWriter* freezer = nullptr);
 
 }  // namespace tanrove

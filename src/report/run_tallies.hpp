@@ -24,6 +24,8 @@ struct RunTallies {
     IdentityFindings builds;
     HeadTallies head;
     WrittenTallies written;
+    std::vector<TrackFacts> track_facts;  ///< of the tracks with lists of clips, then the others
+    int bare_strip_tracks = 0;            ///< of those: made for a strip without a list of clips
     TakeTallies takes;
     NotCarriedTallies not_carried;
     MediaTallies media;

@@ -68,6 +68,8 @@ struct ConsoleState {
     std::string problem_kind;                  ///< empty: no problem on this tool's side
     std::string problem_detail;
     std::string summary_line;  ///< empty until the report stage builds it
+    std::string project_path;  ///< empty until the project is written
+    std::string usage_body;    ///< of the usage summary; empty until the end of a conversion
 };
 
 /// The one record of this process.

@@ -15,7 +15,9 @@
 #include "project/media_search.hpp"
 #include "project/movie_search.hpp"
 #include "report/console_account.hpp"
+#include "report/conversion_report.hpp"
 #include "report/summary_line.hpp"
+#include "report/usage_summary.hpp"
 #include "run/colour_input.hpp"
 #include "run/media_folders.hpp"
 #include "run/not_carried.hpp"
@@ -25,9 +27,11 @@
 #include "run/plan_project.hpp"
 #include "run/plugin_knowledge.hpp"
 #include "run/routing_records.hpp"
+#include "run/run_files.hpp"
 #include "run/session_listing.hpp"
 #include "run/session_records.hpp"
 #include "run/write_project.hpp"
+#include "session/block_types.hpp"
 #include "session/buses.hpp"
 #include "session/midi_chunk_dump.hpp"
 #include "session/strip_lanes.hpp"
@@ -54,21 +58,37 @@ double usable_tempo(double asked_bpm) {
     return 0;
 }
 
+// Of a session that does not say who saved it, the container tells this version or a later one.
+constexpr int least_open_version = 12;
+
+/// Whether the account warns of anything: of the state of the session's file, or of what is lost.
+bool has_warnings(const std::string& account) {
+    return account.find("WARNING:") != std::string::npos ||
+           account.find("*** THIS SESSION FILE") != std::string::npos;
+}
+
 /// Everything between the opened session and the end of the account.
 class Conversion {
 public:
-    Conversion(const RunOptions& options, bool wants_report)
-        : options_(options), folders_(media_folders(options)), wants_report_(wants_report) {}
+    Conversion(const RunOptions& options, bool wants_report, ConversionResult& result)
+        : options_(options),
+          folders_(media_folders(options)),
+          wants_report_(wants_report),
+          result_(result) {}
 
     std::int32_t run();
 
 private:
-    void give_account(const PTFFormat& file, const SessionVersion& version,
-                      const SessionImage& image, MediaSearch& media, const ClipRecords& clips);
+    AccountFacts account_facts(const PTFFormat& file, const SessionVersion& version,
+                               const SessionImage& image) const;
+    void give_account(const AccountFacts& facts, MediaSearch& media, const ClipRecords& clips,
+                      ReportFacts report);
+    void give_report(const ReportFacts& facts);
 
     const RunOptions& options_;
     MediaFolders folders_;
     bool wants_report_;
+    ConversionResult& result_;
     TimeRecords time_;
     ProjectPlan project_;
     std::string project_path_;
@@ -131,7 +151,17 @@ std::int32_t Conversion::run() {
     if (!write_project(project_, options_, project_path_, media, movies, tallies_)) {
         return not_converted;
     }
-    give_account(*opened->file, version, image, media, clips);
+    console_state().project_path = options_.check_only ? "" : project_path_;
+    ReportFacts report = report_facts(options_, version, time_);
+    report.project_path = project_path_;
+    report.session_is_or_later = version.major < 0 &&
+                                 opened->file->version() >= least_open_version &&
+                                 !index.of_type(block_type::tempo_map).all().empty();
+    if (version.major < 0) report.session_major = opened->file->version();
+    report.instrument_tracks = count_instrument_tracks(project_, strips);
+    give_account(account_facts(*opened->file, version, image), media, clips, std::move(report));
+    console_state().usage_body =
+        usage_body(usage_facts(project_, strips, time_, image.rate, version.version), tallies_);
     return converted;
 }
 
@@ -145,9 +175,8 @@ std::map<std::string, double> file_seconds(const PTFFormat& file, std::int64_t s
     return seconds;
 }
 
-void Conversion::give_account(const PTFFormat& file, const SessionVersion& version,
-                              const SessionImage& image, MediaSearch& media,
-                              const ClipRecords& clips) {
+AccountFacts Conversion::account_facts(const PTFFormat& file, const SessionVersion& version,
+                                       const SessionImage& image) const {
     AccountFacts facts;
     facts.product = version.product;
     facts.product_version = version.version;
@@ -158,26 +187,46 @@ void Conversion::give_account(const PTFFormat& file, const SessionVersion& versi
     facts.long_media = find_long_media(project_.mix.tracks, file_seconds(file, image.rate));
     facts.check_only = options_.check_only;
     facts.usage_shared = options_.usage_shared;
+    return facts;
+}
+
+/// The report of the run so far, as text and as a file, and the numbers for the application.
+void Conversion::give_report(const ReportFacts& facts) {
+    report_stage(stage_report, "report");
+    ConversionReport report = conversion_report(facts, tallies_);
+    if (options_.write_report) {
+        result_.report_path = write_report_file(options_, project_path_, report.text);
+    }
+    result_.report_text = std::move(report.text);
+    SummaryLine line;
+    line.tracks = tallies_.written.tracks;
+    line.clips = tallies_.written.clips;
+    line.notes = tallies_.written.notes;
+    line.plugins = static_cast<int>(tallies_.chains.outcomes.size());
+    line.plugins_with_settings = static_cast<int>(
+        std::ranges::count(tallies_.chains.outcomes, OutcomeKind::carried, &PluginOutcome::kind));
+    line.needs_look = report.needs_look;
+    line.problem_recorded = !console_state().problem_kind.empty();
+    console_state().summary_line = summary_line(line);
+}
+
+void Conversion::give_account(const AccountFacts& facts, MediaSearch& media,
+                              const ClipRecords& clips, ReportFacts report) {
     console_write(console_account(facts, tallies_));
 
     report_stage(stage_media, "media");
     tallies_.media = count_listed_files(media, clips.files);
     console_write(media_account(tallies_));
 
+    const std::string closing = closing_notes(facts, tallies_);
     if (wants_report_) {
-        report_stage(stage_report, "report");
-        SummaryLine line;
-        line.tracks = tallies_.written.tracks;
-        line.clips = tallies_.written.clips;
-        line.notes = tallies_.written.notes;
-        line.plugins = static_cast<int>(tallies_.chains.outcomes.size());
-        line.plugins_with_settings = static_cast<int>(std::ranges::count(
-            tallies_.chains.outcomes, OutcomeKind::carried, &PluginOutcome::kind));
-        line.problem_recorded = !console_state().problem_kind.empty();
-        console_state().summary_line = summary_line(line);
+        const std::string& said = *console_state().console_capture;
+        report.console_has_warnings = has_warnings(said) || has_warnings(closing);
+        report.sample_rate_hz = facts.sample_rate_hz;
+        report.tempo_bpm = facts.tempo_bpm;
+        give_report(report);
     }
-    console_write(closing_notes(facts, tallies_));
-    tell_files_not_made(options_);
+    console_write(closing);
     write_want_list(options_, project_path_, tallies_.chains.wanted_parameters);
     if (options_.check_only) {
         console_print(
@@ -195,6 +244,8 @@ public:
         console.problem_kind.clear();
         console.problem_detail.clear();
         console.summary_line.clear();
+        console.project_path.clear();
+        console.usage_body.clear();
         console.console_capture = &capture;
         console.progress = progress;
     }
@@ -212,14 +263,15 @@ std::int32_t convert_session(const RunOptions& options, ConversionResult* result
                              tanrovegui::Progress* progress) {
     const CLocaleScope plain_numbers;
     std::string captured;
-    if (result != nullptr) *result = {};
+    ConversionResult told;
     const bool wants_report = result != nullptr || progress != nullptr || options.write_report;
     std::int32_t code = not_converted;
     {
         const ConsoleOfThisRun console(captured, progress);
-        code = Conversion(options, wants_report).run();
+        code = Conversion(options, wants_report, told).run();
     }
-    if (result != nullptr) result->console_text = std::move(captured);
+    told.console_text = std::move(captured);
+    if (result != nullptr) *result = std::move(told);
     return code;
 }
 

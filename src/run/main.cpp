@@ -3,11 +3,13 @@
 #include "run/learn_plugin.hpp"
 #include "run/process_guard.hpp"
 #include "run/run_driver.hpp"
+#include "run/run_files.hpp"
 
 int main(int argument_count, char** arguments) {
     tanrove::guard_process();
     tanrove::RunSteps steps;
     steps.convert = tanrove::convert_session;
     steps.learn = tanrove::learn_plugin;
+    steps.write_usage_summary = tanrove::write_usage_file;
     return tanrove::run_tanrove(argument_count, arguments, steps);
 }

@@ -40,19 +40,4 @@ NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& 
     return tallies;
 }
 
-void tell_files_not_made(const RunOptions& options) {
-    const struct {
-        bool wanted;
-        const char* sentence;
-    } files[] = {
-        {options.write_report,
-         "\n  --report is not part of this build yet; no report was written.\n"},
-        {!options.usage_json_path.empty() && !options.check_only,
-         "\n  --usage-json is not part of this build yet; no summary was written.\n"},
-    };
-    for (const auto& file : files) {
-        if (file.wanted) console_print("%s", file.sentence);
-    }
-}
-
 }  // namespace tanrove

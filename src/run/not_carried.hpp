@@ -15,6 +15,5 @@ NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& 
                                     const MixPlan& mix);
 
 /// Prints a sentence for each file that was asked for and does not come.
-void tell_files_not_made(const RunOptions& options);
 
 }  // namespace tanrove

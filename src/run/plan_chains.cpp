@@ -125,6 +125,8 @@ public:
         std::map<std::size_t, std::size_t> next_leg;
         std::vector<ChainPlan> chains(plans.size());
         for (std::size_t i = 0; i < plans.size(); ++i) {
+            tallies_.outcomes_a_track.push_back(0);
+            const std::size_t outcomes_before = tallies_.outcomes.size();
             if (!rows[i]) continue;
             const std::size_t number = next_leg[*rows[i]]++;
             std::optional<std::size_t> leg;
@@ -133,6 +135,8 @@ public:
             const ChainTrack track = chain_track(plans[i], inserts_[*rows[i]], leg);
             chains[i] = number == 0 ? chain(track) : further_leg_chain(track);
             plans[i].mixer.polarity_inverted = chains[i].inverts_track;
+            tallies_.outcomes_a_track.back() =
+                static_cast<int>(tallies_.outcomes.size() - outcomes_before);
         }
         return chains;
     }
@@ -191,6 +195,7 @@ void plan_chains(ProjectPlan& project, const RunOptions& options, const ChainRec
     tallies.stand_ins.none_wanted = options.no_stand_ins;
     // The master's stand in the head, in front of all others.
     project.head.master_chain = planning.master_chain(records.strips.masters, project.mix.master);
+    tallies.outcomes_on_master = static_cast<int>(tallies.outcomes.size());
     project.chains = planning.chains_of(project.mix.tracks);
     project.strip_chains = planning.chains_of(project.mix.strip_tracks);
 }

@@ -6,8 +6,11 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 
 #include "golden/golden_sessions.hpp"
+#include "golden/told_counts.hpp"
+#include "report/usage_summary.hpp"
 #include "run/convert_session.hpp"
 #include "support/golden_text.hpp"
 #include "support/temp_folder.hpp"
@@ -34,6 +37,9 @@ void expect_golden(const std::string& file, const std::string& text) {
     builder::expect_golden(std::string(TANROVE_GOLDEN_FOLDER) + "/" + file, text);
 }
 
+const std::set<std::string> cases_with_reports = {"empty_session", "plugins",         "dynamics",
+                                                  "surround",      "left_out_tracks", "frozen"};
+
 TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     const auto& c = GetParam();
     TempFolder folder;
@@ -52,6 +58,7 @@ TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     ASSERT_EQ(convert_session(options, &result, nullptr), 0) << result.console_text;
     const std::string project = file_text("Song.rpp");
     ASSERT_FALSE(project.empty());
+    const std::string usage = usage_summary(true, console_state().usage_body);
 
     options.overwrite = true;
     ASSERT_EQ(convert_session(options, nullptr, nullptr), 0);
@@ -65,7 +72,12 @@ TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     account.replace(account.find(wrote), wrote.size(), "  Not written (--check).\n");
     EXPECT_NE(check.console_text.find(account), std::string::npos) << check.console_text;
 
+    golden::expect_told_counts(project, result.console_text, result.report_text, usage);
     expect_golden(c.name + ".rpp", project);
+    if (cases_with_reports.contains(c.name)) {
+        expect_golden(c.name + ".report.txt", result.report_text);
+        expect_golden(c.name + ".usage.json", usage);
+    }
     expect_golden(c.name + ".txt", result.console_text);
     const fs::path kept = TANROVE_GOLDEN_PROJECTS;
     fs::create_directories(kept);

@@ -271,16 +271,31 @@ TEST_F(Conversion, TempoEventsAndTheOptionMakeTheProjectsTempo) {
     }
 }
 
-TEST_F(Conversion, AFileThatDoesNotComeIsNamedToWhoAskedForIt) {
+TEST_F(Conversion, TheReportStandsBesideItsProjectAndIsTheTextHandedBack) {
     ASSERT_TRUE(small_session().write("Song.ptx"));
     RunOptions options = song();
-    options.write_report = true;
-    options.usage_json_path = "x";
     ASSERT_EQ(convert(options), 0);
-    for (const char* name : {"report", "usage-json"}) {
-        EXPECT_TRUE(said(std::string("\n  --") + name + " is not part of this build yet; "))
-            << name;
-    }
+    EXPECT_FALSE(result_.report_text.empty());
+    EXPECT_EQ(result_.report_path, "");
+
+    options.write_report = true;
+    ASSERT_EQ(convert(options), 0);
+    EXPECT_EQ(result_.report_path, "Song (1)-vorlane-report.txt");
+    EXPECT_EQ(file_text(result_.report_path), result_.report_text);
+    EXPECT_TRUE(said("\n  report written: Song (1)-vorlane-report.txt\n"));
+    EXPECT_NE(result_.report_text.find("\noutput   Song (1).rpp\n"), std::string::npos);
+
+    options.check_only = true;  // no name is searched
+    ASSERT_EQ(convert(options), 0);
+    EXPECT_EQ(file_text("Song-vorlane-report.txt"), result_.report_text);
+    EXPECT_NE(result_.report_text.find("\noutput   (not written: this was a check)\n"),
+              std::string::npos);
+
+    options.check_only = false;
+    std::filesystem::create_directory("Song (2)-vorlane-report.txt");
+    ASSERT_EQ(convert(options), 0);
+    EXPECT_TRUE(said("\n  could not write report: Song (2)-vorlane-report.txt\n"));
+    EXPECT_EQ(result_.report_path, "");
 }
 
 TEST_F(Conversion, ATrackThatNoStripShowsIsAProblemToReport) {
@@ -377,7 +392,7 @@ TEST_F(Conversion, AListenerHearsEveryStageAndGetsItsSummaryLine) {
               (std::vector<std::string>{"0 reading", "1 clips", "2 tracks", "3 writing",
                                         "3 writing 0/1", "4 media", "5 report"}));
     EXPECT_EQ(console_state().summary_line,
-              "summary tracks=1 clips=2 notes=0 fx=0 written=0 needs_look=0");
+              "summary tracks=1 clips=2 notes=0 fx=0 written=0 needs_look=1");
 }
 
 TEST_F(Conversion, ItCountsThePluginsOfWrittenTracksAndPlacedClipsWhoseEffectsAreOn) {
@@ -406,7 +421,7 @@ TEST_F(Conversion, ItCountsThePluginsOfWrittenTracksAndPlacedClipsWhoseEffectsAr
     EXPECT_TRUE(said("    3 cannot transfer - AAX only")) << result_.console_text;
     EXPECT_TRUE(said("      2 of these processed audio")) << result_.console_text;
     EXPECT_EQ(console_state().summary_line,
-              "summary tracks=2 clips=5 notes=0 fx=3 written=0 needs_look=0");
+              "summary tracks=2 clips=5 notes=0 fx=3 written=0 needs_look=2");
 }
 
 TEST_F(Conversion, ARunThatEndsInAnExceptionLeavesNoPointerBehind) {

@@ -86,6 +86,40 @@ private:
     std::function<void()> worst_;
 };
 
+TEST_F(Process, TheUsageSummaryNeverTakesThePlaceOfAnotherFileNorTheRunsResult) {
+    const std::string session = file_text("Song.ptx");
+    ASSERT_TRUE(write_file_text("Broken.ptx", "no session"));
+    const struct {
+        const char* session;
+        const char* summary;
+        int code;
+        const char* begins;  ///< how the summary begins; empty: it could not be written
+    } rows[] = {
+        {"Song.ptx", "usage.json", 0,
+         R"({"schema":"vorlane-usage 1","converter":"1.0.2","build":308,"result":"converted",)"},
+        {"Broken.ptx", "usage.json", 1,
+         R"({"schema":"vorlane-usage 1","converter":"1.0.2","build":308,"result":"failed",)"
+         R"("session":{},"plugins":[],"not_converted":[],"warnings":[]})"},
+        {"Song.ptx", "Song.ptx", 0, ""},
+        {"Song.ptx", "Song.rpp", 0, ""},
+        {"Song.ptx", "words", 0, ""},
+        {"Song.ptx", "nowhere/usage.json", 0, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.session << " to " << row.summary);
+        EXPECT_EQ(run({row.session, "--overwrite", "--usage-json", row.summary}), row.code);
+        const bool refused =
+            file_text(out_path).find("could not write the usage summary file") != std::string::npos;
+        EXPECT_EQ(refused, *row.begins == '\0');
+        EXPECT_TRUE(refused || file_text(row.summary).starts_with(row.begins));
+        EXPECT_EQ(file_text("Song.ptx"), session);
+        EXPECT_EQ(project(), row.code == 0 ? "new" : project());
+    }
+    fs::remove("usage.json");
+    EXPECT_EQ(run({"Song.ptx", "--check", "--usage-json", "usage.json"}), 0);
+    EXPECT_FALSE(fs::exists("usage.json"));
+}
+
 TEST_F(Process, ASignalAtAnyStageLeavesTheFormerProjectOrTheWholeNewOne) {
     const auto run_until = [](int stage, const std::function<void()>& worst) {
         guard_process();

@@ -1,0 +1,79 @@
+// Picture, and tracks wider than stereo: what of them arrives, and what has to be set by hand.
+#include "report/count_rows.hpp"
+#include "report/name_lists.hpp"
+#include "report/report_sections.hpp"
+
+namespace tanrove {
+
+namespace {
+
+void print_picture(TextBuffer& out, const VideoTallies& video) {
+    if (video.tracks <= 0) return;
+    out.print(
+        "  %d video track(s), %d video item(s) written. Position, length,\n"
+        "  source offset, name and clip color are the session's own, in\n"
+        "  %s, so a split picture arrives as the same two pieces on\n"
+        "  the same track.\n",
+        video.tracks, video.items, video.frame_rate ? "frames" : "samples");
+    if (video.reduced_quality) {
+        out.append(
+            "    The video track was set to a reduced quality, not Full Quality. REAPER's\n"
+            "    video decode quality is a global preference with no place\n"
+            "    in a project file, so set it in REAPER if picture plays\n"
+            "    rough. Nothing else about the picture depends on it.\n");
+    }
+    print_count(out, video.clips_without_region,
+                "    %d video clip(s) are NOT in the project: what they play could not\n"
+                "    be found in the session's list of video clips.\n");
+    print_count(out, video.clips_without_movie,
+                "    %d video clip(s) are NOT in the project: which of the session's\n"
+                "    movies they play could not be told from their names.\n");
+    if (!video.missing_movies.empty()) {
+        print_count(out, static_cast<int>(video.missing_movies.size()),
+                    "    %d video file(s) were not found next to the session, so their\n"
+                    "    items arrive offline, under the bare file name:\n");
+        out.append(one_name_a_line(video.missing_movies, no_cap));
+    }
+    out.append(
+        "    Pro Tools' Video Sync Offset (Setup > Video Sync Offset) is a\n"
+        "    preference, not part of the session file: if you work with one,\n"
+        "    set it in REAPER as well.\n");
+}
+
+void print_wide(TextBuffer& out, const LevelTallies& levels) {
+    print_count(out, static_cast<int>(levels.wide_strips.size()),
+                "  %d mixer strip(s) are wider than stereo. Level, mute and their\n"
+                "  automation are right. The panner of a WIDE strip itself is not\n"
+                "  converted (only a mono or stereo source panned into a surround\n"
+                "  bus is, above), so if one was positioned, set it by hand in\n"
+                "  REAPER. They are listed under NEEDS A LOOK above.\n");
+    if (levels.panners_left_still > 0) {
+        out.print(
+            "    %d of them %s PAN automation that is NOT written: which\n"
+            "    panner control each lane moves is not named in the session\n"
+            "    yet. Volume, trim and mute automation ARE.\n",
+            levels.panners_left_still, levels.panners_left_still == 1 ? "carries" : "carry");
+    }
+}
+
+bool has_wide_tracks(const RunTallies& tallies) {
+    return !tallies.mix.levels.wide_strips.empty() || tallies.mix.levels.panners_left_still > 0 ||
+           tallies.mix.tracks.surround_folds > 0;
+}
+
+}  // namespace
+
+void print_picture_and_wide_tracks(TextBuffer& out, const RunTallies& tallies) {
+    const bool wide = has_wide_tracks(tallies);
+    if (tallies.mix.video.tracks <= 0 && !wide) return;
+    out.append("\nPICTURE AND WIDE TRACKS\n");
+    print_picture(out, tallies.mix.video);
+    if (!wide) return;
+    print_wide(out, tallies.mix.levels);
+    out.append(
+        "    A surround session is the one thing this converter has had\n"
+        "    least of to test on. If yours matters, send this report to\n"
+        "    vorlane's support, and say what is wrong with it.\n");
+}
+
+}  // namespace tanrove
