@@ -2,10 +2,13 @@
 #include "report/account_not_carried.hpp"
 
 #include "report/count_rows.hpp"
+#include "report/name_lists.hpp"
 
 namespace tanrove {
 
 namespace {
+
+constexpr std::size_t max_named_texts = 8;
 
 constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
     {&NotCarriedTallies::unnumbered_clips,
@@ -24,6 +27,13 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
 
 void print_not_carried(TextBuffer& out, const NotCarriedTallies& tallies) {
     print_rows(out, tallies, not_carried_rows);
+    if (tallies.long_texts.empty()) return;
+    out.print(
+        "  WARNING: %d name(s) or comment(s) are too long for this tool (a name has\n"
+        "      255 bytes at most). What they name is missing here or has another name.\n"
+        "      They begin:%s\n",
+        static_cast<int>(tallies.long_texts.size()),
+        quoted_names(tallies.long_texts, max_named_texts).c_str());
 }
 
 }  // namespace tanrove

@@ -1,6 +1,9 @@
 // What the session holds and this build does not carry yet. A row goes when its subject arrives.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "base/formatted_text.hpp"
 
 namespace tanrove {
@@ -9,6 +12,7 @@ struct NotCarriedTallies {
     int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
     int shaped_clips = 0;      ///< clips on tracks whose clip effects are on
     int surround_panners = 0;  ///< tracks with one
+    std::vector<std::string> long_texts = {};  ///< beginnings of those that no reader takes
 };
 
 /// Behind everything that was carried, in front of the media.

@@ -6,6 +6,7 @@
 
 #include "run/console.hpp"
 #include "session/clip_effects.hpp"
+#include "session/long_texts.hpp"
 
 namespace tanrove {
 
@@ -37,6 +38,7 @@ NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& 
     tallies.shaped_clips = shaped_clips(readClipEffects(index), mix.tracks);
     tallies.surround_panners =
         static_cast<int>(std::ranges::count_if(mix.tracks, &TrackPlan::has_surround_panner));
+    tallies.long_texts = read_long_texts(index);
     return tallies;
 }
 

@@ -7,6 +7,7 @@
 #include "session/enclosing_blocks.hpp"
 #include "session/first_enclosing.hpp"
 #include "session/inactive_tracks.hpp"
+#include "session/long_texts.hpp"
 #include "session/master_name.hpp"
 #include "session/name_bindings.hpp"
 #include "session/strip_rows.hpp"
@@ -243,6 +244,18 @@ TEST(ReadMasterName, TakesTheFirstMasterFader) {
                                 .image();
         EXPECT_EQ(over(image, readMasterName), length > 255 ? "" : name);
     }
+}
+
+TEST(ReadLongTexts, NamesWhatIsOverTheLimitOfItsReaderOnce) {
+    const auto texts = [](std::size_t more) {
+        const auto name = [&](char c) { return std::string(255 + more, c); };
+        SessionBuilder session;
+        session.track({.name = name('T'), .comment = std::string(65535 + more, 'C')});
+        session.marker(name('M'), 0).bus(name('B').substr(2), 1).io_path({.name = name('I')});
+        return over(session.image(), read_long_texts);
+    };
+    EXPECT_EQ(shown(texts(0)), "");
+    EXPECT_EQ(texts(2).size(), 5U) << shown(texts(2));
 }
 
 TEST(ReadTrackTable, TheRunOpensWithAClipTrackAndEndsAtAGap) {
