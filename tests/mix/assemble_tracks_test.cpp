@@ -119,6 +119,16 @@ TEST(AssembleTracks, FoldsThreeToEightLegsThatPlayTheSame) {
     }
 }
 
+TEST(AssembleTracks, ALegPlaysItsFilesOwnSideOrTheChannelThatItNames) {
+    Mixer mixer;
+    mixer.track("Pair", 2, {0});
+    mixer.input.channels[0].clips[0].file_channel = 0;
+    mixer.input.channels[1].clips[0].file_channel = 3;
+    const auto clips = mixer.plans().at(0).clips;
+    EXPECT_FALSE(clips.at(0).file_channel) << "panned hard, the whole file sounds the same";
+    EXPECT_EQ(clips.at(1).file_channel, 3);
+}
+
 TEST(AssembleTracks, PutsAlternatesOnTheLanesOfTheirTrack) {
     // The playlist, what becomes of it, and how often: matched, into an empty parent, unmatched.
     const char* const cases[][3] = {
