@@ -73,7 +73,7 @@ TEST(RealSessions, OutputsAndBusesStandInThePathTable) {
          "23 own, 1 on hardware, 1 buses from QT BOUNCE, outputs: Main 51.Stereo mapped; "},
         {"Untitled32.ptx", "39 own, 1 on hardware, 12 buses from Bus 1-2, outputs: "},
         {"protools-texts/RobinHood.ptx",
-         "55 own, 22 on hardware, 0 buses from -, outputs: Alt Mix mapped; "},
+         "55 own, 23 on hardware, 0 buses from -, outputs: Alt Mix mapped; "},
         {"protools-texts/TestExport.ptx",
          "228 own, 2 on hardware, 67 buses from Bus 101-102, outputs: Out 1-2 mapped; "},
     };
