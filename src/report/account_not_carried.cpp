@@ -25,6 +25,13 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
 
 }  // namespace
 
+void print_melodyne_edits(TextBuffer& out, const NotCarriedTallies& tallies) {
+    if (!tallies.melodyne_edits) return;
+    out.append(
+        "  WARNING: this session has Melodyne (ARA) edits, which this build does not carry:\n"
+        "      those clips play as recorded. Commit them in Pro Tools to keep the edits.\n");
+}
+
 void print_not_carried(TextBuffer& out, const NotCarriedTallies& tallies) {
     print_rows(out, tallies, not_carried_rows);
     if (tallies.long_texts.empty()) return;

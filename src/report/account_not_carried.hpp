@@ -9,11 +9,15 @@
 namespace tanrove {
 
 struct NotCarriedTallies {
+    bool melodyne_edits = false;
     int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
     int shaped_clips = 0;      ///< clips on tracks whose clip effects are on
     int surround_panners = 0;  ///< tracks with one
     std::vector<std::string> long_texts = {};  ///< beginnings of those that no reader takes
 };
+
+/// Among the clips.
+void print_melodyne_edits(TextBuffer& out, const NotCarriedTallies& tallies);
 
 /// Behind everything that was carried, in front of the media.
 void print_not_carried(TextBuffer& out, const NotCarriedTallies& tallies);

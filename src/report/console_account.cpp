@@ -115,6 +115,7 @@ void print_groups_and_tracks(TextBuffer& out, const RunTallies& tallies) {
 
     // Clip Effects, Melodyne, stand-ins, item timebase, bit depth, timecode, grid, video
     print_unmeasured_colours(out, tallies.mix.colours);
+    print_melodyne_edits(out, tallies.not_carried);
     print_stand_ins(out, tallies.chains.stand_ins);
     print_item_timebase(out, tallies.written);
     print_real_time_properties(out, tallies.mix.midi);

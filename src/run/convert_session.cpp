@@ -145,6 +145,8 @@ std::int32_t Conversion::run() {
                 tallies_.chains);
     tallies_.builds = plugins.identities.findings();
     tallies_.not_carried = count_not_carried(index, clips, project_.mix);
+    tallies_.not_carried.melodyne_edits =
+        !options_.no_ara && has_melodyne_edits(folders_.session_folder);
     tallies_.chains.plugin_list_missing = !plugins.identities.knows_what_is_installed();
     MovieSearch movies({folders_.media_parent, folders_.session_folder, video.paths});
     project_path_ = choose_output_path(options_);

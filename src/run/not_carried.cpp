@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <filesystem>
 
 #include "run/console.hpp"
 #include "session/clip_effects.hpp"
@@ -40,6 +41,11 @@ NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& 
         static_cast<int>(std::ranges::count_if(mix.tracks, &TrackPlan::has_surround_panner));
     tallies.long_texts = read_long_texts(index);
     return tallies;
+}
+
+bool has_melodyne_edits(const std::string& session_folder) {
+    std::error_code error;
+    return std::filesystem::is_directory(session_folder + "/ARA Data", error);
 }
 
 }  // namespace tanrove

@@ -14,6 +14,7 @@ namespace tanrove {
 NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& clips,
                                     const MixPlan& mix);
 
-/// Prints a sentence for each file that was asked for and does not come.
+/// True where clips of the session have edits that Melodyne keeps beside it.
+bool has_melodyne_edits(const std::string& session_folder);
 
 }  // namespace tanrove

@@ -186,7 +186,7 @@ RunTallies every_counter_counted() {
         tallies.frozen.refused.push_back({"Gtr", reason, "Gtr-FZ.wav"});
     }
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
-    tallies.not_carried = {1, 2, 3, {"Long"}};
+    tallies.not_carried = {true, 1, 2, 3, {"Long"}};
     tallies.chains = chains_with_everything();
     tallies.builds.kept_on_vst3 = {{"MakePrd1", {"One", 1}}};
     tallies.builds.without_class = {"MakePrd1"};

@@ -298,6 +298,40 @@ TEST_F(Conversion, TheReportStandsBesideItsProjectAndIsTheTextHandedBack) {
     EXPECT_EQ(result_.report_path, "");
 }
 
+TEST_F(Conversion, EditsThatMelodyneKeepsBesideTheSessionAreMissed) {
+    ASSERT_TRUE(small_session().write("Song.ptx"));
+    for (const bool has_edits : {false, true}) {
+        if (has_edits) std::filesystem::create_directory("ARA Data");
+        for (const bool no_ara : {false, true}) {
+            RunOptions options = song();
+            options.no_ara = no_ara;
+            ASSERT_EQ(convert(options), 0);
+            EXPECT_EQ(said("WARNING: this session has Melodyne (ARA) edits"), has_edits && !no_ara);
+        }
+    }
+}
+
+/// Nothing that a user has named may leave the machine.
+TEST_F(Conversion, TheUsageSummaryHoldsNoNameOfTheUsers) {
+    const builder::ClipSpec clip{.region = "MARK clip", .length = 48000};
+    builder::TrackSpec track{.name = "MARK track", .clips = {clip}};
+    track.comment = "MARK comment";
+    track.inserts = {{}};
+    track.alternates = {{"MARK playlist", {clip}}};
+    builder::SessionBuilder session;
+    session.audio_file({"MARK file.wav", 48000, 0}).track(track);
+    session.marker("MARK marker", 960000);
+    std::filesystem::create_directory("MARK folder");
+    ASSERT_TRUE(session.write("MARK folder/MARK song.ptx"));
+    RunOptions options;
+    options.session_path = "MARK folder/MARK song.ptx";
+    ASSERT_EQ(convert(options), 0);
+    EXPECT_TRUE(said("MARK track") || said("MARK file.wav")) << result_.console_text;
+    EXPECT_NE(console_state().usage_body.find("\"clips\":2"), std::string::npos)
+        << console_state().usage_body;
+    EXPECT_EQ(console_state().usage_body.find("MARK"), std::string::npos);
+}
+
 TEST_F(Conversion, ATrackThatNoStripShowsIsAProblemToReport) {
     builder::TrackSpec twice;
     twice.name = "Twice";
