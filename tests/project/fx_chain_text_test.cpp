@@ -4,10 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cmath>
 #include <random>
 #include <set>
 
-#include "base/guid.hpp"
 #include "chains/plan_chain.hpp"
 #include "plugins/plugin_inserts.hpp"
 #include "plugins/rfx_chain.hpp"
