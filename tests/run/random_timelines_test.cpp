@@ -85,6 +85,36 @@ public:
         return rows;
     }
 
+    /// Clips side by side, crossfaded.
+    std::vector<ClipSpec> make_chain() {
+        std::vector<ClipSpec> rows = {clip(below(4), 20)};
+        for (int i = 0; i < 5; ++i) {
+            const int at = head_of(rows.back()) + length(rows.back());
+            rows.push_back(fade(crossfade, at, 2 * crossfade_half));
+            rows.push_back(clip(below(4), at));
+        }
+        return rows;
+    }
+
+    /// What a chain plays, inside its crossfades as well.
+    std::vector<std::string> hear_chain(const std::vector<ClipSpec>& rows, double at) const {
+        std::vector<std::string> heard;
+        for (std::size_t i = 0; i < rows.size(); i += 2) {
+            const double from_head = at - head_of(rows[i]);
+            const double to_tail = length(rows[i]) - from_head;
+            const double rise = i == 0 ? from_head : from_head + crossfade_half;
+            const double fall = i + 1 == rows.size() ? to_tail : to_tail + crossfade_half;
+            if (rise < 0 || fall < 0) continue;
+            double gain = 1;
+            if (i > 0) gain *= std::min(rise / (2 * crossfade_half), 1.0);
+            if (i + 1 < rows.size()) gain *= std::min(fall / (2 * crossfade_half), 1.0);
+            const int region = number_of(rows[i]);
+            heard.push_back(heard_text(region, from_head, db_of(gain) + regions[region].gain_db));
+        }
+        std::ranges::sort(heard);
+        return heard;
+    }
+
     /// Cells of one pass.
     int length(const ClipSpec& row) const {
         if (row.clip_group) return static_cast<int>(groups[*row.clip_group].length) / cell;
@@ -371,13 +401,20 @@ TEST(RandomTimelines, PlayWhatIsDrawnOnTopWithItsFadesAndGains) {
             rows.push_back(timeline.make_rows());
             session.track({.name = std::to_string(i), .clips = rows.back()});
         }
+        const auto chain = timeline.make_chain();
+        session.track({.name = "chain", .clips = chain});
         ASSERT_TRUE(session.write("s.ptx"));
         RunOptions options;
         options.session_path = "s.ptx";
         options.overwrite = true;
         convert_session(options, nullptr, nullptr);
         const auto project = builder::read_project(builder::file_text("s.rpp"));
-        ASSERT_EQ(project.tracks.size(), tracks);
+        ASSERT_EQ(project.tracks.size(), tracks + 1);
+        for (int at = 0; at < cells; ++at) {
+            ASSERT_EQ(played(project.tracks.back().items, (at + 0.5) * cell / rate_hz),
+                      timeline.hear_chain(chain, at + 0.5))
+                << "seed " << seed << ", chain, cell " << at;
+        }
         for (std::size_t i = 0; i < tracks; ++i) {
             const Painter painter(timeline, rows[i]);
             for (int at = 0; at < cells; ++at) {
