@@ -227,6 +227,13 @@ TEST_F(Process, WhatIsMissingAroundARunTearsNoProject) {
             }
         }
     }
+    for (const char* before : {"none", "former"}) {
+        EXPECT_EQ(project(), before);
+        EXPECT_EQ(run({"Song.ptx"}, small_disk), 1) << "a disk full without leave to replace";
+        EXPECT_EQ(project(), before);
+        EXPECT_EQ(folder_.file_count(), *before == 'n' ? 3U : 4U);
+        ASSERT_TRUE(write_file_text("Song.rpp", "former"));
+    }
 }
 
 TEST_F(Process, AProjectGoesIntoAPipeAheadOfItsAccount) {
