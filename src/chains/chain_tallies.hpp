@@ -48,6 +48,15 @@ struct StandInTallies {
     int one_pole_filters = 0;  ///< beside REAPER's EQ
 };
 
+/// Clip Effects; items count, not clips of the list.
+struct ClipEffectsTallies {
+    int inverted = 0;                  ///< by the polarity of their take
+    int carried = 0;                   ///< as take FX
+    std::map<std::string, int> parts;  ///< of `carried`: "EQ", "compressor"
+    std::map<std::string, int> notes;  ///< what is approximated or left out, and on how many
+    int of_groups = 0;                 ///< clip groups with Clip Effects of their own, not carried
+};
+
 struct ChainTallies {
     std::vector<PluginOutcome> outcomes;  ///< of all inserts of written tracks, as they are written
     int outcomes_on_master = 0;           ///< of `outcomes`: the first ones

@@ -94,14 +94,15 @@ void write_parameter_envelope(TextSink& out, int level, const FxEnvelope& envelo
     out.line(level, ">");
 }
 
-void write_fx_slot(TextSink& out, int level, const FxSlot& slot) {
+/// `seed_base` is added to the seed of the slot's identifier.
+void write_fx_slot(TextSink& out, int level, const FxSlot& slot, std::uint32_t seed_base = 0) {
     out.line(level, "BYPASS %d %d 0", slot.bypassed ? 1 : 0, slot.offline ? 1 : 0);
     write_block(out, level, slot);
     if (!slot.preset_name.empty()) {
         out.line(level, "PRESETNAME %s", quoted(slot.preset_name).c_str());
     }
     out.line(level, "FLOATPOS 0 0 0 0");
-    out.line(level, "FXID %s", guid(slot.guid_seed).c_str());
+    out.line(level, "FXID %s", guid(seed_base + slot.guid_seed).c_str());
     for (const FxEnvelope& envelope : slot.envelopes) {
         write_parameter_envelope(out, level, envelope);
     }
@@ -119,6 +120,21 @@ void write_fx_chain(TextSink& out, int level, const char* tag, const ChainPlan& 
     out.line(level + 1, "LASTSEL 0");
     out.line(level + 1, "DOCKED 0");
     for (const FxSlot& slot : chain.slots) write_fx_slot(out, level + 1, slot);
+    out.line(level, ">");
+}
+
+void write_take_fx(TextSink& out, const ChainPlan& chain, std::uint32_t number) {
+    constexpr int level = 3;
+    constexpr std::uint32_t first_seed = 0x43450000;
+    constexpr std::uint32_t seeds_a_take = 64;
+    if (chain.slots.empty()) return;
+    out.line(level, "<TAKEFX");
+    out.line(level + 1, "SHOW 0");
+    out.line(level + 1, "LASTSEL 0");
+    out.line(level + 1, "DOCKED 0");
+    for (const FxSlot& slot : chain.slots) {
+        write_fx_slot(out, level + 1, slot, first_seed + seeds_a_take * number);
+    }
     out.line(level, ">");
 }
 

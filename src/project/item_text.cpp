@@ -1,6 +1,7 @@
 // The audio item, line group by line group, in the order of the file.
 #include "project/item_text.hpp"
 
+#include "project/fx_chain_text.hpp"
 #include "project/quoted_text.hpp"
 
 namespace tanrove {
@@ -88,7 +89,8 @@ void write_lane_place(TextSink& out, const LanePlace& place) {
 }
 
 void write_audio_item(TextSink& out, const ClipItem& clip, const TakePlan& take,
-                      const std::string& path, const std::optional<LanePlace>& place) {
+                      const std::string& path, const std::optional<LanePlace>& place,
+                      std::span<const ChainPlan> take_chains) {
     out.line(2, "<ITEM");
     write_place(out, clip);
     write_fades(out, take);
@@ -98,6 +100,9 @@ void write_audio_item(TextSink& out, const ClipItem& clip, const TakePlan& take,
     if (place) write_lane_place(out, *place);
     write_take(out, clip, take);
     write_source(out, path);
+    if (clip.take_fx && clip.take_fx->chain < take_chains.size()) {
+        write_take_fx(out, take_chains[clip.take_fx->chain], clip.take_fx->number);
+    }
     out.line(2, ">");
 }
 

@@ -3,9 +3,11 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "base/text_sink.hpp"
+#include "plugins/fx_slot.hpp"
 #include "timeline/clip_item.hpp"
 #include "timeline/take_envelope.hpp"
 
@@ -22,8 +24,10 @@ void write_item_colour(TextSink& out, const ClipItem& clip);
 void write_lane_place(TextSink& out, const LanePlace& place);
 
 /// Writes a clip as an audio item of one take, which `take` plans. `path` is the full path of its
-/// file; `place` is given on a track with lanes. Every number of the clip must be finite.
+/// file; `place` is given on a track with lanes, `take_chains` are the project's. Every number of
+/// the clip must be finite.
 void write_audio_item(TextSink& out, const ClipItem& clip, const TakePlan& take,
-                      const std::string& path, const std::optional<LanePlace>& place);
+                      const std::string& path, const std::optional<LanePlace>& place,
+                      std::span<const ChainPlan> take_chains = {});
 
 }  // namespace tanrove

@@ -88,8 +88,8 @@ void write_lanes(TextSink& out, const TrackPlan& plan) {
 
 /// The items of one playlist; `place` is given on a track with lanes.
 void write_playlist(TextSink& out, const std::vector<ClipItem>& clips,
-                    const std::optional<LanePlace>& place, MediaSearch& media, TakePlanner& takes,
-                    WrittenTallies& tallies) {
+                    const std::optional<LanePlace>& place, const ProjectChains& chains,
+                    MediaSearch& media, TakePlanner& takes, WrittenTallies& tallies) {
     for (const ClipItem& clip : clips) {
         if (clip.locked) ++tallies.locked_clips;
         if (clip.is_placeholder) {
@@ -101,19 +101,19 @@ void write_playlist(TextSink& out, const std::vector<ClipItem>& clips,
         if (!file.in_media_folder) ++tallies.clips_in_siblings;
         ++tallies.clips;
         count_untold_path(file.path, tallies);
-        write_audio_item(out, clip, takes.plan(clip), file.path, place);
+        write_audio_item(out, clip, takes.plan(clip), file.path, place, chains.of_takes);
     }
 }
 
-void write_items(TextSink& out, const TrackPlan& plan, MediaSearch& media, TakePlanner& takes,
-                 WrittenTallies& tallies) {
+void write_items(TextSink& out, const TrackPlan& plan, const ProjectChains& chains,
+                 MediaSearch& media, TakePlanner& takes, WrittenTallies& tallies) {
     if (plan.lanes.empty())
-        return write_playlist(out, plan.clips, std::nullopt, media, takes, tallies);
+        return write_playlist(out, plan.clips, std::nullopt, chains, media, takes, tallies);
     LanePlace place{.lane = 0, .count = plan.lanes.size() + 1};
-    write_playlist(out, plan.clips, place, media, takes, tallies);
+    write_playlist(out, plan.clips, place, chains, media, takes, tallies);
     for (const LanePlan& lane : plan.lanes) {
         ++place.lane;
-        write_playlist(out, lane.clips, place, media, takes, tallies);
+        write_playlist(out, lane.clips, place, chains, media, takes, tallies);
     }
 }
 
@@ -126,22 +126,23 @@ void write_midi_items(TextSink& out, const TrackPlan& plan, WrittenTallies& tall
 }
 
 /// What the track itself plays. A frozen track keeps it for the day it is unfrozen.
-void write_contents(TextSink& out, const TrackPlan& plan, MediaSearch& media, TakePlanner& takes,
-                    WrittenTallies& tallies) {
-    write_items(out, plan, media, takes, tallies);
+void write_contents(TextSink& out, const TrackPlan& plan, const ProjectChains& chains,
+                    MediaSearch& media, TakePlanner& takes, WrittenTallies& tallies) {
+    write_items(out, plan, chains, media, takes, tallies);
     write_midi_items(out, plan, tallies);
 }
 
 /// True if the track is frozen in the project now: its contents are written, and counted, then.
 /// The plug-ins go with them: the render has them in it.
-bool freeze(TextSink& out, const TrackPlan& plan, const ChainPlan& chain, MediaSearch& media,
-            TakePlanner& takes, WrittenTallies& tallies, FreezeWriter* freezer) {
+bool freeze(TextSink& out, const TrackPlan& plan, const ChainPlan& chain,
+            const ProjectChains& chains, MediaSearch& media, TakePlanner& takes,
+            WrittenTallies& tallies, FreezeWriter* freezer) {
     if (!plan.frozen || freezer == nullptr) return false;
     const WrittenTallies written_before = tallies;
     const TakeTallies takes_before = takes.tallies();
     const bool frozen = freezer->write_block(out, plan.session_name, [&](TextSink& inside) {
         write_fx_chain(inside, chain_level, track_chain_tag, chain);
-        write_contents(inside, plan, media, takes, tallies);
+        write_contents(inside, plan, chains, media, takes, tallies);
     });
     if (frozen) return true;
     tallies = written_before;
@@ -169,10 +170,11 @@ const ChainPlan& chain_of(std::span<const ChainPlan> chains, std::size_t index) 
     return index < chains.size() ? chains[index] : no_chain;
 }
 
-TrackFacts write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& chain,
+TrackFacts write_track(TextSink& out, const TrackPlan& plan, const ProjectChains& chains,
                        std::size_t index, MediaSearch& media, TakePlanner& takes,
                        WrittenTallies& tallies, FreezeWriter* freezer) {
     const auto number = static_cast<std::uint32_t>(index);
+    const ChainPlan& chain = chain_of(chains.of_tracks, index);
     const int clips_before = tallies.clips;
     const int notes_before = tallies.notes;
     write_opening(out, plan, number);
@@ -182,7 +184,7 @@ TrackFacts write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& ch
     write_channels(out, plan, number);
     tallies.send_points += write_key_receives(out, plan);
     write_channel_receives(out, plan);
-    const bool frozen = freeze(out, plan, chain, media, takes, tallies, freezer);
+    const bool frozen = freeze(out, plan, chain, chains, media, takes, tallies, freezer);
     if (!frozen) write_fx_chain(out, chain_level, track_chain_tag, chain);
     tallies.send_points += write_sends(out, plan);
     write_alternate_mute(out, plan);
@@ -192,7 +194,7 @@ TrackFacts write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& ch
         count_untold_path(plan.frozen->path, tallies);
         write_frozen_render(out, *plan.frozen, number);
     } else {
-        write_contents(out, plan, media, takes, tallies);
+        write_contents(out, plan, chains, media, takes, tallies);
     }
     write_comment_item(out, plan, number);
     out.line(1, ">");
@@ -204,15 +206,14 @@ TrackFacts write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& ch
 }
 
 std::vector<TrackFacts> write_tracks(TextSink& out, const std::vector<TrackPlan>& plans,
-                                     std::span<const ChainPlan> chains, MediaSearch& media,
+                                     const ProjectChains& chains, MediaSearch& media,
                                      TakePlanner& takes, WrittenTallies& tallies,
                                      const TrackProgress& progress, FreezeWriter* freezer) {
     std::vector<TrackFacts> facts;
     facts.reserve(plans.size());
     for (std::size_t i = 0; i < plans.size(); ++i) {
         if (progress) progress(i, plans.size());
-        facts.push_back(
-            write_track(out, plans[i], chain_of(chains, i), i, media, takes, tallies, freezer));
+        facts.push_back(write_track(out, plans[i], chains, i, media, takes, tallies, freezer));
     }
     return facts;
 }

@@ -44,6 +44,12 @@ struct WrittenTallies {
 /// Counts the path of an item's file, if a project line cannot hold it.
 void count_untold_path(const std::string& path, WrittenTallies& tallies);
 
+/// The FX chains of a project.
+struct ProjectChains {
+    std::span<const ChainPlan> of_tracks = {};  ///< in step with the tracks
+    std::span<const ChainPlan> of_takes = {};   ///< as items name them
+};
+
 /// Told before each track is written: its index from 0 and the number of tracks.
 using TrackProgress = std::function<void(std::size_t index, std::size_t count)>;
 
@@ -52,17 +58,17 @@ void write_track_envelopes(TextSink& out, const TrackPlan& plan, WrittenTallies&
 
 /// Writes one track. `index` is its place in the project's track list, from 0; its identifiers are
 /// made from it. Without a `freezer` it is written unfrozen, whatever its plan says.
-TrackFacts write_track(TextSink& out, const TrackPlan& plan, const ChainPlan& chain,
+TrackFacts write_track(TextSink& out, const TrackPlan& plan, const ProjectChains& chains,
                        std::size_t index, MediaSearch& media, TakePlanner& takes,
                        WrittenTallies& tallies, FreezeWriter* freezer = nullptr);
 
 /// The chain of the plan with this index; tracks behind the last chain have none.
 const ChainPlan& chain_of(std::span<const ChainPlan> chains, std::size_t index);
 
-/// Writes all tracks in their order, the chains in step with them, and tells what went into each.
+/// Writes all tracks in their order and tells what went into each.
 /// `progress` may be empty.
 std::vector<TrackFacts> write_tracks(TextSink& out, const std::vector<TrackPlan>& plans,
-                                     std::span<const ChainPlan> chains, MediaSearch& media,
+                                     const ProjectChains& chains, MediaSearch& media,
                                      TakePlanner& takes, WrittenTallies& tallies,
                                      const TrackProgress& progress,
                                      FreezeWriter* freezer = nullptr);

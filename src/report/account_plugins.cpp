@@ -79,6 +79,11 @@ void print_outcomes(TextBuffer& out, const ChainTallies& tallies, const OutcomeF
     }
 }
 
+/// A line for each loss, with how many have it.
+void print_notes(TextBuffer& out, const std::map<std::string, int>& notes) {
+    for (const auto& [note, count] : notes) out.print("      %s (x%d)\n", note.c_str(), count);
+}
+
 bool has_processed_audio(const PluginOutcome& outcome) {
     return !outcome.bypassed && !outcome.inactive && !outcome.passes_no_sound;
 }
@@ -211,6 +216,27 @@ void print_plugin_automation(TextBuffer& out, const ChainTallies& tallies) {
     print_rows(out, tallies.lanes, automation_rows);
 }
 
+void print_clip_effects(TextBuffer& out, const ClipEffectsTallies& tallies) {
+    print_count(out, tallies.inverted,
+                "  %d clip(s) had Clip Effects POLARITY switched on: carried as\n"
+                "      the polarity of their take\n");
+    if (tallies.carried > 0) {
+        std::vector<CountedName> parts;
+        for (const auto& [part, count] : tallies.parts) parts.push_back({part, count});
+        out.print(
+            "  %d clip(s) carry Pro Tools Clip Effects, written as take FX on\n"
+            "      REAPER's own plug-ins (EQ and filters exact; dynamics close,\n"
+            "      not identical): %s\n",
+            tallies.carried, counted_names(parts).c_str());
+    }
+    if (tallies.notes.empty() && tallies.of_groups == 0) return;
+    out.append("  Clip Effects approximated or left out:\n");
+    print_notes(out, tallies.notes);
+    print_count(out, tallies.of_groups,
+                "      %d clip group(s) have Clip Effects of their own: not carried,\n"
+                "      their clips keep theirs\n");
+}
+
 void print_stand_ins(TextBuffer& out, const StandInTallies& tallies) {
     constexpr double beyond_reach_db = 0.5;
     if (tallies.written == 0) return;
@@ -232,9 +258,7 @@ void print_stand_ins(TextBuffer& out, const StandInTallies& tallies) {
                 "      the slope\n");
     if (tallies.notes.empty()) return;
     out.append("  Avid stand-ins approximated or left out:\n");
-    for (const auto& [note, count] : tallies.notes) {
-        out.print("      %s (x%d)\n", note.c_str(), count);
-    }
+    print_notes(out, tallies.notes);
     if (tallies.eq_fits.worst_db > beyond_reach_db) {
         out.print("      worst EQ3 band: %.2f dB off\n", tallies.eq_fits.worst_db);
     }

@@ -14,6 +14,8 @@ void print_master_keys(TextBuffer& out, const ChainTallies& tallies);
 void print_midi_triggers(TextBuffer& out, const ChainTallies& tallies);
 void print_plugin_automation(TextBuffer& out, const ChainTallies& tallies);
 
+void print_clip_effects(TextBuffer& out, const ClipEffectsTallies& tallies);
+
 /// The plug-ins of Pro Tools' own that REAPER's play for, and what these cannot do.
 void print_stand_ins(TextBuffer& out, const StandInTallies& tallies);
 

@@ -114,6 +114,7 @@ void print_groups_and_tracks(TextBuffer& out, const RunTallies& tallies) {
     print_trims_of_sides(out, tallies.chains.trims);
 
     // Clip Effects, Melodyne, stand-ins, item timebase, bit depth, timecode, grid, video
+    print_clip_effects(out, tallies.clip_effects);
     print_unmeasured_colours(out, tallies.mix.colours);
     print_melodyne_edits(out, tallies.not_carried);
     print_stand_ins(out, tallies.chains.stand_ins);

@@ -21,6 +21,7 @@ struct RunTallies {
     MixTallies mix;
     FrozenTallies frozen;
     ChainTallies chains;
+    ClipEffectsTallies clip_effects;
     IdentityFindings builds;
     HeadTallies head;
     WrittenTallies written;

@@ -24,6 +24,7 @@
 #include "run/open_session.hpp"
 #include "run/output_path.hpp"
 #include "run/plan_chains.hpp"
+#include "run/plan_clip_effects.hpp"
 #include "run/plan_project.hpp"
 #include "run/plugin_knowledge.hpp"
 #include "run/routing_records.hpp"
@@ -143,6 +144,7 @@ std::int32_t Conversion::run() {
                  .identities = plugins.identities,
                  .parameter_names = plugins.parameter_names},
                 tallies_.chains);
+    plan_clip_effects(project_, readClipEffects(index), tallies_.clip_effects);
     tallies_.builds = plugins.identities.findings();
     tallies_.not_carried = count_not_carried(index, clips, project_.mix);
     tallies_.not_carried.melodyne_edits =

@@ -33,6 +33,7 @@ struct ProjectPlan {
     MixPlan mix;
     std::vector<ChainPlan> chains;        ///< in step with the mix's tracks
     std::vector<ChainPlan> strip_chains;  ///< in step with its strip tracks
+    std::vector<ChainPlan> take_chains;   ///< of items: Clip Effects
 };
 
 ProjectPlan plan_project(const RunOptions& options, PlanningRecords records, RunTallies& tallies);

@@ -44,8 +44,9 @@ void write_all_tracks(TextSink& out, const ProjectPlan& project, const RunOption
     const auto progress = [](std::size_t track, std::size_t count) {
         report_track_stage(track, count);
     };
-    tallies.track_facts = write_tracks(out, project.mix.tracks, project.chains, media, takes,
-                                       tallies.written, progress, &freezer);
+    tallies.track_facts =
+        write_tracks(out, project.mix.tracks, {project.chains, project.take_chains}, media, takes,
+                     tallies.written, progress, &freezer);
     write_video_tracks(out, project.mix.video.tracks, movies, tallies.mix.video, tallies.written);
     write_strip_tracks(out, project.mix.strip_tracks, project.strip_chains, tallies.written);
     for (const TrackPlan& strip : project.mix.strip_tracks) {

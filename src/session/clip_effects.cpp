@@ -91,20 +91,6 @@ std::uint64_t reference_of(const BlockIndex& index, const Block& region) {
 
 }  // namespace
 
-bool is_switched_on(const ClipEffectsRecord& record) {
-    constexpr std::array<std::string_view, 4> switches = {"EQ On/Off", "Filters On/Off",
-                                                          "Dynamics On/Off", "Phase Switch In/Out"};
-    constexpr float least_on = 0.5F;
-    constexpr std::string_view trim = "Input Trim";
-    constexpr float trim_middle = 0.5F;
-    constexpr float trim_tolerance = 0.0001F;
-    return std::ranges::any_of(record.parameters, [&](const ClipEffectsParameter& parameter) {
-        const auto value = std::bit_cast<float>(parameter.value);
-        if (parameter.name == trim) return std::abs(value - trim_middle) >= trim_tolerance;
-        return value >= least_on && std::ranges::find(switches, parameter.name) != switches.end();
-    });
-}
-
 ClipEffects readClipEffects(const BlockIndex& index) {
     const ByteView image = index.image();
     ClipEffects effects;

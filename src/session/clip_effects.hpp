@@ -32,10 +32,6 @@ struct ClipEffects {
     }
 };
 
-/// True if one of the sections is switched on, or the trim in front of them stands elsewhere than
-/// in its middle: the clip sounds other than its file.
-bool is_switched_on(const ClipEffectsRecord& record);
-
 ClipEffects readClipEffects(const BlockIndex& index);
 
 }  // namespace tanrove

@@ -203,7 +203,7 @@ void read_strip_dynamics(const Controls& controls, StripSettings& strip) {
     cmp.depth_db = controls.value("Cmp Depth", -36);
 }
 
-/// A clip's control in units, or the one of a new strip where the clip does not store it.
+/// A clip's control in units.
 template <typename Scale>
 void set_scaled(const Controls& controls, const std::string& name, double& target,
                 const Scale& scale) {
@@ -282,7 +282,10 @@ StripSettings read_channel_strip(const std::map<std::string, double>& stored) {
 }
 
 StripSettings read_clip_effects(const ClipEffectsRecord& record) {
-    const Controls controls = controls_of(record);
+    Controls controls = controls_of(record);
+    for (const ControlDefault& rest : clip_defaults) {
+        controls.set(std::string(rest.control), rest.value);
+    }
     StripSettings strip = read_switches(controls);
     strip.is_clip = true;
     const auto gain = [](double v) { return (v - 0.5) * 48; };

@@ -53,6 +53,12 @@ struct ClipGainLinePoint {
 /// The stored position of a clip that no placement of its own put there: no lookup may hit it.
 constexpr std::uint64_t no_stored_position = std::numeric_limits<std::uint64_t>::max();
 
+/// The plug-ins of an item's take.
+struct TakeFx {
+    std::size_t chain = 0;     ///< place in the project's chains of takes
+    std::uint32_t number = 0;  ///< running number of the item among those with take FX
+};
+
 /// Times are seconds of the session timeline unless the name says otherwise.
 struct ClipItem {
     std::uint32_t region = 0;           ///< index in the session's region table
@@ -98,6 +104,7 @@ struct ClipItem {
     std::int32_t colour_place = -2;    ///< stored clip colour, -2 none
     std::optional<std::uint32_t> colour = {};  ///< written to the item: 0x1BBGGRR
     bool polarity_inverted = false;
+    std::optional<TakeFx> take_fx = {};
     double sync_offset = 0;  ///< from the clip's start to its sync point; 0 none
     bool locked = false;
     /// On the row of a clip group, as it is drawn until its pieces take its place: the number of

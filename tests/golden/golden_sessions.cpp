@@ -1,6 +1,8 @@
 // What the golden projects are made from. Each session holds what its subject needs and no more.
 #include "golden/golden_sessions.hpp"
 
+#include <bit>
+
 #include "support/records/plugin_records.hpp"
 
 namespace tanrove::golden {
@@ -173,6 +175,50 @@ GoldenCase overlaps() {
     SessionBuilder session = with_files();
     session.track(edited);
     return {"overlaps", session, {}, {"Voice.wav"}};
+}
+
+/// Clip Effects: every block at work on one clip, on its own, as a piece of a group and in a loop;
+/// the polarity alone on another; and on a third what changes nothing.
+GoldenCase clip_effects() {
+    const auto stored = [](std::vector<std::pair<std::string, float>> controls) {
+        std::vector<std::pair<std::string, std::uint32_t>> bits;
+        for (const auto& [name, value] : controls) {
+            bits.emplace_back(name, std::bit_cast<std::uint32_t>(value));
+        }
+        return bits;
+    };
+    const std::vector<builder::EffectsSpec> effects = {
+        {1, stored({{"Phase Switch In/Out", 1},
+                    {"Input Trim", 0.6F},
+                    {"EQ Low Gain", 0.75F},
+                    {"EQ High Type", 1},
+                    {"EQ High Gain", 0.4F},
+                    {"Filter 1 In/Out", 1},
+                    {"Filter 1 Frequency", 0.3F},
+                    {"Exp Ratio", 0.3F},
+                    {"Cmp Ratio", 0.7F},
+                    {"Cmp Gain Makeup", 0.5F},
+                    {"Fader Volume", 0.5F}})},
+        {2, stored({{"Phase Switch In/Out", 1}, {"EQ On/Off", 1}})},
+        {3, stored({{"EQ Low Gain", 0.5F}})}};
+    ClipSpec shaped = clip("Voice-01", 0, second);
+    shaped.effects_identity = 1;
+    ClipSpec inverted = clip("Voice-02", 2 * second, second);
+    inverted.effects_identity = 2;
+    ClipSpec plain = clip("Voice-03", 4 * second, second);
+    plain.effects_identity = 3;
+    ClipSpec looped = shaped;
+    looped.position = 6 * second;
+    looped.loop = builder::LoopSpec{.mode = 2, .count = 2};
+    ClipSpec grouped = clip("", 10 * second, 2 * second);
+    grouped.region.clear();
+    grouped.clip_group = 0;
+    SessionBuilder session;
+    session.audio_file({"Voice.wav", 100 * second, 0});
+    session.clip_group({"Phrase", 2 * second, {shaped}});
+    session.track(track("Voice", {shaped, inverted, plain, looped, grouped}));
+    session.top_level(builder::effects_block(effects));
+    return {"clip_effects", session, {}, {"Voice.wav"}};
 }
 
 /// A group of two crossfaded clips inside a group that mutes one copy of it and shows a part of the
@@ -639,9 +685,10 @@ std::vector<GoldenCase> golden_cases() {
         groups_and_vcas(), crossfades(),
         fade_shapes(),     fade_shapes_plain(),
         mixer(),           stretched_and_looped(),
-        master_fader(),    routing(),
-        left_out_tracks(), video(),
-        frozen(),          bus_takers(),
+        clip_effects(),    master_fader(),
+        routing(),         left_out_tracks(),
+        video(),           frozen(),
+        bus_takers(),
     };
 }
 

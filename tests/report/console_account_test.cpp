@@ -186,7 +186,12 @@ RunTallies every_counter_counted() {
         tallies.frozen.refused.push_back({"Gtr", reason, "Gtr-FZ.wav"});
     }
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
-    tallies.not_carried = {true, 1, 2, 3, {"Long"}};
+    tallies.not_carried = {true, 1, 2, {"Long"}};
+    tallies.clip_effects = {.inverted = 51,
+                            .carried = 52,
+                            .parts = {{"EQ", 53}, {"gate", 54}},
+                            .notes = {{"this is left out", 55}},
+                            .of_groups = 56};
     tallies.chains = chains_with_everything();
     tallies.builds.kept_on_vst3 = {{"MakePrd1", {"One", 1}}};
     tallies.builds.without_class = {"MakePrd1"};

@@ -429,7 +429,7 @@ TEST_F(Conversion, AListenerHearsEveryStageAndGetsItsSummaryLine) {
               "summary tracks=1 clips=2 notes=0 fx=0 written=0 needs_look=1");
 }
 
-TEST_F(Conversion, ItCountsThePluginsOfWrittenTracksAndPlacedClipsWhoseEffectsAreOn) {
+TEST_F(Conversion, ItCountsThePluginsOfWrittenTracksAndPlacedClipsWhoseEffectsAreMoved) {
     const auto effects = [](std::uint64_t identity, float value) {
         const auto stored = std::bit_cast<std::uint32_t>(value);
         return builder::EffectsSpec{identity, {{"EQ On/Off", stored}}};
@@ -451,7 +451,7 @@ TEST_F(Conversion, ItCountsThePluginsOfWrittenTracksAndPlacedClipsWhoseEffectsAr
     RunOptions options = song();
     options.skip_inactive_tracks = true;
     ASSERT_EQ(convert(options), 0);
-    EXPECT_TRUE(said("  WARNING: 2 clip(s) have clip effects")) << result_.console_text;
+    EXPECT_TRUE(said("  1 clip(s) carry Pro Tools Clip Effects")) << result_.console_text;
     EXPECT_TRUE(said("    3 cannot transfer - AAX only")) << result_.console_text;
     EXPECT_TRUE(said("      2 of these processed audio")) << result_.console_text;
     EXPECT_EQ(console_state().summary_line,

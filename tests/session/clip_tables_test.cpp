@@ -210,21 +210,5 @@ TEST(ReadClipEffects, ClipsReferToRecordsThatHaveParameters) {
     EXPECT_EQ(record->parameters[1].value, 0xfffffffeU);
 }
 
-TEST(ReadClipEffects, ARecordIsOnBySwitchesOfItsSectionsAndByItsTrim) {
-    const struct {
-        const char* name;
-        float value;
-        bool is_on;
-    } cases[] = {{"EQ On/Off", 1, true},           {"Filters On/Off", 0.5F, true},
-                 {"Dynamics On/Off", 0.4F, false}, {"Phase Switch In/Out", 1, true},
-                 {"EQ Low In/Out", 1, false},      {"Input Trim", 0.5F, false},
-                 {"Input Trim", 0.25F, true},      {"EQ On/Off", not_a_number, false}};
-    for (const auto& c : cases) {
-        const ClipEffectsRecord record{
-            .parameters = {{c.name, std::bit_cast<std::uint32_t>(c.value)}}};
-        EXPECT_EQ(is_switched_on(record), c.is_on) << c.name << ' ' << c.value;
-    }
-}
-
 }  // namespace
 }  // namespace tanrove
