@@ -89,9 +89,13 @@ void print_frozen_and_solos(TextBuffer& out, const RunTallies& tallies) {
                 "%d frozen track(s) delivered FROZEN (Keep frozen tracks frozen is on); Track > "
                 "Unfreeze\n"
                 "in REAPER restores the source and plug-ins\n");
-    print_count(out, frozen.frozen_tracks - frozen.delivered,
-                "%d frozen track(s) converted UNFROZEN - original audio with the\n"
-                "plug-ins live and editable (their freeze records are left out)\n");
+    const int unfrozen = frozen.frozen_tracks - frozen.delivered;
+    if (unfrozen > 0) {
+        out.print(
+            "%d frozen track(s) converted UNFROZEN - original audio with the\n"
+            "plug-ins live and editable (%d internal freeze record(s) left out)\n",
+            unfrozen, unfrozen);
+    }
     const SoloTallies& solos = tallies.mix.solos;
     if (solos.dropped <= 0) return;
     out.print(
@@ -246,6 +250,9 @@ ConversionReport conversion_report(const ReportFacts& facts, const RunTallies& t
     print_head(out, facts, tallies);
     print_tracks_written(out, facts, tallies);
     print_frozen_and_solos(out, tallies);
+    print_count(out, tallies.clip_effects.carried,
+                "Clip Effects on %d clip(s) written as take FX with REAPER's own\n"
+                "plug-ins (EQ and filters exact; dynamics close, not identical)\n");
     print_midi_switches(out, tallies.mix.midi);
     print_stand_ins(out, facts, tallies.chains);
     print_colour_switches(out, tallies.mix.colours);

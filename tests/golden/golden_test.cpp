@@ -38,7 +38,8 @@ void expect_golden(const std::string& file, const std::string& text) {
 }
 
 const std::set<std::string> cases_with_reports = {"empty_session", "plugins",         "dynamics",
-                                                  "surround",      "left_out_tracks", "frozen"};
+                                                  "surround",      "left_out_tracks", "frozen",
+                                                  "clip_effects"};
 
 TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     const auto& c = GetParam();

@@ -298,6 +298,19 @@ TEST_F(Conversion, TheReportStandsBesideItsProjectAndIsTheTextHandedBack) {
     EXPECT_EQ(result_.report_path, "");
 }
 
+TEST_F(Conversion, TheReportOfADamagedSessionPointsToTheAccount) {
+    ASSERT_TRUE(builder::SessionBuilder().track({.name = "Empty"}).write("Song.ptx"));
+    ASSERT_EQ(convert(song()), 0);
+    EXPECT_NE(result_.report_text.find("\n  nothing - everything in this session was carried"),
+              std::string::npos);
+    const std::string whole = file_text("Song.ptx");
+    ASSERT_TRUE(builder::write_file_text("Song.ptx", whole.substr(0, whole.size() - 20)));
+    ASSERT_EQ(convert(song()), 0);
+    EXPECT_TRUE(said("*** THIS SESSION FILE")) << result_.console_text;
+    EXPECT_NE(result_.report_text.find("\n  nothing in this list; but the console account"),
+              std::string::npos);
+}
+
 TEST_F(Conversion, EditsThatMelodyneKeepsBesideTheSessionAreMissed) {
     ASSERT_TRUE(small_session().write("Song.ptx"));
     for (const bool has_edits : {false, true}) {
