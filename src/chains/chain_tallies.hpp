@@ -68,9 +68,9 @@ struct ChainTallies {
     int written_offline = 0;              ///< bypassed, and offline on demand
     std::vector<std::string> multi_mono;  ///< "track / plug-in": unlinked, written once
     int master_slots = 0;
-    int master_keys =
-        0;  ///< plug-ins on it that play and have a key input, which nothing can reach
+    int master_keys = 0;                         ///< keyed plug-ins on it, which no key reaches
     std::vector<std::string> midi_switched_off;  ///< "track / plug-in"
+    std::vector<std::string> misled_claps;       ///< likewise: keyed, and hear another key
     std::set<std::string> wanted_parameters;     ///< plug-ins with lanes that no table names
     PluginLaneTallies lanes;
     TrimTallies trims;

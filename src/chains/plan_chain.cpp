@@ -18,6 +18,13 @@ bool has_build(const PluginTableRow* row) {
     return row != nullptr && !row->ident.empty();
 }
 
+/// A CLAP's pins are not written: its key input listens to channels 3 and 4.
+bool hears_first_key_instead(const ChainInsert& place, const PluginTableRow& row) {
+    constexpr int usual_key_channel = 2;
+    return row.fxName.starts_with("CLAP") && !place.insert->bypassed && !place.insert->inactive &&
+           place.key_channel.value_or(usual_key_channel) != usual_key_channel;
+}
+
 /// The chain of one track in the making.
 class ChainMaker {
 public:
@@ -167,6 +174,8 @@ int ChainMaker::add_plugin(const ChainInsert& place, const PluginTableRow& row,
     const bool has_state = !settings.state.empty();
     if (has_state && sources_.hear_settings) sources_.hear_settings(insert, row, settings.state);
     if (settings.midi_switched_off) tallies_.midi_switched_off.push_back(shown(fate));
+    if (has_state && hears_first_key_instead(place, row))
+        tallies_.misled_claps.push_back(shown(fate));
     FxSlot slot = plugin_slot(insert, row, std::move(settings.state),
                               {.track_width = track_.width, .key_channel = place.key_channel});
     slot.bypassed = !has_state || insert.inactive || insert.bypassed;

@@ -194,11 +194,19 @@ void print_offline_plugins(TextBuffer& out, const ChainTallies& tallies) {
     print_rows(out, tallies, offline_rows);
 }
 
-void print_master_keys(TextBuffer& out, const ChainTallies& tallies) {
+void print_misled_keys(TextBuffer& out, const ChainTallies& tallies) {
     print_count(out, tallies.master_keys,
                 "  WARNING: %d sidechained plug-in(s) on the Master Fader hear NO key:\n"
                 "      REAPER's master takes no sends that could bring it. Print their\n"
                 "      work in Pro Tools, or key them on a track in front of the master\n");
+    const int misled = static_cast<int>(tallies.misled_claps.size());
+    if (!print_count(out, misled,
+                     "  WARNING: %d keyed plug-in(s) are written as their CLAP build, which\n"
+                     "      listens to channels 3/4, and their key plays on others: set\n"
+                     "      their pins in REAPER, or convert without --prefer-clap:\n")) {
+        return;
+    }
+    out.print("%s", one_name_a_line(tallies.misled_claps, no_cap).c_str());
 }
 
 void print_midi_triggers(TextBuffer& out, const ChainTallies& tallies) {

@@ -10,7 +10,7 @@ namespace tanrove {
 
 void print_bypassed_plugins(TextBuffer& out, const ChainTallies& tallies);
 void print_offline_plugins(TextBuffer& out, const ChainTallies& tallies);
-void print_master_keys(TextBuffer& out, const ChainTallies& tallies);
+void print_misled_keys(TextBuffer& out, const ChainTallies& tallies);
 void print_midi_triggers(TextBuffer& out, const ChainTallies& tallies);
 void print_plugin_automation(TextBuffer& out, const ChainTallies& tallies);
 

@@ -56,7 +56,7 @@ void print_head_and_mixer(TextBuffer& out, const AccountFacts& facts, const RunT
     print_key_inputs(out, tallies.mix.routing);
     print_midi_triggers(out, tallies.chains);
     print_keys_left_out(out, tallies.mix.routing);
-    print_master_keys(out, tallies.chains);
+    print_misled_keys(out, tallies.chains);
     print_send_points(out, tallies.written);
     print_master_place(out, tallies.mix.master);
 

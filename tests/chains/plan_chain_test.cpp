@@ -160,6 +160,12 @@ TEST(PlanChain, ConnectsTheKeyInputToItsOwnChannelsOnly) {
         run.learn("Lin6Helx", "VST: Helix (L6)", "3<00>");
         PluginInsert made = insert(c.code);
         made.keyInput = c.key_input;
+        run.learn("MakeClap", "CLAP: Clap (Make)", "make.clap");
+        PluginInsert clap = made;
+        clap.code = "MakeClap";
+        clap.containerKind = ContainerKind::scored;
+        run.chain({clap}, c.width);
+        EXPECT_EQ(run.tallies.misled_claps.size(), c.key_input > 2 ? 1U : 0U);
         EXPECT_EQ(input_pins(run.chain({made}, c.width).slots.front().header), c.pins);
     }
 }

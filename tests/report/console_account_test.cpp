@@ -53,6 +53,7 @@ ChainTallies chains_with_everything() {
         std::tuple(21, 22, 23);
     chains.multi_mono = {"Voice / One"};
     chains.midi_switched_off = {"Voice / Two"};
+    chains.misled_claps = {"Voice / Three"};
     chains.lanes = {1, 2, 3, 4, 5, 6, 7};
     chains.trims = {.instances = 31,
                     .gains_carried = 32,
