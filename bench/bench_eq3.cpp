@@ -1,17 +1,26 @@
 // How long the fit of a seven-band EQ takes, and the same search written down plainly. The counter
 // "ratio" is the second time in terms of the first; "apart" is how far the two answers are from
-// each other at most, in hertz and decibels relative to their size: above 1e-6 it is an error.
+// each other at most, in hertz and decibels relative to their size: above 1e-6 it is an error. And
+// how long sessions take to convert that have 300 EQs with every band in use, all different and all
+// alike.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <ctime>
 #include <limits>
+#include <random>
+#include <string>
 
 #include "eqfit/eq_start_sections.hpp"
 #include "eqfit/fit_eq_band.hpp"
 #include "plain_eq_fit.hpp"
+#include "run/convert_session.hpp"
+#include "support/records/plugin_records.hpp"
+#include "support/session_builder.hpp"
+#include "support/temp_folder.hpp"
 
 namespace tanrove::bench {
 
@@ -93,6 +102,69 @@ void fit_of_seven_bands(benchmark::State& state) {
     if (greatest > 1e-6) state.SkipWithError("the plain search ends elsewhere");
 }
 BENCHMARK(fit_of_seven_bands)->Unit(benchmark::kMillisecond)->Iterations(1);
+
+/// A session with 300 EQs of seven bands, all in use.
+builder::SessionBuilder session_with_eqs(bool all_alike) {
+    constexpr int tracks = 60;
+    constexpr int eqs_a_track = 5;
+    std::mt19937 random(1);
+    const auto between = [&](double low, double high) {
+        return low * std::pow(high / low, static_cast<double>(random()) / 4294967296.0);
+    };
+    builder::SessionBuilder session;
+    for (int i = 0; i < tracks; ++i) {
+        builder::TrackSpec track;
+        track.name = "Track " + std::to_string(i);
+        for (int k = 0; k < eqs_a_track; ++k) {
+            if (all_alike) random.seed(1);
+            std::array<double, 38> values = {};
+            values[5] = values[6] = values[32] = values[33] = 1;
+            values[8] = values[35] = 3;
+            values[9] = between(20, 300);
+            values[36] = between(5000, 20000);
+            const double ranges[][2] = {
+                {20, 500}, {40, 1000}, {125, 8000}, {1000, 18000}, {1800, 20000}};
+            const std::size_t at[] = {10, 15, 19, 23, 27};
+            for (std::size_t band = 0; band < 5; ++band) {
+                values[at[band]] = 1;
+                values[at[band] + 1] = between(1, 12) - 6;
+                values[at[band] + 2] = between(ranges[band][0], ranges[band][1]);
+                values[at[band] + 3] = between(0.3, 5);
+            }
+            builder::ByteWriter records;
+            records.zeros(4);
+            for (const double value : values) {
+                records.raw(builder::real_control("Ctrl", value, 8));
+            }
+            track.inserts.push_back(
+                {.code = "Digi47e3",
+                 .state = builder::plugin_chunk("Digi47e3", "elck", "", records.bytes())});
+        }
+        session.track(track);
+    }
+    return session;
+}
+
+void convert_three_hundred(benchmark::State& state) {
+    const builder::TempFolder folder;
+    NullSink silent;
+    console_state().console_sink = &silent;
+    RunOptions options;
+    options.session_path = folder / "Eqs.ptx";
+    options.output_path = folder / "Eqs.rpp";
+    options.overwrite = true;
+    if (!session_with_eqs(state.range(0) != 0).write(options.session_path)) std::abort();
+    for (auto _ : state) {
+        if (convert_session(options, nullptr, nullptr) != 0) std::abort();
+    }
+    console_state().console_sink = nullptr;
+}
+BENCHMARK(convert_three_hundred)
+    ->ArgName("alike")
+    ->Arg(0)
+    ->Arg(1)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1);
 
 }  // namespace
 

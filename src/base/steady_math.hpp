@@ -46,9 +46,23 @@ inline double steady_exp2(double x) {
     const double held = x > limit ? limit : (x > -limit ? x : -limit);
     const auto whole = static_cast<std::int64_t>(held < 0 ? held - 0.5 : held + 0.5);
     const double y = (held - static_cast<double>(whole)) * std::numbers::ln2;
-    constexpr double terms = 16;
-    double sum = 1;
-    for (double n = terms; n > 0; --n) sum = 1 + sum * y * (1 / n);
+    // The series of e, from behind.
+    double sum = 1 + y * (1.0 / 16);
+    sum = 1 + sum * y * (1.0 / 15);
+    sum = 1 + sum * y * (1.0 / 14);
+    sum = 1 + sum * y * (1.0 / 13);
+    sum = 1 + sum * y * (1.0 / 12);
+    sum = 1 + sum * y * (1.0 / 11);
+    sum = 1 + sum * y * (1.0 / 10);
+    sum = 1 + sum * y * (1.0 / 9);
+    sum = 1 + sum * y * (1.0 / 8);
+    sum = 1 + sum * y * (1.0 / 7);
+    sum = 1 + sum * y * (1.0 / 6);
+    sum = 1 + sum * y * (1.0 / 5);
+    sum = 1 + sum * y * (1.0 / 4);
+    sum = 1 + sum * y * (1.0 / 3);
+    sum = 1 + sum * y * (1.0 / 2);
+    sum = 1 + sum * y;
     return sum * std::bit_cast<double>(static_cast<std::uint64_t>(whole + 1023) << 52);
 }
 
@@ -71,8 +85,19 @@ inline double steady_gain(double db) {
 /// The sine of an angle within half a turn.
 inline double steady_sin(double x) {
     const double s = x * x;
-    double sum = 1;
-    for (int n = 26; n > 0; n -= 2) sum = 1 - sum * s / (n * (n + 1));
+    double sum = 1 - s * (1.0 / (26 * 27));
+    sum = 1 - sum * s * (1.0 / (24 * 25));
+    sum = 1 - sum * s * (1.0 / (22 * 23));
+    sum = 1 - sum * s * (1.0 / (20 * 21));
+    sum = 1 - sum * s * (1.0 / (18 * 19));
+    sum = 1 - sum * s * (1.0 / (16 * 17));
+    sum = 1 - sum * s * (1.0 / (14 * 15));
+    sum = 1 - sum * s * (1.0 / (12 * 13));
+    sum = 1 - sum * s * (1.0 / (10 * 11));
+    sum = 1 - sum * s * (1.0 / (8 * 9));
+    sum = 1 - sum * s * (1.0 / (6 * 7));
+    sum = 1 - sum * s * (1.0 / (4 * 5));
+    sum = 1 - sum * s * (1.0 / (2 * 3));
     return x * sum;
 }
 

@@ -2,6 +2,7 @@
 // what it is compared with is dropped, so its error is asked for no further than that.
 #include "eqfit/simplex_search.hpp"
 
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -11,6 +12,7 @@ namespace {
 
 constexpr double expansion = 2;
 constexpr double half = 0.5;
+constexpr double all_but_nothing = 1e-9;  // of a coordinate
 constexpr double no_limit = std::numeric_limits<double>::infinity();
 
 class Simplex {
@@ -29,7 +31,7 @@ public:
         tried_.point.resize(size_);
     }
 
-    /// False where a further step would change nothing.
+    /// False where further steps would change nothing to speak of.
     bool step() {
         set_centroid();
         const double best = vertices_.front().error;
@@ -92,7 +94,7 @@ private:
         insert(std::move(freed));
     }
 
-    /// False where all points stand on the best already.
+    /// False where all points stand on the best already, and none is better than another.
     bool shrink() {
         bool moves = false;
         std::vector<SimplexResult> old;
@@ -102,12 +104,12 @@ private:
         for (std::size_t k = 1; k < old.size(); ++k) {
             for (std::size_t i = 0; i < size_; ++i) {
                 const double moved = best[i] + half * (old[k].point[i] - best[i]);
-                moves = moves || moved != old[k].point[i];
+                moves = moves || std::fabs(moved - best[i]) > all_but_nothing;
                 old[k].point[i] = moved;
             }
             add(std::move(old[k].point));
         }
-        return moves;
+        return moves || vertices_.front().error < vertices_.back().error;
     }
 
     const SearchedError& error_of_;
