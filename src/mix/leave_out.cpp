@@ -178,6 +178,7 @@ TrackNameSet names_left_out(TrackNameSet before, const std::vector<TrackPlan>& p
 
 void forget_tracks(const TrackNameSet& names, std::vector<StripTableEntry>& strip_table,
                    std::optional<FolderTable>& folder_table) {
+    if (names.empty()) return;
     const bool has_table = folder_table && !folder_table->empty();
     std::set<std::uint64_t> identities;
     std::erase_if(strip_table, [&](const StripTableEntry& entry) {

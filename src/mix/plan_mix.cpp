@@ -64,13 +64,15 @@ TrackNameSet folder_names(const FolderInput& folders) {
 TrackNameSet prune_tracks(std::vector<TrackPlan>& tracks, const MixInput& input,
                           const std::vector<StripRow>& rows, const Routes& routes,
                           const TrackGroups& groups, FolderInput& folders, MixTallies& tallies) {
-    const TrackNameSet before = names_of(tracks);
+    TrackNameSet before = names_of(tracks);
     leave_out_click_tracks(tracks, rows, input.routing.rows, folder_names(folders), input.click,
                            tallies.click);
-    leave_out_tracks(tracks, MixerLookup(input.strips, rows, input.displays), input.leave_out,
-                     track_needs(routes, folders.strip_table, folders.folder_table, groups),
-                     tallies.leave_out);
-    TrackNameSet left_out = names_left_out(before, tracks);
+    if (input.leave_out.skip_hidden_tracks || input.leave_out.skip_inactive_tracks) {
+        leave_out_tracks(tracks, MixerLookup(input.strips, rows, input.displays), input.leave_out,
+                         track_needs(routes, folders.strip_table, folders.folder_table, groups),
+                         tallies.leave_out);
+    }
+    TrackNameSet left_out = names_left_out(std::move(before), tracks);
     forget_tracks(left_out, folders.strip_table, folders.folder_table);
     count_tracks(tracks, rows, folder_names(folders), tallies.tracks);
     return left_out;
