@@ -1,8 +1,6 @@
 // Which MIDI tracks there are and which clip lies on which, told from the 'Z' of the blocks.
 //
-// Strip table 0x2519: a 0x251a a strip, with its u16 type at 9, u32 count and text of its name at
-// 11. The table is stored twice over; the strips' rows stand in the mixer in the same order. A
-// Basic folder (type 11) has no row there.
+// The tracks are the mixer's MIDI and instrument rows, under the names that they have now.
 //
 // MIDI playlists 0x1058: a 0x1057 a track, with u32 count and text of its name at 9; in it a 0x1056
 // a placement, which has at 18 a byte that is kept, 1 or not; in that a placement record 0x104f. An
@@ -10,7 +8,6 @@
 #include "session/midi_tracks.hpp"
 
 #include <algorithm>
-#include <array>
 #include <map>
 #include <optional>
 #include <set>
@@ -18,42 +15,19 @@
 
 #include "session/block_types.hpp"
 #include "session/playlist_walk.hpp"
+#include "session/strip_rows.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::uint16_t basic_folder_code = 11;
-
 // From a node, 7 behind the 'Z'.
-constexpr std::size_t strip_type_at = 2;
-constexpr std::size_t strip_name_count_at = 4;
 constexpr std::size_t playlist_name_count_at = 2;
 constexpr std::size_t kept_byte_at = 11;
 constexpr std::size_t placed_bytes = placed_position_at + position_width;
 
-constexpr std::size_t max_stored_name = 512;  // a longer count is no track's
-
 std::size_t end_of(const BlockNode& node) {
     return node.offset + node.size;
-}
-
-/// The kinds of the strip rows in mixer order. A master fader holds a 0x261b of its own, which is
-/// no row.
-std::vector<std::uint16_t> strip_kinds(const BlockIndex& index) {
-    constexpr std::array<std::uint16_t, 6> row_types = {
-        block_type::audio_row, block_type::master_row,     block_type::vca_row,
-        block_type::midi_row,  block_type::instrument_row, block_type::video_row};
-    std::vector<std::uint16_t> kinds;
-    std::size_t master_end = 0;
-    for (const Block& block : index.of_types(row_types)) {
-        if (block.content_type == block_type::master_row) {
-            master_end = std::max(master_end, block.end());
-        }
-        if (block.content_type == block_type::audio_row && block.at < master_end) continue;
-        kinds.push_back(block.content_type);
-    }
-    return kinds;
 }
 
 /// The children of type `entry` in the lists of type `list`.
@@ -139,26 +113,22 @@ private:
 
 }  // namespace
 
-std::vector<TrackTableRow> read_midi_track_rows(const BlockIndex& index,
-                                                std::span<const BlockNode> tree) {
-    const ByteView image = index.image();
-    const auto kinds = strip_kinds(index);
-    const auto entries = entries_of(tree, block_type::strip_table, block_type::strip_table_entry);
-    const bool has_rowless = entries.size() != kinds.size() && entries.size() != 2 * kinds.size();
-    std::vector<TrackTableRow> rows;
-    std::size_t strip = 0;
-    for (const BlockNode* entry : entries) {
-        const std::uint16_t code = image.u16(entry->offset + strip_type_at);
-        if (has_rowless && code == basic_folder_code) continue;
-        if (strip >= kinds.size()) break;
-        const std::uint16_t kind = kinds[strip++];
-        if (kind != block_type::midi_row && kind != block_type::instrument_row) continue;
-        const auto name = readCountedText(image, entry->offset + strip_name_count_at,
-                                          max_stored_name, end_of(*entry));
-        rows.push_back({.id = static_cast<std::uint16_t>(rows.size()),
-                        .name = std::string(name.value_or("").substr(0, max_track_name))});
+std::vector<TrackTableRow> read_midi_track_rows(const BlockIndex& index) {
+    const auto rows = readStripRows(index).rows;
+    // A row that kept the name it was made under gives it up to one that got it since.
+    const auto kept = [](const StripRow& row) { return row.current_name == row.original_name; };
+    std::set<std::string_view> given;
+    for (const StripRow& row : rows) {
+        if (!kept(row)) given.insert(row.current_name);
     }
-    return rows;
+    std::vector<TrackTableRow> tracks;
+    for (const StripRow& row : rows) {
+        if (!plays_midi(row.type)) continue;
+        const bool is_taken = kept(row) && given.contains(row.current_name);
+        tracks.push_back({.id = static_cast<std::uint16_t>(tracks.size()),
+                          .name = is_taken ? std::string() : row.current_name});
+    }
+    return tracks;
 }
 
 std::vector<ClipTrack> read_midi_clips(ByteView image, std::span<const BlockNode> tree,

@@ -10,10 +10,9 @@
 
 namespace tanrove {
 
-/// One row without a clip for each MIDI and instrument track, in the order of the strip table,
-/// numbered from 0. `tree` is the image's.
-std::vector<TrackTableRow> read_midi_track_rows(const BlockIndex& index,
-                                                std::span<const BlockNode> tree);
+/// One row without a clip for each MIDI and instrument track, in the order of the strip rows,
+/// numbered from 0.
+std::vector<TrackTableRow> read_midi_track_rows(const BlockIndex& index);
 
 /// One row for each clip on one of `tracks`, in the order of the playlists. Its `region_index` is a
 /// place in `regions`, a clip group's number is as stored. `start` is the distance of the stored

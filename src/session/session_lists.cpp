@@ -308,7 +308,7 @@ bool readSessionLists(const BlockIndex& index, std::span<const BlockNode> tree,
     number_tracks(lists.tracks, track_rows);
     lists.midi_streams = read_midi_streams(image, tree);
     lists.midi_regions = read_midi_regions(image, tree, lists.midi_streams);
-    lists.midi_track_rows = read_midi_track_rows(index, tree);
+    lists.midi_track_rows = read_midi_track_rows(index);
     lists.midi_tracks = read_midi_clips(image, tree, lists.midi_track_rows, lists.midi_regions);
     return true;
 }

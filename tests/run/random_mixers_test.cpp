@@ -22,7 +22,8 @@ using builder::TrackKind;
 using builder::TrackSpec;
 using Mixer = std::vector<TrackSpec>;
 
-/// What a track of the project does, in thousandths: gain, pan, both knobs; muted; its lane's end.
+/// What a track of the project does, in thousandths: gain, pan, both knobs; muted; its lane's end;
+/// and how many MIDI clips it has.
 struct Told {
     std::string name;
     int gain = 1000;
@@ -31,13 +32,14 @@ struct Told {
     int right = 1000;
     bool muted = false;
     int lane = -1;
+    std::size_t clips = 0;
 
     auto operator<=>(const Told&) const = default;
 };
 
 void PrintTo(const Told& t, std::ostream* out) {
     *out << t.name << " " << t.gain << " " << t.pan << " " << t.left << " " << t.right << " "
-         << t.muted << " " << t.lane;
+         << t.muted << " " << t.lane << " " << t.clips;
 }
 
 int thousandths(double value) {
@@ -90,6 +92,7 @@ private:
             track.input_is_bus = true;
         }
         track.tick_based = below(2) != 0;
+        track.folder_row = track.kind == TrackKind::basic_folder && below(2) != 0;
         if (track.kind == TrackKind::audio && below(2) == 0) {
             track.clips = {{.region = track.name, .length = 48000, .muted = below(2) == 0},
                            {.region = track.name + "2", .position = 960000, .length = 48000}};
@@ -128,7 +131,7 @@ std::vector<Told> expected(const Mixer& mixer) {
     std::vector<Told> tracks;
     for (const TrackSpec& track : mixer) {
         if (track.kind == TrackKind::master || track.kind == TrackKind::vca) continue;
-        Told told{.name = track.name};
+        Told told{.name = track.name, .clips = track.midi_clips.size()};
         if (track.kind != TrackKind::basic_folder) {
             told.muted = track.muted;
             if (!track.volume_lane.points.empty()) {
@@ -178,6 +181,7 @@ std::vector<Told> tracks_of(const std::string& project, int& master) {
         if (word == "MASTER_VOLUME" && words >> gain) master = thousandths(gain);
         if (tracks.empty()) continue;
         Told& track = tracks.back();
+        if (line.find("<SOURCE MIDI") != std::string::npos) ++track.clips;
         if (word == "NAME" && track.name.empty()) {
             track.name = line.substr(line.find('"') + 1);
             track.name.pop_back();

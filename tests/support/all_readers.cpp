@@ -270,7 +270,7 @@ void read_midi(Session& session, Readings& out) {
     out.keep("readMidiPlaylists", playlists.details.size(), playlists);
     out.list("readMidiClipCounts", readMidiClipCounts(index));
     out.list("readMidiPlaylistRows", readMidiPlaylistRows(index));
-    const auto tracks = read_midi_track_rows(index, tree);
+    const auto tracks = read_midi_track_rows(index);
     out.list("read_midi_track_rows", tracks);
     out.list("read_midi_clips", read_midi_clips(image, tree, tracks, regions));
     out.list("readMidiOutputs", readMidiOutputs(index));
