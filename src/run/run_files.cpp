@@ -60,7 +60,7 @@ std::string report_path_of(const std::string& project_path) {
 
 std::string write_report_file(const RunOptions& options, const std::string& project_path,
                               const std::string& text) {
-    const std::string path = report_path_of(project_path);
+    std::string path = report_path_of(project_path);
     // A project that went to a device has no folder to put a report into.
     const bool has_place = options.check_only || is_regular_file(project_path);
     if (!has_place || is_same_file(path, options.session_path) || !write_whole_file(path, text)) {
