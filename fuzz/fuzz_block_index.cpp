@@ -49,7 +49,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const DamageReport damage = scanDamage(index);
     promise(damage.trailing_bytes <= size && damage.break_at <= size, "damage lies in the file");
-    promise((damage.verdict == DamageVerdict::incomplete) == (damage.trailing_bytes > 0),
-            "an incomplete file has bytes behind its last block");
+    const bool points_behind = read_first_pointer(index.image()).value_or(0) >= size;
+    const bool incomplete = damage.verdict == DamageVerdict::incomplete;
+    promise(incomplete || damage.trailing_bytes == 0, "bytes behind the last block are told");
+    promise(!incomplete || damage.trailing_bytes > 0 || points_behind,
+            "an incomplete file has bytes behind its last block, or should have");
     return 0;
 }
