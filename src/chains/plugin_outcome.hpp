@@ -24,6 +24,9 @@ struct PluginOutcome {
     bool bypassed = false;
     bool inactive = false;
     bool passes_no_sound = false;  ///< a meter, say: the mix is the same without it
+
+    /// Whether the mix would sound otherwise without it.
+    bool processed_audio() const { return !bypassed && !inactive && !passes_no_sound; }
 };
 
 }  // namespace tanrove

@@ -23,11 +23,6 @@ const char* scheme_name(std::optional<std::int32_t> scheme) {
     return number < scheme_names.size() ? scheme_names[number] : nullptr;
 }
 
-int coloured_clips(const ColourTallies& tallies) {
-    return tallies.clips_own + tallies.lane_clips + tallies.clips_by_scheme +
-           tallies.midi_clips_as_listed;
-}
-
 void print_without_colour(TextBuffer& out, const ColourTallies& tallies) {
     if (tallies.tracks_without <= 0) return;
     out.print(
@@ -162,6 +157,11 @@ constexpr CountRow<ColourTallies> row_rows[] = {
 };
 
 }  // namespace
+
+int coloured_clips(const ColourTallies& tallies) {
+    return tallies.clips_own + tallies.lane_clips + tallies.clips_by_scheme +
+           tallies.midi_clips_as_listed;
+}
 
 void print_colour_options(TextBuffer& out, const ColourTallies& tallies) {
     if (tallies.track_colours_off) {

@@ -6,6 +6,9 @@
 
 namespace tanrove {
 
+/// Clips that have a colour, or would have one if the run wanted colours.
+int coloured_clips(const ColourTallies& tallies);
+
 /// The options that switch colours off.
 void print_colour_options(TextBuffer& out, const ColourTallies& tallies);
 

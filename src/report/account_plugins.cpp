@@ -84,10 +84,6 @@ void print_notes(TextBuffer& out, const std::map<std::string, int>& notes) {
     for (const auto& [note, count] : notes) out.print("      %s (x%d)\n", note.c_str(), count);
 }
 
-bool has_processed_audio(const PluginOutcome& outcome) {
-    return !outcome.bypassed && !outcome.inactive && !outcome.passes_no_sound;
-}
-
 void print_offline_placed(TextBuffer& out, const ChainTallies& tallies,
                           const IdentityFindings& findings) {
     const auto placed = of_kind(OutcomeKind::without_settings);
@@ -170,7 +166,7 @@ void print_aax_only(TextBuffer& out, const ChainTallies& tallies) {
     out.print("    %d cannot transfer - AAX only, no VST/VST3 version exists:\n", count);
     print_outcomes(out, tallies, only_aax);
     const int heard = count_outcomes(tallies, [&](const PluginOutcome& outcome) {
-        return only_aax(outcome) && has_processed_audio(outcome);
+        return only_aax(outcome) && outcome.processed_audio();
     });
     if (heard == 0) {
         out.print("      None of these processed audio: the mix is unaffected.\n");

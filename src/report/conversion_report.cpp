@@ -6,6 +6,7 @@
 
 #include "base/utf8.hpp"
 #include "base/version.hpp"
+#include "report/account_colours.hpp"
 #include "report/count_rows.hpp"
 #include "report/name_lists.hpp"
 #include "report/report_sections.hpp"
@@ -149,7 +150,7 @@ void print_colour_switches(TextBuffer& out, const ColourTallies& colours) {
         out.print(
             "\"Leave out clip colors\" is on: %d clip(s) that would carry a color\n"
             "are in their track's color instead\n",
-            colours.clips_own);
+            coloured_clips(colours));
     }
 }
 

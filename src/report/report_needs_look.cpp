@@ -28,9 +28,8 @@ public:
         }
         const auto& outcomes = tallies_.chains.outcomes;
         const auto all = std::ranges::count_if(outcomes, is_meant);
-        const auto heard = std::ranges::count_if(outcomes, [&](const PluginOutcome& o) {
-            return is_meant(o) && !o.bypassed && !o.inactive && !o.passes_no_sound;
-        });
+        const auto heard = std::ranges::count_if(
+            outcomes, [&](const PluginOutcome& o) { return is_meant(o) && o.processed_audio(); });
         if (heard == 0) {
             out_.append("    None of these processed audio: the mix is unaffected.\n");
             return;

@@ -54,6 +54,11 @@ std::string choose_output_path(const RunOptions& options) {
     return path;
 }
 
+bool is_same_file(const std::string& path, const std::string& other) {
+    std::error_code error;
+    return path == other || std::filesystem::equivalent(path, other, error);
+}
+
 std::string second_pass_path(const std::string& first_output_path) {
     return without_extension(first_output_path) + "-2nd.rpp";
 }

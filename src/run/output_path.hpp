@@ -24,6 +24,9 @@ std::string free_project_path(const std::string& wanted);
 /// names, nothing is searched.
 std::string choose_output_path(const RunOptions& options);
 
+/// True if both paths name one file, a link or another spelling included.
+bool is_same_file(const std::string& path, const std::string& other);
+
 /// The second project of `--convert-twice`, beside the first: "song.rpp" gives "song-2nd.rpp".
 std::string second_pass_path(const std::string& first_output_path);
 

@@ -2,7 +2,6 @@
 #include "run/plugin_knowledge.hpp"
 
 #include <cstdlib>
-#include <filesystem>
 #include <utility>
 
 #include "base/paths.hpp"
@@ -12,6 +11,7 @@
 #include "plugins/plugin_names.hpp"
 #include "plugins/translate_settings.hpp"
 #include "run/console.hpp"
+#include "run/output_path.hpp"
 
 namespace tanrove {
 
@@ -83,11 +83,6 @@ std::vector<ScanEntry> load_scan(const RunOptions& options) {
         console_write(dump.text());
     }
     return std::move(cache.entries);
-}
-
-bool is_same_file(const std::string& path, const std::string& other) {
-    std::error_code error;
-    return path == other || std::filesystem::equivalent(path, other, error);
 }
 
 }  // namespace

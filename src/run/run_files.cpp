@@ -7,16 +7,12 @@
 #include "base/paths.hpp"
 #include "base/whole_file.hpp"
 #include "run/console.hpp"
+#include "run/output_path.hpp"
 #include "run/plan_project.hpp"
 
 namespace tanrove {
 
 namespace {
-
-bool is_same_file(const std::string& path, const std::string& other) {
-    std::error_code error;
-    return !other.empty() && std::filesystem::equivalent(path, other, error) && !error;
-}
 
 bool is_regular_file(const std::string& path) {
     std::error_code error;
