@@ -216,6 +216,7 @@ void ChainMaker::note_outcome(const TrackPlugin& plugin, const PluginTableRow* r
     outcome.automation_points = automation_points;
     outcome.format = fate.format;
     outcome.maker = fate.maker;
+    outcome.named_by_user = row != nullptr && row->named_by_user;
     outcome.bypassed = insert.bypassed;
     outcome.inactive = insert.inactive;
     outcome.passes_no_sound = passes_no_sound(outcome.key, sources_.identities.built_in());

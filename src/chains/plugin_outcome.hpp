@@ -21,6 +21,7 @@ struct PluginOutcome {
     int automation_points = 0;
     std::string format = "none";
     std::string maker;
+    bool named_by_user = false;  ///< `display_name` is the user's words, not the plug-in's own
     bool bypassed = false;
     bool inactive = false;
     bool passes_no_sound = false;  ///< a meter, say: the mix is the same without it

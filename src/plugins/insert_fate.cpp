@@ -99,6 +99,7 @@ std::string_view format_of(const std::string& fx_name) {
 }
 
 std::string maker_name(const FateFacts& facts) {
+    if (facts.row != nullptr && facts.row->named_by_user) return "";
     if (facts.row != nullptr) return std::string(maker_of(facts.row->fxName));
     return is_stock(insert_key(facts.insert)) ? "Avid" : "";
 }

@@ -58,6 +58,7 @@ std::optional<PluginTableRow> read_row(std::string_view line) {
     fields.resize(8);
     row.fxName = fields[1].empty() ? row.code : fields[1];
     row.productName = product_of(row.fxName, row.code);
+    row.named_by_user = !is_named_by_reaper(row.fxName);
     row.file = fields[2];
     row.ident = fields[3];
     row.pinsIn = pins_in_field(fields[4]);

@@ -35,6 +35,7 @@ struct PluginTableRow {
     std::uint32_t stateForm = 0;   ///< 1: a plain list of values
     std::uint32_t paramCount = 0;  ///< of that list
     std::uint32_t paramPad = 0;    ///< zero bytes in front of it
+    bool named_by_user = false;    ///< the names are the user's words, not the plug-in's own
 };
 
 using RowsByKey = std::map<std::string, PluginTableRow, std::less<>>;

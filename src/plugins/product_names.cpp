@@ -1,6 +1,9 @@
 // Takes the groups in parentheses off the end of a name, one by one.
 #include "plugins/product_names.hpp"
 
+#include <algorithm>
+#include <iterator>
+
 #include "base/text_lines.hpp"
 
 namespace tanrove {
@@ -81,6 +84,14 @@ std::string_view behind_kind(std::string_view fx_name) {
     constexpr std::string_view kind_end = ": ";
     const std::size_t at = fx_name.find(kind_end);
     return at == std::string_view::npos ? fx_name : fx_name.substr(at + kind_end.size());
+}
+
+bool is_named_by_reaper(std::string_view fx_name) {
+    constexpr std::string_view kinds[] = {"VST", "VST3", "CLAP", "LV2", "JS", "AU", "DX"};
+    std::string_view kind = fx_name.substr(0, fx_name.find(": "));
+    if (kind.size() == fx_name.size()) return false;
+    if (kind.ends_with('i')) kind.remove_suffix(1);  // an instrument
+    return std::ranges::find(kinds, kind) != std::end(kinds);
 }
 
 std::string_view raw_file_stem(std::string_view path) {

@@ -26,6 +26,9 @@ std::string_view maker_of(std::string_view name);
 /// is none.
 std::string_view behind_kind(std::string_view fx_name);
 
+/// True of "VST3: Product (Maker)" and the like: the name that REAPER has for a plug-in.
+bool is_named_by_reaper(std::string_view fx_name);
+
 /// The file's name up to its last dot, in its own characters.
 std::string_view raw_file_stem(std::string_view path);
 

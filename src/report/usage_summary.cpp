@@ -46,7 +46,8 @@ using PluginKey = std::tuple<std::string, std::string, std::string, std::string>
 std::map<PluginKey, int> counted_plugins(const ChainTallies& chains) {
     std::map<PluginKey, int> counted;
     for (const PluginOutcome& outcome : chains.outcomes) {
-        ++counted[{outcome.display_name, outcome.maker, result_word(outcome),
+        const std::string& product = outcome.named_by_user ? outcome.key : outcome.display_name;
+        ++counted[{product, outcome.maker, result_word(outcome),
                    has_slot(outcome) ? outcome.format : "none"}];
     }
     return counted;
