@@ -108,7 +108,7 @@ public:
         : records_(records),
           stand_ins_(records.image),
           options_(chain_options(options)),
-          corpus_(options.check_only ? "" : options.corpus_dir, options.session_path),
+          corpus_(options.corpus_dir, options.session_path),
           inserts_(inserts_by_row(records.strips, tallies)),
           clock_(records.time.tempo_map, records.time.tempo_bpm),
           rate_hz_(rate_hz),

@@ -119,13 +119,12 @@ void write_want_list(const RunOptions& options, const std::string& project_path,
                      const std::set<std::string>& wanted) {
     const std::string& path = options.want_params_path;
     if (path.empty()) return;
-    if (is_same_file(path, options.session_path) || is_same_file(path, project_path)) {
-        console_print("\n  --want-params names the session or the project: no list was written.\n");
-        return;
-    }
     std::string text;
     for (const std::string& name : wanted) text += name + "\n";
-    if (!write_whole_file(path, text)) console_print("\n  could not write %s\n", path.c_str());
+    if (is_same_file(path, options.session_path) || is_same_file(path, project_path) ||
+        !write_whole_file(path, text)) {
+        console_print("\n  could not write %s\n", path.c_str());
+    }
 }
 
 }  // namespace tanrove

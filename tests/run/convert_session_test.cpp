@@ -298,19 +298,6 @@ TEST_F(Conversion, TheReportStandsBesideItsProjectAndIsTheTextHandedBack) {
     EXPECT_EQ(result_.report_path, "");
 }
 
-TEST_F(Conversion, TheReportOfADamagedSessionPointsToTheAccount) {
-    ASSERT_TRUE(builder::SessionBuilder().track({.name = "Empty"}).write("Song.ptx"));
-    ASSERT_EQ(convert(song()), 0);
-    EXPECT_NE(result_.report_text.find("\n  nothing - everything in this session was carried"),
-              std::string::npos);
-    const std::string whole = file_text("Song.ptx");
-    ASSERT_TRUE(builder::write_file_text("Song.ptx", whole.substr(0, whole.size() - 20)));
-    ASSERT_EQ(convert(song()), 0);
-    EXPECT_TRUE(said("*** THIS SESSION FILE")) << result_.console_text;
-    EXPECT_NE(result_.report_text.find("\n  nothing in this list; but the console account"),
-              std::string::npos);
-}
-
 TEST_F(Conversion, EditsThatMelodyneKeepsBesideTheSessionAreMissed) {
     ASSERT_TRUE(small_session().write("Song.ptx"));
     for (const bool has_edits : {false, true}) {
@@ -329,8 +316,11 @@ TEST_F(Conversion, TheUsageSummaryHoldsNoNameOfTheUsers) {
     const builder::ClipSpec clip{.region = "MARK clip", .length = 48000};
     builder::TrackSpec track{.name = "MARK track", .clips = {clip}};
     track.comment = "MARK comment";
-    track.inserts = {{}};
+    track.inserts = {{}, {.code = "MakePrd1"}, {.code = "MakePrd2"}};
     track.alternates = {{"MARK playlist", {clip}}};
+    ASSERT_TRUE(write_file_text("tanrove-plugins.txt",
+                                "MakePrd1 | MARK of mine (MARK) | MARK.dll | 1<2>\n"
+                                "MakePrd2 | VST3: Known (Maker) | MARK.vst3 | 3{4}\n"));
     builder::SessionBuilder session;
     session.audio_file({"MARK file.wav", 48000, 0}).track(track);
     session.marker("MARK marker", 960000);
@@ -340,9 +330,13 @@ TEST_F(Conversion, TheUsageSummaryHoldsNoNameOfTheUsers) {
     options.session_path = "MARK folder/MARK song.ptx";
     ASSERT_EQ(convert(options), 0);
     EXPECT_TRUE(said("MARK track") || said("MARK file.wav")) << result_.console_text;
-    EXPECT_NE(console_state().usage_body.find("\"clips\":2"), std::string::npos)
-        << console_state().usage_body;
-    EXPECT_EQ(console_state().usage_body.find("MARK"), std::string::npos);
+    EXPECT_NE(result_.report_text.find("[settings] MARK of mine"), std::string::npos);
+    const std::string& usage = console_state().usage_body;
+    for (const char* part : {"\"clips\":2", "{\"product\":\"MakePrd1\",\"result\":",
+                             "{\"product\":\"Known\",\"maker\":\"Maker\","}) {
+        EXPECT_NE(usage.find(part), std::string::npos) << usage;
+    }
+    EXPECT_EQ(usage.find("MARK"), std::string::npos) << usage;
 }
 
 TEST_F(Conversion, ATrackThatNoStripShowsIsAProblemToReport) {

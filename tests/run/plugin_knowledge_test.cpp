@@ -179,12 +179,10 @@ TEST_F(PluginKnowledgeOfARun, LeavesASampleOfEachPluginsSettingsInTheFolderForTh
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "--dump-corpus: cannot write in corpus (does the directory exist?)\n");
     fs::create_directories("corpus");
-    options.check_only = true;
-    found();
-    EXPECT_TRUE(fs::is_empty("corpus"));
-    options.check_only = false;
+    options.check_only = true;  // the samples are asked for, as a list of wanted tables is
     found();
     const auto samples = files();
+    options.check_only = false;
     std::string names;
     for (const auto& [name, text] : samples) names += name + "\n";
     EXPECT_EQ(names,
@@ -207,16 +205,13 @@ TEST_F(PluginKnowledgeOfARun, WantsTablesInAFileOfItsOwn) {
     EXPECT_TRUE(fs::exists("want.txt")) << "an empty list is an answer, in a check too";
     const std::string session = file_text("Song.ptx");
     options.check_only = false;
-    for (const char* path : {"./Song.ptx", "Song.rpp"}) {
+    for (const std::string path : {"./Song.ptx", "Song.rpp"}) {
         options.want_params_path = path;
         found();
-        EXPECT_NE(account.find("no list was written"), std::string::npos) << path;
+        EXPECT_NE(account.find("\n  could not write " + path + "\n"), std::string::npos);
     }
     EXPECT_EQ(file_text("Song.ptx"), session);
     EXPECT_FALSE(file_text("Song.rpp").empty());
-    options.want_params_path = "nowhere/want.txt";
-    found();
-    EXPECT_NE(account.find("\n  could not write nowhere/want.txt\n"), std::string::npos);
 }
 
 }  // namespace

@@ -12,9 +12,11 @@
 #include <functional>
 #include <new>
 
+#include "base/whole_file.hpp"
 #include "run/process_guard.hpp"
 #include "run/run_driver.hpp"
 #include "support/child_process.hpp"
+#include "support/fx_chain_text.hpp"
 #include "support/session_builder.hpp"
 #include "support/temp_folder.hpp"
 
@@ -118,6 +120,84 @@ TEST_F(Process, TheUsageSummaryNeverTakesThePlaceOfAnotherFileNorTheRunsResult) 
     fs::remove("usage.json");
     EXPECT_EQ(run({"Song.ptx", "--check", "--usage-json", "usage.json"}), 0);
     EXPECT_FALSE(fs::exists("usage.json"));
+}
+
+/// What stands in the place of a file so that it cannot be written.
+enum class Obstacle : std::uint8_t { full_disk, folder, read_only };
+
+void put_in_place(Obstacle obstacle, const std::string& path) {
+    fs::remove_all(path);
+    if (obstacle == Obstacle::full_disk) fs::create_symlink("/dev/full", path);
+    if (obstacle == Obstacle::folder) fs::create_directory(path);
+    if (obstacle != Obstacle::read_only) return;
+    ASSERT_TRUE(write_file_text(path, "former"));
+    fs::permissions(path, fs::perms::owner_read | fs::perms::others_read);
+}
+
+std::size_t count_of(const std::string& text, const std::string& words) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find(words, at)) != std::string::npos; ++at) ++count;
+    return count;
+}
+
+TEST_F(Process, AFileThatCannotBeWrittenIsToldInOneLineAndHarmsNoOther) {
+    if (!fs::exists("/dev/full")) GTEST_SKIP() << "no device that is always full";
+    builder::SessionBuilder session;
+    builder::TrackSpec track{.name = "Voice", .inserts = {{.code = "MakePrd1"}}};
+    track.inserts[0].lanes = {{.name = "Drive", .id = "drive", .points = {{0, 0}}}};
+    ASSERT_TRUE(session.track(track).write("Song.ptx"));
+    ASSERT_TRUE(write_file_text(
+        "one.RfxChain", builder::fx_chain_text({1, 0xfeed5eee, 1, 1, 0, 1, 1, 0, 9, 1, 77})));
+    const std::string taught = "MakePrd1 | VST: Maker (Me) | a | 1<2>\n";
+    const struct {
+        std::vector<const char*> arguments;
+        const char* file;
+        const char* words;
+        int code = 0;
+    } cases[] = {
+        {{"--report"},
+         "Song-vorlane-report.txt",
+         "\n  could not write report: Song-vorlane-report.txt\n"},
+        {{"--usage-json", "usage"}, "usage", "\n  could not write the usage summary file\n"},
+        {{"--want-params", "wanted"}, "wanted", "\n  could not write wanted\n"},
+        {{"--dump-corpus", "corpus"},
+         "corpus/index.tsv",
+         "--dump-corpus: cannot write in corpus (does the directory exist?)\n"},
+        {{"--learn", "one.RfxChain", "MakePrd1"},
+         "tanrove-plugins.txt",
+         "\n  cannot write ./tanrove-plugins.txt\n",
+         1},
+    };
+    const auto as_nobody = [] {
+        if (geteuid() == 0 && setuid(65534) != 0) _exit(99);  // root may write what none may
+    };
+    for (const auto obstacle : {Obstacle::full_disk, Obstacle::folder, Obstacle::read_only}) {
+        for (const auto& c : cases) {
+            SCOPED_TRACE(testing::Message() << c.file << static_cast<int>(obstacle));
+            fs::remove_all("tanrove-plugins.txt");
+            ASSERT_TRUE(write_file_text("tanrove-plugins.txt", taught));
+            ASSERT_EQ(run({"Song.ptx", "--overwrite"}), 0);
+            whole_ = file_text("Song.rpp");
+            ASSERT_NE(whole_.find("VST: Maker (Me)"), std::string::npos);
+            fs::remove_all("corpus");
+            fs::create_directory("corpus");
+            for (const char* folder : {".", "corpus"}) fs::permissions(folder, fs::perms::all);
+            fs::permissions("Song.rpp", fs::perms::all);
+            put_in_place(obstacle, c.file);
+            std::vector<const char*> arguments = {"Song.ptx", "--overwrite"};
+            arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
+            EXPECT_EQ(run(arguments, as_nobody), c.code);
+            const std::string said = "\n" + file_text(out_path) + file_text(err_path);
+            EXPECT_EQ(count_of(said, c.words), 1U) << said;
+            EXPECT_EQ(count_of(said, "could not write") + count_of(said, "cannot write"), 1U);
+            EXPECT_EQ(project(), "new");
+            EXPECT_FALSE(obstacle == Obstacle::read_only && file_text(c.file) != "former");
+            fs::remove_all(c.file);
+            for (const auto& left : fs::recursive_directory_iterator(".")) {
+                EXPECT_NE(left.path().extension(), temporary_suffix) << left.path();
+            }
+        }
+    }
 }
 
 TEST_F(Process, ASignalAtAnyStageLeavesTheFormerProjectOrTheWholeNewOne) {
