@@ -49,9 +49,10 @@ struct VideoTallies {
         frame_rate;      ///< given where the session measures what is written in frames
     bool at_top = true;  ///< the tracks stand in front of all others
     bool reduced_quality = false;
-    std::vector<std::string> missing_movies;  ///< written, and found nowhere
-    int clips_without_region = 0;             ///< their number leads to nothing that can be played
-    int clips_without_movie = 0;              ///< the clip's name tells none of the movies
+    std::vector<std::string> missing_movies;    ///< written, and found nowhere
+    std::vector<std::string> movies_elsewhere;  ///< paths outside the folder for movies
+    int clips_without_region = 0;  ///< their number leads to nothing that can be played
+    int clips_without_movie = 0;   ///< the clip's name tells none of the movies
 };
 
 /// What the plan is made from.

@@ -21,7 +21,9 @@ MoviePath MovieSearch::look_for(const std::string& file) const {
     const auto stored = places_.stored_paths.find(file);
     if (stored != places_.stored_paths.end()) paths.push_back(stored->second);
     for (const std::string& path : paths) {
-        if (can_open_(path)) return {.path = path, .found = true};
+        if (can_open_(path)) {
+            return {.path = path, .found = true, .elsewhere = path != paths.front()};
+        }
     }
     return {.path = file, .found = false};
 }

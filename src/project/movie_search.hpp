@@ -20,6 +20,7 @@ struct MoviePlaces {
 struct MoviePath {
     std::string path;  ///< of the `FILE` line; the bare name where the movie lies nowhere
     bool found = false;
+    bool elsewhere = false;  ///< found, but not in the folder that Pro Tools keeps for movies
 };
 
 class MovieSearch {

@@ -2,8 +2,8 @@
 // from a video track.
 #include "project/video_track.hpp"
 
-#include <algorithm>
 #include <cstdint>
+#include <set>
 
 #include "base/guid.hpp"
 #include "project/quoted_text.hpp"
@@ -65,11 +65,13 @@ void write_item(TextSink& out, const VideoItem& item, const std::string& path) {
 void write_video_tracks(TextSink& out, const std::vector<VideoTrackPlan>& tracks,
                         MovieSearch& movies, VideoTallies& tallies, WrittenTallies& written) {
     std::uint32_t number = 0;
+    std::set<std::string> missing, elsewhere;
     for (const VideoTrackPlan& track : tracks) {
         write_head(out, track, number++);
         for (const VideoItem& item : track.items) {
             const MoviePath& movie = movies.find(item.movie);
-            if (!movie.found) tallies.missing_movies.push_back(item.movie);
+            if (!movie.found) missing.insert(item.movie);
+            if (movie.elsewhere) elsewhere.insert(movie.path);
             if (item.locked) ++written.locked_clips;
             ++tallies.items;
             count_untold_path(movie.path, written);
@@ -78,9 +80,8 @@ void write_video_tracks(TextSink& out, const std::vector<VideoTrackPlan>& tracks
         out.line(1, ">");
         ++tallies.tracks;
     }
-    auto& missing = tallies.missing_movies;
-    std::sort(missing.begin(), missing.end());
-    missing.erase(std::unique(missing.begin(), missing.end()), missing.end());
+    tallies.missing_movies.assign(missing.begin(), missing.end());
+    tallies.movies_elsewhere.assign(elsewhere.begin(), elsewhere.end());
 }
 
 }  // namespace tanrove

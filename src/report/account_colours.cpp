@@ -105,13 +105,14 @@ constexpr CountRow<ColourTallies> device_rows[] = {
 };
 
 void print_own_clips(TextBuffer& out, const ColourTallies& tallies) {
-    if (tallies.clips_own <= 0) return;
-    out.print(
-        "  %d clip(s) carried a color, %d distinct Pro Tools palette\n"
-        "      index(es). Clips sharing an index share a REAPER color, so\n"
-        "      the GROUPING is exact; the shade is as close as the palette\n"
-        "      allows.\n",
-        tallies.clips_own, static_cast<int>(tallies.own_places.size()));
+    if (tallies.clips_own > 0) {
+        out.print(
+            "  %d clip(s) carried a color, %d distinct Pro Tools palette\n"
+            "      index(es). Clips sharing an index share a REAPER color, so\n"
+            "      the GROUPING is exact; the shade is as close as the palette\n"
+            "      allows.\n",
+            tallies.clips_own, static_cast<int>(tallies.own_places.size()));
+    }
     print_count(out, tallies.clips_hand_picked,
                 "      %d of them carry a hand-picked palette color from the lower\n"
                 "      rows of the palette, whose shades were measured.\n");

@@ -70,8 +70,7 @@ constexpr CountRow<MidiTallies> real_time_rows[] = {
      "  MIDI Real-Time Properties APPLIED to the notes on %d track(s): transpose,\n"
      "      velocity and delay, so the track plays as Pro Tools played it.\n"},
     {&MidiTallies::transposed_past_range,
-     "      %d note(s) transposed past the MIDI range are written MUTED, not lost.\n",
-     qualifies_previous},
+     "      %d note(s) transposed past the MIDI range are written MUTED, not lost.\n"},
     {&MidiTallies::unapplied_real_time_tracks,
      "  %d track(s) carry Real-Time quantize or duration, which are NOT applied:\n"
      "      their grid and amount are not decoded yet.\n"},

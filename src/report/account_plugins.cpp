@@ -117,7 +117,7 @@ void print_left_out(TextBuffer& out, const ChainTallies& tallies) {
           "    %d skipped - Pro Tools stored no transferable state:\n");
 }
 
-void print_installed(TextBuffer& out, const ChainTallies& tallies) {
+void print_not_there(TextBuffer& out, const ChainTallies& tallies) {
     const auto left_out = of_kind(OutcomeKind::left_out_not_installed);
     if (const int count = count_outcomes(tallies, left_out); count > 0) {
         out.print(
@@ -133,30 +133,48 @@ void print_installed(TextBuffer& out, const ChainTallies& tallies) {
             "      inactive (as asked, --skip-bypassed-fx)\n",
             count);
     }
+}
+
+void print_needs(TextBuffer& out, const ChainTallies& tallies) {
+    out.append(
+        "    WHAT REAPER NEEDS INSTALLED, AND WHAT IT DOES NOT:\n"
+        "      nothing of Pro Tools: the session file is all that is read.\n"
+        "      REAPER cannot load an AAX: a plug-in of the project has to be on\n"
+        "      this machine as VST or CLAP too, REAPER's own excepted.\n");
     const OutcomeFilter missing = [](const PluginOutcome& outcome) {
         return outcome.not_installed && (outcome.kind == OutcomeKind::carried ||
                                          outcome.kind == OutcomeKind::without_settings);
     };
-    if (count_outcomes(tallies, missing) == 0) return;
-    out.print(
-        "    WHAT REAPER NEEDS INSTALLED, AND WHAT IT DOES NOT:\n"
-        "      these plug-ins are in the project, and REAPER's list of this\n"
-        "      machine does not have them. They show as missing until they\n"
-        "      are installed; everything else needs nothing:\n");
-    print_outcomes(out, tallies, missing, "not installed for REAPER here");
+    if (count_outcomes(tallies, missing) > 0) {
+        out.append(
+            "      These are in the project, and REAPER's list of this machine does\n"
+            "      not have them. They show as missing until they are installed:\n");
+        print_outcomes(out, tallies, missing, "not installed for REAPER here");
+    }
+    // Of REAPER's own, and of what only Pro Tools has, the list would tell nothing.
+    const int to_check = count_outcomes(tallies, [](const PluginOutcome& outcome) {
+        return outcome.kind != OutcomeKind::aax_only && outcome.format != "reaper";
+    });
+    if (!tallies.plugin_list_missing || to_check == 0) return;
+    out.append(
+        "      This run could not check which of them you have: REAPER's own\n"
+        "      plug-in list was not found on this computer. REAPER writes that\n"
+        "      list when it scans plug-ins, so open REAPER once, then check the\n"
+        "      session again and the missing ones are named exactly.\n");
 }
 
 void print_not_recognized(TextBuffer& out, const ChainTallies& tallies) {
     const auto unknown = of_kind(OutcomeKind::not_recognized);
     const int count = count_outcomes(tallies, unknown);
     if (count == 0) return;
-    out.print("    %d not recognized:\n", count);
-    print_outcomes(out, tallies, unknown);
     out.print(
+        "    %d not recognized:\n"
         "      Avid's own stock processors exist only as AAX and no tool can\n"
         "      load those; for the others, rescan plug-ins in REAPER and\n"
         "      convert again, or teach one with --learn. They are NOT in the\n"
-        "      project: what they did to the sound is missing\n");
+        "      project: what they did to the sound is missing\n",
+        count);
+    print_outcomes(out, tallies, unknown);
 }
 
 void print_aax_only(TextBuffer& out, const ChainTallies& tallies) {
@@ -243,12 +261,10 @@ void print_clip_effects(TextBuffer& out, const ClipEffectsTallies& tallies) {
 
 void print_stand_ins(TextBuffer& out, const StandInTallies& tallies) {
     constexpr double beyond_reach_db = 0.5;
-    if (tallies.written == 0) return;
-    out.print(
-        "  %d Avid plug-in(s) arrive as REAPER's own equivalents, in the\n"
-        "      same slots and with the same settings: EQ exact in design,\n"
-        "      dynamics close, not identical\n",
-        tallies.written);
+    print_count(out, tallies.written,
+                "  %d Avid plug-in(s) arrive as REAPER's own equivalents, in the\n"
+                "      same slots and with the same settings: EQ exact in design,\n"
+                "      dynamics close, not identical\n");
     if (tallies.eq_fits.fitted_bands > 0) {
         out.print(
             "      EQ3: %d band(s) fitted onto ReaEQ to follow Pro Tools' own\n"
@@ -326,20 +342,10 @@ void print_plugins(TextBuffer& out, const ChainTallies& tallies, const IdentityF
               count_outcomes(tallies, of_kind(OutcomeKind::carried)));
     print_left_out(out, tallies);
     print_offline_placed(out, tallies, findings);
-    print_installed(out, tallies);
+    print_not_there(out, tallies);
+    print_needs(out, tallies);
     print_not_recognized(out, tallies);
     print_aax_only(out, tallies);
-    // Of REAPER's own, and of what only Pro Tools has, the list would tell nothing.
-    const int to_check = count_outcomes(tallies, [](const PluginOutcome& outcome) {
-        return outcome.kind != OutcomeKind::aax_only && outcome.format != "reaper";
-    });
-    if (tallies.plugin_list_missing && to_check > 0) {
-        out.print(
-            "      This run could not check which of them you have: REAPER's own\n"
-            "      plug-in list was not found on this computer. REAPER writes that\n"
-            "      list when it scans plug-ins, so open REAPER once, then check the\n"
-            "      session again and the missing ones are named exactly.\n");
-    }
     if (tallies.multi_mono.empty()) return;
     out.print(
         "  WARNING: %d unlinked MULTI-MONO instance(s). Pro Tools stores\n"

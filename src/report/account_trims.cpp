@@ -22,7 +22,7 @@ constexpr CountRow<TrimTallies> instance_rows[] = {
      "      (JS), with the same gain\n",
      qualifies_previous},
     {&TrimTallies::inverted_tracks,
-     "      %d track(s) that they turn over have their polarity inverted\n", qualifies_previous},
+     "      %d track(s) that they turn over have their polarity inverted\n"},
 };
 
 constexpr CountRow<TrimTallies> gain_rows[] = {

@@ -262,7 +262,7 @@ ConversionReport conversion_report(const ReportFacts& facts, const RunTallies& t
     print_track_list(out, tallies);
     print_every_plugin(out, tallies.chains, tallies.track_facts);
     print_plugin_names(out, tallies.chains);
-    const int needs_look = print_needs_look(out, tallies, facts.console_has_warnings);
+    const int needs_look = print_needs_look(out, tallies, facts.console_warnings);
     print_picture_and_wide_tracks(out, tallies);
     print_privacy(out, facts.usage_shared);
     return {out.text(), needs_look};

@@ -28,7 +28,7 @@ struct ReportFacts {
     bool has_session_start = false;
     int instrument_tracks = 0;  ///< of the written tracks
     bool no_stand_ins = false;
-    bool console_has_warnings = false;
+    int console_warnings = 0;  ///< how many the account has
     bool usage_shared = false;
 };
 

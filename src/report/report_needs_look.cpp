@@ -95,9 +95,16 @@ void add_all_plugins(LookList& list) {
                      "  (install these and convert again to keep them):\n");
 }
 
+/// How many warnings of the console tell what the list tells as well.
+int warnings_in_list(const RunTallies& tallies) {
+    return static_cast<int>(!tallies.mix.levels.wide_strips.empty()) +
+           static_cast<int>(!tallies.chains.multi_mono.empty()) +
+           static_cast<int>(!tallies.media.missing_files.empty());
+}
+
 }  // namespace
 
-int print_needs_look(TextBuffer& out, const RunTallies& tallies, bool console_has_warnings) {
+int print_needs_look(TextBuffer& out, const RunTallies& tallies, int console_warnings) {
     out.append("\nNEEDS A LOOK\n");
     LookList list(out, tallies);
     add_all_plugins(list);
@@ -113,12 +120,16 @@ int print_needs_look(TextBuffer& out, const RunTallies& tallies, bool console_ha
                    "  %d track(s) matched no strip row (appended at the end)\n");
     list.add_names(tallies.media.missing_files,
                    "  %d referenced audio file(s) not in \"Audio Files\" or beside it:\n");
-    if (list.items() == 0 && console_has_warnings) {
+    if (list.items() == 0 && console_warnings > 0) {
         out.append(
             "  nothing in this list; but the console account of this run has\n"
             "  warnings. Read those as well.\n");
     } else if (list.items() == 0) {
         out.append("  nothing - everything in this session was carried across\n");
+    } else if (console_warnings > warnings_in_list(tallies)) {
+        out.append(
+            "  The console account of this run has warnings beyond this list.\n"
+            "  Read those as well.\n");
     }
     return list.items();
 }

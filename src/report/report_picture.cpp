@@ -7,6 +7,12 @@ namespace tanrove {
 
 namespace {
 
+/// A sentence that counts the files below it.
+void print_files(TextBuffer& out, const std::vector<std::string>& files, CountText text) {
+    if (!print_count(out, static_cast<int>(files.size()), text)) return;
+    out.append(one_name_a_line(files, no_cap));
+}
+
 void print_picture(TextBuffer& out, const VideoTallies& video) {
     if (video.tracks <= 0) return;
     out.print(
@@ -28,12 +34,12 @@ void print_picture(TextBuffer& out, const VideoTallies& video) {
     print_count(out, video.clips_without_movie,
                 "    %d video clip(s) are NOT in the project: which of the session's\n"
                 "    movies they play could not be told from their names.\n");
-    if (!video.missing_movies.empty()) {
-        print_count(out, static_cast<int>(video.missing_movies.size()),
-                    "    %d video file(s) were not found next to the session, so their\n"
-                    "    items arrive offline, under the bare file name:\n");
-        out.append(one_name_a_line(video.missing_movies, no_cap));
-    }
+    print_files(out, video.movies_elsewhere,
+                "    %d video file(s) were found outside \"Video Files\"; their items\n"
+                "    point there:\n");
+    print_files(out, video.missing_movies,
+                "    %d video file(s) were not found next to the session, so their\n"
+                "    items arrive offline, under the bare file name:\n");
     out.append(
         "    Pro Tools' Video Sync Offset (Setup > Video Sync Offset) is a\n"
         "    preference, not part of the session file: if you work with one,\n"

@@ -36,7 +36,9 @@ const char* tag(OutcomeKind kind) {
 }
 
 void print_missing(TextBuffer& out, const ChainTallies& chains) {
-    const int marked = count_of(chains, is_marked_missing);
+    const int marked = count_of(chains, [](const PluginOutcome& outcome) {
+        return outcome.not_installed && outcome.kind == OutcomeKind::carried;
+    });
     if (marked == 1) {
         out.append(
             "  1 is marked (not installed): its settings WERE written, and it\n"

@@ -14,8 +14,8 @@ void print_every_plugin(TextBuffer& out, const ChainTallies& chains,
 void print_plugin_names(TextBuffer& out, const ChainTallies& chains);
 
 /// What a person should look at; returns how many items were printed.
-/// `console_has_warnings`: where no item is, the reader is pointed there.
-int print_needs_look(TextBuffer& out, const RunTallies& tallies, bool console_has_warnings);
+/// `console_warnings`: how many the account has; the reader is pointed to those not in the list.
+int print_needs_look(TextBuffer& out, const RunTallies& tallies, int console_warnings);
 
 /// Picture, and tracks wider than stereo. Nothing where there are none.
 void print_picture_and_wide_tracks(TextBuffer& out, const RunTallies& tallies);

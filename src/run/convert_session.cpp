@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <map>
+#include <string_view>
 #include <utility>
 
 #include "base/c_locale.hpp"
@@ -62,10 +63,15 @@ double usable_tempo(double asked_bpm) {
 // Of a session that does not say who saved it, the container tells this version or a later one.
 constexpr int least_open_version = 12;
 
-/// Whether the account warns of anything: of the state of the session's file, or of what is lost.
-bool has_warnings(const std::string& account) {
-    return account.find("WARNING:") != std::string::npos ||
-           account.find("*** THIS SESSION FILE") != std::string::npos;
+/// How often the account warns: of the state of the session's file, or of what is lost.
+int count_warnings(const std::string& account) {
+    int warnings = 0;
+    for (const std::string_view begin : {" WARNING: ", "*** THIS SESSION FILE"}) {
+        for (std::size_t at = 0; (at = account.find(begin, at)) != std::string::npos; ++at) {
+            ++warnings;
+        }
+    }
+    return warnings;
 }
 
 /// Everything between the opened session and the end of the account.
@@ -225,7 +231,7 @@ void Conversion::give_account(const AccountFacts& facts, MediaSearch& media,
     const std::string closing = closing_notes(facts, tallies_);
     if (wants_report_) {
         const std::string& said = *console_state().console_capture;
-        report.console_has_warnings = has_warnings(said) || has_warnings(closing);
+        report.console_warnings = count_warnings(said) + count_warnings(closing);
         report.sample_rate_hz = facts.sample_rate_hz;
         report.tempo_bpm = facts.tempo_bpm;
         give_report(report);

@@ -2,6 +2,8 @@
 #include "timeline/track_timebase.hpp"
 
 #include <algorithm>
+#include <set>
+#include <string_view>
 
 #include "session/record_forms.hpp"
 
@@ -28,6 +30,19 @@ bool looks_tick_based(const std::vector<ClipItem>& clips) {
     return 2 * static_cast<std::size_t>(large) >= clips.size();
 }
 
+/// Counts tracks as Pro Tools shows them: the legs and playlists of one have its name in the list.
+class TrackCount {
+public:
+    void add(const TimelineTrack& track) {
+        if (track.listed_name.empty() || names_.insert(track.listed_name).second) ++count_;
+    }
+    int count() const { return count_; }
+
+private:
+    std::set<std::string_view> names_;
+    int count_ = 0;
+};
+
 /// A clip may begin a hair before the session's origin, as its stored ticks can: that is the
 /// origin.
 double ticks_from_origin(std::uint64_t stored) {
@@ -42,19 +57,25 @@ void decide_timebases(std::vector<TimelineTrack>& tracks, std::span<const Playli
     const bool all_tick = !records.empty() && std::ranges::ssize(records) == tick_records;
     const bool all_sample = !records.empty() && tick_records == 0;
 
+    TrackCount tick_based, sample_based, unpaired, judged;
     for (auto& track : tracks) {
         if (track.record) {
             track.tick_based = records[*track.record].in_ticks;
         } else if ((all_tick || all_sample) && agree_with(track.clips, all_tick)) {
             track.tick_based = all_tick;
-            ++tallies.unpaired_tracks;
+            unpaired.add(track);
             tallies.unpaired_are_tick_based = all_tick ? 1 : 0;
         } else {
             track.tick_based = looks_tick_based(track.clips);
-            ++(records.empty() ? tallies.judged_without_records : tallies.judged_between_records);
+            judged.add(track);
         }
-        ++(track.tick_based ? tallies.tick_based_tracks : tallies.sample_based_tracks);
+        (track.tick_based ? tick_based : sample_based).add(track);
     }
+    tallies.tick_based_tracks += tick_based.count();
+    tallies.sample_based_tracks += sample_based.count();
+    tallies.unpaired_tracks += unpaired.count();
+    (records.empty() ? tallies.judged_without_records : tallies.judged_between_records) +=
+        judged.count();
 }
 
 double stored_seconds(std::uint64_t stored, bool tick_based, double rate_hz,

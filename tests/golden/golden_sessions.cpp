@@ -583,7 +583,9 @@ GoldenCase bus_takers() {
     session.track(wide).track(aux("Bed bus", "Bed", 6));
     session.track(band).track(keys).track(routed("Guitar", "Band")).track(routed("Solo", "Main"));
     session.folder(13, {14, 15, 16}).strip_table_form(builder::StripTableForm::since_2022);
-    return {"bus_takers", session, {}, {"Voice.wav"}};
+    GoldenCase takers{"bus_takers", session, {}, {"Voice.wav"}};
+    takers.parallel_receives = 1;
+    return takers;
 }
 
 /// Hidden and inactive tracks, some of them needed: by a send of what is written, by a key of what

@@ -17,11 +17,14 @@ struct GoldenCase {
     RunOptions options;
     std::vector<std::string> audio_on_disk;  ///< files that stand in "Audio Files"
     std::vector<std::pair<std::string, std::string>> other_files = {};  ///< names and texts
+    int parallel_receives = 0;  ///< of sends that more than one aux takes, all but the first
+    std::size_t cut_bytes = 0;  ///< that the session's file lacks at its end
 };
 
 std::vector<GoldenCase> golden_cases();
 std::vector<GoldenCase> midi_golden_cases();
 std::vector<GoldenCase> plugin_golden_cases();
+std::vector<GoldenCase> account_golden_cases();
 
 /// A session whose tracks and clips are coloured by the coding of this number.
 builder::SessionBuilder coloured_session(std::uint8_t scheme);

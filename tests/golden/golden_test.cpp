@@ -9,11 +9,11 @@
 #include <set>
 
 #include "golden/golden_sessions.hpp"
-#include "golden/told_counts.hpp"
 #include "report/usage_summary.hpp"
 #include "run/convert_session.hpp"
 #include "support/golden_text.hpp"
 #include "support/temp_folder.hpp"
+#include "support/told_counts.hpp"
 
 namespace tanrove {
 namespace {
@@ -37,9 +37,9 @@ void expect_golden(const std::string& file, const std::string& text) {
     builder::expect_golden(std::string(TANROVE_GOLDEN_FOLDER) + "/" + file, text);
 }
 
-const std::set<std::string> cases_with_reports = {"empty_session", "plugins",         "dynamics",
-                                                  "surround",      "left_out_tracks", "frozen",
-                                                  "clip_effects"};
+const std::set<std::string> cases_with_reports = {
+    "empty_session", "plugins", "dynamics", "surround", "left_out_tracks", "frozen", "clip_effects",
+    "much_left_out", "damaged", "full_mix", "video"};
 
 TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     const auto& c = GetParam();
@@ -52,6 +52,7 @@ TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     }
     for (const auto& [name, text] : c.other_files) ASSERT_TRUE(write_file_text(name, text));
     ASSERT_TRUE(c.session.write("Song.ptx"));
+    fs::resize_file("Song.ptx", fs::file_size("Song.ptx") - c.cut_bytes);
 
     RunOptions options = c.options;
     options.session_path = "Song.ptx";
@@ -73,7 +74,8 @@ TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     account.replace(account.find(wrote), wrote.size(), "  Not written (--check).\n");
     EXPECT_NE(check.console_text.find(account), std::string::npos) << check.console_text;
 
-    golden::expect_told_counts(project, result.console_text, result.report_text, usage);
+    builder::expect_told_counts(project, result.console_text, result.report_text, usage,
+                                c.parallel_receives);
     expect_golden(c.name + ".rpp", project);
     if (cases_with_reports.contains(c.name)) {
         expect_golden(c.name + ".report.txt", result.report_text);
@@ -127,6 +129,9 @@ INSTANTIATE_TEST_SUITE_P(Projects, Golden, testing::ValuesIn(golden::golden_case
                          [](const auto& test) { return test.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(PluginProjects, Golden, testing::ValuesIn(golden::plugin_golden_cases()),
+                         [](const auto& test) { return test.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(AccountProjects, Golden, testing::ValuesIn(golden::account_golden_cases()),
                          [](const auto& test) { return test.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(MidiProjects, Golden, testing::ValuesIn(golden::midi_golden_cases()),

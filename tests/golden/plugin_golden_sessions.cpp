@@ -255,6 +255,48 @@ SessionBuilder session_with_channel_strips() {
     return SessionBuilder().track(track);
 }
 
+TrackSpec instrument() {
+    TrackSpec keys;
+    keys.name = "Keys";
+    keys.kind = TrackKind::instrument;
+    keys.tick_based = true;
+    keys.inserts = {{.code = "MakrKnd4"}};
+    keys.midi_clips.resize(1);
+    keys.midi_clips[0].region = "Chords";
+    keys.midi_clips[0].length = 3840000;
+    keys.midi_clips[0].stream.notes = {{0}, {960000, 240000, 64}, {1920000, 240000, 67}};
+    return keys;
+}
+
+/// A bit of everything that a mix has: clips, MIDI, automation, sends, a group, a master, plug-ins
+/// that are here, that are nowhere, and that REAPER's own stand in for.
+SessionBuilder session_of_a_mix() {
+    constexpr std::int64_t second = 48000;
+    SessionBuilder session;
+    session.audio_file({"Voice.wav", 10 * second, 0}).bus("Verb", 5);
+    session.tempo(0, 90).meter(0, 1, 3, 4).marker("Verse", 0);
+    TrackSpec voice = track_with("Voice", equalisers(), 0, 1);
+    voice.kind = TrackKind::audio;
+    voice.clips = {{.region = "Voice", .length = second},
+                   {.region = "Voice-01", .position = 2 * second, .length = second}};
+    voice.clips[0].gain = {{0, -3}};
+    voice.volume_lane = {.initial = 0, .points = {{second, 0}, {2 * second, -60}}};
+    voice.sends = {{.target = "Verb", .level_lane = {.initial = -60, .points = {{second, 0}}}}};
+    voice.comment = "lead";
+    voice.inserts.push_back({.code = "MakrKnd3"});
+    voice.inserts.back().lanes = {{.index = 2, .id = "1", .points = {{second, 0}}}};
+    TrackSpec drums = trimmed("Drums", 2, {{builder::TrimSpec{.inverted = true}}});
+    drums.kind = TrackKind::audio;
+    drums.inserts.push_back(avid_insert("Digidn3c", 14, {{0, 10}, {1, 4}, {5, -24}, {6, 1}}));
+    TrackSpec verb = track_with("Room", {{.code = "MakrKnd2"}, {.code = "NoneSuch"}, {}}, 0, 3);
+    verb.input = "Verb";
+    verb.input_is_bus = true;
+    TrackSpec master = track_with("Print", {{.code = "MakrKnd4"}}, 0, 1);
+    master.kind = TrackKind::master;
+    session.track(voice).track(drums).track(instrument()).track(verb).track(master);
+    return session.group({.name = "Band", .members = {0, 1}, .kind = 1, .slot = 0});
+}
+
 GoldenCase with_lists(const std::string& name, const SessionBuilder& session,
                       const RunOptions& options) {
     GoldenCase made{name, session, options, {}};
@@ -278,7 +320,10 @@ std::vector<GoldenCase> plugin_golden_cases() {
     RunOptions plain;
     plain.no_stand_ins = plain.skip_bypassed_fx = true;
     const SessionBuilder session = session_with_plugins();
-    return {with_lists("plugins", session, {}),
+    GoldenCase mix = with_lists("full_mix", session_of_a_mix(), {});
+    mix.audio_on_disk = {"Voice.wav"};
+    return {mix,
+            with_lists("plugins", session, {}),
             with_lists("plugins_as_clap", session, clap),
             with_lists("plugins_fewer", session, fewer),
             {"trims", session_with_trims(), {}, {"Bed.wav"}},

@@ -61,6 +61,10 @@ TEST(UsageSummary, CountsEqualPluginsOnceAndNamesEachResult) {
     outcomes[8].not_installed = true;
     outcomes[9].inactive = outcomes[9].not_installed = true;
     tallies.chains.plugin_list_missing = true;
+    tallies.mix.levels.panners_left_still = 1;
+    tallies.timeline.loops.unlooped = 1;
+    tallies.mix.video.clips_without_movie = 1;
+    tallies.media.missing_files = {"gone.wav"};
     UsageFacts facts;
     facts.problem_recorded = true;
     EXPECT_EQ(
@@ -76,8 +80,10 @@ TEST(UsageSummary, CountsEqualPluginsOnceAndNamesEachResult) {
         "{\"product\":\"Stateless\",\"result\":\"left-out\",\"as\":\"none\",\"count\":1},"
         "{\"product\":\"Unheard\",\"result\":\"left-out\",\"as\":\"none\",\"count\":1},"
         "{\"product\":\"Unknown\",\"result\":\"unsupported\",\"as\":\"none\",\"count\":1}],"
-        "\"not_converted\":[\"aax-only-plugins\",\"unrecognized-plugins\"],"
-        "\"warnings\":[\"no-plugin-list\",\"plugins-not-installed\",\"needs-a-look\"]");
+        "\"not_converted\":[\"aax-only-plugins\",\"unrecognized-plugins\","
+        "\"surround-panner-lanes\",\"loops-not-written\",\"video-not-written\"],"
+        "\"warnings\":[\"no-plugin-list\",\"plugins-not-installed\",\"media-missing\","
+        "\"needs-a-look\"]");
 }
 
 TEST(UsageSummary, ListsFourHundredPluginsAndSaysThatThereAreMore) {

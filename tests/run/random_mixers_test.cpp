@@ -12,6 +12,7 @@
 #include "session/block_index.hpp"
 #include "support/session_builder.hpp"
 #include "support/temp_folder.hpp"
+#include "support/told_counts.hpp"
 
 namespace tanrove {
 namespace {
@@ -255,8 +256,12 @@ protected:
         RunOptions options;
         options.session_path = "Song.ptx";
         options.overwrite = true;
-        const bool converts = convert_session(options, nullptr, nullptr) == 0;
-        return converts ? builder::file_text("Song.rpp") : "";
+        ConversionResult result;
+        if (convert_session(options, &result, nullptr) != 0) return "";
+        const std::string project = builder::file_text("Song.rpp");
+        builder::expect_told_counts(project, result.console_text, result.report_text,
+                                    console_state().usage_body);
+        return project;
     }
 
 private:

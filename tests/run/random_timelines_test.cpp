@@ -11,6 +11,7 @@
 #include "support/project_reader.hpp"
 #include "support/session_builder.hpp"
 #include "support/temp_folder.hpp"
+#include "support/told_counts.hpp"
 
 namespace tanrove {
 namespace {
@@ -407,8 +408,12 @@ TEST(RandomTimelines, PlayWhatIsDrawnOnTopWithItsFadesAndGains) {
         RunOptions options;
         options.session_path = "s.ptx";
         options.overwrite = true;
-        convert_session(options, nullptr, nullptr);
-        const auto project = builder::read_project(builder::file_text("s.rpp"));
+        ConversionResult result;
+        convert_session(options, &result, nullptr);
+        const std::string text = builder::file_text("s.rpp");
+        builder::expect_told_counts(text, result.console_text, result.report_text,
+                                    console_state().usage_body);
+        const auto project = builder::read_project(text);
         ASSERT_EQ(project.tracks.size(), tracks + 1);
         for (int at = 0; at < cells; ++at) {
             ASSERT_EQ(played(project.tracks.back().items, (at + 0.5) * cell / rate_hz),

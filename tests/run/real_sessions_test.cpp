@@ -18,6 +18,7 @@
 #include "support/project_reader.hpp"
 #include "support/session_cipher.hpp"
 #include "support/temp_folder.hpp"
+#include "support/told_counts.hpp"
 
 namespace tanrove {
 namespace {
@@ -49,8 +50,13 @@ Converted convert_real(const std::string& file, RunOptions options = {},
     console_state().console_sink = nullptr;
     converted.found = true;
     converted.file_count = folder.file_count();
-    converted.project = builder::read_project(file_text(options.output_path));
+    const std::string project = file_text(options.output_path);
+    converted.project = builder::read_project(project);
     converted.console = result.console_text;
+    if (!project.empty()) {
+        builder::expect_told_counts(project, result.console_text, result.report_text,
+                                    console_state().usage_body);
+    }
     EXPECT_EQ(converted.project.closed, converted.file_count > 0);
     return converted;
 }
