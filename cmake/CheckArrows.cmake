@@ -37,7 +37,7 @@ endforeach()
 
 file(GLOB_RECURSE all_sources RELATIVE ${ROOT} ${ROOT}/src/*.cpp ${ROOT}/tests/*.cpp
      ${ROOT}/bench/*.cpp ${ROOT}/fuzz/*.cpp ${ROOT}/examples/*.cpp
-     ${ROOT}/tools/*.cpp)
+     ${ROOT}/pages/*.cpp ${ROOT}/tools/*.cpp)
 foreach(source ${all_sources})
   set(listed FALSE)
   get_filename_component(folder ${source} DIRECTORY)

@@ -5,6 +5,9 @@ set -euo pipefail
 
 packages=(g++ clang cmake ninja-build ccache libgtest-dev libbenchmark-dev locales)
 [ "${TANROVE_INSTALL_CHECKERS:-0}" = 1 ] && packages+=(clang-format clang-tidy libclang-rt-dev)
+if [ "${TANROVE_INSTALL_PACKAGERS:-0}" = 1 ]; then
+    packages+=(dpkg-dev pkgconf man-db mandoc zsh fish)
+fi
 # An independent parser from the npm registry reads the projects that the tests write. Some machines
 # have npm from elsewhere.
 if [ "${TANROVE_INSTALL_PARSER:-1}" = 1 ] && ! command -v npm >/dev/null 2>&1; then

@@ -26,16 +26,18 @@ constexpr std::int32_t theme_dark = 2;
 /// `RunOptions::tempo_override` where the text that was given is no tempo at all.
 constexpr double no_tempo = -1;
 
-/// One conversion's options, in the order in which callers know them.
+/// One conversion's options, in the order in which callers know them. `tanrove --help` and the
+/// manual tell what each switch does to the project; as it stands here, a record with nothing but
+/// `session_path` set is a run without options.
 struct RunOptions {
     std::string session_path;
-    std::string output_path;  ///< empty: beside the session, under its name
-    std::string audio_dir = "Audio Files";
+    std::string output_path;                ///< empty: beside the session, under its name
+    std::string audio_dir = "Audio Files";  ///< counts where it is given; else beside the session
     bool audio_dir_given = false;
     std::string program_path;  ///< files that belong to the program are looked for beside it
-    std::string vstini_path;
-    std::vector<std::string> params_paths;
-    std::string want_params_path;
+    std::string vstini_path;   ///< empty: REAPER's list where REAPER keeps it
+    std::vector<std::string> params_paths;  ///< empty: the tables beside the program
+    std::string want_params_path;           ///< empty: no list is written
     /// Quarter notes a minute; 0: the session's own, and so is, with a word about it, what lies at
     /// or outside the bounds of a session's tempo.
     double tempo_override = 0;
@@ -73,7 +75,7 @@ struct RunOptions {
     bool no_ara = false;
     bool skip_hidden_tracks = false;
     bool skip_inactive_tracks = false;
-    std::string usage_json_path;
+    std::string usage_json_path;  ///< for the command line; a caller in the process writes its own
     bool usage_shared = false;
     std::int32_t bypass_mode = bypass_kept;  ///< not kept in step with `skip_bypassed_fx`
     std::int32_t comments_mode = comments_in_project;
