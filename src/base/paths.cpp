@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "base/platform.hpp"
+
 namespace tanrove {
 
 namespace {
@@ -34,10 +36,28 @@ std::string without_extension(const std::string& path) {
     return path.substr(0, extension_at(path));
 }
 
-bool can_be_read(const std::string& path) {
+bool is_regular_file(const std::string& path) {
+    return std::filesystem::is_regular_file(status_of(path));
+}
+
+bool is_folder(const std::string& path) {
+    return std::filesystem::is_directory(status_of(path));
+}
+
+std::optional<std::uintmax_t> file_size_of(const std::string& path) {
     std::error_code error;
-    return std::filesystem::is_regular_file(path, error) &&
-           std::ifstream(path, std::ios::binary).is_open();
+    const std::uintmax_t size = std::filesystem::file_size(native_path(path), error);
+    if (error) return std::nullopt;
+    return size;
+}
+
+bool are_one_file(const std::string& path, const std::string& other) {
+    std::error_code error;
+    return std::filesystem::equivalent(native_path(path), native_path(other), error) && !error;
+}
+
+bool can_be_read(const std::string& path) {
+    return is_regular_file(path) && std::ifstream(native_path(path), std::ios::binary).is_open();
 }
 
 std::string lower_cased(std::string text) {

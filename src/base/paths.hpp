@@ -1,6 +1,8 @@
 // Paths as text: session paths come from any system, so both slashes count everywhere.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 namespace tanrove {
@@ -17,6 +19,17 @@ std::string::size_type extension_at(const std::string& path);
 
 /// The path up to its extension, whole if it has none.
 std::string without_extension(const std::string& path);
+
+/// True of a file, not of a folder, a pipe or a device.
+bool is_regular_file(const std::string& path);
+
+bool is_folder(const std::string& path);
+
+/// The size of a file in bytes; nullopt if there is none.
+std::optional<std::uintmax_t> file_size_of(const std::string& path);
+
+/// True if both paths lead to one file, which is there.
+bool are_one_file(const std::string& path, const std::string& other);
 
 /// True if the file can be opened for reading. A folder, a pipe or a device counts as no file: some
 /// of them would be waited for.

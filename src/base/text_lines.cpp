@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
-#include <filesystem>
+
+#include "base/paths.hpp"
+#include "base/platform.hpp"
 
 namespace tanrove {
 
@@ -15,9 +17,8 @@ constexpr std::size_t read_block_bytes = std::size_t{64} * 1024;
 }  // namespace
 
 std::optional<std::string> read_text_file(const std::string& path, std::size_t most_bytes) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
-    std::FILE* stream = std::fopen(path.c_str(), "rb");
+    if (!is_regular_file(path)) return std::nullopt;
+    std::FILE* stream = open_file(path.c_str(), "rb");
     if (stream == nullptr) return std::nullopt;
     std::string text;
     std::size_t count = 1;

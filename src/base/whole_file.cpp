@@ -1,6 +1,7 @@
 // Temporary files, the list of them that a signal handler reads, and the rename at the end.
 #include "base/whole_file.hpp"
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -8,11 +9,7 @@
 #include <filesystem>
 #include <utility>
 
-#if !defined(_WIN32)
-#include <unistd.h>
-
-#include <csignal>
-#endif
+#include "base/platform.hpp"
 
 namespace tanrove {
 
@@ -45,33 +42,10 @@ void replace_listed(const char* former, const char* path) {
     }
 }
 
-/// No signal is handled while this lives: a file and its place in the list change as one.
-class SignalsHeld {
-public:
-#if defined(_WIN32)
-    SignalsHeld() = default;
-#else
-    SignalsHeld() {
-        sigset_t all;
-        sigfillset(&all);
-        pthread_sigmask(SIG_SETMASK, &all, &former_);
-    }
-    ~SignalsHeld() {
-        pthread_sigmask(SIG_SETMASK, &former_, nullptr);
-    }
-#endif
-    SignalsHeld(const SignalsHeld&) = delete;
-    SignalsHeld& operator=(const SignalsHeld&) = delete;
-
-#if !defined(_WIN32)
-private:
-    sigset_t former_ = {};
-#endif
-};
-
 /// The path with the suffix, cut at a character so that its name leaves room for a number.
 std::string temporary_name(const std::string& path, const std::string& suffix) {
-    const std::size_t name_at = path.find_last_of('/') + 1;
+    const std::size_t name_bytes = path_text(native_path(path).filename()).size();
+    const std::size_t name_at = path.size() - std::min(name_bytes, path.size());
     std::size_t end = name_at + max_name_bytes - number_bytes - suffix.size();
     if (path.size() <= end) return path + suffix;
     while (end > name_at && (static_cast<unsigned char>(path[end]) & 0xC0U) == 0x80) --end;
@@ -101,13 +75,13 @@ bool may_be_written(const std::string& path, const DiskSteps& disk) {
 DiskSteps real_disk() {
     const auto rename = [](const char* from, const char* to) {
         std::error_code error;
-        fs::rename(from, to, error);
+        fs::rename(native_path(from), native_path(to), error);
         return error ? -1 : 0;
     };
-    return {.open = [](const char* path, const char* mode) { return std::fopen(path, mode); },
+    return {.open = open_file,
             .close = [](std::FILE* stream) { return std::fclose(stream); },
             .rename = rename,
-            .remove = [](const char* path) { return std::remove(path); }};
+            .remove = remove_file};
 }
 
 std::optional<std::string> read_whole_file(const std::string& path, const DiskSteps& disk) {
@@ -138,6 +112,7 @@ bool write_whole_file(const std::string& path, const std::string& text, const Di
 TemporaryFile::TemporaryFile(const std::string& target, const char* suffix, DiskSteps disk)
     : disk_(std::move(disk)) {
     const std::string wanted = temporary_name(target, suffix);
+    // The file and its place in the list change as one.
     const SignalsHeld held;
     for (int number = 1; number <= max_taken_names && stream_ == nullptr; ++number) {
         path_ = number == 1 ? wanted : wanted + std::to_string(number);
@@ -174,17 +149,18 @@ bool TemporaryFile::rename_to(const std::string& target) {
 WholeFile::WholeFile(const std::string& target, DiskSteps disk, const char* suffix)
     : disk_(std::move(disk)) {
     std::error_code error;
-    const fs::file_status former = fs::status(target, error);
+    const fs::file_status former = status_of(target);
     if (former.type() == fs::file_type::none) return;
     if (fs::exists(former) && !fs::is_regular_file(former)) {
         // Links to an open pipe (/dev/stdout) have no path to follow.
         straight_ = disk_.open(target.c_str(), "wb");
         return;
     }
-    target_ = end_of_links(target).string();
+    target_ = path_text(end_of_links(native_path(target)));
     if (fs::exists(former) && !may_be_written(target_, disk_)) return;
     temporary_.emplace(target_, suffix, disk_);
-    if (fs::exists(former)) fs::permissions(temporary_->path(), former.permissions(), error);
+    if (fs::exists(former))
+        fs::permissions(native_path(temporary_->path()), former.permissions(), error);
 }
 
 WholeFile::~WholeFile() {
@@ -213,11 +189,7 @@ bool WholeFile::put_in_place() {
 void remove_temporary_files() noexcept {
     for (const auto& listed : listed_files) {
         const char* path = listed;
-#if defined(_WIN32)
-        if (path != nullptr) std::remove(path);
-#else
-        if (path != nullptr) unlink(path);
-#endif
+        if (path != nullptr) remove_file(path);
     }
 }
 

@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <fstream>
 #include <string_view>
 #include <utility>
 
 #include "base/guid.hpp"
+#include "base/text_lines.hpp"
 #include "project/quoted_text.hpp"
 
 namespace tanrove {
@@ -104,11 +104,9 @@ void write_frozen_render(TextSink& out, const FrozenRender& render, std::uint32_
 
 RenderFile find_render(MediaSearch& media, const std::string& file) {
     const MediaPath& answer = media.find(file);
-    std::string mark(mark_bytes, '\0');
-    std::ifstream stream(answer.path, std::ios::binary);
-    stream.read(mark.data(), static_cast<std::streamsize>(mark.size()));
+    const std::string mark = read_text_file(answer.path, mark_bytes).value_or("");
     const bool is_audio = std::ranges::find(audio_marks, mark) != audio_marks.end();
-    return {.path = answer.path, .found = answer.found, .readable = stream.good() && is_audio};
+    return {.path = answer.path, .found = answer.found, .readable = is_audio};
 }
 
 }  // namespace tanrove

@@ -6,10 +6,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <filesystem>
 #include <new>
 #include <optional>
 
+#include "base/paths.hpp"
+#include "base/platform.hpp"
 #include "ptformat/audio_file_list.hpp"
 #include "ptformat/cipher.hpp"
 #include "ptformat/clip_lists.hpp"
@@ -40,16 +41,15 @@ struct FileCloser {
 /// The bytes of a regular file that begins as a session does; nullopt for any other. The header is
 /// looked at first, so that a large file of another kind costs nothing.
 std::optional<std::vector<std::uint8_t>> read_file(const std::string& path) {
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (error || size < header_bytes || size > PTFFormat::max_file_bytes) return std::nullopt;
-    const std::unique_ptr<std::FILE, FileCloser> file(std::fopen(path.c_str(), "rb"));
+    if (!tanrove::is_regular_file(path)) return std::nullopt;
+    const auto size = tanrove::file_size_of(path);
+    if (!size || *size < header_bytes || *size > PTFFormat::max_file_bytes) return std::nullopt;
+    const std::unique_ptr<std::FILE, FileCloser> file(tanrove::open_file(path.c_str(), "rb"));
     if (!file) return std::nullopt;
     std::array<std::uint8_t, header_bytes> header{};
     if (std::fread(header.data(), 1, header_bytes, file.get()) != header_bytes) return std::nullopt;
     if (!read_cipher(ByteView(header))) return std::nullopt;
-    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(size));
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(*size));
     std::copy(header.begin(), header.end(), bytes.begin());
     const std::size_t rest = bytes.size() - header_bytes;
     bytes.resize(header_bytes + std::fread(bytes.data() + header_bytes, 1, rest, file.get()));

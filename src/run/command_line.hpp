@@ -5,19 +5,13 @@
 #include <string>
 #include <vector>
 
+#include "base/platform.hpp"
 #include "run/run_options.hpp"
 
 namespace tanrove {
 
 /// What the command line asks for.
 enum class Command { convert, learn, show_help, show_version, refuse };
-
-/// 1 where a double click opens a console window of its own, which closes with the program.
-#if defined(_WIN32)
-constexpr std::int32_t default_pause_at_end = 1;
-#else
-constexpr std::int32_t default_pause_at_end = 0;
-#endif
 
 /// A command line, taken apart.
 struct CommandLine {

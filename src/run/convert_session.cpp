@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <string_view>
 #include <utility>
@@ -13,6 +12,7 @@
 #include "base/c_locale.hpp"
 #include "base/formatted_text.hpp"
 #include "base/paths.hpp"
+#include "base/platform.hpp"
 #include "project/media_search.hpp"
 #include "project/movie_search.hpp"
 #include "report/console_account.hpp"
@@ -122,7 +122,7 @@ std::int32_t Conversion::run() {
                                       image.rate, time_.tempo_bpm));
         return converted;
     }
-    if (std::getenv("TANROVE_DUMP_LANES") != nullptr) {
+    if (environment_value("TANROVE_DUMP_LANES")) {
         std::fputs(strip_lanes_text(read_mixer(index, strips)).c_str(), stderr);
     }
     const PluginKnowledge plugins = load_plugin_knowledge(options_, index, strips.inserts);

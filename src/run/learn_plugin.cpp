@@ -2,9 +2,8 @@
 // depends on how it keeps them, and the user is told which of the two it is.
 #include "run/learn_plugin.hpp"
 
-#include <filesystem>
-
 #include "base/paths.hpp"
+#include "base/platform.hpp"
 #include "base/text_lines.hpp"
 #include "base/whole_file.hpp"
 #include "plugins/identity_rules.hpp"
@@ -77,9 +76,8 @@ void tell_what_transfers(const ChainPlugin& plugin) {
 
 /// Puts the line behind those that the table has. A table that cannot be read whole stays as it is.
 bool append_line(const std::string& table, const std::string& line) {
-    std::error_code error;
     std::string text;
-    if (std::filesystem::exists(table, error)) {
+    if (std::filesystem::exists(status_of(table))) {
         const auto lines = read_text_file(table, max_learned_file_bytes);
         if (!lines || lines->size() == max_learned_file_bytes) return false;
         text = *lines;

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "base/paths.hpp"
+#include "base/platform.hpp"
 #include "run/output_path.hpp"
 
 namespace tanrove {
@@ -30,7 +31,7 @@ std::string absolute(const std::string& path) {
     std::error_code error;
     const auto current = std::filesystem::current_path(error);
     if (error || is_absolute(path)) return path;
-    return without_slashes_at_end((current / path).lexically_normal().string());
+    return without_slashes_at_end(path_text((current / native_path(path)).lexically_normal()));
 }
 
 /// True if the session lies in the current folder, so named, and the project goes beside it.

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
 
+#include "base/paths.hpp"
 #include "run/console.hpp"
 #include "session/long_texts.hpp"
 
@@ -21,8 +21,7 @@ NotCarriedTallies count_not_carried(const BlockIndex& index, const ClipRecords& 
 }
 
 bool has_melodyne_edits(const std::string& session_folder) {
-    std::error_code error;
-    return std::filesystem::is_directory(session_folder + "/ARA Data", error);
+    return is_folder(session_folder + "/ARA Data");
 }
 
 }  // namespace tanrove

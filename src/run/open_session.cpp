@@ -2,15 +2,13 @@
 // if it did not, is its rate the reason, or its emptiness, or nothing that we have a name for.
 #include "run/open_session.hpp"
 
-#include <array>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <string_view>
 
 #include "base/formatted_text.hpp"
 #include "base/paths.hpp"
+#include "base/text_lines.hpp"
 #include "run/console.hpp"
 
 namespace tanrove {
@@ -73,10 +71,8 @@ bool has_older_name(const std::string& path) {
 }
 
 bool has_older_bytes(const std::string& path) {
-    std::array<char, age_bytes> head{};
-    std::ifstream in(path, std::ios::binary);
-    if (!in.read(head.data(), head.size())) return false;
-    return static_cast<unsigned char>(head[0]) == session_first_byte &&
+    const std::string head = read_text_file(path, age_bytes).value_or("");
+    return head.size() == age_bytes && static_cast<unsigned char>(head[0]) == session_first_byte &&
            static_cast<unsigned char>(head[cipher_type_at]) == older_cipher_type;
 }
 
@@ -116,9 +112,7 @@ void tell_rate(const std::string& path, std::int64_t rate) {
 }
 
 bool is_empty_file(const std::string& path) {
-    std::error_code error;
-    const auto size = std::filesystem::file_size(path, error);
-    return !error && size == 0;
+    return file_size_of(path) == 0;
 }
 
 void tell_empty_file(const std::string& path) {
@@ -135,9 +129,7 @@ void tell_empty_file(const std::string& path) {
 }
 
 bool is_too_large(const std::string& path) {
-    std::error_code error;
-    const auto size = std::filesystem::file_size(path, error);
-    return !error && size > PTFFormat::max_file_bytes;
+    return file_size_of(path) > PTFFormat::max_file_bytes;
 }
 
 void tell_too_large(const std::string& path) {

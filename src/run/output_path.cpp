@@ -1,8 +1,6 @@
 // Names for the project file, and the search for one that is not taken.
 #include "run/output_path.hpp"
 
-#include <filesystem>
-
 #include "base/formatted_text.hpp"
 #include "base/paths.hpp"
 #include "run/console.hpp"
@@ -13,8 +11,7 @@ namespace {
 
 /// True if a file or a folder has this name.
 bool is_taken(const std::string& path) {
-    std::error_code error;
-    return can_be_read(path) || std::filesystem::is_directory(path, error);
+    return can_be_read(path) || is_folder(path);
 }
 
 }  // namespace
@@ -41,9 +38,8 @@ std::string choose_output_path(const RunOptions& options) {
     std::string wanted = project_path(options);
     if (options.overwrite || options.check_only) return wanted;
     // A folder that was named as the project is refused when it is opened, not evaded.
-    std::error_code error;
     const bool is_named = !options.output_path.empty();
-    if (is_named && std::filesystem::is_directory(wanted, error)) return wanted;
+    if (is_named && is_folder(wanted)) return wanted;
     std::string path = free_project_path(wanted);
     if (path != wanted) {
         console_print(
@@ -55,8 +51,7 @@ std::string choose_output_path(const RunOptions& options) {
 }
 
 bool is_same_file(const std::string& path, const std::string& other) {
-    std::error_code error;
-    return path == other || std::filesystem::equivalent(path, other, error);
+    return path == other || are_one_file(path, other);
 }
 
 std::string second_pass_path(const std::string& first_output_path) {

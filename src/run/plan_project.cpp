@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/formatted_text.hpp"
+#include "base/platform.hpp"
 #include "mix/fold_dump.hpp"
 #include "project/frozen_track.hpp"
 #include "run/colour_input.hpp"
@@ -19,10 +20,9 @@ namespace tanrove {
 namespace {
 
 LeaveOutOptions leave_out_options(const RunOptions& options) {
-    const char* hidden_names = std::getenv("TANROVE_DEBUG_HIDE");
     return {.skip_hidden_tracks = options.skip_hidden_tracks,
             .skip_inactive_tracks = options.skip_inactive_tracks,
-            .hidden_names = hidden_names == nullptr ? "" : hidden_names};
+            .hidden_names = environment_value("TANROVE_DEBUG_HIDE").value_or("")};
 }
 
 CommentPlace comment_place(const RunOptions& options) {
@@ -165,10 +165,10 @@ ProjectPlan plan_project(const RunOptions& options, PlanningRecords records, Run
         project.head.notes.insert(project.head.notes.end(), marker_notes.begin(),
                                   marker_notes.end());
     }
-    if (std::getenv("TANROVE_DEBUG_FOLD") != nullptr) {
+    if (environment_value("TANROVE_DEBUG_FOLD")) {
         std::fputs(fold_text(records.strips.table, project.mix.tracks).c_str(), stderr);
     }
-    if (std::getenv("TANROVE_DUMP_CLIPCOL") != nullptr) {
+    if (environment_value("TANROVE_DUMP_CLIPCOL")) {
         std::fputs(clip_colours_text(project.mix.tracks).c_str(), stderr);
     }
     note_unmatched_tracks(tallies.mix.tracks);

@@ -1,10 +1,10 @@
 // The files stand beside the program, where REAPER keeps its own, or where the user says.
 #include "run/plugin_knowledge.hpp"
 
-#include <cstdlib>
 #include <utility>
 
 #include "base/paths.hpp"
+#include "base/platform.hpp"
 #include "base/text_lines.hpp"
 #include "base/whole_file.hpp"
 #include "plugins/learned_plugins.hpp"
@@ -56,8 +56,7 @@ ParameterNames load_parameter_names(const RunOptions& options, const std::string
 }
 
 std::string environment_text(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value == nullptr ? "" : value;
+    return environment_value(variable).value_or("");
 }
 
 /// Empty for a path without a folder.

@@ -3,12 +3,11 @@
 #include "run/run_driver.hpp"
 
 #include <cstdio>
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <utility>
 
+#include "base/platform.hpp"
 #include "base/version.hpp"
+#include "base/whole_file.hpp"
 #include "report/name_lists.hpp"
 #include "run/command_line.hpp"
 #include "run/console.hpp"
@@ -117,8 +116,7 @@ std::int32_t test_in_process_interface(RunOptions options, const RunSteps& steps
     const std::int32_t code = steps.convert(options, &result, nullptr);
     std::string on_disk;
     if (!result.report_path.empty()) {
-        std::ifstream report(result.report_path, std::ios::binary);
-        on_disk.assign(std::istreambuf_iterator<char>(report), {});
+        on_disk = read_whole_file(result.report_path, real_disk()).value_or("");
     }
     const bool identical = !on_disk.empty() && on_disk == result.report_text;
     console_print("  API SELFTEST: rc=%d report_text=%d ondisk=%d %s\n", static_cast<int>(code),
@@ -162,7 +160,7 @@ std::int32_t run_command(CommandLine& line, const RunSteps& steps) {
         console_print("tanrove: drag a .ptx file onto this program.\n");
         return exit_failure;
     }
-    if (std::getenv(self_test_variable) != nullptr) {
+    if (environment_value(self_test_variable)) {
         line.pause_at_end = 0;
         return test_in_process_interface(line.options, steps);
     }

@@ -1,10 +1,9 @@
 #include "run/run_files.hpp"
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 
 #include "base/paths.hpp"
+#include "base/platform.hpp"
 #include "base/whole_file.hpp"
 #include "run/console.hpp"
 #include "run/output_path.hpp"
@@ -13,11 +12,6 @@
 namespace tanrove {
 
 namespace {
-
-bool is_regular_file(const std::string& path) {
-    std::error_code error;
-    return std::filesystem::is_regular_file(path, error);
-}
 
 int count_plans(const std::vector<TrackPlan>& plans, auto&& is_meant) {
     return static_cast<int>(std::ranges::count_if(plans, is_meant));
@@ -33,8 +27,7 @@ int count_written(const ProjectPlan& project, auto&& is_meant) {
 ReportFacts report_facts(const RunOptions& options, const SessionVersion& version,
                          const TimeRecords& time) {
     ReportFacts facts;
-    const char* application = std::getenv("VORLANE_VERSION");
-    if (application != nullptr) facts.application_version = application;
+    facts.application_version = environment_value("VORLANE_VERSION").value_or("");
     facts.problem_kind = console_state().problem_kind;
     facts.problem_detail = console_state().problem_detail;
     facts.session_path = options.session_path;

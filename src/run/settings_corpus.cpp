@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "base/formatted_text.hpp"
+#include "base/paths.hpp"
+#include "base/platform.hpp"
 #include "base/whole_file.hpp"
 
 namespace tanrove {
@@ -44,11 +46,10 @@ std::string as_cell(std::string text) {
 
 bool SettingsCorpus::add_row(const std::string& cells) const {
     const std::string path = folder_ + "/" + corpus_table_name;
-    std::FILE* table = std::fopen(path.c_str(), "ab");
+    std::FILE* table = open_file(path.c_str(), "ab");
     if (table == nullptr) return false;
     std::string text = cells;
-    std::error_code error;
-    if (std::filesystem::file_size(path, error) == 0) {
+    if (file_size_of(path) == 0) {
         text =
             "name\tsig\tproduct\tident\tkind\tblocklen\tdocoff\tdoclen\tchunklen\tsession\n" + text;
     }
@@ -65,8 +66,7 @@ bool SettingsCorpus::write_sample(const PluginInsert& insert, const PluginTableR
                                        static_cast<unsigned>(hash & 0xffffffff));
     const std::string block_path = folder_ + "/" + name + "block";
     if (block_path.size() > max_corpus_path_bytes) return false;
-    std::error_code error;
-    if (std::filesystem::exists(block_path, error)) return true;
+    if (std::filesystem::exists(status_of(block_path))) return true;
     if (!write_whole_file(folder_ + "/" + name + "chunk", state)) return false;
     if (!write_whole_file(block_path, block)) return false;
     const std::uint64_t document_at =

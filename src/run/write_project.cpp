@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "base/paths.hpp"
+#include "base/platform.hpp"
 #include "base/whole_file.hpp"
 #include "project/extra_tracks.hpp"
 #include "project/frozen_track.hpp"
@@ -17,21 +19,8 @@ namespace tanrove {
 
 namespace {
 
-#if defined(_WIN32)
-constexpr const char* null_device = "NUL";
-#else
-constexpr const char* null_device = "/dev/null";
-#endif
-
-/// True if writing `path` would write over the session.
-bool is_session_itself(const std::string& path, const std::string& session_path) {
-    std::error_code error;
-    return std::filesystem::equivalent(path, session_path, error) && !error;
-}
-
 bool is_device(const std::string& path) {
-    std::error_code error;
-    const auto kind = std::filesystem::status(path, error).type();
+    const auto kind = status_of(path).type();
     return kind != std::filesystem::file_type::regular &&
            kind != std::filesystem::file_type::not_found;
 }
@@ -120,7 +109,7 @@ void foresee_post_passes(const ProjectPlan& project, const RunOptions& options,
 bool write_file(const ProjectPlan& project, const RunOptions& options, const std::string& path,
                 MediaSearch& media, MovieSearch& movies, RunTallies& tallies) {
     const std::string target = options.check_only ? null_device : path;
-    if (is_session_itself(target, options.session_path)) return false;
+    if (are_one_file(target, options.session_path)) return false;
     WholeFile file(target);
     if (file.stream() == nullptr) return false;
     if (!write_text(file.stream(), project, options, path, media, movies, tallies)) return false;
