@@ -23,6 +23,11 @@ int width_code(int source_channels, int target_channels) {
     return width / 2 * pair_code;
 }
 
+/// Channels that a track plays into its output: those of its panner, where it has one.
+int output_channels(const TrackPlan& plan) {
+    return plan.has_surround_panner() ? plan.panner->channels : plan.channels;
+}
+
 /// Channels of the bus that a track takes, 0 for none. A bus plays into the first plan of its
 /// strip.
 int taken_width(std::size_t plan, const RoutingView& routing) {
@@ -70,6 +75,7 @@ int widen_folders(std::vector<TrackPlan>& plans) {
 int own_channels(const std::vector<TrackPlan>& plans, std::size_t plan,
                  const RoutingView& routing) {
     return std::max({stereo_channels, reaper_channels(plans[plan].channels),
+                     reaper_channels(output_channels(plans[plan])),
                      reaper_channels(taken_width(plan, routing))});
 }
 
@@ -82,7 +88,8 @@ void settle_channel_counts(std::vector<TrackPlan>& plans, const RoutingView& rou
     tallies.master_channels = widen_folders(plans);
     for (TrackPlan& plan : plans) {
         for (ChannelReceive& receive : plan.channel_receives) {
-            receive.width_code = width_code(plans[receive.source].channels, plan.written_channels);
+            receive.width_code =
+                width_code(output_channels(plans[receive.source]), plan.written_channels);
         }
         for (ReceivePlan& receive : plan.receives) {
             receive.width_code = width_code(plans[receive.source].channels, plan.written_channels);

@@ -11,7 +11,8 @@ namespace tanrove {
 constexpr int max_track_channels = 128;
 
 /// The channels of a track itself, in front of those that hold keys: even, at least a pair, at most
-/// REAPER's limit, enough for what lies on it and for the surround bus that it takes.
+/// REAPER's limit, enough for what lies on it, for its panner and for the surround bus that it
+/// takes.
 int own_channels(const std::vector<TrackPlan>& plans, std::size_t plan, const RoutingView& routing);
 
 /// Settles `written_channels`, enough for the track's own channels and its key inputs, and on a

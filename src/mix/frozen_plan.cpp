@@ -81,7 +81,7 @@ std::optional<FreezeRefusal> ambiguity(const TrackRender& render) {
 std::optional<FreezeRefusal> obstacle(const TrackPlan& track, const RenderFile& file) {
     if (!file.found) return FreezeRefusal::not_on_disk;
     if (!track.lanes.empty()) return FreezeRefusal::has_lanes;
-    if (track.has_surround_panner) return FreezeRefusal::feeds_surround_panner;
+    if (track.has_surround_panner()) return FreezeRefusal::feeds_surround_panner;
     if (!file.readable) return FreezeRefusal::unreadable;
     return std::nullopt;
 }
@@ -106,13 +106,6 @@ std::vector<std::string> names_of_renders(const std::vector<TrackPlan>& tracks) 
         if (!track.session_name.empty()) names.push_back(track.session_name);
     }
     return names;
-}
-
-void mark_surround_panners(std::vector<TrackPlan>& tracks, const MixerLookup& mixer) {
-    for (TrackPlan& track : tracks) {
-        const Strip* strip = mixer.strip_of(track);
-        track.has_surround_panner = strip != nullptr && !strip->surround_lanes.empty();
-    }
 }
 
 void plan_frozen(std::vector<TrackPlan>& tracks, const FrozenInput& input, const TempoClock& clock,

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "mix/mixer_lookup.hpp"
 #include "mix/track_plan.hpp"
 #include "session/freeze_renders.hpp"
 #include "session/session_lists.hpp"
@@ -58,9 +57,6 @@ struct FrozenInput {
 
 /// The names under which Pro Tools may have kept renders of these tracks.
 std::vector<std::string> names_of_renders(const std::vector<TrackPlan>& tracks);
-
-/// Notes which tracks have a panner of more than two speakers.
-void mark_surround_panners(std::vector<TrackPlan>& tracks, const MixerLookup& mixer);
 
 /// Gives each track that can be delivered frozen its render, if that is wanted, and counts those
 /// that were frozen. The disk is asked only about renders that nothing else rules out.

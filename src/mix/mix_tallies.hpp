@@ -7,6 +7,7 @@
 #include "mix/leave_out.hpp"
 #include "mix/level_tallies.hpp"
 #include "mix/master_fader.hpp"
+#include "mix/plan_panners.hpp"
 #include "mix/routing_tallies.hpp"
 #include "mix/track_comments.hpp"
 #include "mix/track_groups.hpp"
@@ -30,6 +31,7 @@ struct MixTallies {
     MasterTallies master;
     VideoTallies video;
     RoutingTallies routing;
+    PannerTallies panners;
     ColourTallies colours;
 };
 

@@ -44,6 +44,9 @@ public:
     /// The mono paths that are parts of a path: told by its identity, else by its channels.
     std::vector<std::size_t> legs_of(std::size_t path) const;
 
+    /// The path that the table says this one is a part of.
+    std::optional<std::size_t> parent_of(std::size_t path) const;
+
     /// The stereo paths that a mono path lies in: the one that it is a part of, then all others of
     /// its table on its channel. Where its table has none, those around what it plays to.
     std::vector<StereoPlace> stereo_around(std::size_t path) const;
@@ -55,7 +58,6 @@ private:
     /// Channels count for each table: the session's own, and each kind of the hardware's.
     using Channel = std::pair<int, std::uint16_t>;
 
-    std::optional<std::size_t> parent_of(std::size_t path) const;
     std::optional<std::size_t> hardware_behind(std::size_t path) const;
     Channel channel_of(const IoPath& path, std::size_t place) const;
     void enter(std::size_t path);

@@ -8,10 +8,11 @@
 #include "mix/channel_counts.hpp"
 #include "mix/folder_depths.hpp"
 #include "mix/folder_tree.hpp"
-#include "mix/frozen_plan.hpp"
 #include "mix/key_inputs.hpp"
 #include "mix/mixer_lookup.hpp"
 #include "mix/mute_and_solo.hpp"
+#include "mix/panner_envelopes.hpp"
+#include "mix/plan_panners.hpp"
 #include "mix/plan_routes.hpp"
 #include "mix/strip_names.hpp"
 #include "mix/track_envelopes.hpp"
@@ -84,7 +85,8 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     MixPlan mix;
     const std::vector<StripRow> rows = input.assembly.strips.rows;
     const MixerLookup mixer(input.strips, rows, input.displays);
-    EnvelopePlanner envelopes(TempoClock(input.tempo_map, input.tempo_bpm), input.rate_hz);
+    const TempoClock clock(input.tempo_map, input.tempo_bpm);
+    EnvelopePlanner envelopes(clock, input.rate_hz);
 
     const TrackGroups groups = link_groups(input.groups, rows, input.vca_slots, tallies.groups);
     const std::vector<MidiTrackSettings> midi_settings = input.midi.settings;
@@ -105,6 +107,8 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
         return envelopes.plan(block, kind, lane, tallies.levels.envelopes);
     };
     plan_outputs(mix.tracks, routing, tallies.routing);
+    PannerEnvelopePlanner panner_envelopes(clock, input.rate_hz);
+    mix.panner_tries = plan_panners(mix.tracks, routing, mixer, panner_envelopes, tallies.panners);
     plan_key_inputs(mix.tracks, routing, send_envelope, tallies.routing);
     plan_sends(mix.tracks, routing, send_envelope, tallies.routing);
     folders.silent = silent_names(rows);
@@ -112,7 +116,6 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     plan_folders(mix.tracks, folders, tallies.folders);
     settle_channel_counts(mix.tracks, routing, tallies.routing);
 
-    mark_surround_panners(mix.tracks, mixer);
     settle_views(mix.tracks, mixer, tallies.views);
     mix.comments = place_comments(mix.tracks, mixer, input.comment_place, tallies.comments);
     plan_levels(mix.tracks, mixer, mono_outputs(routes), envelopes, tallies.levels);
@@ -124,8 +127,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     place_master_track(mix.master, input.master.masters.row, rows, mix.tracks);
     mix.strip_tracks = plan_strip_tracks(mix.tracks, left_out, mixer, envelopes, tallies.levels);
     tallies.levels.mixer_strips = mixer.strip_count();
-    mix.video =
-        plan_video(input.video, TempoClock(input.tempo_map, input.tempo_bpm), tallies.video);
+    mix.video = plan_video(input.video, clock, tallies.video);
     const ColourCoding coding(rows, input.displays, midi_settings, input.colours.midi_outputs,
                               groups);
     plan_colours({mix.tracks, mix.strip_tracks, mix.master, mix.video}, input.colours, coding,

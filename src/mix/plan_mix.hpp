@@ -12,6 +12,7 @@
 #include "mix/master_fader.hpp"
 #include "mix/mix_tallies.hpp"
 #include "mix/plan_colours.hpp"
+#include "mix/plan_panners.hpp"
 #include "mix/strip_routes.hpp"
 #include "mix/track_comments.hpp"
 #include "mix/track_plan.hpp"
@@ -52,7 +53,8 @@ struct MixPlan {
     std::vector<TrackPlan> strip_tracks;
     MasterPlan master;
     VideoPlan video;
-    std::vector<TrackComment> comments;  ///< for the project's notes
+    std::vector<TrackComment> comments;   ///< for the project's notes
+    std::vector<PannerTry> panner_tries;  ///< for the developer
     bool has_solo_track = false;  ///< an empty soloed track stands last and silences the others
 };
 

@@ -41,8 +41,31 @@ MonoOutput mono_output(std::size_t path, const std::optional<BusRoute>& route,
     return around.empty() ? MonoOutput::no : static_cast<MonoOutput>(around.front().side);
 }
 
+/// The buses of more than two channels, each looked at once.
+class WideBuses {
+public:
+    WideBuses(const PathLookup& paths, std::vector<WideBus>& buses)
+        : paths_(paths), buses_(buses) {}
+
+    /// The place of the bus that an output is; none where it is no such bus, plays to the hardware,
+    /// or where no strip takes the whole of it.
+    std::optional<std::size_t> place_of(std::size_t path, const std::optional<BusRoute>& route) {
+        const IoPath& bus = paths_.at(path);
+        const bool is_wide = bus.channels.size() > 2 && !paths_.is_hardware(path);
+        if (!is_wide || !route || route->way != BusWay::input) return std::nullopt;
+        const auto [place, is_new] = places_.try_emplace(path, buses_.size());
+        if (is_new) buses_.push_back({bus.name, bus.channels.size(), layout_of(paths_, path)});
+        return place->second;
+    }
+
+private:
+    const PathLookup& paths_;
+    std::vector<WideBus>& buses_;
+    std::map<std::size_t, std::size_t> places_;
+};
+
 void resolve_output(const RoutingRow& row, const BusTable& buses, const KeyBuses& keys,
-                    ReceiveBudget& budget, StripRoute& route) {
+                    WideBuses& wide_buses, ReceiveBudget& budget, StripRoute& route) {
     route.has_no_output = row.has_slot && !row.has_output;
     if (!row.has_output) return;
     const PathLookup& paths = buses.paths();
@@ -54,6 +77,7 @@ void resolve_output(const RoutingRow& row, const BusTable& buses, const KeyBuses
     route.output = route_of(*path, buses, budget);
     route.mono_output = mono_output(*path, route.output, paths);
     route.output_is_hardware = paths.is_hardware(*path);
+    route.wide_bus = wide_buses.place_of(*path, route.output);
     route.feeds_keys_alone = !route.output && !route.output_is_hardware && keys.listen_to(*path);
 }
 
@@ -114,13 +138,14 @@ Routes resolve_routes(const std::vector<StripRow>& strips, const RoutingRecords&
     KeyBuses keys(buses, records);
     ReceiveBudget budget;
     Routes routes;
+    WideBuses wide_buses(buses.paths(), routes.wide_buses);
     routes.strips.resize(strips.size());
     for (std::size_t i = 0; i < strips.size(); ++i) routes.strips[i].name = shown_name(strips[i]);
     for (std::size_t i = 0; i < records.rows.size(); ++i) {
         const RoutingRow& row = records.rows[i];
         StripRoute& route = routes.strips[row.strip_row];
         route.routing_row = i;
-        resolve_output(row, buses, keys, budget, route);
+        resolve_output(row, buses, keys, wide_buses, budget, route);
         resolve_sends(row, buses, budget, route);
         route.taken_width = buses.width_taken_by(row.strip_row);
     }

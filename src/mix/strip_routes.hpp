@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "mix/bus_table.hpp"
+#include "mix/speaker_layouts.hpp"
 #include "session/inactive_tracks.hpp"
 #include "session/io_paths.hpp"
 #include "session/routing.hpp"
@@ -77,6 +78,13 @@ enum class MonoOutput : std::int8_t {
     no = 2,
 };
 
+/// A bus of more than two channels that some strip takes.
+struct WideBus {
+    std::string name;
+    std::size_t channels = 0;
+    BusLayout layout;
+};
+
 struct StripRoute {
     std::string name;  ///< as Pro Tools shows it
     std::optional<std::size_t> routing_row;
@@ -85,6 +93,8 @@ struct StripRoute {
     bool leads_astray = false;  ///< its output or a send has no name that can be read, nor a path
     bool feeds_keys_alone = false;  ///< it plays into a bus that only plug-ins' keys listen to
     bool output_is_hardware = false;
+    std::optional<std::size_t>
+        wide_bus;  ///< what it plays into, by its place in `Routes::wide_buses`
     /// It plays to the hardware as well as into `output`, and not all of it comes out of there.
     bool stays_on_master = false;
     MonoOutput mono_output = MonoOutput::no;
@@ -98,6 +108,7 @@ struct StripRoute {
 struct Routes {
     std::vector<StripRoute> strips;  ///< one entry a strip row, in their order
     std::vector<KeyBus> key_buses;
+    std::vector<WideBus> wide_buses;
 };
 
 /// The strips whose output is a path of one channel, by name.

@@ -66,9 +66,14 @@ bool moves_knobs(const Strip& strip) {
     return has_points(strip.pan_lane) || is_dual_panned(strip);
 }
 
-/// True for a mono or stereo strip: a wider one has a panner, which is no pan of a track's.
+bool is_wide(const TrackPlan& plan) {
+    return plan.channels > 2;
+}
+
+/// True for a mono or stereo strip that plays into no more than two channels: what it has else is a
+/// panner, which is no pan of a track's.
 bool has_one_pan(const TrackPlan& plan, const Strip& strip) {
-    return !strip.surround && plan.channels <= 2;
+    return !strip.surround && !plan.has_surround_panner() && !is_wide(plan);
 }
 
 /// An unmerged leg of a stereo track plays its own side and no more.
@@ -101,7 +106,7 @@ private:
         add(plan, "MUTEENV", EnvelopeKind::mute, strip.mute_lane);
         if (has_one_pan(plan, strip)) {
             add_pan(plan, strip);
-        } else if (moves_panner(strip) || moves_knobs(strip)) {
+        } else if (is_wide(plan) && (moves_panner(strip) || moves_knobs(strip))) {
             ++tallies_.panners_left_still;
         }
         add(plan, "VOLENV3", EnvelopeKind::volume, strip.trim_lane);
@@ -158,17 +163,16 @@ private:
     }
 
     void plan_pan(TrackPlan& plan, const Strip* strip) {
-        plan.mixer.pan = plan.leg_pan;
-        const bool has_panner = strip != nullptr && strip->surround;
-        if (plan.strip_is_mono && !has_panner) plan.pan_mode = balance_pan;
+        plan.mixer.pan = plan.has_surround_panner() ? 0 : plan.leg_pan;
+        if (plan.strip_is_mono && !plan.has_surround_panner()) plan.pan_mode = balance_pan;
         if (strip != nullptr && has_one_pan(plan, *strip)) plan_knobs(plan, *strip);
         if (const auto output = mono_outputs_.find(plan.session_name);
             output != mono_outputs_.end() && !plan.is_alternate) {
             play_unpanned(plan, output->second);
         }
         if (plan.is_basic_folder) plan.pan_mode = dual_pan;
-        const bool is_wide = strip != nullptr && plan.channels > 2;
-        if (is_wide && wide_.insert(strip).second) tallies_.wide_strips.push_back(plan.name);
+        const bool is_counted = strip != nullptr && is_wide(plan) && wide_.insert(strip).second;
+        if (is_counted) tallies_.wide_strips.push_back(plan.name);
     }
 
     /// Pro Tools has no pan on an output of one channel: both knobs stand on its side, or each on

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "mix/panner_plan.hpp"
 #include "session/midi_track_settings.hpp"
 #include "timeline/clip_item.hpp"
 #include "timeline/envelope_point.hpp"
@@ -130,10 +131,12 @@ struct TrackPlan {
     std::vector<std::optional<int>> key_channels;
     std::vector<ChannelReceive> channel_receives;
     std::vector<ReceivePlan> receives;
-    std::vector<EnvelopePlan> envelopes;  ///< in the order in which they are written
-    bool has_surround_panner = false;
+    std::vector<EnvelopePlan> envelopes;      ///< in the order in which they are written
+    std::optional<PannerPlan> panner;         ///< into the surround bus that it plays into
     std::optional<FrozenRender> frozen = {};  ///< given: delivered frozen
     std::vector<std::string> comment_lines;   ///< of the item that holds the track's comment
+
+    bool has_surround_panner() const { return panner.has_value(); }
 };
 
 }  // namespace tanrove

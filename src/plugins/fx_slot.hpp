@@ -24,6 +24,8 @@ struct FxEnvelopePoint {
 /// The automation of one parameter.
 struct FxEnvelope {
     std::uint32_t parameter = 0;
+    std::string mark;        ///< of REAPER's own plug-ins: the parameter's; empty: its number again
+    bool runs_down = false;  ///< from 1 to 0
     std::string name;
     std::uint32_t guid_seed = 0;
     bool active = true;

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "base/base64.hpp"
+#include "base/formatted_text.hpp"
 #include "base/guid.hpp"
 #include "project/quoted_text.hpp"
 
@@ -76,8 +77,10 @@ double held_value(double value) {
 
 void write_parameter_envelope(TextSink& out, int level, const FxEnvelope& envelope) {
     const int shape = envelope.steps ? 1 : 0;
-    out.line(level, "<PARMENV %u:%u 0 1 0.5 %s", envelope.parameter, envelope.parameter,
-             quoted(envelope.name).c_str());
+    const std::string mark =
+        envelope.mark.empty() ? formatted("%u", envelope.parameter) : envelope.mark;
+    out.line(level, "<PARMENV %u:%s %d %d 0.5 %s", envelope.parameter, mark.c_str(),
+             envelope.runs_down ? 1 : 0, envelope.runs_down ? 0 : 1, quoted(envelope.name).c_str());
     out.line(level + 1, "EGUID %s", guid(envelope.guid_seed).c_str());
     out.line(level + 1, "ACT %d -1", envelope.active ? 1 : 0);
     out.line(level + 1, "VIS 1 1 1");

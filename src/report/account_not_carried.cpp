@@ -15,9 +15,6 @@ constexpr CountRow<NotCarriedTallies> not_carried_rows[] = {
      "  WARNING: %d clip placement(s) are NOT in the project: they play clips\n"
      "      past number 65535, where the session's clip numbers end for this\n"
      "      tool. Remove unused clips in Pro Tools, save, and convert again.\n"},
-    {&NotCarriedTallies::surround_panners,
-     "  WARNING: %d track(s) have a surround panner, which this build does not\n"
-     "      carry yet: they play into their bus unpanned.\n"},
 };
 
 }  // namespace

@@ -11,7 +11,6 @@ namespace tanrove {
 struct NotCarriedTallies {
     bool melodyne_edits = false;
     int unnumbered_clips = 0;  ///< placements of clips past the last number that is read
-    int surround_panners = 0;  ///< tracks with one
     std::vector<std::string> long_texts = {};  ///< beginnings of those that no reader takes
 };
 

@@ -20,6 +20,7 @@
 #include "report/account_media.hpp"
 #include "report/account_midi.hpp"
 #include "report/account_not_carried.hpp"
+#include "report/account_panners.hpp"
 #include "report/account_plugins.hpp"
 #include "report/account_routing.hpp"
 #include "report/account_stretch.hpp"
@@ -124,6 +125,7 @@ void print_groups_and_tracks(TextBuffer& out, const RunTallies& tallies) {
     print_timecode(out, tallies.head.timecode);
     print_clap_builds(out, tallies.builds);
     print_wide_auxes(out, tallies.mix.routing);
+    print_panners(out, tallies.mix.panners);
     print_trims_switched_off(out, tallies.chains.trims);
     print_strips_without_switch(out, tallies.chains.trims);
     print_locked_clips(out, tallies.written);

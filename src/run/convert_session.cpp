@@ -152,7 +152,7 @@ std::int32_t Conversion::run() {
                 tallies_.chains);
     plan_clip_effects(project_, readClipEffects(index), tallies_.clip_effects);
     tallies_.builds = plugins.identities.findings();
-    tallies_.not_carried = count_not_carried(index, clips, project_.mix);
+    tallies_.not_carried = count_not_carried(index, clips);
     tallies_.not_carried.melodyne_edits =
         !options_.no_ara && has_melodyne_edits(folders_.session_folder);
     tallies_.chains.plugin_list_missing = !plugins.identities.knows_what_is_installed();

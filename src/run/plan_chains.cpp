@@ -12,6 +12,7 @@
 #include "chains/plan_chain.hpp"
 #include "mix/plans_of_strips.hpp"
 #include "mix/strip_widths.hpp"
+#include "project/surround_panner.hpp"
 #include "run/settings_corpus.hpp"
 
 namespace tanrove {
@@ -186,6 +187,14 @@ private:
     ChainTallies& tallies_;
 };
 
+/// Pro Tools pans behind all plug-ins.
+void add_panners(const std::vector<TrackPlan>& tracks, std::vector<ChainPlan>& chains) {
+    for (std::size_t i = 0; i < tracks.size(); ++i) {
+        if (!tracks[i].has_surround_panner()) continue;
+        chains[i].slots.push_back(panner_slot(tracks[i], static_cast<std::uint32_t>(i)));
+    }
+}
+
 }  // namespace
 
 void plan_chains(ProjectPlan& project, const RunOptions& options, const ChainRecords& records,
@@ -197,6 +206,7 @@ void plan_chains(ProjectPlan& project, const RunOptions& options, const ChainRec
     project.head.master_chain = planning.master_chain(records.strips.masters, project.mix.master);
     tallies.outcomes_on_master = static_cast<int>(tallies.outcomes.size());
     project.chains = planning.chains_of(project.mix.tracks);
+    add_panners(project.mix.tracks, project.chains);
     project.strip_chains = planning.chains_of(project.mix.strip_tracks);
 }
 

@@ -171,6 +171,9 @@ ProjectPlan plan_project(const RunOptions& options, PlanningRecords records, Run
     if (environment_value("TANROVE_DUMP_CLIPCOL")) {
         std::fputs(clip_colours_text(project.mix.tracks).c_str(), stderr);
     }
+    if (std::getenv("TANROVE_DEBUG_SURR") != nullptr) {
+        std::fputs(panner_tries_text(project.mix.panner_tries).c_str(), stderr);
+    }
     note_unmatched_tracks(tallies.mix.tracks);
     return project;
 }

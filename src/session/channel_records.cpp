@@ -3,9 +3,12 @@
 //   9    u8 link byte, 0 or 1
 //   10   i32 fader, tenths of a dB, -1450 to 125
 //   14   u32 mute word, 1 is muted
-//   22   i32 left or only pan, -100 to 100
-//   50   i32 right pan
+//   22   i32 left or only pan, -100 to 100; on a strip that feeds a surround path the first of the
+//        seven numbers of its panner, the others zero elsewhere
+//   50   i32 right pan, likewise
 #include "session/channel_records.hpp"
+
+#include <algorithm>
 
 #include "session/block_types.hpp"
 
@@ -27,6 +30,18 @@ constexpr std::int32_t max_fader_tenths = 125;
 
 constexpr std::uint32_t muted_word = 1;
 constexpr double tenths = 10.0;
+constexpr std::int32_t max_panner_number = 100;
+
+std::optional<PannerNumbers> read_panner(ByteView image, std::size_t at) {
+    PannerNumbers numbers = {};
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        numbers[i] = image.i32(at + i * sizeof(std::int32_t));
+        if (numbers[i] < -max_panner_number || numbers[i] > max_panner_number) return std::nullopt;
+    }
+    const bool is_plain_pan = std::all_of(numbers.begin() + 1, numbers.end(),
+                                          [](std::int32_t number) { return number == 0; });
+    return is_plain_pan ? std::nullopt : std::optional(numbers);
+}
 
 }  // namespace
 
@@ -44,6 +59,8 @@ std::optional<ChannelRecord> read_channel_record(ByteView image, const Block& bl
         .muted = image.u32(block.at + mute_at) == muted_word,
         .pan = image.i32(block.at + pan_at),
         .pan_right = image.i32(block.at + pan_right_at),
+        .panners = {read_panner(image, block.at + pan_at),
+                    read_panner(image, block.at + pan_right_at)},
     };
 }
 

@@ -3,8 +3,9 @@
 //
 //   flat    volume, mute; a third one is the trim, and stands behind the groups
 //   groups  pan: one group of a lane a knob, a mono strip's second group empty. A strip with a
-//           surround panner has a group of at least seven lanes for each input, and its trim is the
-//           panner's master.
+//           surround panner has a group of at least seven lanes for each input, and of four flat
+//           lanes or more the third is the panner's LFE level. Sessions of before Pro Tools 2026
+//           have three, or groups of fewer lanes.
 //
 // Without groups the lanes stand in a row: volume, mute, pan; trim; and of five the fourth is the
 // right pan, the fifth the trim.
@@ -30,7 +31,7 @@ constexpr std::array<std::uint16_t, 4> holder_types = {block_type::audio_row,
                                                        block_type::master_row, block_type::midi_row,
                                                        block_type::instrument_row};
 
-constexpr std::size_t max_panners = 2;
+constexpr std::size_t flat_lanes_with_lfe = 4;
 constexpr std::size_t stereo_flat_lanes = 5;
 constexpr double tenths = 10.0;
 constexpr std::int32_t hard_left = -100;
@@ -85,13 +86,26 @@ private:
         if (lanes.flat.size() > 2) {
             reader_.read(lanes.flat[2], owner_, strip_.surround_master_lane);
         }
+        strip_.has_lfe = lanes.flat.size() >= flat_lanes_with_lfe;
         for (const auto& group : lanes.groups) {
-            if (group.size() < panner_lane_count) continue;
-            auto& panner = strip_.surround_lanes.emplace_back();
-            for (std::size_t i = 0; i < panner_lane_count; ++i) {
-                reader_.read(group[i], owner_, panner[i]);
+            if (group.size() < panner_control_count) {
+                count_moves(group);
+            } else if (strip_.surround_lanes.size() < max_panners) {
+                auto& panner = strip_.surround_lanes.emplace_back();
+                for (std::size_t i = 0; i < panner.size(); ++i) {
+                    reader_.read(group[i], owner_, panner[i]);
+                }
             }
-            if (strip_.surround_lanes.size() == max_panners) return;
+        }
+    }
+
+    /// One lane alone is a pan's.
+    void count_moves(const std::vector<std::size_t>& group) {
+        if (group.size() < 2) return;
+        for (const std::size_t position : group) {
+            Lane lane;
+            reader_.read(position, owner_, lane);
+            if (!lane.points.empty()) ++strip_.short_panner_moves;
         }
     }
 

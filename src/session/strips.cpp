@@ -137,6 +137,7 @@ void fill_strip(const ChannelRecord& record, Strip& strip) {
     strip.pan = record.pan;
     strip.pan_right = record.pan_right;
     strip.muted = record.muted;
+    strip.stored_panners = record.panners;
     strip.present = true;
     strip.channel_position = record.payload();
 }

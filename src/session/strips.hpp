@@ -11,6 +11,7 @@
 
 #include "session/automation_lanes.hpp"
 #include "session/block_index.hpp"
+#include "session/channel_records.hpp"
 #include "session/strip_rows.hpp"
 
 namespace tanrove {
@@ -22,10 +23,8 @@ struct SendLevel {
     double level_db = 0;
 };
 
-/// Lanes of one surround panner: left-right on the front and the rear line, front-rear, the three
-/// divergences, center percentage.
-constexpr std::size_t panner_lane_count = 7;
-using PannerLanes = std::array<Lane, panner_lane_count>;
+/// Lanes of one surround panner, in the order of its numbers.
+using PannerLanes = std::array<Lane, panner_control_count>;
 
 struct Strip {
     std::string name;
@@ -55,7 +54,12 @@ struct Strip {
     Lane dual_pan_lane;                ///< the left one of them: `pan_lane` has no points then
     bool surround = false;
     Lane surround_master_lane;
+    bool has_lfe = false;  ///< that lane is the panners' LFE level; else it is the trim
     std::vector<PannerLanes> surround_lanes;  ///< one or two panners
+    /// Lanes that move in groups of more than one and less than a panner's.
+    int short_panner_moves = 0;
+    /// The panners' numbers in the channel record of a strip that has no lanes for them.
+    std::array<std::optional<PannerNumbers>, max_panners> stored_panners = {};
 };
 
 /// One strip a name of the track table. Where the rows carry the table's names in its order, a

@@ -25,6 +25,7 @@ std::vector<GoldenCase> golden_cases();
 std::vector<GoldenCase> midi_golden_cases();
 std::vector<GoldenCase> plugin_golden_cases();
 std::vector<GoldenCase> account_golden_cases();
+std::vector<GoldenCase> panner_golden_cases();
 
 /// A session whose tracks and clips are coloured by the coding of this number.
 builder::SessionBuilder coloured_session(std::uint8_t scheme);

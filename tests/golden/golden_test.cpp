@@ -134,6 +134,9 @@ INSTANTIATE_TEST_SUITE_P(PluginProjects, Golden, testing::ValuesIn(golden::plugi
 INSTANTIATE_TEST_SUITE_P(AccountProjects, Golden, testing::ValuesIn(golden::account_golden_cases()),
                          [](const auto& test) { return test.param.name; });
 
+INSTANTIATE_TEST_SUITE_P(PannerProjects, Golden, testing::ValuesIn(golden::panner_golden_cases()),
+                         [](const auto& test) { return test.param.name; });
+
 INSTANTIATE_TEST_SUITE_P(MidiProjects, Golden, testing::ValuesIn(golden::midi_golden_cases()),
                          [](const auto& test) { return test.param.name; });
 

@@ -48,7 +48,7 @@ TEST(PlanFrozen, TheFirstReasonThatAppliesKeepsATrackUnfrozen) {
         std::vector<TrackPlan> tracks(2);
         tracks[0].session_name = "Gtr";
         tracks[0].lanes.resize(c.lanes);
-        tracks[0].has_surround_panner = c.panner;
+        if (c.panner) tracks[0].panner.emplace();
         tracks[1].session_name = "Bass";
         FrozenInput input;
         input.renders = {{"Gtr", {{"Gtr", 480, c.length, 1000000960000.0}, {"Gtr-01", 0, 1, 0}}}};

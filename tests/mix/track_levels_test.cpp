@@ -161,7 +161,8 @@ TEST(PlanLevels, GivesAPanOnlyToWhatHasOneAndStopsItWhereProToolsHasNone) {
                  {"one side", 2, 0, MonoOutput::right, false, "DUALPANENVL! DUALPANENV! 1 1", 0},
                  {"mono", 2, 0, MonoOutput::whole, false, "DUALPANENVL! DUALPANENV! -1 1", 0},
                  {"wide", 6, 0, MonoOutput::no, false, "", 0},
-                 {"surround", 2, 0, MonoOutput::no, true, "", 0}};
+                 {"surround", 2, 0, MonoOutput::no, true, "", 0},
+                 {"leg with a panner", 1, 1, MonoOutput::no, false, "", 0}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         std::vector<Strip> strips(1);
@@ -174,6 +175,8 @@ TEST(PlanLevels, GivesAPanOnlyToWhatHasOneAndStopsItWhereProToolsHasNone) {
         plans[0].session_name = "Vox";
         plans[0].channels = c.channels;
         plans[0].leg_pan = c.leg_pan;
+        plans[0].strip_is_mono = c.channels == 1;
+        if (c.channels == 1) plans[0].panner.emplace();
         EnvelopePlanner envelopes = planner();
         LevelTallies tallies;
         const bool is_mono = c.output != MonoOutput::no;
@@ -188,7 +191,10 @@ TEST(PlanLevels, GivesAPanOnlyToWhatHasOneAndStopsItWhereProToolsHasNone) {
         }
         EXPECT_EQ(pans, c.envelopes);
         EXPECT_EQ(plans[0].mixer.pan, c.pan);
-        EXPECT_EQ(tallies.panners_left_still, c.envelopes.empty() ? 1 : 0);
+        if (c.channels == 1) {
+            EXPECT_FALSE(plans[0].pan_mode);
+        }
+        EXPECT_EQ(tallies.panners_left_still, c.channels > 2 ? 1 : 0);
         EXPECT_EQ(tallies.wide_strips.size(), c.channels > 2 ? 1U : 0U);
     }
 }

@@ -156,6 +156,7 @@ RunTallies every_counter_counted() {
                    many,    {"Amb"}, 11, 12,       true, 13,        14,
                    15,      16,      17, {"Bass"}, many, {"Click"}, {"Vox: Insert 1-2"},
                    {"Keys"}};
+    mix.panners = {1, 2, 3, 4, 5, 6, 7, 8, 9};
     mix.groups = {.listed = {{"Drums", std::nullopt, {"Kick", "Snare"}}, {"Band", "VCA 1", {}}},
                   .written = 1,
                   .vca_written = {{"VCA 1", -6.5}},
@@ -198,7 +199,7 @@ RunTallies every_counter_counted() {
         tallies.frozen.refused.push_back({"Gtr", reason, "Gtr-FZ.wav"});
     }
     tallies.track_table = {.names = {"A", "B"}, .from_strip_rows = true, .scanned_count = 1};
-    tallies.not_carried = {true, 1, 2, {"Long"}};
+    tallies.not_carried = {true, 1, {"Long"}};
     tallies.clip_effects = {.inverted = 51,
                             .carried = 52,
                             .parts = {{"EQ", 53}, {"gate", 54}},

@@ -91,7 +91,8 @@ private:
     template <typename Record>
     void look_at_fields(const Record& record) {
         constexpr std::size_t fields = field_count<Record>();
-        static_assert((fields >= 1 && fields <= 24) || fields == 29, "a line below is missing");
+        static_assert((fields >= 1 && fields <= 24) || fields == 26 || fields == 29,
+                      "a line below is missing");
         TANROVE_RECORD_OF(1, a)
         TANROVE_RECORD_OF(2, a, b)
         TANROVE_RECORD_OF(3, a, b, c)
@@ -117,6 +118,8 @@ private:
         TANROVE_RECORD_OF(23, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v, w)
         TANROVE_RECORD_OF(24, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v, w,
                           x)
+        TANROVE_RECORD_OF(26, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v, w,
+                          x, y, z)
         TANROVE_RECORD_OF(29, a, b, c, d, e, f, g, h, i, j, k, l, m, n, o, p, q, r, s, t, u, v, w,
                           x, y, z, aa, ab, ac)
     }

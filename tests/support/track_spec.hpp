@@ -2,6 +2,7 @@
 // lies on it. The record families take from it what they store.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -62,6 +63,9 @@ struct SendSpec {
 /// One surround panner: its controls as lanes, in the order in which they are stored.
 using PannerSpec = std::vector<LaneSpec>;
 
+/// The same as numbers alone, as older sessions have them.
+using StoredPannerSpec = std::array<int, 7>;
+
 struct TrackSpec {
     std::string name = {};           ///< as shown now
     std::string original_name = {};  ///< under which it was made; empty: the same
@@ -95,7 +99,9 @@ struct TrackSpec {
     LaneSpec pan_lane = {};
     LaneSpec pan_right_lane = {};
     std::optional<LaneSpec> trim_lane = LaneSpec{};
-    std::vector<PannerSpec> panners = {};  ///< in place of the pan lanes
+    std::vector<PannerSpec> panners = {};               ///< in place of the pan lanes
+    std::vector<StoredPannerSpec> stored_panners = {};  ///< in place of the pans
+    std::optional<LaneSpec> lfe_lane = {};              ///< of the panners
 
     /// Blocks of the strip row behind its active mark, in place of what stands there otherwise:
     /// send channels, lanes, MIDI settings.

@@ -2,6 +2,7 @@
 // one behind the other, the strip's own first.
 #include "support/records/mixer_records.hpp"
 
+#include <algorithm>
 #include <cmath>
 
 #include "support/records/event_records.hpp"
@@ -24,20 +25,21 @@ LaneSpec with_initial(LaneSpec lane, int value) {
     return lane;
 }
 
-std::uint8_t width_code(std::size_t channels) {
-    return channels == 1 ? 0 : channels == 2 ? 1 : 6;
+std::uint8_t width_code(const IoPathSpec& path) {
+    constexpr std::uint8_t codes[] = {0, 0, 1, 2, 3, 5, 6, 9, 10};
+    return path.width_code.value_or(codes[std::min<std::size_t>(path.channels.size(), 8)]);
 }
 
-/// The lanes of a channel: volume and mute flat, the pans in groups, the trim flat behind them. A
-/// group that no knob needs stands there empty.
+/// The lanes of a channel: volume and mute flat, the pans in groups, the LFE and the trim flat
+/// behind them. A group that no knob needs stands there empty.
 Bytes channel_lanes(const std::vector<Bytes>& flat, const std::vector<std::vector<Bytes>>& groups,
-                    const Bytes& trim) {
+                    const std::vector<Bytes>& behind_groups) {
     ByteWriter lanes;
     for (const auto& lane : flat) lanes.u8(1).raw(lane);
     lanes.u8(0);
     for (const auto& group : groups) lanes.raw(lane_group(group));
-    if (trim.empty()) return lanes.zeros(9).bytes();
-    return lanes.u8(1).raw(trim).zeros(8).bytes();
+    for (const auto& lane : behind_groups) lanes.u8(1).raw(lane);
+    return lanes.zeros(behind_groups.empty() ? 9 : 8).bytes();
 }
 
 Bytes own_channel(const TrackSpec& track) {
@@ -56,12 +58,18 @@ Bytes own_channel(const TrackSpec& track) {
     for (std::size_t i = 0; i < track.panners.size() && i < groups.size(); ++i) {
         for (const auto& control : track.panners[i]) groups[i].push_back(lane(control, 0));
     }
-    const Bytes record = channel_record(
-        {.fader_tenths = fader, .muted = track.muted, .pan = pan, .pan_right = pan_right});
+    const Bytes record = channel_record({.fader_tenths = fader,
+                                         .muted = track.muted,
+                                         .pan = pan,
+                                         .pan_right = pan_right,
+                                         .panners = track.stored_panners});
+    std::vector<Bytes> behind_groups;
+    if (track.lfe_lane) behind_groups.push_back(lane(*track.lfe_lane, 0));
+    if (track.trim_lane) behind_groups.push_back(lane(*track.trim_lane, 0));
     return send_channel(
         record, output_name_record(track.output, output_id(track.output)),
         channel_lanes({lane(track.volume_lane, fader), lane(track.mute_lane, track.muted ? 1 : 0)},
-                      groups, track.trim_lane ? lane(*track.trim_lane, 0) : Bytes()));
+                      groups, behind_groups));
 }
 
 Bytes send(const SendSpec& send, bool in_ticks) {
@@ -81,7 +89,7 @@ Bytes send(const SendSpec& send, bool in_ticks) {
     return send_channel(
         record, output_name_record(send.target, output_id(send.target)),
         channel_lanes({lane(send.level_lane, level), lane(send.mute_lane, send.muted ? 1 : 0)},
-                      groups, Bytes()));
+                      groups, {}));
 }
 
 }  // namespace
@@ -99,7 +107,7 @@ std::uint64_t identity_of(const IoPathSpec& path) {
 }
 
 Bytes io_path_record(const IoPathSpec& path) {
-    const std::uint8_t width = width_code(path.channels.size());
+    const std::uint8_t width = width_code(path);
     ByteWriter record;
     record.u8(path.type).u8(width).counted(path.name).u32(path.channels.size());
     for (const auto channel : path.channels) record.u16(channel);
@@ -110,7 +118,7 @@ Bytes io_path_record(const IoPathSpec& path) {
 
 Bytes io_path_record_later_count(const IoPathSpec& path, std::size_t gap) {
     ByteWriter record;
-    record.u8(path.type).u8(width_code(path.channels.size())).counted(path.name);
+    record.u8(path.type).u8(width_code(path)).counted(path.name);
     record.u32(0).u32(path.channels.size());
     for (const auto channel : path.channels) record.u16(channel);
     record.zeros(gap).raw(marked(identity_of(path))).zeros(3);
@@ -164,7 +172,7 @@ Bytes own_path_record(const IoPathSpec& path, std::uint64_t parent_identity) {
     }
     if (!path.mapped) hardware.u32(0);
     ByteWriter record;
-    record.u8(path.type).u8(width_code(path.channels.size())).counted(path.name);
+    record.u8(path.type).u8(width_code(path)).counted(path.name);
     record.u32(path.channels.size());
     for (const auto channel : path.channels) record.u16(channel);
     record.u16(path.parent.value_or(0xffff)).u8(1).u8(path.mapped ? 1 : 0).zeros(4);
@@ -193,7 +201,12 @@ Bytes channel_record(const ChannelSpec& channel) {
     constexpr std::size_t header = 9;
     ByteWriter record;
     record.u8(channel.link).u32(word(channel.fader_tenths)).u32(channel.muted ? 1 : 0).zeros(4);
-    record.u32(word(channel.pan)).pad_to(50 - header).u32(word(channel.pan_right));
+    if (channel.panners.empty()) {
+        record.u32(word(channel.pan)).pad_to(50 - header).u32(word(channel.pan_right));
+    }
+    for (const auto& panner : channel.panners) {
+        for (const int number : panner) record.u32(word(number));
+    }
     record.pad_to(108 - header).u32(word(channel.pan));
     record.pad_to(136 - header).u32(word(channel.pan_right));
     record.pad_to(channel.payload_bytes);

@@ -16,10 +16,11 @@ struct IoPathSpec {
     std::string name;
     std::uint8_t type = 0;  ///< 0 input, 1 and 6 hardware output, 2 bus, 3 insert
     std::vector<std::uint16_t> channels = {1, 2};
-    std::optional<std::uint16_t> parent = {};  ///< place among the paths
-    bool mapped = false;                       ///< a bus that plays to the hardware
-    std::uint64_t identity = 0;                ///< 0: by the name
-    std::string hardware = {};                 ///< name of the path that a mapped bus plays to
+    std::optional<std::uint16_t> parent = {};     ///< place among the paths
+    bool mapped = false;                          ///< a bus that plays to the hardware
+    std::uint64_t identity = 0;                   ///< 0: by the name
+    std::string hardware = {};                    ///< name of the path that a mapped bus plays to
+    std::optional<std::uint8_t> width_code = {};  ///< nothing: by the channels
 };
 
 /// The identity of the path with this name.
@@ -43,6 +44,7 @@ struct ChannelSpec {
     int pan_right = 0;
     std::uint8_t link = 1;
     std::size_t payload_bytes = 279;
+    std::vector<StoredPannerSpec> panners = {};  ///< in place of the pans
 };
 
 /// 0x1029.

@@ -1,0 +1,192 @@
+// Sessions of Pro Tools 2026 on have the panner as lanes, whose initial values are its settings;
+// older ones have the settings in the channel record, and lanes that are not known one by one.
+#include "mix/plan_panners.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <set>
+
+#include "base/formatted_text.hpp"
+#include "mix/track_envelopes.hpp"
+
+namespace tanrove {
+
+namespace {
+
+constexpr int stereo_channels = 2;
+constexpr double tenths_of_a_db = 10.0;
+
+/// For each plan whether its output goes into another.
+std::vector<bool> plays_into_tracks(const std::vector<TrackPlan>& plans) {
+    std::vector<bool> plays(plans.size(), false);
+    for (const TrackPlan& plan : plans) {
+        for (const ChannelReceive& receive : plan.channel_receives) plays[receive.source] = true;
+    }
+    return plays;
+}
+
+const PannerLanes* lanes_of(const Strip& strip, std::size_t panner) {
+    return panner < strip.surround_lanes.size() ? &strip.surround_lanes[panner] : nullptr;
+}
+
+/// The settings of a strip's first panner, or of its second, which is the right channel's.
+std::optional<PannerNumbers> numbers_of(const Strip* strip, std::size_t panner) {
+    if (strip == nullptr) return std::nullopt;
+    const PannerLanes* lanes = lanes_of(*strip, panner);
+    auto numbers = lanes == nullptr ? strip->stored_panners[panner] : PannerNumbers{};
+    for (std::size_t i = 0; numbers && i < numbers->size(); ++i) {
+        const double stored = lanes == nullptr ? (*numbers)[i] : (*lanes)[i].initial;
+        (*numbers)[i] = static_cast<std::int32_t>(held_panner_value(i, stored));
+    }
+    return numbers;
+}
+
+void set_numbers(PannerPlan& plan, const PannerNumbers& left, const PannerNumbers& right) {
+    plan.front_x = left[0];
+    plan.rear_x = left[1];
+    plan.front_rear = left[2];
+    plan.front_divergence = left[3];
+    plan.rear_divergence = left[4];
+    plan.front_rear_divergence = left[5];
+    plan.center_percent = left[6];
+    if (!plan.is_stereo) return;
+    plan.right_front_x = right[0];
+    plan.right_rear_x = right[1];
+    plan.right_front_rear = right[2];
+    plan.right_front_divergence = right[3];
+    plan.right_rear_divergence = right[4];
+    plan.right_front_rear_divergence = right[5];
+}
+
+int moving_lanes(const PannerLanes& lanes) {
+    return static_cast<int>(
+        std::ranges::count_if(lanes, [](const Lane& lane) { return !lane.points.empty(); }));
+}
+
+/// Gives one track after the other its panner.
+class Panners {
+public:
+    Panners(PannerEnvelopePlanner& envelopes, PannerTallies& tallies)
+        : envelopes_(envelopes), tallies_(tallies) {}
+
+    PannerTry plan(TrackPlan& track, const WideBus& bus, const Strip* strip) {
+        const bool is_leg = track.leg_pan != 0;
+        const std::size_t first = track.leg_pan > 0 ? 1 : 0;
+        const auto left = numbers_of(strip, first);
+        const auto second = is_leg ? std::nullopt : numbers_of(strip, 1);
+        const bool is_stereo =
+            track.width_unknown ? second.has_value() : track.channels == stereo_channels && !is_leg;
+        const auto right = is_stereo ? second : left;
+        PannerTry result{.track = track.name,
+                         .bus = bus.name,
+                         .channels = bus.channels,
+                         .leg_count = bus.layout.leg_count,
+                         .is_placed = !bus.layout.speakers.empty(),
+                         .has_settings = left && right,
+                         .is_stereo = is_stereo};
+        if (left) result.first_numbers = {(*left)[0], (*left)[1], (*left)[2]};
+        if (strip != nullptr && met_.insert(strip).second) {
+            tallies_.lanes_left_out += strip->short_panner_moves;
+        }
+        if (!result.is_placed) {
+            ++tallies_.unknown_layouts;
+        } else if (!result.has_settings) {
+            ++tallies_.without_settings;
+        } else {
+            PannerPlan& panner = track.panner.emplace();
+            panner.channels = static_cast<std::int32_t>(bus.channels);
+            panner.speakers = bus.layout.speakers;
+            panner.is_stereo = is_stereo;
+            set_numbers(panner, *left, *right);
+            ++(is_stereo ? tallies_.stereo : tallies_.mono);
+            plan_lanes(panner, *strip, first);
+        }
+        return result;
+    }
+
+private:
+    void plan_lanes(PannerPlan& panner, const Strip& strip, std::size_t number) {
+        panner.has_lfe = strip.has_lfe;
+        if (strip.has_lfe) panner.lfe_db = strip.surround_master_lane.initial / tenths_of_a_db;
+        const PannerLanes* lanes = lanes_of(strip, number);
+        if (panner.is_stereo || lanes == nullptr) {
+            leave_out(strip);
+        } else if (may_copy(*lanes, strip.surround_master_lane)) {
+            panner.lanes.assign(lanes->begin(), lanes->end());
+            if (strip.has_lfe) panner.lfe_lane = strip.surround_master_lane;
+            plan_envelopes(panner);
+        } else {
+            tallies_.lanes_past_limit += moving_lanes(*lanes);
+        }
+    }
+
+    /// Legs of a strip share its lanes, which are left out, and counted, once.
+    void leave_out(const Strip& strip) {
+        if (!left_out_.insert(&strip).second) return;
+        for (const PannerLanes& lanes : strip.surround_lanes) {
+            tallies_.lanes_left_out += moving_lanes(lanes);
+        }
+        const bool lfe_moves = strip.has_lfe && !strip.surround_master_lane.points.empty();
+        tallies_.lanes_left_out += lfe_moves ? 1 : 0;
+    }
+
+    /// True the first time that a panner is planned, and as long as copies of its points are left.
+    bool may_copy(const PannerLanes& lanes, const Lane& lfe_lane) {
+        if (copied_.insert(&lanes).second) return true;
+        std::size_t points = lfe_lane.points.size();
+        for (const Lane& lane : lanes) points += lane.points.size();
+        if (points > copied_points_left_) return false;
+        copied_points_left_ -= points;
+        return true;
+    }
+
+    void plan_envelopes(PannerPlan& panner) {
+        panner.envelopes = envelopes_.plan(panner);
+        tallies_.straight_moves = envelopes_.straight_moves();
+        for (const PannerEnvelope& envelope : panner.envelopes) {
+            ++tallies_.envelopes;
+            tallies_.envelope_points += static_cast<int>(envelope.points.size());
+        }
+    }
+
+    PannerEnvelopePlanner& envelopes_;
+    PannerTallies& tallies_;
+    std::set<const Strip*> met_;
+    std::set<const Strip*> left_out_;
+    std::set<const PannerLanes*> copied_;
+    std::size_t copied_points_left_ = max_copied_points;
+};
+
+}  // namespace
+
+std::vector<PannerTry> plan_panners(std::vector<TrackPlan>& plans, const RoutingView& routing,
+                                    const MixerLookup& mixer, PannerEnvelopePlanner& envelopes,
+                                    PannerTallies& tallies) {
+    Panners panners(envelopes, tallies);
+    const std::vector<bool> plays = plays_into_tracks(plans);
+    std::vector<PannerTry> tries;
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        const auto strip = routing.strips.strip_of(i);
+        if (!strip || !plays[i] || plans[i].channels > stereo_channels) continue;
+        const auto bus = routing.routes.strips[*strip].wide_bus;
+        if (!bus) continue;
+        tries.push_back(
+            panners.plan(plans[i], routing.routes.wide_buses[*bus], mixer.strip_of(plans[i])));
+    }
+    return tries;
+}
+
+std::string panner_tries_text(const std::vector<PannerTry>& tries) {
+    TextBuffer text;
+    for (const PannerTry& one : tries) {
+        const auto& numbers = one.first_numbers;
+        text.print("SURR route %s -> %s W %d legs %d ok %d have %d stereo %d v %d %d %d\n",
+                   one.track.c_str(), one.bus.c_str(), static_cast<int>(one.channels),
+                   static_cast<int>(one.leg_count), one.is_placed ? 1 : 0, one.has_settings ? 1 : 0,
+                   one.is_stereo ? 1 : 0, numbers[0], numbers[1], numbers[2]);
+    }
+    return text.text();
+}
+
+}  // namespace tanrove
