@@ -7,11 +7,11 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <ctime>
 #include <limits>
 #include <random>
 
 #include "base/formatted_text.hpp"
+#include "own_process.hpp"
 #include "plugins/plugin_identities.hpp"
 
 namespace tanrove::bench {
@@ -80,8 +80,25 @@ std::vector<PluginInsert> inserts_of(std::int64_t count) {
     return inserts;
 }
 
-double processor_seconds() {
-    return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+double seconds_to_identify(const std::vector<ScanEntry>& scan,
+                           const std::vector<PluginInsert>& inserts, const NamesByCode& names,
+                           bool prefer_vst3) {
+    auto list = scan;
+    TextBuffer lines;
+    const double start = processor_seconds();
+    const PluginIdentities identities({.scan = std::move(list),
+                                       .built_in = built_in_plugins(),
+                                       .learned = {},
+                                       .inserts = inserts,
+                                       .session_names = names,
+                                       .prefer_vst3 = prefer_vst3,
+                                       .prefer_clap = true,
+                                       .settings_translate = {}},
+                                      lines);
+    const double seconds = processor_seconds() - start;
+    if (lines.text().empty()) std::abort();
+    benchmark::DoNotOptimize(&identities);
+    return seconds;
 }
 
 void identify(benchmark::State& state) {
@@ -94,21 +111,8 @@ void identify(benchmark::State& state) {
     std::ranges::sort(names);
     double best = std::numeric_limits<double>::max();
     for (auto _ : state) {
-        auto list = scan;
-        TextBuffer lines;
-        const double start = processor_seconds();
-        const PluginIdentities identities({.scan = std::move(list),
-                                           .built_in = built_in_plugins(),
-                                           .learned = {},
-                                           .inserts = inserts,
-                                           .session_names = names,
-                                           .prefer_vst3 = state.range(1) != 0,
-                                           .prefer_clap = true,
-                                           .settings_translate = {}},
-                                          lines);
-        const double seconds = processor_seconds() - start;
-        if (lines.text().empty()) std::abort();
-        benchmark::DoNotOptimize(&identities);
+        const double seconds = measured_in_a_process(
+            [&] { return seconds_to_identify(scan, inserts, names, state.range(1) != 0); });
         state.SetIterationTime(seconds);
         best = std::min(best, seconds);
     }

@@ -78,90 +78,96 @@ std::uint32_t code_word(std::string_view text, std::size_t at) {
 ScanIndex::ScanIndex(std::vector<ScanEntry> entries, std::span<const std::uint32_t> asked)
     : entries_(std::move(entries)), asked_(asked) {
     for (std::size_t place = 0; place < entries_.size(); ++place) add(place);
-    for (WordTable* table :
-         {&vst2_ids_, &compatible_ids_, &class_ends_, &class_words_, &vst3_stems_, &names_,
-          &plain_names_, &clap_names_, &clap_stems_, &ids_, &classes_, &clap_ids_}) {
-        table->finish();
-    }
+    asked_words_.finish();
+    all_words_.finish();
 }
 
 void ScanIndex::add(std::size_t place) {
     const ScanEntry& entry = entries_[place];
-    add_asked(names_, text_word(lower_alnum(entry.shortName)), place);
-    add_asked(plain_names_, text_word(plain_name_of(entry)), place);
+    add_word(ScanWord::name, text_word(lower_alnum(entry.shortName)), place);
+    add_word(ScanWord::plain_name, text_word(plain_name_of(entry)), place);
     if (entry.isClap) {
-        clap_ids_.add(text_word(entry.clapId), place);
-        clap_names_.add(text_word(clap_name_of(entry)), place);
-        clap_stems_.add(text_word(file_stem(entry.file)), place);
+        add_word(ScanWord::clap_id, text_word(entry.clapId), place);
+        add_word(ScanWord::clap_name, text_word(clap_name_of(entry)), place);
+        add_word(ScanWord::clap_stem, text_word(file_stem(entry.file)), place);
         return;
     }
-    ids_.add(entry.id, place);
+    add_word(ScanWord::id, entry.id, place);
     if (entry.classId.empty()) {
-        add_asked(vst2_ids_, entry.id, place);
+        add_word(ScanWord::vst2_id, entry.id, place);
         return;
     }
-    classes_.add(text_word(lower_cased(entry.classId)), place);
+    add_word(ScanWord::class_id, text_word(lower_cased(entry.classId)), place);
     if (const auto bytes = class_bytes(entry.classId)) add_class(place, *bytes);
 }
 
 void ScanIndex::add_class(std::size_t place, const ClassBytes& bytes) {
     constexpr std::size_t compatible_id_at = 3;
     if (is_vst2_compatible(bytes)) {
-        add_asked(compatible_ids_, word_at(bytes, compatible_id_at), place);
+        add_word(ScanWord::compatible_id, word_at(bytes, compatible_id_at), place);
     }
     if (!entries_[place].isVst3) return;
     constexpr std::size_t last_word_at = class_id_digits / 2 - word_bytes;
-    add_asked(class_ends_, word_at(bytes, last_word_at), place);
+    add_word(ScanWord::class_end, word_at(bytes, last_word_at), place);
     for (std::size_t at = 0; at <= last_word_at; ++at) {
-        add_asked(class_words_, word_at(bytes, at), place);
+        add_word(ScanWord::class_word, word_at(bytes, at), place);
     }
-    vst3_stems_.add(text_word(file_stem(entries_[place].file)), place);
+    add_word(ScanWord::vst3_stem, text_word(file_stem(entries_[place].file)), place);
 }
 
-void ScanIndex::add_asked(WordTable& table, std::uint32_t word, std::size_t place) const {
-    if (asked_.may_hold(word)) table.add(word, place);
+void ScanIndex::add_word(ScanWord kind, std::uint32_t word, std::size_t place) {
+    if (kind > ScanWord::last_asked) {
+        all_words_.add(word, static_cast<std::uint32_t>(kind), place);
+    } else if (asked_.may_hold(word)) {
+        asked_words_.add(word, static_cast<std::uint32_t>(kind), place);
+    }
 }
 
-EntryPlace ScanIndex::first(const WordTable& table, std::uint32_t word) {
-    const auto places = table.places_of(word);
+std::span<const WordTable::Row> ScanIndex::places_of(ScanWord kind, std::uint32_t word) const {
+    const WordTable& words = kind > ScanWord::last_asked ? all_words_ : asked_words_;
+    return words.places_of(word, static_cast<std::uint32_t>(kind));
+}
+
+EntryPlace ScanIndex::first(ScanWord kind, std::uint32_t word) const {
+    const auto places = places_of(kind, word);
     if (places.empty()) return std::nullopt;
-    return places.front().place;
+    return places.front().place();
 }
 
 /// The first entry of the text's word for which the text itself fits.
 template <typename Fits>
-EntryPlace ScanIndex::first_text(const WordTable& table, const std::string& text, Fits fits) const {
+EntryPlace ScanIndex::first_text(ScanWord kind, const std::string& text, Fits fits) const {
     if (text.empty()) return std::nullopt;
-    for (const auto& row : table.places_of(text_word(text))) {
-        if (fits(entries_[row.place])) return row.place;
+    for (const auto& row : places_of(kind, text_word(text))) {
+        if (fits(entries_[row.place()])) return row.place();
     }
     return std::nullopt;
 }
 
 // Walks the entries that hold the rarer of the two words.
 EntryPlace ScanIndex::class_holds(std::uint32_t maker, std::uint32_t product) const {
-    const auto with_maker = class_words_.places_of(maker);
-    const auto with_product = class_words_.places_of(product);
+    const auto with_maker = places_of(ScanWord::class_word, maker);
+    const auto with_product = places_of(ScanWord::class_word, product);
     const bool product_is_rarer = with_product.size() < with_maker.size();
     const std::uint32_t other = product_is_rarer ? maker : product;
     for (const auto& row : product_is_rarer ? with_product : with_maker) {
-        if (holds_word(entries_[row.place].classId, other)) return row.place;
+        if (holds_word(entries_[row.place()].classId, other)) return row.place();
     }
     return std::nullopt;
 }
 
 EntryPlace ScanIndex::vst3_with_stem(const std::string& stem) const {
-    return first_text(vst3_stems_, stem,
+    return first_text(ScanWord::vst3_stem, stem,
                       [&](const ScanEntry& entry) { return file_stem(entry.file) == stem; });
 }
 
 EntryPlace ScanIndex::named(const std::string& plain_name) const {
-    const auto by_short_name = first_text(names_, plain_name, [&](const ScanEntry& entry) {
+    const auto by_short_name = first_text(ScanWord::name, plain_name, [&](const ScanEntry& entry) {
         return lower_alnum(entry.shortName) == plain_name;
     });
-    const auto by_plain_name = first_text(plain_names_, plain_name, [&](const ScanEntry& entry) {
-        return plain_name_of(entry) == plain_name;
-    });
+    const auto by_plain_name =
+        first_text(ScanWord::plain_name, plain_name,
+                   [&](const ScanEntry& entry) { return plain_name_of(entry) == plain_name; });
     if (!by_short_name || !by_plain_name) return by_short_name ? by_short_name : by_plain_name;
     return std::min(*by_short_name, *by_plain_name);
 }
@@ -180,31 +186,31 @@ EntryPlace ScanIndex::named_in_part(const std::string& plain_name) const {
 EntryPlace ScanIndex::only_one_named(const std::string& plain_name) const {
     EntryPlace best;
     std::string maker;
-    for (const auto& row : plain_names_.places_of(text_word(plain_name))) {
-        const ScanEntry& entry = entries_[row.place];
+    for (const auto& row : places_of(ScanWord::plain_name, text_word(plain_name))) {
+        const ScanEntry& entry = entries_[row.place()];
         if (plain_name_of(entry) != plain_name) continue;
         std::string its_maker = lower_alnum(maker_of(entry.name));
         if (!best) {
-            best = row.place;
+            best = row.place();
             maker = std::move(its_maker);
             continue;
         }
         if (its_maker != maker) return std::nullopt;
-        if (is_better_build(entry, entries_[*best])) best = row.place;
+        if (is_better_build(entry, entries_[*best])) best = row.place();
     }
     return best;
 }
 
 EntryPlace ScanIndex::clap_for(std::string_view name, const std::string& stem) const {
     const std::string plain_name = lower_alnum(without_channel_layout(name));
-    const auto by_name = first_text(clap_names_, plain_name, [&](const ScanEntry& entry) {
+    const auto by_name = first_text(ScanWord::clap_name, plain_name, [&](const ScanEntry& entry) {
         return clap_name_of(entry) == plain_name;
     });
     if (by_name) return by_name;
     const auto has_stem = [&](const ScanEntry& entry) { return file_stem(entry.file) == stem; };
-    const auto by_stem = first_text(clap_stems_, stem, has_stem);
+    const auto by_stem = first_text(ScanWord::clap_stem, stem, has_stem);
     if (!by_stem) return std::nullopt;
-    const auto another = first_text(clap_stems_, stem, [&](const ScanEntry& entry) {
+    const auto another = first_text(ScanWord::clap_stem, stem, [&](const ScanEntry& entry) {
         return &entry != &entries_[*by_stem] && has_stem(entry);
     });
     return another ? std::nullopt : by_stem;
@@ -212,16 +218,16 @@ EntryPlace ScanIndex::clap_for(std::string_view name, const std::string& stem) c
 
 bool ScanIndex::is_installed(std::string_view ident) const {
     if (entries_.empty() || ident.empty()) return true;
-    const auto clap = first_text(clap_ids_, std::string(ident),
+    const auto clap = first_text(ScanWord::clap_id, std::string(ident),
                                  [&](const ScanEntry& entry) { return entry.clapId == ident; });
     const std::uint32_t id = leading_number(ident);
-    if (clap || (id != 0 && first(ids_, id))) return true;
+    if (clap || (id != 0 && first(ScanWord::id, id))) return true;
     const std::size_t brace = ident.find('{');
     if (brace == std::string_view::npos) return false;
     std::string_view behind = ident.substr(brace + 1);
     const std::string class_id = lower_cased(std::string(take_field(behind, '}')));
     return first_text(
-               classes_, class_id,
+               ScanWord::class_id, class_id,
                [&](const ScanEntry& entry) { return lower_cased(entry.classId) == class_id; })
         .has_value();
 }

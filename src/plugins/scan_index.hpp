@@ -29,6 +29,23 @@ std::uint32_t code_word(std::string_view text, std::size_t at);
 /// Place of an entry in the list; nullopt where none fits.
 using EntryPlace = std::optional<std::size_t>;
 
+/// What of an entry a word is made of.
+enum class ScanWord : std::uint8_t {
+    vst2_id,
+    compatible_id,
+    class_end,
+    class_word,
+    name,        ///< without the maker
+    plain_name,  ///< without all groups
+    last_asked = plain_name,
+    vst3_stem,
+    clap_name,
+    clap_stem,
+    id,
+    class_id,
+    clap_id,
+};
+
 class ScanIndex {
 public:
     /// `asked` holds the words of all codes, and of all names in letters and digits, that the
@@ -39,12 +56,14 @@ public:
     bool empty() const { return entries_.empty(); }
 
     /// A VST2 by its number.
-    EntryPlace vst2_with_id(std::uint32_t id) const { return first(vst2_ids_, id); }
+    EntryPlace vst2_with_id(std::uint32_t id) const { return first(ScanWord::vst2_id, id); }
     /// A VST3 by the number of the VST2 that it takes the place of, which its class holds behind
     /// "VST".
-    EntryPlace compatible_with(std::uint32_t id) const { return first(compatible_ids_, id); }
+    EntryPlace compatible_with(std::uint32_t id) const {
+        return first(ScanWord::compatible_id, id);
+    }
     /// A VST3 whose class ends in this word.
-    EntryPlace class_ends_in(std::uint32_t word) const { return first(class_ends_, word); }
+    EntryPlace class_ends_in(std::uint32_t word) const { return first(ScanWord::class_end, word); }
     /// A VST3 whose class holds both words, anywhere.
     EntryPlace class_holds(std::uint32_t maker, std::uint32_t product) const;
     /// A VST3 of a known class whose file has this stem.
@@ -66,27 +85,18 @@ public:
     bool is_installed(std::string_view ident) const;
 
 private:
-    static EntryPlace first(const WordTable& table, std::uint32_t word);
+    std::span<const WordTable::Row> places_of(ScanWord kind, std::uint32_t word) const;
+    EntryPlace first(ScanWord kind, std::uint32_t word) const;
     template <typename Fits>
-    EntryPlace first_text(const WordTable& table, const std::string& text, Fits fits) const;
+    EntryPlace first_text(ScanWord kind, const std::string& text, Fits fits) const;
     void add(std::size_t place);
     void add_class(std::size_t place, const ClassBytes& bytes);
-    void add_asked(WordTable& table, std::uint32_t word, std::size_t place) const;
+    void add_word(ScanWord kind, std::uint32_t word, std::size_t place);
 
     std::vector<ScanEntry> entries_;
     WordFilter asked_;
-    WordTable vst2_ids_;
-    WordTable compatible_ids_;
-    WordTable class_ends_;
-    WordTable class_words_;
-    WordTable vst3_stems_;
-    WordTable names_;        ///< without the maker
-    WordTable plain_names_;  ///< without all groups
-    WordTable clap_names_;
-    WordTable clap_stems_;
-    WordTable ids_;
-    WordTable classes_;
-    WordTable clap_ids_;
+    WordTable asked_words_;  ///< of the lookups by codes and names
+    WordTable all_words_;
 };
 
 }  // namespace tanrove

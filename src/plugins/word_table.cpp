@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t byte_values = 256;
 constexpr int word_bits = 32;
 /// So few of a filter's bits are set that not many other words fall on one.
-constexpr std::size_t bits_per_word = 32;
+constexpr std::size_t bits_per_word = 16;
 constexpr std::size_t least_bits = 64;
 
 constexpr std::size_t rows_per_start = 4;
@@ -52,24 +52,31 @@ std::size_t WordFilter::bit_of(std::uint32_t word) const {
     return shift_ > 0 ? spread(word) >> shift_ : spread(word);
 }
 
-void WordTable::add(std::uint32_t word, std::size_t place) {
-    rows_.push_back({spread(word), static_cast<std::uint32_t>(place)});
+void WordTable::add(std::uint32_t word, std::uint32_t kind, std::size_t place) {
+    if (kind >= max_kinds || place >= max_places) return;
+    const std::size_t kind_and_place = kind * max_places + place;
+    rows_.push_back({spread(word), static_cast<std::uint32_t>(kind_and_place)});
+}
+
+void WordTable::sort_by_byte(std::uint32_t Row::*field, int shift) {
+    std::array<std::size_t, byte_values> next = {};
+    for (const Row& row : rows_) ++next[byte_of(row.*field, shift)];
+    std::size_t begin = 0;
+    for (std::size_t& at : next) {
+        const std::size_t count = at;
+        at = begin;
+        begin += count;
+    }
+    for (const Row& row : rows_) sorted_[next[byte_of(row.*field, shift)]++] = row;
+    rows_.swap(sorted_);
 }
 
 void WordTable::finish() {
-    std::vector<Row> sorted(rows_.size());
-    for (int shift = 0; shift < word_bits; shift += 8) {
-        std::array<std::size_t, byte_values> next = {};
-        for (const Row& row : rows_) ++next[byte_of(row.word, shift)];
-        std::size_t begin = 0;
-        for (std::size_t& at : next) {
-            const std::size_t count = at;
-            at = begin;
-            begin += count;
-        }
-        for (const Row& row : rows_) sorted[next[byte_of(row.word, shift)]++] = row;
-        rows_.swap(sorted);
-    }
+    constexpr int kind_shift = std::countr_zero(max_places);
+    sorted_.resize(rows_.size());
+    sort_by_byte(&Row::kind_and_place, kind_shift);
+    for (int shift = 0; shift < word_bits; shift += 8) sort_by_byte(&Row::word, shift);
+    sorted_ = {};
     note_starts();
 }
 
@@ -85,13 +92,17 @@ void WordTable::note_starts() {
     starts_[count] = static_cast<std::uint32_t>(rows_.size());
 }
 
-std::span<const WordTable::Row> WordTable::places_of(std::uint32_t word) const {
-    const std::uint32_t wanted = spread(word);
-    const std::size_t start = wanted >> start_shift_;
+std::span<const WordTable::Row> WordTable::places_of(std::uint32_t word, std::uint32_t kind) const {
+    const auto in_order = [](const Row& row) {
+        return std::uint64_t{row.word} << word_bits | row.kind_and_place;
+    };
+    const std::uint32_t spread_word = spread(word);
+    const std::size_t start = spread_word >> start_shift_;
     const Row* row = rows_.data() + starts_[start];
     const Row* end = rows_.data() + starts_[start + 1];
-    const Row* found = std::ranges::lower_bound(row, end, wanted, {}, &Row::word);
-    return {found, std::ranges::upper_bound(found, end, wanted, {}, &Row::word)};
+    const std::uint64_t wanted = (std::uint64_t{spread_word} << word_bits) + kind * max_places;
+    const Row* first = std::ranges::lower_bound(row, end, wanted, {}, in_order);
+    return {first, std::ranges::lower_bound(first, end, wanted + max_places, {}, in_order)};
 }
 
 }  // namespace tanrove

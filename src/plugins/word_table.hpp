@@ -28,23 +28,33 @@ private:
     int shift_ = 0;
 };
 
+/// Places under words of several kinds, all in one table: who looks a word up under one kind mostly
+/// asks for the next kind as well, and finds both side by side.
 class WordTable {
 public:
+    /// Kinds and places that a row has room for; what is beyond them is not added.
+    static constexpr std::uint32_t max_kinds = 16;
+    static constexpr std::size_t max_places = std::size_t{1} << 28;
+
     /// To be called in the order of the places, all before `finish`.
-    void add(std::uint32_t word, std::size_t place);
+    void add(std::uint32_t word, std::uint32_t kind, std::size_t place);
     void finish();
 
     struct Row {
-        std::uint32_t word = 0;  ///< as it is spread
-        std::uint32_t place = 0;
+        std::uint32_t word = 0;            ///< as it is spread
+        std::uint32_t kind_and_place = 0;  ///< the kind in the highest bits
+
+        std::size_t place() const { return kind_and_place % max_places; }
     };
 
-    std::span<const Row> places_of(std::uint32_t word) const;
+    std::span<const Row> places_of(std::uint32_t word, std::uint32_t kind) const;
 
 private:
+    void sort_by_byte(std::uint32_t Row::*field, int shift);
     void note_starts();
 
     std::vector<Row> rows_;
+    std::vector<Row> sorted_;  ///< what a pass of the sorting writes to
     /// For the first bits of a word the first row that has them, and behind all the number of rows.
     std::vector<std::uint32_t> starts_;
     int start_shift_ = 0;

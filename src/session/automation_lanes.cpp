@@ -37,6 +37,8 @@ constexpr std::size_t points_at = 37;
 constexpr std::size_t value_in_point = 4;
 constexpr std::size_t bytes_behind_points = 2;
 
+constexpr std::size_t no_owner = static_cast<std::size_t>(-1);
+
 /// True if a lane stands at `position`.
 bool is_lane_at(ByteView image, std::size_t position) {
     return isBlockAt(image, position, image.size()) &&
@@ -135,13 +137,22 @@ LaneGroups sortLanes(const BlockIndex& index, std::size_t start, std::size_t end
     return lanes;
 }
 
+LaneReader::LaneReader(const BlockIndex& index)
+    : image_(index.image()),
+      lanes_(index.of_type(block_type::lane)),
+      owners_(lanes_.all().size(), no_owner),
+      points_left_(image_.size() / lane_point_bytes) {}
+
 bool LaneReader::is_open_to(std::size_t position, std::size_t owner) const {
-    const auto found = owners_.find(position);
-    return found == owners_.end() || found->second == owner;
+    const std::size_t place = lanes_.place_from(position);
+    return place == owners_.size() || owners_[place] == no_owner || owners_[place] == owner;
 }
 
 bool LaneReader::read(std::size_t position, std::size_t owner, Lane& lane) {
-    if (owners_.try_emplace(position, owner).first->second != owner) return false;
+    const std::size_t place = lanes_.place_from(position);
+    if (place == owners_.size() || lanes_.all()[place].at != position) return false;
+    if (owners_[place] == no_owner) owners_[place] = owner;
+    if (owners_[place] != owner) return false;
     const std::size_t before = lane.points.size();
     if (!readLane(image_, position, lane, points_left_)) return false;
     points_left_ -= lane.points.size() - before;

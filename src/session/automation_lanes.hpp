@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <unordered_map>
 #include <vector>
 
 #include "session/block_index.hpp"
@@ -61,8 +60,7 @@ LaneGroups sortLanes(const BlockIndex& index, std::size_t start, std::size_t end
 /// them together have no more points than the image has room for.
 class LaneReader {
 public:
-    explicit LaneReader(ByteView image)
-        : image_(image), points_left_(image.size() / lane_point_bytes) {}
+    explicit LaneReader(const BlockIndex& index);
 
     /// True if no other owner has the lane.
     bool is_open_to(std::size_t position, std::size_t owner) const;
@@ -72,8 +70,9 @@ public:
 
 private:
     ByteView image_;
+    const BlockList& lanes_;
+    std::vector<std::size_t> owners_;  ///< of each lane
     std::size_t points_left_;
-    std::unordered_map<std::size_t, std::size_t> owners_;
 };
 
 /// How a strip's or a send's group lanes are to be counted.

@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::size_t content_type_count = 0x10000;
 constexpr std::size_t run_length = 16;  // blocks or runs that one entry of the next level sums up
+constexpr std::size_t blocks_a_stretch = 4;
 
 std::vector<Block> find_blocks(ByteView image) {
     std::vector<Block> blocks;
@@ -34,6 +35,7 @@ bool begins_before(const Block& block, std::size_t position) {
 }  // namespace
 
 BlockList::BlockList(std::vector<Block> blocks) : blocks_(std::move(blocks)) {
+    lay_out_stretches();
     std::vector<std::size_t> ends(blocks_.size());
     std::transform(blocks_.begin(), blocks_.end(), ends.begin(),
                    [](const Block& block) { return block.end(); });
@@ -50,11 +52,34 @@ BlockList::BlockList(std::vector<Block> blocks) : blocks_(std::move(blocks)) {
     }
 }
 
+void BlockList::lay_out_stretches() {
+    if (blocks_.empty()) return;
+    const std::size_t first = blocks_.front().at;
+    const std::size_t length = blocks_.back().at - first;
+    const std::size_t most = blocks_.size() / blocks_a_stretch;
+    while (length >> stretch_bits_ > most) ++stretch_bits_;
+    stretches_.reserve((length >> stretch_bits_) + 2);
+    for (std::size_t i = 0; i < blocks_.size(); ++i) {
+        const std::size_t stretch = (blocks_[i].at - first) >> stretch_bits_;
+        while (stretches_.size() <= stretch) stretches_.push_back(static_cast<std::uint32_t>(i));
+    }
+    stretches_.push_back(static_cast<std::uint32_t>(blocks_.size()));
+}
+
+std::size_t BlockList::place_from(std::size_t position) const {
+    if (blocks_.empty() || position <= blocks_.front().at) return 0;
+    if (position > blocks_.back().at) return blocks_.size();
+    const std::size_t stretch = (position - blocks_.front().at) >> stretch_bits_;
+    const auto first = blocks_.begin() + stretches_[stretch];
+    const auto last = blocks_.begin() + stretches_[stretch + 1];
+    return static_cast<std::size_t>(std::lower_bound(first, last, position, begins_before) -
+                                    blocks_.begin());
+}
+
 std::span<const Block> BlockList::between(std::size_t from, std::size_t to) const {
-    const auto first = std::lower_bound(blocks_.begin(), blocks_.end(), from, begins_before);
     if (to <= from) return {};
-    const auto last = std::lower_bound(first, blocks_.end(), to, begins_before);
-    return {first, last};
+    const std::size_t first = place_from(from);
+    return all().subspan(first, place_from(to) - first);
 }
 
 std::size_t BlockList::first_index_inside(std::size_t index, std::size_t limit) const {
@@ -82,8 +107,7 @@ std::size_t BlockList::first_index_inside(std::size_t index, std::size_t limit) 
 }
 
 const Block* BlockList::first_inside(std::size_t from, std::size_t limit) const {
-    const auto first = std::lower_bound(blocks_.begin(), blocks_.end(), from, begins_before);
-    const auto index = first_index_inside(static_cast<std::size_t>(first - blocks_.begin()), limit);
+    const std::size_t index = first_index_inside(place_from(from), limit);
     return index < blocks_.size() ? &blocks_[index] : nullptr;
 }
 
@@ -150,8 +174,9 @@ std::vector<Block> BlockIndex::top_level() const {
 }
 
 const Block* BlockIndex::at(std::size_t p) const {
-    const auto here = all_.between(p, p + 1);
-    return here.empty() ? nullptr : here.data();
+    const std::size_t place = all_.place_from(p);
+    const auto blocks = all_.all();
+    return place < blocks.size() && blocks[place].at == p ? &blocks[place] : nullptr;
 }
 
 }  // namespace tanrove

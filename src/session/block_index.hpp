@@ -34,8 +34,9 @@ struct Block {
     BlockSpan span() const { return {at, end()}; }
 };
 
-/// A list of blocks in order of their positions that also answers, in logarithmic time, which is
-/// the first behind a position that ends by a limit.
+/// A list of blocks in order of their positions that also answers which stand between two
+/// positions, and which is the first behind a position that ends by a limit: at once where the
+/// blocks are spread evenly, in logarithmic time wherever they stand.
 class BlockList {
 public:
     BlockList() = default;
@@ -50,14 +51,23 @@ public:
     /// there is none.
     const Block* first_inside(std::size_t from, std::size_t limit) const;
 
+    /// The place in `all` of the first block that begins at or behind `position`; the number of
+    /// blocks if none does.
+    std::size_t place_from(std::size_t position) const;
+
     /// From the first block's 'Z' to the furthest end of all: what a search for something that
     /// stands inside these blocks has to pass over. Empty for no blocks.
     BlockSpan reach() const;
 
 private:
+    void lay_out_stretches();
     std::size_t first_index_inside(std::size_t index, std::size_t limit) const;
 
     std::vector<Block> blocks_;
+    /// The image from the first block to the last in stretches of equal length: for each the place
+    /// of its first block.
+    std::vector<std::uint32_t> stretches_;
+    unsigned stretch_bits_ = 0;  ///< a stretch has two to this power bytes
     /// Least end of each run of blocks; each level sums up the runs of the one below.
     std::vector<std::vector<std::size_t>> least_ends_;
 };

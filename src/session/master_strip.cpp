@@ -22,7 +22,7 @@ void read_first(const BlockIndex& index, const StripRow& row, Strip& strip) {
             strip.channel_position = record->payload();
         }
     }
-    LaneReader reader(index.image());
+    LaneReader reader(index);
     read_lanes_of_row(index, *block, true, reader, 0, strip);
 }
 

@@ -178,8 +178,7 @@ RoutingSend read_send(const BlockIndex& index, const Block& slot, const ChannelR
 void read_slots(const BlockIndex& index, RoutingRows& rows) {
     const auto slots = index.of_type(block_type::send_channel).all();
     const auto holders = rows.around(starts_of(slots));
-    LaneReader lanes(index.image());
-    std::set<const RoutingRow*> begun;  // rows whose own send channel has been read
+    LaneReader lanes(index);
     for (std::size_t i = 0; i < slots.size(); ++i) {
         RoutingRow* row = holders[i];
         if (row == nullptr || slots[i].end() > row->end) continue;
@@ -189,7 +188,7 @@ void read_slots(const BlockIndex& index, RoutingRows& rows) {
         if (!record) continue;
         const Block* output = index.first_child(slots[i], block_type::path_reference);
         auto name = output == nullptr ? std::nullopt : read_output_name(index.image(), *output);
-        if (begun.insert(row).second) {
+        if (!row->has_slot) {
             row->has_slot = true;
             row->has_output = name.has_value();
             row->output_identity = name ? name->identity : 0;

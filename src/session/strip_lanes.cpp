@@ -204,7 +204,7 @@ void readStripLanes(const BlockIndex& index, std::vector<Strip>& strips) {
     // A master fader holds an audio row of its own, which then is the smallest.
     const auto masters = smallest_enclosing(index.of_type(block_type::master_row).all(), positions);
 
-    LaneReader reader(index.image());
+    LaneReader reader(index);
     for (std::size_t i = 0; i < order.size(); ++i) {
         Strip& strip = strips[order[i]];
         if (strip.midi_only) {
