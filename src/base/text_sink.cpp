@@ -9,53 +9,38 @@
 
 namespace tanrove {
 
-namespace {
-
-constexpr std::size_t flush_bytes = 1 << 16;
-constexpr std::size_t indent_width = 2;
-
-}  // namespace
-
-void TextSink::keep(const char* bytes, std::size_t count) {
-    if (memory_ != nullptr) {
-        memory_->append(bytes, count);
-        return;
-    }
-    buffer_.append(bytes, count);
-    if (buffer_.size() >= flush_bytes) flush();
-}
-
 void TextSink::line(int level, const char* format, ...) {
-    std::string& target = memory_ != nullptr ? *memory_ : buffer_;
-    target.append(static_cast<std::size_t>(level) * indent_width, ' ');
+    std::string& text = target();
+    text.append(static_cast<std::size_t>(level) * indent_width, ' ');
     std::va_list values;
     va_start(values, format);
-    const bool is_plain = append_plain(target, format, values);
+    const bool is_plain = append_plain(text, format, values);
     va_end(values);
     if (!is_plain) {
         va_start(values, format);
-        target += formatted_list(format, values);
+        text += formatted_list(format, values);
         va_end(values);
     }
-    keep("\n", 1);
+    text += '\n';
+    hand_on_if_full();
 }
 
 void TextSink::text(const char* format, ...) {
-    std::string& target = memory_ != nullptr ? *memory_ : buffer_;
+    std::string& text = target();
     std::va_list values;
     va_start(values, format);
-    const bool is_plain = append_plain(target, format, values);
+    const bool is_plain = append_plain(text, format, values);
     va_end(values);
     if (!is_plain) {
         va_start(values, format);
-        target += formatted_list(format, values);
+        text += formatted_list(format, values);
         va_end(values);
     }
-    keep("", 0);
+    hand_on_if_full();
 }
 
 void TextSink::raw(const std::string& bytes) {
-    keep(bytes.data(), bytes.size());
+    put(bytes);
 }
 
 void TextSink::flush() {

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <string>
 
+#include "base/number_text.hpp"
 #include "base/printf_check.hpp"
 
 namespace tanrove {
@@ -23,6 +24,24 @@ public:
     /// One line: `level` times two blanks, the formatted text, a line end.
     void line(int level, const char* format, ...) TANROVE_PRINTF(3, 4);
 
+    /// The same of texts and numbers one after the other, with no format to read: for the lines
+    /// that a project has hundreds of thousands of.
+    template <typename... Parts>
+    void row(int level, const Parts&... parts) {
+        std::string& text = target();
+        text.append(static_cast<std::size_t>(level) * indent_width, ' ');
+        (append_part(text, parts), ...);
+        text += '\n';
+        hand_on_if_full();
+    }
+
+    /// Texts and numbers as they stand.
+    template <typename... Parts>
+    void put(const Parts&... parts) {
+        (append_part(target(), parts), ...);
+        hand_on_if_full();
+    }
+
     /// Formatted text as it stands, without indentation or line end.
     void text(const char* format, ...) TANROVE_PRINTF(2, 3);
 
@@ -36,7 +55,13 @@ public:
     bool failed() const { return failed_; }
 
 private:
-    void keep(const char* bytes, std::size_t count);
+    static constexpr std::size_t indent_width = 2;
+    static constexpr std::size_t flush_bytes = 1 << 16;
+
+    std::string& target() { return memory_ != nullptr ? *memory_ : buffer_; }
+    void hand_on_if_full() {
+        if (buffer_.size() >= flush_bytes) flush();
+    }
 
     std::FILE* stream_ = nullptr;
     std::string* memory_ = nullptr;

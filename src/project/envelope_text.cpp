@@ -10,6 +10,10 @@ namespace {
 constexpr int linear_shape = 0;
 constexpr int square_shape = 1;
 
+// Digits behind the point.
+constexpr int time_digits = 10;
+constexpr int value_digits = 9;
+
 }  // namespace
 
 int write_envelope(TextSink& out, int level, const std::string& block,
@@ -23,8 +27,8 @@ int write_envelope(TextSink& out, int level, const std::string& block,
     out.line(level + 1, "DEFSHAPE %d -1 -1",
              envelope.kind == EnvelopeKind::mute ? square_shape : linear_shape);
     for (const EnvelopePoint& point : envelope.points) {
-        out.line(level + 1, "PT %.10f %.9f %d", printable(point.seconds), printable(point.value),
-                 point.shape);
+        out.row(level + 1, "PT ", Fixed{printable(point.seconds), time_digits}, " ",
+                Fixed{printable(point.value), value_digits}, " ", point.shape);
     }
     out.line(level, ">");
     return static_cast<int>(envelope.points.size());

@@ -10,37 +10,46 @@ namespace {
 
 constexpr std::size_t stretch_markers_a_line = 28;
 
+// Digits behind the point.
+constexpr int place_digits = 10;
+constexpr int gain_digits = 9;
+constexpr int rate_digits = 9;
+
 void write_place(TextSink& out, const ClipItem& clip) {
-    out.line(3, "POSITION %.10f", clip.start);
-    out.line(3, "SNAPOFFS %.10g", snap_offset(clip));
-    out.line(3, "LENGTH %.10f", clip.length);
-    out.line(3, "LOOP 0");
-    out.line(3, "ALLTAKES 0");
+    out.row(3, "POSITION ", Fixed{clip.start, place_digits});
+    out.row(3, "SNAPOFFS ", General{snap_offset(clip), place_digits});
+    out.row(3, "LENGTH ", Fixed{clip.length, place_digits});
+    out.row(3, "LOOP 0");
+    out.row(3, "ALLTAKES 0");
 }
 
 void write_fades(TextSink& out, const TakePlan& take) {
-    const ItemFade& in = take.fade_in;
-    const ItemFade& end = take.fade_out;
-    out.line(3, "FADEIN %g %.10f 0 %g 0 %g 0", in.shape, in.length, in.shape, in.curve);
-    out.line(3, "FADEOUT %g %.10f 0 %g 0 %g 0", end.shape, end.length, end.shape, end.curve);
+    const auto write = [&](const char* side, const ItemFade& fade) {
+        const General shape{fade.shape};
+        out.row(3, side, shape, " ", Fixed{fade.length, place_digits}, " 0 ", shape, " 0 ",
+                General{fade.curve}, " 0");
+    };
+    write("FADEIN ", take.fade_in);
+    write("FADEOUT ", take.fade_out);
 }
 
 void write_mute_and_lock(TextSink& out, const ClipItem& clip) {
-    out.line(3, "MUTE %d 0", clip.muted ? 1 : 0);
-    if (clip.locked) out.line(3, "LOCK 1");
+    out.row(3, clip.muted ? "MUTE 1 0" : "MUTE 0 0");
+    if (clip.locked) out.row(3, "LOCK 1");
 }
 
 void write_stretch_markers(TextSink& out, const std::vector<StretchMarker>& markers) {
     if (markers.size() <= 2) return;
     for (std::size_t i = 0; i < markers.size(); ++i) {
         if (i % stretch_markers_a_line != 0) {
-            out.text(" + ");
+            out.put(" + ");
         } else {
-            out.text(i == 0 ? "      SM " : "\n      SM ");
+            out.put(i == 0 ? "      SM " : "\n      SM ");
         }
-        out.text("%.10f %.10f", markers[i].item_position, markers[i].source_position);
+        out.put(Fixed{markers[i].item_position, place_digits}, " ",
+                Fixed{markers[i].source_position, place_digits});
     }
-    out.text("\n");
+    out.put("\n");
 }
 
 // REAPER's channel mode for the first channel of a file alone; those behind it follow.
@@ -55,26 +64,28 @@ void write_volume_envelope(TextSink& out, const std::vector<EnvelopePoint>& poin
     out.line(4, "ARM 0");
     out.line(4, "DEFSHAPE 0 -1 -1");
     for (const EnvelopePoint& point : points)
-        out.line(4, "PT %.10f %.9f 0", point.seconds, point.value);
+        out.row(4, "PT ", Fixed{point.seconds, place_digits}, " ", Fixed{point.value, gain_digits},
+                " 0");
     out.line(3, ">");
 }
 
 void write_take(TextSink& out, const ClipItem& clip, const TakePlan& take) {
-    out.line(3, "PLAYRATE %.9f 1 %.6f -1 0 0.0025", take.playrate, clip.pitch_shift);
-    out.line(3, "CHANMODE %d", clip.file_channel ? first_channel_mode + *clip.file_channel : 0);
-    out.line(3, "NAME %s", quoted(clip.name).c_str());
+    out.row(3, "PLAYRATE ", Fixed{take.playrate, rate_digits}, " 1 ", Fixed{clip.pitch_shift},
+            " -1 0 0.0025");
+    out.row(3, "CHANMODE ", clip.file_channel ? first_channel_mode + *clip.file_channel : 0);
+    out.row(3, "NAME ", Quoted{clip.name});
     write_stretch_markers(out, clip.stretch_markers);
     if (take.has_volume) {
-        out.line(3, "VOLPAN %.9f %g %d -1", take.gain, clip.take_pan,
-                 clip.polarity_inverted ? -1 : 1);
+        out.row(3, "VOLPAN ", Fixed{take.gain, gain_digits}, " ", General{clip.take_pan},
+                clip.polarity_inverted ? " -1 -1" : " 1 -1");
     }
     write_volume_envelope(out, take.envelope);
 }
 
 void write_source(TextSink& out, const std::string& path) {
-    out.line(3, "<SOURCE WAVE");
-    out.line(4, "FILE %s", quoted(path).c_str());
-    out.line(3, ">");
+    out.row(3, "<SOURCE WAVE");
+    out.row(4, "FILE ", Quoted{path});
+    out.row(3, ">");
 }
 
 }  // namespace
@@ -91,11 +102,11 @@ void write_lane_place(TextSink& out, const LanePlace& place) {
 void write_audio_item(TextSink& out, const ClipItem& clip, const TakePlan& take,
                       const std::string& path, const std::optional<LanePlace>& place,
                       std::span<const ChainPlan> take_chains) {
-    out.line(2, "<ITEM");
+    out.row(2, "<ITEM");
     write_place(out, clip);
     write_fades(out, take);
     write_mute_and_lock(out, clip);
-    out.line(3, "SOFFS %.10f", clip.source_offset);
+    out.row(3, "SOFFS ", Fixed{clip.source_offset, place_digits});
     write_item_colour(out, clip);
     if (place) write_lane_place(out, *place);
     write_take(out, clip, take);
@@ -103,7 +114,7 @@ void write_audio_item(TextSink& out, const ClipItem& clip, const TakePlan& take,
     if (clip.take_fx && clip.take_fx->chain < take_chains.size()) {
         write_take_fx(out, take_chains[clip.take_fx->chain], clip.take_fx->number);
     }
-    out.line(2, ">");
+    out.row(2, ">");
 }
 
 }  // namespace tanrove

@@ -41,15 +41,15 @@ void write_start_events(TextSink& out, const MidiItem& item, const MidiTrackSett
 void write_events(TextSink& out, const MidiItem& item) {
     std::uint64_t before = 0;
     for (const MidiItemEvent& event : item.events) {
-        const unsigned long long delta = event.tick > before ? event.tick - before : 0;
+        const std::uint64_t delta = event.tick > before ? event.tick - before : 0;
         before = event.tick;
         if (event.status == sysex_status) {
-            out.line(event_level, "<X %llu 0", delta);
-            out.line(event_level + 1, "%s", base64(item.sysex[event.sysex]).c_str());
+            out.row(event_level, "<X ", delta, " 0");
+            out.row(event_level + 1, base64(item.sysex[event.sysex]));
             out.line(event_level, ">");
         } else {
-            out.line(event_level, "%s %llu %02x %02x %02x", event.muted ? "Em" : "E", delta,
-                     event.status, event.data1, event.data2);
+            out.row(event_level, event.muted ? "Em " : "E ", delta, " ", HexByte{event.status}, " ",
+                    HexByte{event.data1}, " ", HexByte{event.data2});
         }
     }
 }

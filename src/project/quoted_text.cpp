@@ -23,20 +23,26 @@ const char* unused_quote(std::string_view text) {
 
 }  // namespace
 
-std::string quoted(std::string_view text) {
+void append_part(std::string& target, const Quoted& quoted) {
+    const std::string_view text = quoted.text;
     const char* unused = unused_quote(text);
     const bool none_unused = unused == quote_characters.end();
     const char quote = none_unused ? quote_characters.front() : *unused;
 
-    std::string line;
-    line.reserve(text.size() + 2);
-    line += quote;
-    line += text;
-    for (char& c : std::span(line).subspan(1)) {
+    target += quote;
+    const std::size_t begin = target.size();
+    target += text;
+    for (char& c : std::span(target).subspan(begin)) {
         if (ends_a_line(c)) c = ' ';
         if (none_unused && c == quote) c = '_';
     }
-    line += quote;
+    target += quote;
+}
+
+std::string quoted(std::string_view text) {
+    std::string line;
+    line.reserve(text.size() + 2);
+    append_part(line, Quoted{text});
     return line;
 }
 

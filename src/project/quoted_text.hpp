@@ -12,6 +12,13 @@ namespace tanrove {
 /// line ends and zero bytes become blanks, so that a name can never leave its line.
 std::string quoted(std::string_view text);
 
+/// A text that a row of the project shows in quotes.
+struct Quoted {
+    std::string_view text;
+};
+
+void append_part(std::string& target, const Quoted& quoted);
+
 /// True if `quoted` keeps the text to the byte. A path that it changes leads to no file.
 bool is_kept_by_quotes(std::string_view text);
 
