@@ -260,7 +260,6 @@ void print_clip_effects(TextBuffer& out, const ClipEffectsTallies& tallies) {
 }
 
 void print_stand_ins(TextBuffer& out, const StandInTallies& tallies) {
-    constexpr double beyond_reach_db = 0.5;
     print_count(out, tallies.written,
                 "  %d Avid plug-in(s) arrive as REAPER's own equivalents, in the\n"
                 "      same slots and with the same settings: EQ exact in design,\n"
@@ -279,9 +278,6 @@ void print_stand_ins(TextBuffer& out, const StandInTallies& tallies) {
     if (tallies.notes.empty()) return;
     out.append("  Avid stand-ins approximated or left out:\n");
     print_notes(out, tallies.notes);
-    if (tallies.eq_fits.worst_db > beyond_reach_db) {
-        out.print("      worst EQ3 band: %.2f dB off\n", tallies.eq_fits.worst_db);
-    }
 }
 
 void print_stand_in_options(TextBuffer& out, const ChainTallies& tallies) {

@@ -47,7 +47,7 @@ void settle_band(EqBand& band, bool is_one_band, double rate_hz, EqFitter& fitte
 void add_notes(StandIn& stand_in, const std::vector<EqBand>& bands, const StandInTrack& track) {
     if (std::ranges::any_of(bands, [](const EqBand& b) { return b.worstDb > noted_error_db; })) {
         stand_in.note(
-            "EQ3 band beyond REAPER's reach near the top of the range (worst of these below)");
+            "EQ3 band beyond REAPER's reach near the top of the range (worst of these above)");
     }
     stand_in.note_width(track);
 }

@@ -205,7 +205,7 @@ TEST_F(PluginKnowledgeOfARun, WantsTablesInAFileOfItsOwn) {
     EXPECT_TRUE(fs::exists("want.txt")) << "an empty list is an answer, in a check too";
     const std::string session = file_text("Song.ptx");
     options.check_only = false;
-    for (const std::string path : {"./Song.ptx", "Song.rpp"}) {
+    for (const std::string path : {"./Song.ptx", "Song.rpp", "nowhere/want.txt"}) {
         options.want_params_path = path;
         found();
         EXPECT_NE(account.find("\n  could not write " + path + "\n"), std::string::npos);

@@ -198,6 +198,12 @@ TEST_F(Process, AFileThatCannotBeWrittenIsToldInOneLineAndHarmsNoOther) {
             }
         }
     }
+    put_in_place(Obstacle::read_only, "Song.rpp");
+    EXPECT_EQ(run({"Song.ptx", "--overwrite", "--report", "--usage-json", "usage"}, as_nobody), 1);
+    EXPECT_TRUE(file_text(out_path).ends_with("\nCould not write Song.rpp\n"));
+    EXPECT_EQ(project(), "former");
+    EXPECT_NE(file_text("usage").find("\"result\":\"failed\",\"session\":{},"), std::string::npos);
+    EXPECT_FALSE(fs::exists("Song-vorlane-report.txt")) << "no report of what is not there";
 }
 
 TEST_F(Process, ASignalAtAnyStageLeavesTheFormerProjectOrTheWholeNewOne) {

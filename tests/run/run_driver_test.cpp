@@ -230,6 +230,7 @@ TEST_F(RunDriver, TheSelfTestComparesTheReportHandedBackWithTheOneOnDisk) {
         {"report", "", "rc=0 report_text=6 ondisk=0 DIFFER\n"},
     };
     setenv("TANROVE_API_SELFTEST", "", 1);
+    steps.write_usage_summary = [](const RunOptions&, std::int32_t) { ADD_FAILURE(); };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.verdict);
         EXPECT_TRUE(write_file_text("r.txt", c.on_disk));
@@ -238,7 +239,9 @@ TEST_F(RunDriver, TheSelfTestComparesTheReportHandedBackWithTheOneOnDisk) {
                        .report_text = "report",
                        .report_path = c.report_path};
         };
-        EXPECT_EQ(run({"x.ptx", "-o", "y.rpp", "--pause", "--progress", "--convert-twice"}), 0);
+        EXPECT_EQ(run({"x.ptx", "-o", "y.rpp", "--pause", "--progress", "--convert-twice",
+                       "--usage-json", "u"}),
+                  0);
         EXPECT_EQ(out, "  API SELFTEST: " + c.verdict + "  API SELFTEST: console_text=10 bytes\n");
         EXPECT_EQ(err, "");
         EXPECT_TRUE(seen.back().write_report);
