@@ -64,7 +64,7 @@ GoldenCase much_left_out() {
 GoldenCase damaged() {
     TrackSpec track{.name = "Voice", .clips = {clip("Voice", 0), clip("Voice-01", 2 * second)}};
     SessionBuilder session;
-    session.audio_file({"Voice.wav", 10 * second, 0}).track(track);
+    session.audio_file({"Voice.wav", 10 * second, 0}).tempo(0, 100).track(track);
     GoldenCase cut{"damaged", session, {}, {"Voice.wav"}};
     cut.cut_bytes = 20;
     return cut;

@@ -38,8 +38,8 @@ void expect_golden(const std::string& file, const std::string& text) {
 }
 
 const std::set<std::string> cases_with_reports = {
-    "empty_session", "plugins", "dynamics", "surround", "left_out_tracks", "frozen", "clip_effects",
-    "much_left_out", "damaged", "full_mix", "video"};
+    "empty_session", "plugins",       "dynamics", "surround", "left_out_tracks", "frozen",
+    "clip_effects",  "much_left_out", "damaged",  "full_mix", "time_frame",      "video"};
 
 TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     const auto& c = GetParam();

@@ -279,7 +279,10 @@ TEST_F(Conversion, TheReportStandsBesideItsProjectAndIsTheTextHandedBack) {
     EXPECT_EQ(result_.report_path, "");
 
     options.write_report = true;
+    setenv("VORLANE_VERSION", "2.5 beta", 1);
     ASSERT_EQ(convert(options), 0);
+    unsetenv("VORLANE_VERSION");
+    EXPECT_NE(result_.report_text.find("\nmade with   vorlane 2.5 beta\n"), std::string::npos);
     EXPECT_EQ(result_.report_path, "Song (1)-vorlane-report.txt");
     EXPECT_EQ(file_text(result_.report_path), result_.report_text);
     EXPECT_TRUE(said("\n  report written: Song (1)-vorlane-report.txt\n"));
@@ -296,6 +299,10 @@ TEST_F(Conversion, TheReportStandsBesideItsProjectAndIsTheTextHandedBack) {
     ASSERT_EQ(convert(options), 0);
     EXPECT_TRUE(said("\n  could not write report: Song (2)-vorlane-report.txt\n"));
     EXPECT_EQ(result_.report_path, "");
+    options.output_path = "/dev/null";  // a device has no place beside it
+    ASSERT_EQ(convert(options), 0);
+    EXPECT_TRUE(said("\n  could not write report: /dev/null-vorlane-report.txt\n"));
+    EXPECT_FALSE(result_.report_text.empty());
 }
 
 TEST_F(Conversion, EditsThatMelodyneKeepsBesideTheSessionAreMissed) {
