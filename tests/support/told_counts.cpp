@@ -25,6 +25,8 @@ struct Counts {
     int automated_tracks = 0;
     int send_points = 0;
     int plugin_points = 0;
+    int panner_envelopes = 0;  ///< of surround panners, which are plug-ins of REAPER's own
+    int panner_points = 0;
     int vst2 = 0, vst3 = 0, clap = 0;  ///< plug-ins of tracks, but none of REAPER's own
     int without_settings = 0;          ///< of those
     bool has_frozen = false;           ///< such a track keeps what it plays in another form
@@ -79,6 +81,8 @@ private:
         counts.has_frozen = counts.has_frozen || block == "FREEZE";
         if (block == "SOURCE") count_source(line);
         const bool is_plugin = block == "VST" || block == "CLAP";
+        if (is_plugin) plays_panner_ = line.find("ReaSurroundPan") != std::string::npos;
+        if (block == "PARMENV" && plays_panner_) ++counts.panner_envelopes;
         if (is_plugin && !is_inside("TAKEFX") && line.find("(Cockos)") == std::string::npos) {
             ++(block == "CLAP"                            ? counts.clap
                : line.find("VST3: ") != std::string::npos ? counts.vst3
@@ -123,7 +127,7 @@ private:
         const std::string& block = blocks_.back();
         if (!is_envelope(block) || is_inside("ITEM")) return;
         if (block == "PARMENV") {
-            ++counts.plugin_points;
+            ++(plays_panner_ ? counts.panner_points : counts.plugin_points);
         } else if (block.starts_with("AUX")) {
             ++counts.send_points;
         } else {
@@ -139,6 +143,7 @@ private:
     bool master_has_points_ = false;
     bool has_midi_ = false;
     bool is_of_master_ = false;
+    bool plays_panner_ = false;  ///< the last plug-in is one
 };
 
 Counts count_project(const std::string& project) {
@@ -273,6 +278,9 @@ void expect_mix(const Counts& counted, const std::string& account, const std::st
     EXPECT_EQ(number_before(account, " plug-in parameter automation points"),
               counted.plugin_points);
     EXPECT_EQ(sum_before(report, " automation point(s)"), counted.plugin_points);
+    EXPECT_EQ(number_before(account, " surround panner automation envelope(s) written"),
+              counted.panner_envelopes);
+    EXPECT_EQ(number_before(account, " points): position, divergence"), counted.panner_points);
     EXPECT_EQ(number_before(account, " sends into ") +
                   number_before(account, " track output(s) routed") +
                   number_before(account, " track(s) play through that"),
