@@ -3,6 +3,13 @@
 # of it names the prefix, so the tree can be moved.
 include(CMakePackageConfigHelpers)
 
+# What stands apart from the program's own: a zip for Windows holds the program alone.
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME development)
+if(WIN32)
+  set(CMAKE_INSTALL_BINDIR .)
+  set(CMAKE_INSTALL_DOCDIR .)
+endif()
+
 # The public headers stand side by side in one folder and include each other by it.
 set(public_headers
   base/printf_check.hpp
@@ -35,15 +42,15 @@ endforeach()
 # Where a target's own name would say its project twice.
 set_target_properties(tanrove_ptformat PROPERTIES EXPORT_NAME ptformat)
 
-install(TARGETS tanrove RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS tanrove RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program)
 install(TARGETS tanrove_ptformat tanrove_library EXPORT tanroveTargets
-  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+  RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT program
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/public_headers/tanrove
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/tanrove)
 install(EXPORT tanroveTargets NAMESPACE tanrove:: DESTINATION ${package_folder})

@@ -8,6 +8,12 @@ packages=(g++ clang cmake ninja-build ccache libgtest-dev libbenchmark-dev local
 if [ "${TANROVE_INSTALL_PACKAGERS:-0}" = 1 ]; then
     packages+=(dpkg-dev pkgconf man-db mandoc zsh fish)
 fi
+if [ "${TANROVE_INSTALL_WINDOWS:-0}" = 1 ]; then
+    packages+=(g++-mingw-w64-x86-64-posix)
+    # A machine without this architecture's wine builds all the same.
+    [ "$(apt-cache policy wine64 2>/dev/null | grep -c Candidate)" = 0 ] || packages+=(wine wine64)
+fi
+[ "${TANROVE_INSTALL_LIBCXX:-0}" = 1 ] && packages+=(clang-16 libc++-16-dev libc++abi-16-dev)
 # An independent parser from the npm registry reads the projects that the tests write. Some machines
 # have npm from elsewhere.
 if [ "${TANROVE_INSTALL_PARSER:-1}" = 1 ] && ! command -v npm >/dev/null 2>&1; then

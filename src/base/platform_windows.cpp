@@ -1,13 +1,9 @@
 // Windows: its calls take UTF-16, its C runtime would change line ends, and a console shows the
 // code page that it is told.
-#define WIN32_LEAN_AND_MEAN
 #define NOMINMAX
-// clang-format off: the second needs the first.
-#include <shellapi.h>
-#include <windows.h>
-// clang-format on
 #include <fcntl.h>
 #include <io.h>
+#include <windows.h>
 
 #include <cerrno>
 #include <cstdlib>

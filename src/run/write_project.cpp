@@ -31,7 +31,7 @@ void write_all_tracks(TextSink& out, const ProjectPlan& project, const RunOption
     TakePlanner takes(static_cast<double>(project.head.sample_rate), tallies.takes);
     FreezeWriter freezer(path, !options.check_only, real_disk(), tallies.frozen);
     const auto progress = [](std::size_t track, std::size_t count) {
-        report_track_stage(track, count);
+        report_track_stage(static_cast<unsigned long>(track), static_cast<unsigned long>(count));
     };
     tallies.track_facts =
         write_tracks(out, project.mix.tracks, {project.chains, project.take_chains}, media, takes,

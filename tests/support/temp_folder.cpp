@@ -10,6 +10,14 @@ namespace tanrove::builder {
 
 namespace fs = std::filesystem;
 
+void set_variable(const char* name, const std::string& value) {
+#if defined(_WIN32)
+    _putenv_s(name, value.c_str());
+#else
+    setenv(name, value.c_str(), 1);
+#endif
+}
+
 TempFolder::TempFolder() {
     std::random_device random;
     do {
@@ -21,7 +29,7 @@ TempFolder::~TempFolder() {
     std::error_code error;
     if (!former_.empty()) {
         fs::current_path(former_, error);
-        setenv("HOME", former_home_.c_str(), 1);
+        set_variable("HOME", former_home_);
     }
     fs::remove_all(path_, error);
 }
@@ -31,7 +39,7 @@ void TempFolder::enter() {
     fs::current_path(path_);
     const char* home = std::getenv("HOME");
     former_home_ = home == nullptr ? "" : home;
-    setenv("HOME", path_.c_str(), 1);
+    set_variable("HOME", path());
 }
 
 std::size_t TempFolder::file_count() const {

@@ -31,6 +31,9 @@ private:
     std::string former_home_;
 };
 
+/// Sets a variable of the environment.
+void set_variable(const char* name, const std::string& value);
+
 /// The whole file; empty if it cannot be read.
 std::string file_text(const std::string& path);
 
