@@ -1,4 +1,5 @@
-# Fails on an #include against the direction of the road, and on a source that no list names.
+# Fails on an #include against the direction of the road, on a source that no list names, and on a
+# call to the system that only one of them understands.
 # Run as: cmake -DROOT=<project> -P CheckArrows.cmake
 cmake_minimum_required(VERSION 3.25)
 
@@ -32,6 +33,13 @@ foreach(folder ${folders})
         message(SEND_ERROR "${source}: ${line}")
       endif()
     endforeach()
+    # Systems differ in how they name files and variables: base/platform knows how.
+    if(NOT source MATCHES "/base/platform_[a-z]+.cpp$")
+      file(STRINGS ${source} bare REGEX "std::(fopen|remove|rename|getenv|[io]?fstream)[ (]")
+      if(bare)
+        message(SEND_ERROR "${source} goes past base/platform: ${bare}")
+      endif()
+    endif()
   endforeach()
 endforeach()
 

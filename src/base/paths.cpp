@@ -1,8 +1,8 @@
 // Paths as text, and the one question that is asked of the disk: can this file be read.
 #include "base/paths.hpp"
 
+#include <cstdio>
 #include <filesystem>
-#include <fstream>
 
 #include "base/platform.hpp"
 
@@ -57,7 +57,9 @@ bool are_one_file(const std::string& path, const std::string& other) {
 }
 
 bool can_be_read(const std::string& path) {
-    return is_regular_file(path) && std::ifstream(native_path(path), std::ios::binary).is_open();
+    std::FILE* file = is_regular_file(path) ? open_file(path.c_str(), "rb") : nullptr;
+    if (file != nullptr) std::fclose(file);
+    return file != nullptr;
 }
 
 std::string lower_cased(std::string text) {

@@ -39,7 +39,8 @@ int remove_file(const char* path) noexcept;
 /// The value of a variable of the environment; nullopt if it is not set.
 std::optional<std::string> environment_value(const char* name);
 
-/// The words that the program was started with, its own name first.
+/// The words that the program was started with; first the program's own path, where the system can
+/// tell it.
 std::vector<std::string> command_words(int count, const char* const* words);
 
 /// No signal is handled while this lives.

@@ -82,7 +82,13 @@ std::optional<std::string> environment_value(const char* name) {
 }
 
 std::vector<std::string> command_words(int count, const char* const* words) {
-    return {words, words + count};
+    std::vector<std::string> all(words, words + count);
+    // One that was found by its name alone does not know where it lies; Linux does.
+    std::error_code error;
+    const bool is_bare = !all.empty() && all.front().find('/') == std::string::npos;
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+    if (is_bare && !error) all.front() = program.string();
+    return all;
 }
 
 SignalsHeld::SignalsHeld() {

@@ -15,6 +15,9 @@ namespace tanrove {
 
 namespace {
 
+/// The longest path that the system has.
+constexpr DWORD max_path_units = 32767;
+
 constexpr std::size_t console_buffer_bytes = std::size_t{64} * 1024;
 
 /// Set once, before a handler can ask for it.
@@ -129,6 +132,11 @@ std::vector<std::string> command_words(int count, const char* const* words) {
     std::vector<std::string> result;
     for (int i = 0; i < wide_count; ++i) result.push_back(narrow(wide_words[i]));
     LocalFree(wide_words);
+    std::wstring program(max_path_units, L'\0');
+    const DWORD units = GetModuleFileNameW(nullptr, program.data(), max_path_units);
+    if (units > 0 && units < max_path_units && !result.empty()) {
+        result.front() = narrow(program.c_str());
+    }
     return result;
 }
 

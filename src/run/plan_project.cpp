@@ -3,7 +3,6 @@
 #include "run/plan_project.hpp"
 
 #include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 #include "base/formatted_text.hpp"
@@ -171,7 +170,7 @@ ProjectPlan plan_project(const RunOptions& options, PlanningRecords records, Run
     if (environment_value("TANROVE_DUMP_CLIPCOL")) {
         std::fputs(clip_colours_text(project.mix.tracks).c_str(), stderr);
     }
-    if (std::getenv("TANROVE_DEBUG_SURR") != nullptr) {
+    if (environment_value("TANROVE_DEBUG_SURR")) {
         std::fputs(panner_tries_text(project.mix.panner_tries).c_str(), stderr);
     }
     note_unmatched_tracks(tallies.mix.tracks);
