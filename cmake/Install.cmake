@@ -50,7 +50,7 @@ install(TARGETS tanrove_ptformat tanrove_library EXPORT tanroveTargets
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 install(DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/public_headers/tanrove
   DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
+install(FILES README.md CHANGELOG.md docs/account.md docs/teaching.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT program)
 
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/tanrove)
 install(EXPORT tanroveTargets NAMESPACE tanrove:: DESTINATION ${package_folder})

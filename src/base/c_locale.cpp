@@ -3,6 +3,9 @@
 
 #include <clocale>
 #include <string>
+#if __has_include(<xlocale.h>)
+#include <xlocale.h>  // where macOS has newlocale
+#endif
 
 namespace tanrove {
 
