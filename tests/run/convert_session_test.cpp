@@ -12,8 +12,10 @@
 #include "support/project_reader.hpp"
 #include "support/records/clip_table_records.hpp"
 #include "support/records/old_session_records.hpp"
+#include "support/rich_session.hpp"
 #include "support/session_builder.hpp"
 #include "support/temp_folder.hpp"
+#include "support/told_counts.hpp"
 
 namespace tanrove {
 namespace {
@@ -82,17 +84,31 @@ TEST_F(Conversion, WhatIsNoSessionLeavesNoProject) {
     EXPECT_EQ(folder_.file_count(), 1U);
 }
 
-TEST_F(Conversion, ASessionCutAnywhereMakesAWholeProjectOrNone) {
-    const Bytes whole = small_session().file();
-    for (std::size_t tenth = 1; tenth < 10; ++tenth) {
-        SCOPED_TRACE(tenth);
-        fs::remove("Song.rpp");
-        ASSERT_TRUE(write_bytes(
-            "Song.ptx",
-            Bytes(whole.begin(), whole.begin() + static_cast<long>(whole.size() * tenth / 10))));
-        const bool converts = convert(song()) == 0;
-        EXPECT_EQ(converts, builder::read_project(file_text("Song.rpp")).closed);
-        EXPECT_EQ(converts, !said("Could not read:")) << result_.console_text;
+/// What is left of a damaged session is told as what is left of a good one.
+TEST_F(Conversion, ASessionCutOrChangedAnywhereMakesAWholeProjectOrNone) {
+    constexpr std::size_t places = 12;
+    for (const auto& [name, session] : builder::family_sessions()) {
+        const Bytes whole = session.image();
+        for (std::size_t i = 0; i < 2 * places; ++i) {
+            SCOPED_TRACE(name + " " + std::to_string(i));
+            Bytes bad = whole;
+            const std::size_t at = whole.size() * (i / 2 + 1) / (places + 1);
+            if (i % 2 == 0) {
+                bad.resize(at);
+            } else {
+                bad[at] ^= 0xff;
+            }
+            fs::remove("Song.rpp");
+            ASSERT_TRUE(
+                write_bytes("Song.ptx", builder::encrypted(bad, builder::Cipher::ptx, 0x35)));
+            const bool converts = convert(song()) == 0;
+            const std::string project = file_text("Song.rpp");
+            EXPECT_EQ(converts, builder::read_project(project).closed);
+            EXPECT_EQ(converts, !said("Could not read:")) << result_.console_text;
+            if (!converts) continue;
+            builder::expect_told_counts(project, result_.console_text, result_.report_text,
+                                        console_state().usage_body);
+        }
     }
 }
 

@@ -229,7 +229,7 @@ void expect_tracks_and_items(const Counts& counted, const std::string& account,
     EXPECT_EQ(sums.tracks, tracks);
     EXPECT_EQ(number_before(report, " tracks (") + number_before(report, " send-return bus"),
               tracks);
-    const int clips = number_before(account, " clips, ");
+    const int clips = number_before(account.substr(account.find("\n  Read:")), " clips, ");
     const int notes = number_before(account, " MIDI notes\n");
     if (!counted.has_frozen) {
         EXPECT_EQ(clips, counted.clips);
