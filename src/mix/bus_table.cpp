@@ -1,6 +1,7 @@
 // Joins the strips whose input is a bus with the paths.
 #include "mix/bus_table.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "mix/strip_names.hpp"
@@ -72,6 +73,23 @@ std::optional<BusRoute> BusTable::route_among(const Takers& takers, std::size_t 
             .strip_rows = found->second, .way = BusWay::stereo_pair, .side = place.side};
     }
     return std::nullopt;
+}
+
+std::optional<BusRoute> BusTable::route_of_part(std::size_t path) const {
+    const auto whole = paths_.parent_of(path);
+    if (!whole) return std::nullopt;
+    const auto& channels = paths_.at(*whole).channels;
+    std::vector<std::size_t> places;
+    for (const std::uint16_t channel : paths_.at(path).channels) {
+        const auto place = std::ranges::find(channels, channel);
+        if (place == channels.end()) return std::nullopt;
+        places.push_back(static_cast<std::size_t>(place - channels.begin()));
+    }
+    auto route = route_of(*whole);
+    if (!route || route->way != BusWay::input) return std::nullopt;
+    route->way = BusWay::part;
+    route->places = std::move(places);
+    return route;
 }
 
 std::size_t BusTable::width_taken_by(std::size_t strip_row) const {

@@ -22,6 +22,7 @@ enum class BusWay : std::uint8_t {
     input,        ///< the strip's input is the bus
     leg,          ///< its input is one of the bus's legs
     stereo_pair,  ///< its input is the stereo bus that this one is a leg of
+    part,         ///< its input is the surround bus that this one is a part of
 };
 
 struct BusRoute {
@@ -29,6 +30,8 @@ struct BusRoute {
     BusWay way = BusWay::input;
     bool legs_part = false;  ///< other legs are taken by other strips; these take the first
     int side = 0;            ///< of a leg in its stereo bus: -1 left, 1 right
+    /// Of a part, the places of its channels in the surround bus.
+    std::vector<std::size_t> places = {};
 };
 
 class BusTable {
@@ -51,6 +54,10 @@ public:
     std::optional<BusRoute> active_route_of(std::size_t path) const {
         return route_among(active_, path);
     }
+
+    /// Where a part of a surround bus leads that no strip takes by itself: to the strips that take
+    /// the whole.
+    std::optional<BusRoute> route_of_part(std::size_t path) const;
 
     /// Channels of the bus that a strip takes, 0 if it takes none.
     std::size_t width_taken_by(std::size_t strip_row) const;

@@ -23,9 +23,27 @@ int width_code(int source_channels, int target_channels) {
     return width / 2 * pair_code;
 }
 
-/// Channels that a track plays into its output: those of its panner, where it has one.
-int output_channels(const TrackPlan& plan) {
-    return plan.has_surround_panner() ? plan.panner->channels : plan.channels;
+/// The first channel that a track plays to its output.
+int first_output_channel(const TrackPlan& plan) {
+    return plan.has_surround_panner() ? plan.panner->first_channel : 0;
+}
+
+/// How many channels it plays there: those of its panner, where it has one.
+int output_width(const TrackPlan& plan) {
+    const int own = std::max(plan.channels, stereo_channels);
+    return plan.has_surround_panner() ? plan.panner->channels : own;
+}
+
+/// The code of what a track plays into its output.
+int output_code(const TrackPlan& source, int target_channels) {
+    const int code = width_code(output_width(source), target_channels);
+    return code == 0 ? 0 : code + first_output_channel(source);
+}
+
+/// The channels of a track up to the last of its panner's; 0 where it has none.
+int panner_channels(const TrackPlan& plan) {
+    if (!plan.has_surround_panner()) return 0;
+    return first_output_channel(plan) + reaper_channels(plan.panner->channels);
 }
 
 /// Channels of the bus that a track takes, 0 for none. A bus plays into the first plan of its
@@ -75,8 +93,7 @@ int widen_folders(std::vector<TrackPlan>& plans) {
 int own_channels(const std::vector<TrackPlan>& plans, std::size_t plan,
                  const RoutingView& routing) {
     return std::max({stereo_channels, reaper_channels(plans[plan].channels),
-                     reaper_channels(output_channels(plans[plan])),
-                     reaper_channels(taken_width(plan, routing))});
+                     panner_channels(plans[plan]), reaper_channels(taken_width(plan, routing))});
 }
 
 void settle_channel_counts(std::vector<TrackPlan>& plans, const RoutingView& routing,
@@ -87,9 +104,15 @@ void settle_channel_counts(std::vector<TrackPlan>& plans, const RoutingView& rou
     }
     tallies.master_channels = widen_folders(plans);
     for (TrackPlan& plan : plans) {
+        std::erase_if(plan.channel_receives, [&](const ChannelReceive& receive) {
+            return receive.source_channel.value_or(0) >= output_width(plans[receive.source]);
+        });
         for (ChannelReceive& receive : plan.channel_receives) {
+            const TrackPlan& source = plans[receive.source];
             receive.width_code =
-                width_code(output_channels(plans[receive.source]), plan.written_channels);
+                receive.source_channel
+                    ? single_channel + first_output_channel(source) + *receive.source_channel
+                    : output_code(source, plan.written_channels);
         }
         for (ReceivePlan& receive : plan.receives) {
             receive.width_code = width_code(plans[receive.source].channels, plan.written_channels);

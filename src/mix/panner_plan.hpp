@@ -30,7 +30,10 @@ struct PannerEnvelope {
 /// Positions are -100 left or rear to 100 right or front; divergences and the center are
 /// percentages.
 struct PannerPlan {
-    std::int32_t channels = 0;          ///< of the bus
+    std::int32_t channels = 0;  ///< of the bus
+    /// Of the track, from 0, the first that the panner plays on. Sends leave a track on its first
+    /// pair, and Pro Tools takes them in front of the panner: it stays behind that pair then.
+    std::int32_t first_channel = 0;
     std::vector<std::string> speakers;  ///< of its channels, in their order
     bool is_stereo = false;
     std::int32_t front_x = 0;

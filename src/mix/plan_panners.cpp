@@ -16,6 +16,7 @@ namespace {
 
 constexpr int stereo_channels = 2;
 constexpr double tenths_of_a_db = 10.0;
+constexpr std::int32_t behind_first_pair = 2;
 
 /// For each plan whether its output goes into another.
 std::vector<bool> plays_into_tracks(const std::vector<TrackPlan>& plans) {
@@ -24,6 +25,32 @@ std::vector<bool> plays_into_tracks(const std::vector<TrackPlan>& plans) {
         for (const ChannelReceive& receive : plan.channel_receives) plays[receive.source] = true;
     }
     return plays;
+}
+
+/// For each strip whether a track receives one of its sends, or a key does.
+std::vector<bool> sending_strips(const RoutingView& routing) {
+    const auto& strips = routing.routes.strips;
+    std::vector<bool> sends(strips.size(), false);
+    for (std::size_t i = 0; i < strips.size(); ++i) {
+        sends[i] = std::ranges::any_of(strips[i].sends, [&](const SendRoute& send) {
+            return std::ranges::any_of(send.bus.strip_rows, [&](std::size_t target) {
+                return target != i && routing.strips.plan_of(target);
+            });
+        });
+    }
+    if (!routing.records.carries_keys) return sends;
+    for (const KeyBus& key_bus : routing.routes.key_buses) {
+        for (const KeyFeed& feed : key_bus.feeds) {
+            if (feed.send) sends[feed.strip_row] = true;
+        }
+    }
+    return sends;
+}
+
+/// True if the track plays to the hardware over its surround panner, which no track carries on.
+bool plays_straight_to_hardware(const TrackPlan& plan, const StripRoute& route) {
+    return route.output_is_wide && route.output_is_hardware && !route.wide_bus &&
+           plan.mixer.plays_to_parent;
 }
 
 const PannerLanes* lanes_of(const Strip& strip, std::size_t panner) {
@@ -70,7 +97,7 @@ public:
     Panners(PannerEnvelopePlanner& envelopes, PannerTallies& tallies)
         : envelopes_(envelopes), tallies_(tallies) {}
 
-    PannerTry plan(TrackPlan& track, const WideBus& bus, const Strip* strip) {
+    PannerTry plan(TrackPlan& track, const WideBus& bus, const Strip* strip, bool has_sends) {
         const bool is_leg = track.leg_pan != 0;
         const std::size_t first = track.leg_pan > 0 ? 1 : 0;
         const auto left = numbers_of(strip, first);
@@ -98,6 +125,8 @@ public:
             panner.channels = static_cast<std::int32_t>(bus.channels);
             panner.speakers = bus.layout.speakers;
             panner.is_stereo = is_stereo;
+            if (has_sends) panner.first_channel = behind_first_pair;
+            tallies_.with_sends += has_sends ? 1 : 0;
             set_numbers(panner, *left, *right);
             ++(is_stereo ? tallies_.stereo : tallies_.mono);
             plan_lanes(panner, *strip, first);
@@ -165,14 +194,19 @@ std::vector<PannerTry> plan_panners(std::vector<TrackPlan>& plans, const Routing
                                     PannerTallies& tallies) {
     Panners panners(envelopes, tallies);
     const std::vector<bool> plays = plays_into_tracks(plans);
+    const std::vector<bool> sends = sending_strips(routing);
     std::vector<PannerTry> tries;
     for (std::size_t i = 0; i < plans.size(); ++i) {
         const auto strip = routing.strips.strip_of(i);
-        if (!strip || !plays[i] || plans[i].channels > stereo_channels) continue;
-        const auto bus = routing.routes.strips[*strip].wide_bus;
-        if (!bus) continue;
-        tries.push_back(
-            panners.plan(plans[i], routing.routes.wide_buses[*bus], mixer.strip_of(plans[i])));
+        if (!strip || plans[i].channels > stereo_channels) continue;
+        const StripRoute& route = routing.routes.strips[*strip];
+        if (route.taken_width > static_cast<std::size_t>(stereo_channels)) continue;
+        if (plays_straight_to_hardware(plans[i], route)) {
+            tallies.straight_to_hardware.push_back(plans[i].name);
+        }
+        if (!plays[i] || !route.wide_bus) continue;
+        tries.push_back(panners.plan(plans[i], routing.routes.wide_buses[*route.wide_bus],
+                                     mixer.strip_of(plans[i]), sends[*strip]));
     }
     return tries;
 }

@@ -17,6 +17,7 @@ namespace tanrove {
 struct PannerTallies {
     int mono = 0;             ///< panned tracks; an unmerged leg counts as one
     int stereo = 0;           ///< likewise
+    int with_sends = 0;       ///< of both: those whose panner stands aside for their sends
     int envelopes = 0;        ///< of their panners
     int envelope_points = 0;  ///< in all of those
     int straight_moves = 0;   ///< moves that lack the points between, past the limit
@@ -24,6 +25,7 @@ struct PannerTallies {
     int lanes_past_limit = 0;
     int unknown_layouts = 0;   ///< tracks into buses whose speakers are not known
     int without_settings = 0;  ///< tracks whose panner's numbers are not known
+    std::vector<std::string> straight_to_hardware;  ///< tracks that no surround bus takes there
 };
 
 /// A track that plays into a surround bus, and what the session says of its panner.

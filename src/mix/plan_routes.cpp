@@ -30,6 +30,23 @@ std::vector<std::size_t> plans_behind(const BusRoute& bus, const RoutingView& ro
     return plans;
 }
 
+/// A part of a surround bus that does not lie on its first channels is played channel by channel.
+void receive_output(TrackPlan& target, std::size_t source, const BusRoute& bus) {
+    bool is_in_front = true;
+    for (std::size_t i = 0; i < bus.places.size(); ++i) is_in_front &= bus.places[i] == i;
+    const bool is_mono_part = bus.places.size() == 1;
+    if (is_in_front && !is_mono_part) {
+        target.channel_receives.push_back({.source = source});
+        return;
+    }
+    for (std::size_t i = 0; i < bus.places.size(); ++i) {
+        target.channel_receives.push_back(
+            {.source = source,
+             .source_channel = static_cast<int>(i),
+             .destination_code = single_channel + static_cast<int>(bus.places[i])});
+    }
+}
+
 void plan_output(std::vector<TrackPlan>& plans, std::size_t source, const StripRoute& route,
                  const RoutingView& routing, RoutingTallies& tallies) {
     TrackPlan& plan = plans[source];
@@ -47,7 +64,7 @@ void plan_output(std::vector<TrackPlan>& plans, std::size_t source, const StripR
     std::erase(targets, source);
     if (targets.empty()) return;
     for (const std::size_t target : targets) {
-        plans[target].channel_receives.push_back({.source = source});
+        receive_output(plans[target], source, *route.output);
     }
     ++tallies.outputs_into_buses;
     if (route.output_is_hardware && !route.stays_on_master) {
@@ -55,6 +72,7 @@ void plan_output(std::vector<TrackPlan>& plans, std::size_t source, const StripR
     }
     if (route.output->way == BusWay::input) ++tallies.outputs_by_input;
     if (route.output->way == BusWay::stereo_pair) ++tallies.outputs_by_pair;
+    if (route.output->way == BusWay::part) ++tallies.outputs_by_part;
     if (route.output->legs_part) ++tallies.parted_legs;
 }
 

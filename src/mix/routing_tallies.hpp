@@ -20,6 +20,7 @@ struct RoutingTallies {
     int outputs_into_buses = 0;
     int outputs_by_input = 0;  ///< of them: the aux takes the very bus
     int outputs_by_pair = 0;   ///< of them: the aux takes the stereo bus of the leg
+    int outputs_by_part = 0;   ///< of them: the aux takes the surround bus of the part
     int parted_legs = 0;       ///< sends and outputs whose bus is taken leg by leg
     std::vector<std::string> taken_from_hardware;  ///< their output plays to the hardware as well
     std::vector<std::string> without_output;

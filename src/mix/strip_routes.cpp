@@ -12,6 +12,8 @@ namespace tanrove {
 
 namespace {
 
+constexpr std::size_t stereo_channels = 2;
+
 /// Receives that the project may still have.
 class ReceiveBudget {
 public:
@@ -25,10 +27,18 @@ private:
     std::size_t left_ = max_further_receives;
 };
 
-std::optional<BusRoute> route_of(std::size_t path, const BusTable& buses, ReceiveBudget& budget) {
-    auto route = buses.route_of(path);
+std::optional<BusRoute> within(ReceiveBudget& budget, std::optional<BusRoute> route) {
     if (route && !budget.spend(route->strip_rows.size() - 1)) route->strip_rows.resize(1);
     return route;
+}
+
+/// An output into a part of a surround bus has a receive for each channel.
+std::optional<BusRoute> output_route(std::size_t path, const BusTable& buses,
+                                     ReceiveBudget& budget) {
+    if (auto route = within(budget, buses.route_of(path))) return route;
+    auto route = within(budget, buses.route_of_part(path));
+    if (!route || budget.spend(route->strip_rows.size() * (route->places.size() - 1))) return route;
+    return std::nullopt;
 }
 
 /// How a strip whose output is this path plays.
@@ -36,6 +46,7 @@ MonoOutput mono_output(std::size_t path, const std::optional<BusRoute>& route,
                        const PathLookup& paths) {
     if (paths.at(path).channels.size() != 1) return MonoOutput::no;
     if (route && route->way == BusWay::input) return MonoOutput::whole;
+    if (route && route->way == BusWay::part) return MonoOutput::channel;
     if (route) return static_cast<MonoOutput>(route->side);
     const auto around = paths.stereo_around(path);
     return around.empty() ? MonoOutput::no : static_cast<MonoOutput>(around.front().side);
@@ -47,12 +58,12 @@ public:
     WideBuses(const PathLookup& paths, std::vector<WideBus>& buses)
         : paths_(paths), buses_(buses) {}
 
-    /// The place of the bus that an output is; none where it is no such bus, plays to the hardware,
-    /// or where no strip takes the whole of it.
+    /// The place of the bus that an output is; none where it is no such bus, or where no strip
+    /// takes all of it.
     std::optional<std::size_t> place_of(std::size_t path, const std::optional<BusRoute>& route) {
         const IoPath& bus = paths_.at(path);
-        const bool is_wide = bus.channels.size() > 2 && !paths_.is_hardware(path);
-        if (!is_wide || !route || route->way != BusWay::input) return std::nullopt;
+        const bool is_taken = route && (route->way == BusWay::input || route->way == BusWay::part);
+        if (bus.channels.size() <= stereo_channels || !is_taken) return std::nullopt;
         const auto [place, is_new] = places_.try_emplace(path, buses_.size());
         if (is_new) buses_.push_back({bus.name, bus.channels.size(), layout_of(paths_, path)});
         return place->second;
@@ -74,9 +85,10 @@ void resolve_output(const RoutingRow& row, const BusTable& buses, const KeyBuses
         route.leads_astray = row.output_name.empty();
         return;
     }
-    route.output = route_of(*path, buses, budget);
+    route.output = output_route(*path, buses, budget);
     route.mono_output = mono_output(*path, route.output, paths);
     route.output_is_hardware = paths.is_hardware(*path);
+    route.output_is_wide = paths.at(*path).channels.size() > stereo_channels;
     route.wide_bus = wide_buses.place_of(*path, route.output);
     route.feeds_keys_alone = !route.output && !route.output_is_hardware && keys.listen_to(*path);
 }
@@ -95,7 +107,7 @@ void resolve_sends(const RoutingRow& row, const BusTable& buses, ReceiveBudget& 
     for (std::size_t i = 0; i < count; ++i) {
         const auto path = buses.paths().find(row.sends[i].target_identity, row.sends[i].target);
         if (!path && row.sends[i].target.empty()) route.leads_astray = true;
-        auto bus = path ? route_of(*path, buses, budget) : std::nullopt;
+        auto bus = path ? within(budget, buses.route_of(*path)) : std::nullopt;
         if (path && !bus && sounds_untaken(*path, buses)) route.lost_sends.push_back(i);
         if (!bus) continue;
         const std::size_t width = buses.paths().at(*path).channels.size();
@@ -127,6 +139,7 @@ void settle_hardware_outputs(std::vector<StripRoute>& strips) {
         if (!route.output || !route.output_is_hardware) continue;
         route.stays_on_master = route.output->way == BusWay::leg ||
                                 std::ranges::none_of(route.output->strip_rows, goes_on);
+        if (route.stays_on_master) route.wide_bus.reset();
     }
 }
 

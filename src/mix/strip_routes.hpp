@@ -76,6 +76,7 @@ enum class MonoOutput : std::int8_t {
     whole = 0,  ///< into a strip that takes the path
     right = 1,
     no = 2,
+    channel = 3,  ///< into one channel of a surround bus
 };
 
 /// A bus of more than two channels that some strip takes.
@@ -93,8 +94,8 @@ struct StripRoute {
     bool leads_astray = false;  ///< its output or a send has no name that can be read, nor a path
     bool feeds_keys_alone = false;  ///< it plays into a bus that only plug-ins' keys listen to
     bool output_is_hardware = false;
-    std::optional<std::size_t>
-        wide_bus;  ///< what it plays into, by its place in `Routes::wide_buses`
+    bool output_is_wide = false;          ///< more than two channels
+    std::optional<std::size_t> wide_bus;  ///< its output, by its place in `Routes::wide_buses`
     /// It plays to the hardware as well as into `output`, and not all of it comes out of there.
     bool stays_on_master = false;
     MonoOutput mono_output = MonoOutput::no;

@@ -12,8 +12,13 @@ int channels_of_code(std::uint8_t code) {
             return 1;
         case 1:
             return 2;
+        case 2:
+            return 3;  // LCR
+        case 3:
+            return 4;  // Quad
+        case 5:
         case 6:
-            return 6;  // 5.1
+            return code;  // 5.0, 5.1
         default:
             return 0;
     }

@@ -178,6 +178,10 @@ private:
     /// Pro Tools has no pan on an output of one channel: both knobs stand on its side, or each on
     /// its own.
     void play_unpanned(TrackPlan& plan, MonoOutput output) {
+        // Of a surround bus the one channel is played that holds the whole track.
+        const bool is_channel = output == MonoOutput::channel;
+        const bool is_mono = plan.channels == 1 || is_leg(plan);
+        if (is_channel) output = is_mono ? MonoOutput::whole : MonoOutput::left;
         const bool is_whole = output == MonoOutput::whole;
         plan.mixer.pan = 0;
         plan.mixer.dual_pan_left = is_whole ? -1 : static_cast<int>(output);
@@ -186,7 +190,7 @@ private:
         for (EnvelopePlan& envelope : plan.envelopes) {
             envelope.active = envelope.active && envelope.kind != EnvelopeKind::pan;
         }
-        if (!is_whole) tallies_.one_sided.push_back(plan.name);
+        if (!is_whole && !is_channel) tallies_.one_sided.push_back(plan.name);
     }
 
     static void plan_knobs(TrackPlan& plan, const Strip& strip) {

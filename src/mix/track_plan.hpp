@@ -62,10 +62,16 @@ struct ReceivePlan {
     int destination_channel = 0;          ///< the first, from 0
 };
 
+/// In REAPER's numbers of a receive's channels: the one channel, not the pair from it on.
+constexpr int single_channel = 1024;
+
 /// The output of a track into the aux that takes its bus.
 struct ChannelReceive {
     std::size_t source = 0;
-    int width_code = 0;  ///< 0 stereo, else (channels / 2) << 10
+    int width_code = 0;  ///< 0 stereo, else (channels / 2) << 10, and the first channel
+    /// Given: this channel alone, counted from the first that the source plays to its output.
+    std::optional<int> source_channel = {};
+    int destination_code = 0;  ///< 0: the channels from the first on, else a `single_channel`
 };
 
 /// The render that a track delivered frozen plays in place of its items.

@@ -37,8 +37,8 @@ int write_key_receives(TextSink& out, const TrackPlan& plan) {
 
 void write_channel_receives(TextSink& out, const TrackPlan& plan) {
     for (const ChannelReceive& receive : plan.channel_receives) {
-        out.line(2, "AUXRECV %d 0 1 0 0 0 0 %d 0 31:U 4177951 -1 ''",
-                 static_cast<int>(receive.source), receive.width_code);
+        out.line(2, "AUXRECV %d 0 1 0 0 0 0 %d %d 31:U 4177951 -1 ''",
+                 static_cast<int>(receive.source), receive.width_code, receive.destination_code);
     }
 }
 

@@ -108,7 +108,7 @@ FxSlot panner_slot(const TrackPlan& track, std::uint32_t index) {
                      .state_bytes = slot.state.size(),
                      .tail_word = header_tail_word};
     for (std::size_t i = 0; i < plan.speakers.size(); ++i) {
-        header.pins_out.push_back(channel_mask(i));
+        header.pins_out.push_back(channel_mask(i + static_cast<std::size_t>(plan.first_channel)));
     }
     slot.header = vst_header(header);
     slot.tail = block_tail;

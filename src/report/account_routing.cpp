@@ -26,6 +26,9 @@ constexpr CountRow<RoutingTallies> output_rows[] = {
      "  %d track output(s) routed into the aux that takes their bus\n"},
     {&RoutingTallies::outputs_by_input, "  %d of them routed bus -> aux by the aux's input\n"},
     {&RoutingTallies::outputs_by_pair, "  %d of those matched a mono leg to its stereo pair\n"},
+    {&RoutingTallies::outputs_by_part,
+     "  %d of them play into a part of a surround bus, on its channels of the aux\n"
+     "      that takes the whole\n"},
     {&RoutingTallies::parted_legs,
      "  NOTE: %d send(s) target a stereo bus whose two legs are taken by\n"
      "    DIFFERENT aux tracks. Pro Tools feeds both, one leg each; this\n"

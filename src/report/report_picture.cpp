@@ -46,6 +46,39 @@ void print_picture(TextBuffer& out, const VideoTallies& video) {
         "    set it in REAPER as well.\n");
 }
 
+constexpr CountRow<PannerTallies> panner_rows[] = {
+    {&PannerTallies::mono,
+     "  %d mono track(s) panned into a surround bus arrive with REAPER's\n"
+     "  surround panner (ReaSurroundPan) set from Pro Tools' panner:\n"
+     "  position, divergence, center %% and the LFE level, which sessions\n"
+     "  from before Pro Tools 2026 do not tell.\n"},
+    {&PannerTallies::stereo,
+     "  %d stereo track(s) panned into a surround bus arrive with\n"
+     "  ReaSurroundPan set from Pro Tools' left and right panners\n"},
+    {&PannerTallies::unknown_layouts,
+     "  %d track(s) feed a surround bus whose speaker layout this build\n"
+     "  cannot place, so they arrive without a surround panner\n"},
+    {&PannerTallies::without_settings,
+     "  %d track(s) feed a surround bus and hold no panner settings this\n"
+     "  build can read, so they arrive without a surround panner\n"},
+    {&PannerTallies::lanes_left_out,
+     "  %d surround panner automation lane(s) are NOT written: those of\n"
+     "  stereo tracks, and of sessions from before Pro Tools 2026\n"},
+};
+
+void print_surround(TextBuffer& out, const MixTallies& mix) {
+    print_count(out, mix.routing.wide_auxes,
+                "  %d aux(es) taking a surround bus arrive as wide as that bus, and\n"
+                "  every track feeding it sends all of its channels.\n");
+    print_rows(out, mix.panners, panner_rows);
+    const auto& on_hardware = mix.panners.straight_to_hardware;
+    if (on_hardware.empty()) return;
+    print_count(out, static_cast<int>(on_hardware.size()),
+                "  %d track(s) are panned straight into a surround output, with no\n"
+                "  aux in between. They play to the master in stereo:\n");
+    out.append(one_name_a_line(on_hardware, no_cap));
+}
+
 void print_wide(TextBuffer& out, const LevelTallies& levels) {
     print_count(out, static_cast<int>(levels.wide_strips.size()),
                 "  %d mixer strip(s) are wider than stereo. Level, mute and their\n"
@@ -62,19 +95,26 @@ void print_wide(TextBuffer& out, const LevelTallies& levels) {
     }
 }
 
-bool has_wide_tracks(const RunTallies& tallies) {
-    return !tallies.mix.levels.wide_strips.empty() || tallies.mix.levels.panners_left_still > 0 ||
-           tallies.mix.tracks.surround_folds > 0;
+bool has_surround_sources(const PannerTallies& panners) {
+    return panners.mono + panners.stereo + panners.unknown_layouts + panners.without_settings > 0 ||
+           !panners.straight_to_hardware.empty();
+}
+
+bool has_wide_tracks(const MixTallies& mix) {
+    return !mix.levels.wide_strips.empty() || mix.levels.panners_left_still > 0 ||
+           mix.tracks.surround_folds > 0 || mix.routing.wide_auxes > 0 ||
+           has_surround_sources(mix.panners);
 }
 
 }  // namespace
 
 void print_picture_and_wide_tracks(TextBuffer& out, const RunTallies& tallies) {
-    const bool wide = has_wide_tracks(tallies);
+    const bool wide = has_wide_tracks(tallies.mix);
     if (tallies.mix.video.tracks <= 0 && !wide) return;
     out.append("\nPICTURE AND WIDE TRACKS\n");
     print_picture(out, tallies.mix.video);
     if (!wide) return;
+    print_surround(out, tallies.mix);
     print_wide(out, tallies.mix.levels);
     out.append(
         "    A surround session is the one thing this converter has had\n"

@@ -109,6 +109,12 @@ void add_session(std::string& out, const UsageFacts& facts, const RunTallies& ta
     out += "},";
 }
 
+/// True if panner automation of some track, wide or not, was not written.
+bool has_lost_panner_lanes(const MixTallies& mix) {
+    return mix.levels.panners_left_still > 0 || mix.panners.lanes_left_out > 0 ||
+           mix.panners.lanes_past_limit > 0;
+}
+
 }  // namespace
 
 std::string json_text(std::string_view text) {
@@ -142,7 +148,7 @@ std::string usage_body(const UsageFacts& facts, const RunTallies& tallies) {
         out, "not_converted",
         {{"aax-only-plugins", any_of_kind(OutcomeKind::aax_only)},
          {"unrecognized-plugins", any_of_kind(OutcomeKind::not_recognized)},
-         {"surround-panner-lanes", tallies.mix.levels.panners_left_still > 0},
+         {"surround-panner-lanes", has_lost_panner_lanes(tallies.mix)},
          {"loops-not-written", tallies.timeline.loops.unlooped > 0},
          {"video-not-written", video.clips_without_region > 0 || video.clips_without_movie > 0}});
     const bool installed_unknown = chains.plugin_list_missing && !chains.outcomes.empty();

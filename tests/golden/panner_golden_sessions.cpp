@@ -53,7 +53,8 @@ PannerSpec at(int front_x, int rear_x, int front_rear) {
             {.initial = 80},      {.initial = 90},     {.initial = 60}};
 }
 
-/// A mono track behind a plug-in that moves, one whose automation is off, and a stereo one.
+/// A mono track behind a plug-in that moves, one with a send whose automation is off, a stereo one
+/// and one that plays to the low frequencies alone.
 GoldenCase panned_into_5_1() {
     SessionBuilder session;
     std::uint16_t paths = 0;
@@ -69,7 +70,11 @@ GoldenCase panned_into_5_1() {
     TrackSpec music = panned("Music", "Film", {at(-80, -60, 100), at(80, 60, 90)});
     music.panners[1][0].points = {{second, 0}};
     music.lfe_lane = LaneSpec{.initial = -60};
-    session.track(voice).track(still).track(music).track(aux_on("Film", 6));
+    still.sends = {{.target = "Verb"}};
+    session.bus("Verb", 7);
+    const TrackSpec rumble{.name = "Rumble", .output = "Film.LFE"};
+    session.track(voice).track(still).track(music).track(rumble).track(aux_on("Film", 6));
+    session.track(aux_on("Verb", 2));
     return {"panned_into_5_1", session, {}, {}};
 }
 

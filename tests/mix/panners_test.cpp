@@ -136,6 +136,9 @@ struct PannedMixer {
     std::vector<TrackPlan> plans{2};
     PannerTallies tallies;
 
+    bool has_send = false;     ///< of Vox to a key
+    bool to_hardware = false;  ///< the bus plays there, and Bed takes another
+
     std::vector<PannerTry> plan() {
         std::vector<StripRow> rows(2);
         RoutingRecords records;
@@ -150,6 +153,13 @@ struct PannedMixer {
         records.rows[0].has_output = records.rows[0].has_slot = rows[1].is_aux = true;
         records.rows[0].output_name = records.rows[1].input_name = "B";
         records.rows[1].input_type = bus_path_type;
+        if (has_send) {
+            records.rows[0].sends.resize(1);
+            records.rows[0].sends[0].target = "Key";
+            records.keys = {{1, "Key"}};
+        }
+        records.paths[0].mapped = to_hardware;
+        if (to_hardware) records.rows[1].input_type = 0;
         const Routes routes = resolve_routes(rows, records);
         const StripPlans strip_plans(plans, rows);
         const RoutingView view{strip_plans, routes, records};
@@ -216,6 +226,21 @@ TEST(PlanPanners, EachSourceHasItsOwnNumbersOrNone) {
         EXPECT_EQ(text, c.numbers);
         EXPECT_EQ(mixer.tallies.without_settings, text == "-" ? 1 : 0);
     }
+}
+
+TEST(PlanPanners, APannerStandsAsideForSendsAndNoneStandsInFrontOfTheHardware) {
+    PannedMixer sending;
+    sending.has_send = true;
+    sending.strips[0].stored_panners[0] = {-1, 2, 3, 4, 5, 6, 7};
+    PannedMixer direct = sending;
+    sending.plan();
+    EXPECT_EQ(sending.plans[0].panner->first_channel, 2);
+    EXPECT_EQ(sending.plans[0].written_channels, 8);
+    EXPECT_EQ(sending.plans[1].channel_receives.at(0).width_code, 3 * 1024 + 2);
+    EXPECT_EQ(sending.tallies.with_sends, 1);
+    direct.to_hardware = true;
+    EXPECT_TRUE(direct.plan().empty());
+    EXPECT_EQ(direct.tallies.straight_to_hardware, std::vector<std::string>{"Vox"});
 }
 
 TEST(PlanPanners, TellsEveryTry) {

@@ -326,12 +326,52 @@ TEST(PlanKeyInputs, ABusThatNobodyTakesBringsAllThatPlaysIntoItBehindTheTracksOw
     EXPECT_EQ(mixer.tallies.unresolved_keys, 1);
 }
 
+TEST(PlanOutputs, APartOfASurroundBusPlaysOnItsChannelsOfTheWhole) {
+    const struct {
+        const char* output;
+        int channels;
+        const char* receives;  ///< codes of source and destination
+    } cases[] = {
+        {"Film.R", 1, "1024>1026 "},
+        {"Film.L", stereo, "1024>1024 "},
+        {"Film.Stereo", stereo, "1024>1024 1025>1026 "},
+        {"Film.Front", 3, "2048>0 "},
+        {"Film.Rear", 1, "1024>1027 1025>1028 "},
+        {"Film.Far", 1, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.output);
+        Mixer mixer;
+        mixer.path("Film", {11, 12, 13, 14, 15});
+        mixer.path("Film.L", {11});
+        mixer.path("Film.R", {13});
+        mixer.path("Film.Stereo", {11, 13});
+        mixer.path("Film.Front", {11, 12, 13});
+        mixer.path("Film.Rear", {14, 15, 12});
+        mixer.path("Film.Far", {14, 16});
+        for (IoPath& path : mixer.records.paths) path.own = true;
+        for (std::size_t i = 1; i < 7; ++i) mixer.records.paths[i].parent_identity = 1;
+        mixer.track("Vox", c.output, "", c.channels);
+        mixer.track("Film bus", "Out 1-2", "Film");
+        mixer.route();
+        std::string text;
+        for (const ChannelReceive& receive : mixer.plans[1].channel_receives) {
+            text += std::to_string(receive.width_code) + '>' +
+                    std::to_string(receive.destination_code) + ' ';
+        }
+        EXPECT_EQ(text, c.receives);
+        EXPECT_EQ(mixer.plans[0].mixer.plays_to_parent, text.empty());
+        EXPECT_EQ(mixer.tallies.outputs_by_part, text.empty() ? 0 : 1);
+    }
+}
+
 TEST(PlanOutputs, AnOutputOfOneChannelHasNoPanner) {
     const std::pair<const char*, MonoOutput> cases[] = {
-        {"Main.L", MonoOutput::left},     {"Main.R", MonoOutput::right},
-        {"Main", MonoOutput::no},         {"Main.C", MonoOutput::no},
-        {"Mono", MonoOutput::whole},      {"Verb.R", MonoOutput::right},
-        {"Speaker 2", MonoOutput::right}, {"Side", MonoOutput::right}};
+        {"Main.L", MonoOutput::left},   {"Main.R", MonoOutput::right},
+        {"Main", MonoOutput::no},       {"Main.C", MonoOutput::no},
+        {"Bed.C", MonoOutput::channel}, {"Mono", MonoOutput::whole},
+        {"Verb.R", MonoOutput::right},  {"Speaker 2", MonoOutput::right},
+        {"Side", MonoOutput::right}};
     for (const auto& [output, expected] : cases) {
         Mixer mixer;
         mixer.path("Main", {1, 2, 3, 4, 5, 6});
@@ -350,7 +390,13 @@ TEST(PlanOutputs, AnOutputOfOneChannelHasNoPanner) {
         mixer.path("Side", {20});
         mixer.records.paths.back().own = mixer.records.paths.back().mapped = true;
         mixer.records.paths.back().hardware = {99, mixer.records.paths[9].identity()};
+        mixer.path("Bed", {31, 32, 33});
+        mixer.path("Bed.C", {32});
+        mixer.records.paths.back().own = mixer.records.paths[mixer.records.paths.size() - 2].own =
+            true;
+        mixer.records.paths.back().parent_identity = mixer.records.paths.size() - 1;
         mixer.track("Vox", output);
+        mixer.track("Bed bus", "Main", "Bed");
         mixer.track("Mono aux", "Main", "Mono");
         mixer.track("Room", "Main", "Verb", stereo);
         const Routes routes = resolve_routes(mixer.strips, mixer.records);

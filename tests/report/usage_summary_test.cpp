@@ -61,7 +61,7 @@ TEST(UsageSummary, CountsEqualPluginsOnceAndNamesEachResult) {
     outcomes[8].not_installed = true;
     outcomes[9].inactive = outcomes[9].not_installed = true;
     tallies.chains.plugin_list_missing = true;
-    tallies.mix.levels.panners_left_still = 1;
+    tallies.mix.panners.lanes_left_out = 1;
     tallies.timeline.loops.unlooped = 1;
     tallies.mix.video.clips_without_movie = 1;
     tallies.media.missing_files = {"gone.wav"};

@@ -249,8 +249,38 @@ TEST(ReadStripLanes, ASurroundStripHasPanners) {
     std::vector<double> initial;
     for (const Lane& l : strip.surround_lanes[1]) initial.push_back(l.initial);
     EXPECT_EQ(shown(initial), "10,11,12,13,14,15,16");
+    EXPECT_FALSE(strip.has_lfe) << "of three flat lanes the third is the trim";
+    const Strip with_lfe = strip_of({.name = "Vox",
+                                     .trim_lane = LaneSpec{.initial = 9},
+                                     .panners = {panner},
+                                     .lfe_lane = LaneSpec{.initial = -60}});
+    EXPECT_EQ(
+        fields(with_lfe.has_lfe, with_lfe.surround_master_lane.initial, with_lfe.trim_lane.initial),
+        "1 -60 9");
     panner.resize(6);
-    EXPECT_TRUE(strip_of({.name = "Vox", .panners = {panner}}).surround_lanes.empty());
+    panner[1].points = panner[5].points = {{0, 5}};
+    const Strip older = strip_of({.name = "Vox", .panners = {panner}});
+    EXPECT_TRUE(older.surround_lanes.empty());
+    EXPECT_EQ(older.short_panner_moves, 2);
+}
+
+TEST(ReadStrips, PannersStandWhereThePansDoAndAreNoPlainPans) {
+    const struct {
+        StoredPannerSpec numbers;
+        bool is_panner;
+    } cases[] = {
+        {{-100, 100, 100, 100, 100, 100, -100}, true},
+        {{0, 0, 0, 0, 0, 0, 1}, true},
+        {{40, 0, 0, 0, 0, 0, 0}, false},
+        {{0, 0, 101, 0, 0, 0, 0}, false},
+        {{0, 0, 0, 0, 0, 0, -101}, false},
+    };
+    const StoredPannerSpec other = {1, 2, 3, 4, 5, 6, 7};
+    for (const auto& c : cases) {
+        const Strip strip = strip_of({.name = "Vox", .stored_panners = {c.numbers, other}});
+        EXPECT_EQ(strip.stored_panners[0], c.is_panner ? std::optional(c.numbers) : std::nullopt);
+        EXPECT_EQ(strip.stored_panners[1], other);
+    }
 }
 
 TEST(ReadStripLanes, StereoPansThatStayHardLeftAndRightCarryNoMove) {

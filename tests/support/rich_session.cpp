@@ -44,6 +44,15 @@ void describe_routes(SessionBuilder& session) {
                    .channels = 2,
                    .input = "Reverb",
                    .input_is_bus = true});
+    session.io_path({.name = "Film", .type = 2, .channels = {5, 6, 7, 8, 9}});
+    TrackSpec panned{.name = "Steps", .output = "Film", .stored_panners = {{9, 8, 7, 6, 5, 4, 3}}};
+    panned.panners = {PannerSpec(7, {.initial = 50, .points = {{0, 20}, {4800, 80}}})};
+    session.track(panned);
+    session.track({.name = "Film bus",
+                   .kind = TrackKind::aux,
+                   .channels = 5,
+                   .input = "Film",
+                   .input_is_bus = true});
     session.track({.name = "Main", .kind = TrackKind::master, .channels = 2});
 }
 

@@ -120,7 +120,9 @@ private:
             words >> number;
             field = static_cast<int>(number);
         }
-        ++(numbers[8] == 0 ? counts.receives : counts.key_receives);
+        constexpr int single_channel = 1024;  // and up: of an output into a part of a surround bus
+        const bool is_key = numbers[8] != 0 && numbers[8] < single_channel;
+        ++(is_key ? counts.key_receives : counts.receives);
     }
 
     void count_point() {

@@ -136,7 +136,10 @@ std::uint64_t track_identity(std::size_t place) {
 Bytes strip_table_entry(const TrackSpec& track, std::size_t place, StripTableForm form) {
     const bool is_long = form == StripTableForm::since_2022;
     const bool is_stereo = track.channels > 1;
-    const int width = is_long ? track.channels : is_stereo ? 1 : 0;
+    constexpr int codes[] = {0, 0, 1, 2, 3, 5, 6};  // of channels; 7.1 and its like further on
+    constexpr int widest_known = 6;
+    const int code = track.channels > widest_known ? 9 : codes[track.channels];
+    const int width = is_long ? track.channels : code;
     ByteWriter entry;
     entry.raw(table_fields(track, place, static_cast<std::uint8_t>(width))).zeros(7);
     entry.raw(marked(track_identity(place))).u16(is_stereo ? 1 : 0).block(0x4420, Bytes(2));
