@@ -13,6 +13,7 @@ int main(int argument_count, char** arguments) {
     tanrove::guard_process();
     const auto words = tanrove::command_words(argument_count, arguments);
     std::vector<const char*> texts;
+    texts.reserve(words.size());
     for (const std::string& word : words) texts.push_back(word.c_str());
     tanrove::RunSteps steps;
     steps.convert = tanrove::convert_session;
