@@ -53,7 +53,7 @@ protected:
     /// Runs the program in this folder behind `prepare`; its words are in `out_path` and
     /// `err_path`.
     static int run(std::vector<const char*> arguments, const std::function<void()>& prepare = {}) {
-        arguments.insert(arguments.begin(), "tanrove");
+        arguments.insert(arguments.begin(), "./tanrove");  // what is taught lies beside it: here
         arguments.push_back(nullptr);
         return builder::in_child([&] {
             put_descriptor(STDOUT_FILENO, out_path);
