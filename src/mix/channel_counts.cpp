@@ -90,6 +90,15 @@ int widen_folders(std::vector<TrackPlan>& plans) {
 
 }  // namespace
 
+void settle_unknown_widths(std::vector<TrackPlan>& plans, const RoutingView& routing) {
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        const int taken = taken_width(i, routing);
+        if (!plans[i].width_unknown || taken <= stereo_channels) continue;
+        plans[i].channels = taken;
+        plans[i].width_unknown = false;
+    }
+}
+
 int own_channels(const std::vector<TrackPlan>& plans, std::size_t plan,
                  const RoutingView& routing) {
     return std::max({stereo_channels, reaper_channels(plans[plan].channels),

@@ -10,6 +10,10 @@ namespace tanrove {
 /// REAPER's tracks have no more channels.
 constexpr int max_track_channels = 128;
 
+/// Makes strips of which the session says no width as wide as the surround bus that they take. To
+/// be called before the outputs are planned.
+void settle_unknown_widths(std::vector<TrackPlan>& plans, const RoutingView& routing);
+
 /// The channels of a track itself, in front of those that hold keys: even, at least a pair, at most
 /// REAPER's limit, enough for what lies on it, for its panner and for the surround bus that it
 /// takes.

@@ -106,6 +106,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     const SendEnvelope send_envelope = [&](const char* block, EnvelopeKind kind, const Lane& lane) {
         return envelopes.plan(block, kind, lane, tallies.levels.envelopes);
     };
+    settle_unknown_widths(mix.tracks, routing);
     plan_outputs(mix.tracks, routing, tallies.routing);
     PannerEnvelopePlanner panner_envelopes(clock, input.rate_hz);
     mix.panner_tries = plan_panners(mix.tracks, routing, mixer, panner_envelopes, tallies.panners);

@@ -64,6 +64,7 @@ struct Mixer {
         const SendEnvelope envelope = [](const char* block, EnvelopeKind kind, const Lane&) {
             return EnvelopePlan{.block = block, .kind = kind, .points = {}};
         };
+        settle_unknown_widths(plans, view);
         plan_outputs(plans, view, tallies);
         plan_key_inputs(plans, view, envelope, tallies);
         plan_sends(plans, view, envelope, tallies);
@@ -162,6 +163,7 @@ TEST(PlanOutputs, GoToTheTrackBehindTheirBusToTheMasterOrNowhere) {
     mixer.track("Dry", "Out 1-2");
     mixer.track("Bed", "Surround", "", 5);
     mixer.track("Surround bus", "Out 1-2", "Surround", 1);
+    mixer.plans[5].width_unknown = true;
     mixer.track("Too wide", "Out 1-2", "", 301);
     mixer.track("Snare", "unread").output_identity = 1;
     mixer.track("Amb", "unread").sends = {send_to("")};
@@ -180,6 +182,7 @@ TEST(PlanOutputs, GoToTheTrackBehindTheirBusToTheMasterOrNowhere) {
     ASSERT_EQ(mixer.plans[5].channel_receives.size(), 1U);
     EXPECT_EQ(mixer.plans[5].channel_receives[0].width_code, 3 << 10);
     EXPECT_EQ(mixer.plans[5].written_channels, 6);
+    EXPECT_EQ(mixer.plans[5].channels, 5) << "as wide as its bus, so that all of it goes on";
     EXPECT_EQ(mixer.tallies.wide_auxes, 1);
     EXPECT_EQ(mixer.tallies.outputs_by_input, 3);
     EXPECT_EQ(mixer.tallies.without_output, std::vector<std::string>{"Off"});
