@@ -1,9 +1,13 @@
 #!/usr/bin/env bash
-# Formatting of every source, and clang-tidy over the program's own sources (pass --tidy).
+# Formatting of every source, the table of block types, and clang-tidy over the program's own sources (pass --tidy).
 set -euo pipefail
 cd "$(dirname "$0")/.."
 mapfile -t sources < <(git ls-files '*.cpp' '*.hpp')
 clang-format --dry-run --Werror "${sources[@]}"
+# Every type of block that we read stands in the table for newcomers.
+for type in $(grep -oP 'std::uint16_t \K\w+(?= =)' src/session/block_types.hpp); do
+    grep -q "| \`$type\` |" docs/block_types.md || { echo "docs/block_types.md lacks $type" >&2; exit 1; }
+done
 if [ "${1:-}" = --tidy ]; then
     cmake --preset clang >/dev/null
     # What is compiled for Windows alone has none of its headers here.

@@ -8,6 +8,6 @@ cmake --build --preset debug --target golden_tests project_tests report_tests ru
 for tests in golden project report run; do
   TANROVE_REFRESH_GOLDENS=1 "build/debug/bin/${tests}_tests" || true
 done
-goldens=('tests/*.rpp' 'tests/*.txt' ':!*CMakeLists.txt')
+goldens=('tests/*.rpp' 'tests/*.txt' 'tests/*.json' ':!*CMakeLists.txt')
 git --no-pager diff --stat -- "${goldens[@]}"
 git --no-pager diff -- "${goldens[@]}"

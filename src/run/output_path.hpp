@@ -15,8 +15,8 @@ constexpr int max_free_name_number = 9999;
 /// extension.
 std::string project_path(const RunOptions& options);
 
-/// The first of "song.rpp", "song (1).rpp", "song (2).rpp"... that cannot be opened for reading;
-/// the last one if all of them are there.
+/// The first of "song.rpp", "song (1).rpp", "song (2).rpp"... of which nothing stands there, be it
+/// a file or a folder; the last one if all of them are there.
 std::string free_project_path(const std::string& wanted);
 
 /// The path that this run writes: the one asked for, or under a free name where that file exists,

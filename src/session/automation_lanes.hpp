@@ -47,7 +47,7 @@ struct LaneGroups {
 };
 
 /// A wide strip with two surround panners has some forty lanes; what stands behind these limits in
-/// one span is damage, and left out.
+/// one span is damage: further lanes are left out, and those of further groups count as flat.
 constexpr std::size_t max_lanes_in_span = 256;
 constexpr std::size_t max_groups_in_span = 64;
 

@@ -1,6 +1,7 @@
 // Whole conversions of small built sessions, compared byte for byte with what stands in this
-// folder: the project (.rpp) and the console text (.txt). scripts/refresh_goldens.sh rewrites them
-// and shows the difference. Every project is also left in the build folder, where an independent
+// folder: the project (.rpp) and the console text (.txt), and of some the report and the usage
+// summary (.report.txt, .usage.json). scripts/refresh_goldens.sh rewrites them and shows the
+// difference. Every project is also left in the build folder, where an independent
 // parser of the format and the comparison of two compilers' builds find it.
 #include <gtest/gtest.h>
 
