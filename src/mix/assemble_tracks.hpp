@@ -7,10 +7,10 @@
 
 #include "mix/track_plan.hpp"
 #include "mix/track_tallies.hpp"
-#include "session/inactive_tracks.hpp"
 #include "session/session_lists.hpp"
 #include "session/strip_rows.hpp"
 #include "session/strip_table.hpp"
+#include "session/track_name_set.hpp"
 #include "timeline/timeline_track.hpp"
 
 namespace tanrove {

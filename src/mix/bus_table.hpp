@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "mix/path_lookup.hpp"
-#include "session/inactive_tracks.hpp"
 #include "session/io_paths.hpp"
 #include "session/routing.hpp"
 #include "session/strip_rows.hpp"
+#include "session/track_name_set.hpp"
 
 namespace tanrove {
 

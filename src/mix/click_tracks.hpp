@@ -1,24 +1,16 @@
 // Tracks that do nothing but play Pro Tools' click, and whether the project has one.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <vector>
 
+#include "mix/strip_insert.hpp"
 #include "mix/track_plan.hpp"
-#include "session/inactive_tracks.hpp"
 #include "session/routing.hpp"
 #include "session/strip_rows.hpp"
+#include "session/track_name_set.hpp"
 
 namespace tanrove {
-
-/// A plug-in or a hardware insert on a strip.
-struct StripInsert {
-    std::size_t strip_row = 0;
-    std::string code;   ///< a plug-in's maker and product; empty for hardware
-    bool plays = true;  ///< neither bypassed nor inactive
-};
 
 struct ClickInput {
     std::vector<StripInsert> inserts;

@@ -5,16 +5,10 @@
 #include <optional>
 #include <set>
 
+#include "mix/colour_theme.hpp"
 #include "session/colour_schemes.hpp"
 
 namespace tanrove {
-
-/// The theme whose colours the clips get.
-struct ColourTheme {
-    bool dark = false;
-    bool chosen = false;         ///< by the user; else the one that the session's version had
-    bool session_older = false;  ///< than the Dark theme
-};
 
 struct ColourTallies {
     ColourSchemes schemes = {};

@@ -7,7 +7,7 @@
 #include "mix/strip_names.hpp"
 #include "mix/track_plan.hpp"
 #include "mix/track_tallies.hpp"
-#include "session/inactive_tracks.hpp"
+#include "session/track_name_set.hpp"
 #include "timeline/timeline_track.hpp"
 
 namespace tanrove {

@@ -12,8 +12,8 @@
 #include "mix/track_groups.hpp"
 #include "mix/track_plan.hpp"
 #include "session/folder_table.hpp"
-#include "session/inactive_tracks.hpp"
 #include "session/strip_table.hpp"
+#include "session/track_name_set.hpp"
 
 namespace tanrove {
 

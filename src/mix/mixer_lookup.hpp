@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "mix/track_plan.hpp"
-#include "session/inactive_tracks.hpp"
 #include "session/strip_rows.hpp"
 #include "session/strips.hpp"
 #include "session/track_displays.hpp"
+#include "session/track_name_set.hpp"
 
 namespace tanrove {
 

@@ -11,10 +11,10 @@
 
 #include "mix/bus_table.hpp"
 #include "mix/speaker_layouts.hpp"
-#include "session/inactive_tracks.hpp"
 #include "session/io_paths.hpp"
 #include "session/routing.hpp"
 #include "session/strip_rows.hpp"
+#include "session/track_name_set.hpp"
 
 namespace tanrove {
 

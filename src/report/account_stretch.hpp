@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/formatted_text.hpp"
+#include "timeline/loop_tallies.hpp"
 #include "timeline/stretch_tallies.hpp"
 
 namespace tanrove {

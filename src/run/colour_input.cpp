@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <vector>
 
-#include "run/open_session.hpp"
-
 namespace tanrove {
 
 namespace {
@@ -30,14 +28,6 @@ int coloured_placements(const PlaylistDetail& list) {
 }
 
 }  // namespace
-
-ColourTheme colour_theme(const RunOptions& options, const SessionVersion& version) {
-    RunOptions unasked;
-    unasked.theme_mode = theme_of_session;
-    return {.dark = uses_dark_theme(options, version),
-            .chosen = options.theme_mode != theme_of_session,
-            .session_older = !uses_dark_theme(unasked, version)};
-}
 
 ColourInput colour_input(const RunOptions& options, const ColourTheme& theme,
                          const ClipRecords& clips, const StripRecords& strips,

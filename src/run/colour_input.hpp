@@ -7,12 +7,8 @@
 #include "project/markers.hpp"
 #include "run/run_options.hpp"
 #include "run/session_records.hpp"
-#include "session/session_version.hpp"
 
 namespace tanrove {
-
-/// The theme asked for, or the one of the version that saved the session.
-ColourTheme colour_theme(const RunOptions& options, const SessionVersion& version);
 
 /// `markers` are the project's, regions among them.
 ColourInput colour_input(const RunOptions& options, const ColourTheme& theme,

@@ -19,7 +19,7 @@
 #include "report/conversion_report.hpp"
 #include "report/summary_line.hpp"
 #include "report/usage_summary.hpp"
-#include "run/colour_input.hpp"
+#include "run/colour_theme.hpp"
 #include "run/media_folders.hpp"
 #include "run/not_carried.hpp"
 #include "run/open_session.hpp"

@@ -270,9 +270,4 @@ void tell_damage(const DamageReport& damage, bool check_only) {
     }
 }
 
-bool uses_dark_theme(const RunOptions& options, const SessionVersion& version) {
-    if (options.theme_mode != theme_of_session) return options.theme_mode == theme_dark;
-    return saved_after_2020_10(version);
-}
-
 }  // namespace tanrove

@@ -9,7 +9,6 @@
 #include "run/run_options.hpp"
 #include "session/damage_scan.hpp"
 #include "session/session_image.hpp"
-#include "session/session_version.hpp"
 
 namespace tanrove {
 
@@ -25,9 +24,5 @@ std::optional<OpenedSession> openSession(const RunOptions& options);
 
 /// Prints the warning of a damaged or incomplete file; under `check_only` its word first.
 void tell_damage(const DamageReport& damage, bool check_only);
-
-/// True if the session's colours are those of the Dark theme: the one asked for, or else the one
-/// that the saving version had.
-bool uses_dark_theme(const RunOptions& options, const SessionVersion& version);
 
 }  // namespace tanrove

@@ -24,7 +24,7 @@ MidiMixInput plan_midi(MidiRecords midi, const ClipRecords& clips, const TimeRec
     const TempoClock clock(time.tempo_map, time.tempo_bpm);
     const MidiPlacingInput placing{
         .tracks = clips.lists.midi_track_rows,
-        .placements = clips.lists.midi_tracks,
+        .placements = clips.lists.midi_placements,
         .regions = clips.lists.midi_regions,
         .playlists = midi.playlists,
         .rows = midi.playlist_rows,

@@ -35,7 +35,7 @@ std::vector<TimelineTrack> place_clips(const RunOptions& options, const Planning
     const ClipRecords& clips = records.clips;
     TimelineInput timeline;
     timeline.track_rows = clips.track_rows;
-    timeline.placements = clips.lists.tracks;
+    timeline.placements = clips.lists.placements;
     timeline.regions = clips.lists.regions;
     timeline.files = clips.files;
     timeline.records = clips.playlists.records;

@@ -68,8 +68,8 @@ std::vector<TrackTableRow> track_rows_of(const std::vector<PTFFormat::Track>& st
 void take_library_lists(const PTFFormat& file, ClipRecords& clips) {
     clips.lists.regions = regions_of(file.regions(), clips.files.size());
     clips.lists.midi_regions = regions_of(file.midi_regions(), 0);
-    clips.lists.tracks = tracks_of(file.tracks(), clips.lists.regions.size());
-    clips.lists.midi_tracks = tracks_of(file.midi_tracks(), clips.lists.midi_regions.size());
+    clips.lists.placements = tracks_of(file.tracks(), clips.lists.regions.size());
+    clips.lists.midi_placements = tracks_of(file.midi_tracks(), clips.lists.midi_regions.size());
     clips.lists.midi_track_rows = track_rows_of(file.midi_tracks());
     clips.track_rows = track_rows_of(file.tracks());
 }

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "mix/click_tracks.hpp"
+#include "mix/strip_insert.hpp"
 #include "plugins/plugin_inserts.hpp"
 #include "ptformat/ptformat.hpp"
 #include "session/audio_file_folders.hpp"

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "mix/click_tracks.hpp"
+#include "mix/strip_insert.hpp"
 #include "plugins/plugin_insert.hpp"
 #include "session/hardware_inserts.hpp"
 #include "session/strip_rows.hpp"

@@ -1,17 +1,13 @@
 // The tracks that make no sound where they stand: made inactive, or with their voice switched off.
 #pragma once
 
-#include <functional>
-#include <set>
 #include <span>
-#include <string>
 
 #include "session/block_index.hpp"
 #include "session/strip_rows.hpp"
+#include "session/track_name_set.hpp"
 
 namespace tanrove {
-
-using TrackNameSet = std::set<std::string, std::less<>>;
 
 /// Tracks that the strip table marks as inactive. The rows whose `active` is false are inactive as
 /// well; sessions of the short table forms mark them there alone.

@@ -304,12 +304,12 @@ bool readSessionLists(const BlockIndex& index, std::span<const BlockNode> tree,
     track_rows = read_channels(image, tree);
     const auto placements = read_all_placements(image, tree);
     lists.unnumbered_clips = count_unnumbered(placements);
-    lists.tracks = join(placements, track_rows, lists.regions);
-    number_tracks(lists.tracks, track_rows);
+    lists.placements = join(placements, track_rows, lists.regions);
+    number_tracks(lists.placements, track_rows);
     lists.midi_streams = read_midi_streams(image, tree);
     lists.midi_regions = read_midi_regions(image, tree, lists.midi_streams);
     lists.midi_track_rows = read_midi_track_rows(index);
-    lists.midi_tracks = read_midi_clips(image, tree, lists.midi_track_rows, lists.midi_regions);
+    lists.midi_placements = read_midi_clips(image, tree, lists.midi_track_rows, lists.midi_regions);
     return true;
 }
 

@@ -70,8 +70,8 @@ struct TrackTableRow {
 struct SessionLists {
     std::vector<Region> regions;
     std::vector<Region> midi_regions;
-    std::vector<ClipTrack> tracks;
-    std::vector<ClipTrack> midi_tracks;
+    std::vector<ClipTrack> placements;  ///< of clips on audio tracks, sorted by track id
+    std::vector<ClipTrack> midi_placements;
     std::vector<TrackTableRow> midi_track_rows;  ///< the MIDI and instrument tracks by their ids
     std::vector<MidiStream> midi_streams;        ///< what `midi_stream` of a region counts
     std::size_t unnumbered_clips = 0;  ///< placements of regions past the last number, left out

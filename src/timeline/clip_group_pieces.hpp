@@ -12,7 +12,7 @@
 #include "timeline/clip_group_fades.hpp"
 #include "timeline/clip_group_tallies.hpp"
 #include "timeline/loop_clips.hpp"
-#include "timeline/place_clips.hpp"
+#include "timeline/timeline_input.hpp"
 #include "timeline/warp_clips.hpp"
 
 namespace tanrove {

@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "timeline/clip_group_pieces.hpp"
-#include "timeline/place_clips.hpp"
+#include "timeline/timeline_input.hpp"
+#include "timeline/timeline_tallies.hpp"
+#include "timeline/timeline_track.hpp"
 
 namespace tanrove {
 

@@ -3,7 +3,9 @@
 
 #include <vector>
 
-#include "timeline/place_clips.hpp"
+#include "timeline/timeline_input.hpp"
+#include "timeline/timeline_tallies.hpp"
+#include "timeline/timeline_track.hpp"
 
 namespace tanrove {
 

@@ -10,7 +10,7 @@
 
 #include "session/clip_groups.hpp"
 #include "session/loop_records.hpp"
-#include "timeline/stretch_tallies.hpp"
+#include "timeline/loop_tallies.hpp"
 #include "timeline/timeline_track.hpp"
 
 namespace tanrove {

@@ -5,6 +5,7 @@
 #include "timeline/clip_group_tallies.hpp"
 #include "timeline/cover_clips.hpp"
 #include "timeline/fade_tallies.hpp"
+#include "timeline/loop_tallies.hpp"
 #include "timeline/stretch_tallies.hpp"
 
 namespace tanrove {

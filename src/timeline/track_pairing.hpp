@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "timeline/place_clips.hpp"
+#include "timeline/timeline_input.hpp"
 
 namespace tanrove {
 

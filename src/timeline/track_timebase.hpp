@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "session/tempo_map.hpp"
-#include "timeline/place_clips.hpp"
+#include "timeline/timeline_input.hpp"
+#include "timeline/timeline_tallies.hpp"
+#include "timeline/timeline_track.hpp"
 
 namespace tanrove {
 

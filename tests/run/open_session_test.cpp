@@ -9,6 +9,7 @@
 #include <functional>
 #include <set>
 
+#include "run/colour_theme.hpp"
 #include "run/console.hpp"
 #include "support/golden_text.hpp"
 #include "support/real_sessions.hpp"
@@ -190,16 +191,16 @@ TEST_F(OpenSession, TheDamageWarningNamesItsNumbersAndTheCheckItsWord) {
     builder::expect_golden(TANROVE_TEXTS_FOLDER "/damage_warnings.txt", text);
 }
 
-TEST_F(OpenSession, ThemesFollowTheOptionAndThenTheSession) {
+TEST(ColourTheme, FollowsTheOptionAndThenTheSession) {
     const SessionVersion old_one = {.product = "Pro Tools", .version = "2020.10", .major = 2020};
     const SessionVersion new_one = {.product = "Pro Tools", .version = "2020.11", .major = 2020};
     RunOptions options;
-    EXPECT_FALSE(uses_dark_theme(options, old_one));
-    EXPECT_TRUE(uses_dark_theme(options, new_one));
+    EXPECT_FALSE(colour_theme(options, old_one).dark);
+    EXPECT_TRUE(colour_theme(options, new_one).dark);
     options.theme_mode = theme_dark;
-    EXPECT_TRUE(uses_dark_theme(options, old_one));
+    EXPECT_TRUE(colour_theme(options, old_one).dark);
     options.theme_mode = theme_classic;
-    EXPECT_FALSE(uses_dark_theme(options, new_one));
+    EXPECT_FALSE(colour_theme(options, new_one).dark);
 }
 
 using OpenBytes = std::function<std::optional<OpenedSession>(const Bytes&)>;

@@ -50,8 +50,8 @@ TEST(MidiLists, ARegionWithoutAStreamLeavesTheNumbersOfTheOthersAlone) {
         }
         EXPECT_EQ(regions, "A 0 10 1, B 2 1099511627775 0, B 4 30 1, ")
             << "a compound clip behind one without a stream is the last";
-        ASSERT_EQ(lists.midi_tracks.size(), 2U) << "no second track for the second playlist";
-        EXPECT_EQ(lists.midi_tracks[1].region_index, 1U) << "the place of region 2";
+        ASSERT_EQ(lists.midi_placements.size(), 2U) << "no second track for the second playlist";
+        EXPECT_EQ(lists.midi_placements[1].region_index, 1U) << "the place of region 2";
     }
 }
 

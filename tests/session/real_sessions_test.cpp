@@ -163,7 +163,7 @@ Texts placements_text(const Bytes& image) {
     std::map<std::size_t, std::string> names;
     for (const auto& track : tracks) names.emplace(track.id, track.name);
     Texts text;
-    for (const auto& row : lists.tracks) {
+    for (const auto& row : lists.placements) {
         const Region& r = lists.regions.at(row.region_index);
         text.push_back(fields(row.index, names.at(row.index), r.name, r.source_offset) + '+' +
                        fields(r.length, "") + "@" + shown(row.start));
@@ -213,7 +213,7 @@ TEST(RealSessions, MidiClipsPlayTheNotesOfTheirStreams) {
     TANROVE_REAL_SESSION(image, "TestPTX.ptx");
     const auto lists = lists_of(image);
     Texts clips;
-    for (const ClipTrack& clip : lists.midi_tracks) {
+    for (const ClipTrack& clip : lists.midi_placements) {
         const Region& region = lists.midi_regions.at(clip.region_index);
         std::string text =
             fields(lists.midi_track_rows.at(clip.index).name, region.name, clip.start,

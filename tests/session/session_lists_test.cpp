@@ -67,7 +67,7 @@ std::vector<std::string> rows_as_text(const Read& result) {
     std::map<std::size_t, std::string> names;
     for (const auto& track : result.tracks) names.emplace(track.id, track.name);
     std::vector<std::string> text;
-    for (const auto& row : result.lists.tracks) {
+    for (const auto& row : result.lists.placements) {
         const std::string region =
             row.is_clip_group ? "group" : result.lists.regions.at(row.region_index).name;
         text.push_back(std::to_string(row.index) + ' ' + names.at(row.index) + ' ' + region + " @" +
@@ -159,7 +159,7 @@ TEST(ReadSessionLists, APlacementHoldsItsPositionAndANumberAndIsNotMarkedAsHidde
         const Bytes image = image_of({region_list_block({region("r", 1)}), track_list({{"A", {0}}}),
                                       block(0x1054, block(0x1052, rows))});
         const auto lists = read(image).lists;
-        EXPECT_EQ(fields(lists.tracks.size(), lists.unnumbered_clips), c.rows_and_unnumbered)
+        EXPECT_EQ(fields(lists.placements.size(), lists.unnumbered_clips), c.rows_and_unnumbered)
             << c.record_bytes << ' ' << int{c.mark} << ' ' << c.number;
     }
 }

@@ -214,8 +214,8 @@ void read_clips(Session& session, Readings& out) {
     const ClipLists& clips = session.clips();
     out.list("readSessionLists regions", clips.lists.regions);
     out.list("readSessionLists MIDI regions", clips.lists.midi_regions);
-    out.list("readSessionLists tracks", clips.lists.tracks);
-    out.list("readSessionLists MIDI tracks", clips.lists.midi_tracks);
+    out.list("readSessionLists tracks", clips.lists.placements);
+    out.list("readSessionLists MIDI tracks", clips.lists.midi_placements);
     out.list("readSessionLists MIDI track list", clips.lists.midi_track_rows);
     out.list("readSessionLists streams", clips.lists.midi_streams);
     out.list("readSessionLists track list", clips.rows);
