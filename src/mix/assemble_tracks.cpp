@@ -90,7 +90,7 @@ bool is_empty_audio_track(const TrackPlan& plan, const std::vector<StripRow>& ro
 }  // namespace
 
 std::vector<TrackPlan> assemble_tracks(AssemblyInput input, TrackTallies& tallies) {
-    const StripNames names(input.strips);
+    const StripNames names(input.strips.rows);
     const StripWidths widths(input.track_rows, input.strip_table);
     if (!input.strips.bound) tallies.names_not_bound = 1;
 

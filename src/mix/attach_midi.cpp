@@ -8,8 +8,6 @@
 #include <string>
 #include <utility>
 
-#include "mix/strip_names.hpp"
-
 namespace tanrove {
 
 namespace {
@@ -145,11 +143,11 @@ void attach_midi(std::vector<TrackPlan>& plans, MidiMixInput midi, std::span<con
     }
 }
 
-void count_midi_tracks(const std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+void count_midi_tracks(const std::vector<TrackPlan>& plans, const TrackStrips& strips,
                        MidiTallies& tallies) {
-    for (const TrackPlan& plan : plans) {
-        count_start_events(plan, tallies);
-        const Strip* strip = mixer.strip_of(plan);
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        count_start_events(plans[i], tallies);
+        const Strip* strip = strips.of(i).strip;
         if (strip == nullptr || !strip->midi_only) continue;
         if (strip->muted) ++tallies.muted_tracks;
         if (!strip->mute_lane.points.empty()) ++tallies.mute_lane_tracks;

@@ -4,8 +4,8 @@
 #include <span>
 #include <vector>
 
-#include "mix/mixer_lookup.hpp"
 #include "mix/track_plan.hpp"
+#include "mix/track_strips.hpp"
 #include "mix/track_tallies.hpp"
 #include "session/midi_track_settings.hpp"
 #include "session/real_time_properties.hpp"
@@ -31,7 +31,7 @@ void attach_midi(std::vector<TrackPlan>& plans, MidiMixInput midi, std::span<con
 
 /// Counts the MIDI tracks that arrive muted or with their mute automated, and those that send their
 /// fader or a patch. To be called when it is settled which tracks are written.
-void count_midi_tracks(const std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+void count_midi_tracks(const std::vector<TrackPlan>& plans, const TrackStrips& strips,
                        MidiTallies& tallies);
 
 }  // namespace tanrove

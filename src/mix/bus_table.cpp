@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "mix/strip_names.hpp"
-
 namespace tanrove {
 
 namespace {

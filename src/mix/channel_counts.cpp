@@ -49,9 +49,9 @@ int panner_channels(const TrackPlan& plan) {
 /// Channels of the bus that a track takes, 0 for none. A bus plays into the first plan of its
 /// strip.
 int taken_width(std::size_t plan, const RoutingView& routing) {
-    const auto strip = routing.strips.strip_of(plan);
-    if (!strip || routing.strips.plan_of(*strip) != plan) return 0;
-    return static_cast<int>(routing.routes.strips[*strip].taken_width);
+    const auto row = routing.strips.of(plan).row;
+    if (!row || routing.strips.track_of(*row) != plan) return 0;
+    return static_cast<int>(routing.routes.strips[*row].taken_width);
 }
 
 void settle_count(TrackPlan& plan, int own, RoutingTallies& tallies) {

@@ -6,8 +6,6 @@
 #include <map>
 #include <string_view>
 
-#include "mix/strip_names.hpp"
-
 namespace tanrove {
 
 namespace {

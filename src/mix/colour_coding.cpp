@@ -2,7 +2,6 @@
 #include "mix/colour_coding.hpp"
 
 #include "mix/palette_colours.hpp"
-#include "mix/strip_names.hpp"
 
 namespace tanrove {
 
@@ -55,9 +54,8 @@ ColourCoding::ColourCoding(const std::vector<StripRow>& rows,
       displays_(displays),
       midi_settings_(midi_settings),
       midi_outputs_(midi_outputs),
-      groups_(groups) {
-    for (std::size_t i = 0; i < rows.size(); ++i) row_of_name_.try_emplace(shown_name(rows[i]), i);
-}
+      groups_(groups),
+      names_(rows) {}
 
 CodedTrack ColourCoding::by_device(std::int32_t scheme, std::int32_t output) const {
     CodedTrack coded;
@@ -79,25 +77,24 @@ CodedTrack ColourCoding::by_device(std::int32_t scheme, std::int32_t output) con
 CodedTrack ColourCoding::of(std::int32_t scheme, const TrackPlan& plan,
                             std::size_t list_place) const {
     const std::string_view name = coloured_name(plan);
-    const auto found = name.empty() ? row_of_name_.end() : row_of_name_.find(name);
-    const bool has_row = found != row_of_name_.end();
-    if (plan.is_alternate && !has_row) return {};
+    const auto row = names_.row_shown(name);
+    if (plan.is_alternate && !row) return {};
 
     if (scheme == by_midi_channel || scheme == by_midi_device) {
-        if (!has_row) return coded_by_row(0, list_place);
-        if (plays_midi(rows_[found->second].type)) {
-            const bool is_known = found->second < midi_settings_.size();
-            return by_device(scheme, is_known ? midi_settings_[found->second].output : 0);
+        if (!row) return coded_by_row(0, list_place);
+        if (plays_midi(rows_[*row].type)) {
+            const bool is_known = *row < midi_settings_.size();
+            return by_device(scheme, is_known ? midi_settings_[*row].output : 0);
         }
-        const bool is_shown = found->second < displays_.size();
-        return coded_by_row(is_shown ? displays_[found->second].display_row : 0, list_place);
+        const bool is_shown = *row < displays_.size();
+        return coded_by_row(is_shown ? displays_[*row].display_row : 0, list_place);
     }
     CodedTrack coded;
     if (scheme == by_group) {
         const auto slot = groups_.slot_of_member.find(name);
         if (slot != groups_.slot_of_member.end()) coded.place = rowIndex(slot->second);
-    } else if (scheme == by_track_type && has_row) {
-        coded.place = place_of_type(rows_[found->second]);
+    } else if (scheme == by_track_type && row) {
+        coded.place = place_of_type(rows_[*row]);
     }
     return coded;
 }

@@ -4,11 +4,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string_view>
 #include <vector>
 
+#include "mix/strip_names.hpp"
 #include "mix/track_groups.hpp"
 #include "mix/track_plan.hpp"
 #include "session/midi_outputs.hpp"
@@ -62,7 +62,7 @@ private:
     const std::vector<MidiTrackSettings>& midi_settings_;
     const std::vector<MidiOutput>& midi_outputs_;
     const TrackGroups& groups_;
-    std::map<std::string_view, std::size_t> row_of_name_;
+    StripNames names_;
 };
 
 /// The name by which the session knows the plan's track; an alternate playlist is on its parent's.

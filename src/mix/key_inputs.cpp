@@ -75,7 +75,7 @@ private:
 
     /// The track of a strip, if it is written and another one.
     std::optional<std::size_t> other_plan(std::size_t strip_row) const {
-        const auto plan = routing_.strips.plan_of(strip_row);
+        const auto plan = routing_.strips.track_of(strip_row);
         return plan == plan_index_ ? std::nullopt : plan;
     }
 
@@ -110,12 +110,12 @@ void plan_key_inputs(std::vector<TrackPlan>& plans, const RoutingView& routing,
                      const SendEnvelope& envelope, RoutingTallies& tallies) {
     tallies.keys_left_out = !routing.records.carries_keys;
     for (std::size_t i = 0; i < plans.size(); ++i) {
-        const auto strip = routing.strips.strip_of(i);
-        if (!strip) continue;
+        const auto row = routing.strips.of(i).row;
+        if (!row) continue;
         TrackPlan& plan = plans[i];
         const int own = own_channels(plans, i, routing);
         KeyWiring wiring(plan, i, own, routing, envelope);
-        const int unresolved = wire_keys(wiring, routing.routes.strips[*strip], plan, tallies);
+        const int unresolved = wire_keys(wiring, routing.routes.strips[*row], plan, tallies);
         tallies.unresolved_keys += unresolved;
         if (plan.key_receives.empty()) continue;
         // A plug-in without its own source hears the first one.

@@ -36,16 +36,17 @@ TrackNameSet enclosed_names(std::string_view text) {
     return names;
 }
 
-std::vector<Mask> masks_of(const std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+std::vector<Mask> masks_of(const std::vector<TrackPlan>& plans, const TrackStrips& strips,
                            const LeaveOutOptions& options) {
     const TrackNameSet hidden_names = enclosed_names(options.hidden_names);
     std::vector<Mask> masks;
     masks.reserve(plans.size());
-    for (const TrackPlan& plan : plans) {
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        const TrackPlan& plan = plans[i];
         Mask& mask = masks.emplace_back(Mask{0});
         const bool is_placed = plan.strip_row || plan.is_bare_strip;
         if (plan.is_alternate || !is_placed) continue;
-        const TrackDisplay* display = mixer.display_of(plan);
+        const TrackDisplay* display = strips.of(i).display;
         const bool is_hidden =
             (display != nullptr && !display->shown) || hidden_names.contains(plan.name);
         if (is_hidden && options.skip_hidden_tracks) mask |= hidden_bit;
@@ -149,10 +150,10 @@ TrackNeeds track_needs(const Routes& routes, const std::vector<StripTableEntry>&
     return needs;
 }
 
-void leave_out_tracks(std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+void leave_out_tracks(std::vector<TrackPlan>& plans, const TrackStrips& strips,
                       const LeaveOutOptions& options, const TrackNeeds& needs,
                       LeaveOutTallies& tallies) {
-    std::vector<Mask> masks = masks_of(plans, mixer, options);
+    std::vector<Mask> masks = masks_of(plans, strips, options);
     NeedWalk(plans, needs, masks, tallies.kept).run();
 
     std::vector<TrackPlan> written;

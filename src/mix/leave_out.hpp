@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "mix/mixer_lookup.hpp"
 #include "mix/strip_routes.hpp"
 #include "mix/track_groups.hpp"
 #include "mix/track_plan.hpp"
+#include "mix/track_strips.hpp"
 #include "session/folder_table.hpp"
 #include "session/strip_table.hpp"
 #include "session/track_name_set.hpp"
@@ -39,7 +39,7 @@ TrackNeeds track_needs(const Routes& routes, const std::vector<StripTableEntry>&
 
 /// Takes out the tracks that the options name, with the alternate playlists behind them, but none
 /// that a written track needs. What no strip row asked for stays.
-void leave_out_tracks(std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+void leave_out_tracks(std::vector<TrackPlan>& plans, const TrackStrips& strips,
                       const LeaveOutOptions& options, const TrackNeeds& needs,
                       LeaveOutTallies& tallies);
 

@@ -1,9 +1,6 @@
 #include "mix/master_fader.hpp"
 
 #include <cmath>
-#include <unordered_map>
-
-#include "mix/strip_names.hpp"
 
 namespace tanrove {
 
@@ -45,14 +42,12 @@ MasterPlan plan_master(const MasterInput& input, EnvelopePlanner& planner,
     return plan;
 }
 
-void place_master_track(MasterPlan& master, std::size_t master_row, std::span<const StripRow> rows,
+void place_master_track(MasterPlan& master, std::size_t master_row, const TrackStrips& strips,
                         const std::vector<TrackPlan>& tracks) {
-    std::unordered_map<std::string_view, const TrackPlan*> track_of_name;
-    for (const TrackPlan& track : tracks) track_of_name.try_emplace(track.session_name, &track);
-    for (std::size_t row = master_row + 1; row < rows.size(); ++row) {
-        const auto found = track_of_name.find(shown_name(rows[row]));
-        if (found == track_of_name.end() || found->first.empty()) continue;
-        master.track_in_front_of = found->second->name;
+    for (std::size_t row = master_row + 1; row < strips.mixer().rows.size(); ++row) {
+        const auto track = strips.track_of(row);
+        if (!track) continue;
+        master.track_in_front_of = tracks[*track].name;
         return;
     }
 }

@@ -4,15 +4,14 @@
 
 #include <cstddef>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
 #include "mix/level_tallies.hpp"
 #include "mix/track_envelopes.hpp"
 #include "mix/track_plan.hpp"
+#include "mix/track_strips.hpp"
 #include "session/master_strip.hpp"
-#include "session/strip_rows.hpp"
 
 namespace tanrove {
 
@@ -56,7 +55,7 @@ MasterPlan plan_master(const MasterInput& input, EnvelopePlanner& planner,
 
 /// Names the written track in front of which the master fader stood: that of the first row below
 /// the master's that has one.
-void place_master_track(MasterPlan& master, std::size_t master_row, std::span<const StripRow> rows,
+void place_master_track(MasterPlan& master, std::size_t master_row, const TrackStrips& strips,
                         const std::vector<TrackPlan>& tracks);
 
 }  // namespace tanrove

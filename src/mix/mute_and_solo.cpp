@@ -19,10 +19,10 @@ bool mute_moves(const TrackPlan& plan) {
 }
 
 /// The tracks that soloed VCA masters solo. One that is a member of another hands its solo on.
-std::set<std::string_view> soloed_by_vca(const TrackGroups& groups, const MixerLookup& mixer) {
+std::set<std::string_view> soloed_by_vca(const TrackGroups& groups, const TrackStrips& strips) {
     std::vector<const std::vector<std::string>*> soloed;
     for (const auto& [master, members] : groups.members_of_vca) {
-        const TrackDisplay* display = mixer.display_named(master);
+        const TrackDisplay* display = strips.display_named(master);
         if (display != nullptr && display->soloed == true) soloed.push_back(&members);
     }
     std::set<std::string_view> names;
@@ -70,12 +70,13 @@ private:
 
 }  // namespace
 
-bool settle_solos(std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+bool settle_solos(std::vector<TrackPlan>& plans, const TrackStrips& strips,
                   const TrackGroups& groups, SoloTallies& tallies) {
-    const auto by_vca = soloed_by_vca(groups, mixer);
+    const auto by_vca = soloed_by_vca(groups, strips);
     Solos solos(groups, tallies);
-    for (TrackPlan& plan : plans) {
-        const TrackDisplay* display = mixer.display_of(plan);
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        TrackPlan& plan = plans[i];
+        const TrackDisplay* display = strips.of(i).display;
         if (display == nullptr) continue;
         const bool is_soloed = display->soloed == true;
         if (plan.is_vca) {

@@ -3,21 +3,21 @@
 // receive, their folders and channel counts; at last levels, envelopes and colours.
 #include "mix/plan_mix.hpp"
 
+#include <algorithm>
 #include <utility>
 
 #include "mix/channel_counts.hpp"
 #include "mix/folder_depths.hpp"
 #include "mix/folder_tree.hpp"
 #include "mix/key_inputs.hpp"
-#include "mix/mixer_lookup.hpp"
 #include "mix/mute_and_solo.hpp"
 #include "mix/panner_envelopes.hpp"
 #include "mix/plan_panners.hpp"
 #include "mix/plan_routes.hpp"
-#include "mix/strip_names.hpp"
 #include "mix/track_envelopes.hpp"
 #include "mix/track_groups.hpp"
 #include "mix/track_levels.hpp"
+#include "mix/track_strips.hpp"
 #include "mix/track_views.hpp"
 
 namespace tanrove {
@@ -69,7 +69,7 @@ TrackNameSet prune_tracks(std::vector<TrackPlan>& tracks, const MixInput& input,
     leave_out_click_tracks(tracks, rows, input.routing.rows, folder_names(folders), input.click,
                            tallies.click);
     if (input.leave_out.skip_hidden_tracks || input.leave_out.skip_inactive_tracks) {
-        leave_out_tracks(tracks, MixerLookup(input.strips, rows, input.displays), input.leave_out,
+        leave_out_tracks(tracks, TrackStrips(tracks, {rows, {}, input.displays}), input.leave_out,
                          track_needs(routes, folders.strip_table, folders.folder_table, groups),
                          tallies.leave_out);
     }
@@ -84,7 +84,7 @@ TrackNameSet prune_tracks(std::vector<TrackPlan>& tracks, const MixInput& input,
 MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     MixPlan mix;
     const std::vector<StripRow> rows = input.assembly.strips.rows;
-    const MixerLookup mixer(input.strips, rows, input.displays);
+    const MixerRecords mixer{rows, input.strips, input.displays};
     const TempoClock clock(input.tempo_map, input.tempo_bpm);
     EnvelopePlanner envelopes(clock, input.rate_hz);
 
@@ -101,15 +101,16 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
         prune_tracks(mix.tracks, input, rows, routes, groups, folders, tallies);
     set_group_flags(mix.tracks, groups);
 
-    const StripPlans strip_plans(mix.tracks, rows);
-    const RoutingView routing{strip_plans, routes, input.routing};
+    const TrackStrips strips(mix.tracks, mixer);
+    mix.strip_rows = strips.rows();
+    const RoutingView routing{strips, routes, input.routing};
     const SendEnvelope send_envelope = [&](const char* block, EnvelopeKind kind, const Lane& lane) {
         return envelopes.plan(block, kind, lane, tallies.levels.envelopes);
     };
     settle_unknown_widths(mix.tracks, routing);
     plan_outputs(mix.tracks, routing, tallies.routing);
     PannerEnvelopePlanner panner_envelopes(clock, input.rate_hz);
-    mix.panner_tries = plan_panners(mix.tracks, routing, mixer, panner_envelopes, tallies.panners);
+    mix.panner_tries = plan_panners(mix.tracks, routing, panner_envelopes, tallies.panners);
     plan_key_inputs(mix.tracks, routing, send_envelope, tallies.routing);
     plan_sends(mix.tracks, routing, send_envelope, tallies.routing);
     folders.silent = silent_names(rows);
@@ -117,17 +118,18 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     plan_folders(mix.tracks, folders, tallies.folders);
     settle_channel_counts(mix.tracks, routing, tallies.routing);
 
-    settle_views(mix.tracks, mixer, tallies.views);
-    mix.comments = place_comments(mix.tracks, mixer, input.comment_place, tallies.comments);
-    plan_levels(mix.tracks, mixer, mono_outputs(routes), envelopes, tallies.levels);
-    count_midi_tracks(mix.tracks, mixer, tallies.midi);
-    mix.has_solo_track = settle_solos(mix.tracks, mixer, groups, tallies.solos);
+    settle_views(mix.tracks, strips, tallies.views);
+    mix.comments = place_comments(mix.tracks, strips, input.comment_place, tallies.comments);
+    plan_levels(mix.tracks, strips, routes, envelopes, tallies.levels);
+    count_midi_tracks(mix.tracks, strips, tallies.midi);
+    mix.has_solo_track = settle_solos(mix.tracks, strips, groups, tallies.solos);
     keep_pre_fader_sends(mix.tracks, tallies.routing);
     mix.master = plan_master(input.master, envelopes, tallies.levels, tallies.master);
     mix.master.channels = tallies.routing.master_channels;
-    place_master_track(mix.master, input.master.masters.row, rows, mix.tracks);
+    place_master_track(mix.master, input.master.masters.row, strips, mix.tracks);
     mix.strip_tracks = plan_strip_tracks(mix.tracks, left_out, mixer, envelopes, tallies.levels);
-    tallies.levels.mixer_strips = mixer.strip_count();
+    tallies.levels.mixer_strips =
+        static_cast<int>(std::ranges::count(input.strips, true, &Strip::present));
     mix.video = plan_video(input.video, clock, tallies.video);
     const ColourCoding coding(rows, input.displays, midi_settings, input.colours.midi_outputs,
                               groups);

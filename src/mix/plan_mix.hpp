@@ -49,6 +49,7 @@ struct MixInput {
 
 struct MixPlan {
     std::vector<TrackPlan> tracks;  ///< in the order of the edit window; indices are final
+    std::vector<std::optional<std::size_t>> strip_rows;  ///< in step: the row that each is of
     /// Strips that have a fader and no track: written behind the others.
     std::vector<TrackPlan> strip_tracks;
     MasterPlan master;

@@ -34,7 +34,7 @@ std::vector<bool> sending_strips(const RoutingView& routing) {
     for (std::size_t i = 0; i < strips.size(); ++i) {
         sends[i] = std::ranges::any_of(strips[i].sends, [&](const SendRoute& send) {
             return std::ranges::any_of(send.bus.strip_rows, [&](std::size_t target) {
-                return target != i && routing.strips.plan_of(target);
+                return target != i && routing.strips.track_of(target);
             });
         });
     }
@@ -190,23 +190,22 @@ private:
 }  // namespace
 
 std::vector<PannerTry> plan_panners(std::vector<TrackPlan>& plans, const RoutingView& routing,
-                                    const MixerLookup& mixer, PannerEnvelopePlanner& envelopes,
-                                    PannerTallies& tallies) {
+                                    PannerEnvelopePlanner& envelopes, PannerTallies& tallies) {
     Panners panners(envelopes, tallies);
     const std::vector<bool> plays = plays_into_tracks(plans);
     const std::vector<bool> sends = sending_strips(routing);
     std::vector<PannerTry> tries;
     for (std::size_t i = 0; i < plans.size(); ++i) {
-        const auto strip = routing.strips.strip_of(i);
-        if (!strip || plans[i].channels > stereo_channels) continue;
-        const StripRoute& route = routing.routes.strips[*strip];
+        const TrackStrip& strip = routing.strips.of(i);
+        if (!strip.row || plans[i].channels > stereo_channels) continue;
+        const StripRoute& route = routing.routes.strips[*strip.row];
         if (route.taken_width > static_cast<std::size_t>(stereo_channels)) continue;
         if (plays_straight_to_hardware(plans[i], route)) {
             tallies.straight_to_hardware.push_back(plans[i].name);
         }
         if (!plays[i] || !route.wide_bus) continue;
         tries.push_back(panners.plan(plans[i], routing.routes.wide_buses[*route.wide_bus],
-                                     mixer.strip_of(plans[i]), sends[*strip]));
+                                     strip.strip, sends[*strip.row]));
     }
     return tries;
 }

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "mix/mixer_lookup.hpp"
 #include "mix/panner_envelopes.hpp"
 #include "mix/plan_routes.hpp"
 #include "mix/track_plan.hpp"
@@ -43,8 +42,7 @@ struct PannerTry {
 /// Plans the panners, once the outputs are planned; before the key inputs, which lie behind the
 /// channels of the panner. Gives an entry for each track that plays into a surround bus.
 std::vector<PannerTry> plan_panners(std::vector<TrackPlan>& plans, const RoutingView& routing,
-                                    const MixerLookup& mixer, PannerEnvelopePlanner& envelopes,
-                                    PannerTallies& tallies);
+                                    PannerEnvelopePlanner& envelopes, PannerTallies& tallies);
 
 /// The debug text of the tries, one a line.
 std::string panner_tries_text(const std::vector<PannerTry>& tries);

@@ -25,7 +25,7 @@ bool is_silent(const TrackPlan& plan) {
 std::vector<std::size_t> plans_behind(const BusRoute& bus, const RoutingView& routing) {
     std::vector<std::size_t> plans;
     for (const std::size_t strip_row : bus.strip_rows) {
-        if (const auto plan = routing.strips.plan_of(strip_row)) plans.push_back(*plan);
+        if (const auto plan = routing.strips.track_of(strip_row)) plans.push_back(*plan);
     }
     return plans;
 }
@@ -100,10 +100,10 @@ double pan_of_mono(const RoutingSend& send) {
     return static_cast<double>(std::clamp(send.pan, hard_left, hard_right)) / hard_right;
 }
 
-void count_lost_sends(const std::string& track, const StripRoute& route, const RoutingRow& row,
-                      RoutingTallies& tallies) {
-    const auto lost = std::ranges::count_if(
-        route.lost_sends, [&](std::size_t send) { return !is_off(row.sends[send]); });
+void count_lost_sends(const std::string& track, const StripRoute& route,
+                      const std::vector<RoutingSend>& sends, RoutingTallies& tallies) {
+    const auto lost = std::ranges::count_if(route.lost_sends,
+                                            [&](std::size_t send) { return !is_off(sends[send]); });
     if (lost == 0) return;
     tallies.sends_left_out += static_cast<int>(lost);
     tallies.tracks_of_sends_left_out.push_back(track);
@@ -196,25 +196,25 @@ ReceivePlan receive_of(std::size_t source, const RoutingSend& send, const SendEn
 void plan_outputs(std::vector<TrackPlan>& plans, const RoutingView& routing,
                   RoutingTallies& tallies) {
     for (std::size_t i = 0; i < plans.size(); ++i) {
-        const auto strip = routing.strips.strip_of(i);
-        if (strip) plan_output(plans, i, routing.routes.strips[*strip], routing, tallies);
+        const auto row = routing.strips.of(i).row;
+        if (row) plan_output(plans, i, routing.routes.strips[*row], routing, tallies);
     }
 }
 
 void plan_sends(std::vector<TrackPlan>& plans, const RoutingView& routing,
                 const SendEnvelope& envelope, RoutingTallies& tallies) {
-    Sends sends(plans, envelope, tallies);
+    Sends receives(plans, envelope, tallies);
     for (std::size_t i = 0; i < plans.size(); ++i) {
-        const auto strip = routing.strips.strip_of(i);
-        if (!strip) continue;
-        const StripRoute& route = routing.routes.strips[*strip];
+        const auto row = routing.strips.of(i).row;
+        if (!row) continue;
+        const StripRoute& route = routing.routes.strips[*row];
         if (!route.routing_row) continue;
-        const RoutingRow& row = routing.records.rows[*route.routing_row];
-        if (!is_silent(plans[i])) count_lost_sends(plans[i].name, route, row, tallies);
+        const std::vector<RoutingSend>& sends = routing.records.rows[*route.routing_row].sends;
+        if (!is_silent(plans[i])) count_lost_sends(plans[i].name, route, sends, tallies);
         for (const SendRoute& send : route.sends) {
             auto targets = plans_behind(send.bus, routing);
             std::erase(targets, i);
-            if (!targets.empty()) sends.add(i, targets, send, row.sends[send.send]);
+            if (!targets.empty()) receives.add(i, targets, send, sends[send.send]);
         }
     }
 }

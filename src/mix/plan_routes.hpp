@@ -4,10 +4,10 @@
 #include <functional>
 #include <vector>
 
-#include "mix/plans_of_strips.hpp"
 #include "mix/routing_tallies.hpp"
 #include "mix/strip_routes.hpp"
 #include "mix/track_plan.hpp"
+#include "mix/track_strips.hpp"
 
 namespace tanrove {
 
@@ -16,7 +16,7 @@ using SendEnvelope =
     std::function<EnvelopePlan(const char* block, EnvelopeKind kind, const Lane& lane)>;
 
 struct RoutingView {
-    const StripPlans& strips;
+    const TrackStrips& strips;
     const Routes& routes;
     const RoutingRecords& records;
 };

@@ -20,25 +20,29 @@ std::string_view without_playlist_number(std::string_view name) {
 
 }  // namespace
 
-const std::string& shown_name(const StripRow& row) {
-    return row.current_name.empty() ? row.original_name : row.current_name;
-}
-
-StripNames::StripNames(const StripRows& strips) {
-    for (const auto& row : strips.rows) {
-        if (shown_name(row).empty()) continue;
-        shown_.insert(shown_name(row));
-        shown_of_original_.try_emplace(row.original_name, shown_name(row));
+StripNames::StripNames(std::span<const StripRow> rows) : rows_(rows) {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        if (shown_name(rows[i]).empty()) continue;
+        row_of_shown_.try_emplace(shown_name(rows[i]), i);
+        row_of_original_.try_emplace(rows[i].original_name, i);
     }
 }
 
-std::optional<std::string> StripNames::strip_called(std::string_view name) const {
+std::optional<std::size_t> StripNames::row_shown(std::string_view name) const {
+    const auto found = row_of_shown_.find(name);
+    return found == row_of_shown_.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<std::size_t> StripNames::row_called(std::string_view name) const {
     if (name.empty()) return std::nullopt;
-    if (const auto shown = shown_.find(name); shown != shown_.end()) return *shown;
-    // Playlists keep their names when the track is renamed.
-    const auto original = shown_of_original_.find(name);
-    if (original != shown_of_original_.end()) return original->second;
-    return std::nullopt;
+    if (const auto shown = row_shown(name)) return shown;
+    const auto found = row_of_original_.find(name);
+    return found == row_of_original_.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<std::string> StripNames::strip_called(std::string_view name) const {
+    const auto row = row_called(name);
+    return row ? std::optional(shown_name(rows_[*row])) : std::nullopt;
 }
 
 std::optional<std::string> StripNames::parent_of(std::string_view playlist) const {

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "mix/key_buses.hpp"
-#include "mix/strip_names.hpp"
 
 namespace tanrove {
 
@@ -166,14 +165,6 @@ Routes resolve_routes(const std::vector<StripRow>& strips, const RoutingRecords&
     if (records.carries_keys) resolve_keys(records, keys, budget, routes.strips);
     routes.key_buses = keys.take();
     return routes;
-}
-
-MonoOutputs mono_outputs(const Routes& routes) {
-    MonoOutputs outputs;
-    for (const StripRoute& route : routes.strips) {
-        if (route.mono_output != MonoOutput::no) outputs.try_emplace(route.name, route.mono_output);
-    }
-    return outputs;
 }
 
 std::vector<std::vector<std::string>> needed_strips(const Routes& routes) {

@@ -112,11 +112,6 @@ struct Routes {
     std::vector<WideBus> wide_buses;
 };
 
-/// The strips whose output is a path of one channel, by name.
-using MonoOutputs = std::map<std::string, MonoOutput, std::less<>>;
-
-MonoOutputs mono_outputs(const Routes& routes);
-
 Routes resolve_routes(const std::vector<StripRow>& strips, const RoutingRecords& records,
                       const TrackNameSet& inactive_names = {});
 

@@ -4,9 +4,15 @@
 #include <set>
 #include <utility>
 
-#include "mix/strip_names.hpp"
-
 namespace tanrove {
+
+namespace {
+
+bool makes_track(StripRowType type) {
+    return type != StripRowType::master && type != StripRowType::video;
+}
+
+}  // namespace
 
 std::string printable_line(std::string_view text) {
     std::string line;
@@ -29,13 +35,14 @@ std::vector<std::string> comment_lines(std::string_view comment) {
     return lines;
 }
 
-std::vector<TrackComment> place_comments(std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+std::vector<TrackComment> place_comments(std::vector<TrackPlan>& plans, const TrackStrips& strips,
                                          CommentPlace place, CommentTallies& tallies) {
     tallies.place = place;
     std::vector<TrackComment> notes;
     std::set<const TrackDisplay*> placed;
-    for (TrackPlan& plan : plans) {
-        const TrackDisplay* display = mixer.display_of(plan);
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        TrackPlan& plan = plans[i];
+        const TrackDisplay* display = strips.of(i).display;
         if (display == nullptr || !placed.insert(display).second) continue;
         std::vector<std::string> lines = comment_lines(display->comment);
         if (lines.empty()) continue;
@@ -43,11 +50,15 @@ std::vector<TrackComment> place_comments(std::vector<TrackPlan>& plans, const Mi
         if (place == CommentPlace::items) plan.comment_lines = std::move(lines);
         if (place == CommentPlace::project_notes) notes.push_back({plan.name, display->comment});
     }
-    for (const auto& [row, display] : mixer.rows_without_track()) {
-        if (comment_lines(display->comment).empty()) continue;
-        tallies.tracks.push_back(shown_name(*row));
+    const MixerRecords& mixer = strips.mixer();
+    for (std::size_t row = 0; row < mixer.displays.size(); ++row) {
+        const std::string& comment = mixer.displays[row].comment;
+        if (makes_track(mixer.rows[row].type) || comment_lines(comment).empty()) continue;
+        tallies.tracks.push_back(shown_name(mixer.rows[row]));
         ++tallies.without_item;
-        if (place != CommentPlace::nowhere) notes.push_back({shown_name(*row), display->comment});
+        if (place != CommentPlace::nowhere) {
+            notes.push_back({shown_name(mixer.rows[row]), comment});
+        }
     }
     return notes;
 }

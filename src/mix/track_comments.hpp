@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "mix/mixer_lookup.hpp"
 #include "mix/track_plan.hpp"
+#include "mix/track_strips.hpp"
 
 namespace tanrove {
 
@@ -34,7 +34,7 @@ std::vector<std::string> comment_lines(std::string_view comment);
 /// The comments for the project's notes, in track order; or the lines of each in its plan; or
 /// neither. The legs of a track share its comment, and the first takes it. Those of master faders
 /// and video tracks, which have no plan, go to the notes in either case.
-std::vector<TrackComment> place_comments(std::vector<TrackPlan>& plans, const MixerLookup& mixer,
+std::vector<TrackComment> place_comments(std::vector<TrackPlan>& plans, const TrackStrips& strips,
                                          CommentPlace place, CommentTallies& tallies);
 
 }  // namespace tanrove

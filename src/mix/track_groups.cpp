@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <tuple>
 
-#include "mix/strip_names.hpp"
-
 namespace tanrove {
 
 namespace {

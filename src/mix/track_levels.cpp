@@ -84,14 +84,15 @@ bool is_leg(const TrackPlan& plan) {
 /// Plans one track after the other from its strip.
 class Levels {
 public:
-    Levels(const MonoOutputs& mono_outputs, EnvelopePlanner& envelopes, LevelTallies& tallies)
-        : mono_outputs_(mono_outputs), envelopes_(envelopes), tallies_(tallies) {}
+    Levels(EnvelopePlanner& envelopes, LevelTallies& tallies)
+        : envelopes_(envelopes), tallies_(tallies) {}
 
-    void plan(TrackPlan& plan, const Strip* strip, const TrackDisplay* display, bool sends_move) {
+    void plan(TrackPlan& plan, const Strip* strip, const TrackDisplay* display, MonoOutput output,
+              bool sends_move) {
         if (strip != nullptr) plan_envelopes(plan, *strip);
         plan_mode(plan, display, sends_move);
         if (strip != nullptr) plan_fader(plan, *strip);
-        plan_pan(plan, strip);
+        plan_pan(plan, strip, output);
     }
 
 private:
@@ -162,14 +163,11 @@ private:
         }
     }
 
-    void plan_pan(TrackPlan& plan, const Strip* strip) {
+    void plan_pan(TrackPlan& plan, const Strip* strip, MonoOutput output) {
         plan.mixer.pan = plan.has_surround_panner() ? 0 : plan.leg_pan;
         if (plan.strip_is_mono && !plan.has_surround_panner()) plan.pan_mode = balance_pan;
         if (strip != nullptr && has_one_pan(plan, *strip)) plan_knobs(plan, *strip);
-        if (const auto output = mono_outputs_.find(plan.session_name);
-            output != mono_outputs_.end() && !plan.is_alternate) {
-            play_unpanned(plan, output->second);
-        }
+        if (output != MonoOutput::no) play_unpanned(plan, output);
         if (plan.is_basic_folder) plan.pan_mode = dual_pan;
         const bool is_counted = strip != nullptr && is_wide(plan) && wide_.insert(strip).second;
         if (is_counted) tallies_.wide_strips.push_back(plan.name);
@@ -221,7 +219,6 @@ private:
                            });
     }
 
-    const MonoOutputs& mono_outputs_;
     EnvelopePlanner& envelopes_;
     LevelTallies& tallies_;
     std::set<const Strip*> wide_;  ///< those that were counted
@@ -254,29 +251,33 @@ void settle_send_envelopes(std::vector<TrackPlan>& plans) {
 
 }  // namespace
 
-void plan_levels(std::vector<TrackPlan>& plans, const MixerLookup& mixer,
-                 const MonoOutputs& mono_outputs, EnvelopePlanner& envelopes,
-                 LevelTallies& tallies) {
-    Levels levels(mono_outputs, envelopes, tallies);
+void plan_levels(std::vector<TrackPlan>& plans, const TrackStrips& strips, const Routes& routes,
+                 EnvelopePlanner& envelopes, LevelTallies& tallies) {
+    Levels levels(envelopes, tallies);
     const std::vector<bool> sends_move = find_moving_sends(plans);
     for (std::size_t i = 0; i < plans.size(); ++i) {
-        TrackPlan& plan = plans[i];
-        levels.plan(plan, mixer.strip_of(plan), mixer.display_of(plan), sends_move[i]);
+        const TrackStrip& of = strips.of(i);
+        const bool has_route = of.row && *of.row < routes.strips.size();
+        const auto output = has_route ? routes.strips[*of.row].mono_output : MonoOutput::no;
+        levels.plan(plans[i], of.strip, of.display, output, sends_move[i]);
     }
     settle_send_envelopes(plans);
 }
 
 std::vector<TrackPlan> plan_strip_tracks(const std::vector<TrackPlan>& plans,
-                                         const TrackNameSet& left_out, const MixerLookup& mixer,
+                                         const TrackNameSet& left_out, const MixerRecords& mixer,
                                          EnvelopePlanner& envelopes, LevelTallies& tallies) {
-    const MonoOutputs none;
-    Levels levels(none, envelopes, tallies);
+    std::set<std::string_view> taken(left_out.begin(), left_out.end());
+    for (const TrackPlan& plan : plans) taken.insert(plan.session_name);
+    for (const StripRow& row : mixer.rows) taken.insert({row.original_name, row.current_name});
+    Levels levels(envelopes, tallies);
     std::vector<TrackPlan> tracks;
-    for (const Strip* strip : mixer.strips_without(plans, left_out)) {
+    for (const Strip& strip : mixer.strips) {
+        if (!strip.present || !taken.insert(strip.name).second) continue;
         TrackPlan& plan = tracks.emplace_back();
-        plan.name = strip->name;
-        plan.session_name = strip->name;
-        levels.plan(plan, strip, nullptr, false);
+        plan.name = strip.name;
+        plan.session_name = strip.name;
+        levels.plan(plan, &strip, nullptr, MonoOutput::no, false);
     }
     return tracks;
 }

@@ -4,21 +4,21 @@
 #include <vector>
 
 #include "mix/level_tallies.hpp"
-#include "mix/mixer_lookup.hpp"
 #include "mix/strip_routes.hpp"
 #include "mix/track_plan.hpp"
+#include "mix/track_strips.hpp"
+#include "session/track_name_set.hpp"
 
 namespace tanrove {
 
 /// Gives every plan its gain, pan, mute, automation mode, pan mode and envelopes.
-void plan_levels(std::vector<TrackPlan>& plans, const MixerLookup& mixer,
-                 const MonoOutputs& mono_outputs, EnvelopePlanner& envelopes,
-                 LevelTallies& tallies);
+void plan_levels(std::vector<TrackPlan>& plans, const TrackStrips& strips, const Routes& routes,
+                 EnvelopePlanner& envelopes, LevelTallies& tallies);
 
-/// The strips that no track took up, as plans of their mixer alone; none of those whose tracks
-/// were left out.
+/// The strips that have neither a row nor a track, as plans of their mixer alone; none of those
+/// whose tracks were left out.
 std::vector<TrackPlan> plan_strip_tracks(const std::vector<TrackPlan>& plans,
-                                         const TrackNameSet& left_out, const MixerLookup& mixer,
+                                         const TrackNameSet& left_out, const MixerRecords& mixer,
                                          EnvelopePlanner& envelopes, LevelTallies& tallies);
 
 }  // namespace tanrove

@@ -4,9 +4,10 @@
 
 namespace tanrove {
 
-void settle_views(std::vector<TrackPlan>& plans, const MixerLookup& mixer, ViewTallies& tallies) {
-    for (TrackPlan& plan : plans) {
-        const TrackDisplay* display = mixer.display_of(plan);
+void settle_views(std::vector<TrackPlan>& plans, const TrackStrips& strips, ViewTallies& tallies) {
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        TrackPlan& plan = plans[i];
+        const TrackDisplay* display = strips.of(i).display;
         if (display == nullptr) continue;
         plan.hidden = !display->shown;
         plan.height_pixels = display->height;

@@ -4,12 +4,12 @@
 #include <vector>
 
 #include "mix/level_tallies.hpp"
-#include "mix/mixer_lookup.hpp"
 #include "mix/track_plan.hpp"
+#include "mix/track_strips.hpp"
 
 namespace tanrove {
 
 /// A track that Pro Tools hides is hidden in both of REAPER's windows; heights are pixels in both.
-void settle_views(std::vector<TrackPlan>& plans, const MixerLookup& mixer, ViewTallies& tallies);
+void settle_views(std::vector<TrackPlan>& plans, const TrackStrips& strips, ViewTallies& tallies);
 
 }  // namespace tanrove

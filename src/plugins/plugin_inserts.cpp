@@ -19,6 +19,8 @@
 #include <array>
 #include <cmath>
 #include <functional>
+#include <iterator>
+#include <map>
 #include <queue>
 
 #include "plugins/container_kinds.hpp"
@@ -227,8 +229,18 @@ std::vector<PluginInsert> read_plugin_inserts(const BlockIndex& index) {
     return inserts;
 }
 
-bool holds(const StripRow& row, const PluginInsert& insert) {
-    return insert.hostEnd != 0 && row.start <= insert.hostStart && insert.hostEnd <= row.end;
+std::vector<std::optional<std::size_t>> strip_rows_of(const std::vector<PluginInsert>& inserts,
+                                                      const std::vector<StripRow>& rows) {
+    std::map<std::uint64_t, std::size_t> row_at;
+    for (std::size_t i = 0; i < rows.size(); ++i) row_at.try_emplace(rows[i].start, i);
+    std::vector<std::optional<std::size_t>> strip_rows(inserts.size());
+    for (std::size_t i = 0; i < inserts.size(); ++i) {
+        const auto behind = row_at.upper_bound(inserts[i].hostStart);
+        if (inserts[i].hostEnd == 0 || behind == row_at.begin()) continue;
+        const std::size_t row = std::prev(behind)->second;
+        if (inserts[i].hostEnd <= rows[row].end) strip_rows[i] = row;
+    }
+    return strip_rows;
 }
 
 }  // namespace tanrove

@@ -1,6 +1,8 @@
 // All inserted plug-ins of a session.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <vector>
 
 #include "plugins/plugin_insert.hpp"
@@ -18,8 +20,9 @@ constexpr std::size_t max_nested_settings = 8;
 /// `ContainerKind::none`.
 std::vector<PluginInsert> read_plugin_inserts(const BlockIndex& index);
 
-/// True if the insert belongs to this strip: the row that holds it is the strip's own, or stands in
-/// that, as it does on a master fader.
-bool holds(const StripRow& row, const PluginInsert& insert);
+/// For each insert the place of the strip that it stands on: of the row that holds it, which is the
+/// strip's own or, on a master fader, stands in that. nullopt for an insert of no strip.
+std::vector<std::optional<std::size_t>> strip_rows_of(const std::vector<PluginInsert>& inserts,
+                                                      const std::vector<StripRow>& rows);
 
 }  // namespace tanrove

@@ -129,18 +129,17 @@ std::int32_t Conversion::run() {
     tallies_.track_table = strips.track_table;
     note_unroutable(index, strips.strips.rows, strips.hardware_inserts, tallies_.mix.routing);
     const VideoRecords video = read_video(index);
-    project_ =
-        plan_project(options_,
-                     {.clips = clips,
-                      .time = time_,
-                      .strips = strips,
-                      .video = video,
-                      .mixer = read_mixer(index, strips),
-                      .routing = read_routing_records(index, strips.strips.rows, strips.inserts),
-                      .midi = read_midi(index, strips),
-                      .theme = colour_theme(options_, version),
-                      .rate_hz = static_cast<double>(image.rate)},
-                     tallies_);
+    project_ = plan_project(options_,
+                            {.clips = clips,
+                             .time = time_,
+                             .strips = strips,
+                             .video = video,
+                             .mixer = read_mixer(index, strips),
+                             .routing = read_routing_records(index, strips),
+                             .midi = read_midi(index, strips),
+                             .theme = colour_theme(options_, version),
+                             .rate_hz = static_cast<double>(image.rate)},
+                            tallies_);
     MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
     plan_freezes(project_, index, clips, time_, options_.keep_frozen, media, tallies_.frozen);
     plan_chains(project_, options_,

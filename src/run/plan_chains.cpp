@@ -4,13 +4,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <map>
+#include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
 #include "chains/plan_chain.hpp"
-#include "mix/plans_of_strips.hpp"
 #include "mix/strip_widths.hpp"
 #include "project/surround_panner.hpp"
 #include "run/settings_corpus.hpp"
@@ -23,16 +23,10 @@ using InsertsByRow = std::vector<std::vector<const PluginInsert*>>;
 
 /// The inserts of each strip row in their order. Those of no known strip are counted.
 InsertsByRow inserts_by_row(const StripRecords& strips, ChainTallies& tallies) {
-    const std::vector<StripRow>& rows = strips.strips.rows;
-    std::map<std::uint64_t, std::size_t> row_at;
-    for (std::size_t i = 0; i < rows.size(); ++i) row_at.emplace(rows[i].start, i);
-    InsertsByRow inserts(rows.size());
-    for (const PluginInsert& insert : strips.inserts) {
-        const auto behind = row_at.upper_bound(insert.hostStart);
-        const bool has_row =
-            behind != row_at.begin() && holds(rows[std::prev(behind)->second], insert);
-        if (has_row) {
-            inserts[std::prev(behind)->second].push_back(&insert);
+    InsertsByRow inserts(strips.strips.rows.size());
+    for (std::size_t i = 0; i < strips.inserts.size(); ++i) {
+        if (const auto row = strips.insert_rows[i]) {
+            inserts[*row].push_back(&strips.inserts[i]);
         } else {
             ++tallies.without_strip;
         }
@@ -89,18 +83,6 @@ ChainTrack chain_track(const TrackPlan& plan, const std::vector<const PluginInse
             .is_frozen = plan.frozen.has_value()};
 }
 
-/// The strip rows of these plans.
-std::vector<std::optional<std::size_t>> rows_of(const std::vector<TrackPlan>& plans,
-                                                const std::vector<StripRow>& strips) {
-    const StripPlans by_name(plans, strips);
-    std::vector<std::optional<std::size_t>> rows(plans.size());
-    for (std::size_t i = 0; i < plans.size(); ++i) {
-        if (plans[i].is_alternate) continue;
-        rows[i] = plans[i].strip_row ? plans[i].strip_row : by_name.strip_of(i);
-    }
-    return rows;
-}
-
 /// The chains of the run, one list of tracks after the other.
 class ChainPlanning {
 public:
@@ -115,10 +97,10 @@ public:
           rate_hz_(rate_hz),
           tallies_(tallies) {}
 
-    /// Sets the tracks' polarity as well. Each leg of a strip has the strip's plug-ins: Pro Tools
-    /// runs them on all of its channels.
-    std::vector<ChainPlan> chains_of(std::vector<TrackPlan>& plans) {
-        const auto rows = rows_of(plans, records_.strips.strips.rows);
+    /// `rows` are the tracks' strip rows. Sets the tracks' polarity as well. Each leg of a strip
+    /// has the strip's plug-ins: Pro Tools runs them on all of its channels.
+    std::vector<ChainPlan> chains_of(std::vector<TrackPlan>& plans,
+                                     std::span<const std::optional<std::size_t>> rows) {
         std::map<std::size_t, std::size_t> plan_count;
         for (const auto& row : rows) {
             if (row) ++plan_count[*row];
@@ -205,9 +187,11 @@ void plan_chains(ProjectPlan& project, const RunOptions& options, const ChainRec
     // The master's stand in the head, in front of all others.
     project.head.master_chain = planning.master_chain(records.strips.masters, project.mix.master);
     tallies.outcomes_on_master = static_cast<int>(tallies.outcomes.size());
-    project.chains = planning.chains_of(project.mix.tracks);
+    project.chains = planning.chains_of(project.mix.tracks, project.mix.strip_rows);
     add_panners(project.mix.tracks, project.chains);
-    project.strip_chains = planning.chains_of(project.mix.strip_tracks);
+    // Strips that have a fader and no row have no plug-ins that are known.
+    const std::vector<std::optional<std::size_t>> no_rows(project.mix.strip_tracks.size());
+    project.strip_chains = planning.chains_of(project.mix.strip_tracks, no_rows);
 }
 
 }  // namespace tanrove

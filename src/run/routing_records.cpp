@@ -1,8 +1,6 @@
 // Reads the routing, and joins the key inputs of plug-ins with their strips and buses.
 #include "run/routing_records.hpp"
 
-#include <map>
-
 #include "session/instrument_links.hpp"
 #include "session/output_names.hpp"
 
@@ -11,16 +9,16 @@ namespace tanrove {
 namespace {
 
 /// A plug-in names its key by the number of an output; the outputs themselves say which bus it is.
-std::vector<KeyInput> key_inputs(const BlockIndex& index, const std::vector<StripRow>& strips,
-                                 const std::vector<PluginInsert>& inserts) {
-    std::map<std::uint64_t, std::size_t> strip_at;
-    for (std::size_t i = 0; i < strips.size(); ++i) strip_at.try_emplace(strips[i].start, i);
+/// REAPER's master hears no key, so those of a master fader's plug-ins ask for no bus.
+std::vector<KeyInput> key_inputs(const BlockIndex& index, const StripRecords& strips) {
     const auto bus_of_output = readOutputNames(index);
     std::vector<KeyInput> keys;
-    for (const PluginInsert& insert : inserts) {
-        const auto strip = strip_at.find(insert.hostStart);
-        if (insert.keyInput < 0 || insert.hostEnd == 0 || strip == strip_at.end()) continue;
-        KeyInput key{.strip_row = strip->second, .bus = {}, .bus_identity = 0};
+    for (std::size_t i = 0; i < strips.inserts.size(); ++i) {
+        const PluginInsert& insert = strips.inserts[i];
+        const auto row = strips.insert_rows[i];
+        if (insert.keyInput < 0 || !row) continue;
+        if (strips.strips.rows[*row].type == StripRowType::master) continue;
+        KeyInput key{.strip_row = *row, .bus = {}, .bus_identity = 0};
         const auto bus = bus_of_output.find(static_cast<std::uint16_t>(insert.keyInput));
         if (bus != bus_of_output.end()) {
             key.bus = bus->second.name;
@@ -33,12 +31,11 @@ std::vector<KeyInput> key_inputs(const BlockIndex& index, const std::vector<Stri
 
 }  // namespace
 
-RoutingRecords read_routing_records(const BlockIndex& index, const std::vector<StripRow>& strips,
-                                    const std::vector<PluginInsert>& inserts) {
+RoutingRecords read_routing_records(const BlockIndex& index, const StripRecords& strips) {
     RoutingRecords records;
     records.paths = readIoPaths(index);
-    records.rows = readRouting(index, strips, records.paths);
-    records.keys = key_inputs(index, strips, inserts);
+    records.rows = readRouting(index, strips.strips.rows, records.paths);
+    records.keys = key_inputs(index, strips);
     return records;
 }
 

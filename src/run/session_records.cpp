@@ -141,8 +141,9 @@ StripRecords read_strip_records(const BlockIndex& index, const ClipRecords& clip
     records.displays = readTrackDisplays(index, records.strips.rows);
     records.inserts = read_plugin_inserts(index);
     records.hardware_inserts = readHardwareInserts(index, records.strips.rows);
+    records.insert_rows = strip_rows_of(records.inserts, records.strips.rows);
     records.strip_inserts =
-        strip_inserts(records.strips.rows, records.inserts, records.hardware_inserts);
+        strip_inserts(records.inserts, records.insert_rows, records.hardware_inserts);
     records.click_is_on = readClickSetting(index) == 1;
     records.masters = read_master_strips(index, records.strips.rows);
     records.colour_schemes = readColourSchemes(index);
@@ -170,10 +171,7 @@ VideoRecords read_video(const BlockIndex& index) {
 }
 
 int insert_count(const StripRecords& records, std::size_t row) {
-    if (row >= records.strips.rows.size()) return 0;
-    return static_cast<int>(std::ranges::count_if(records.inserts, [&](const PluginInsert& insert) {
-        return holds(records.strips.rows[row], insert);
-    }));
+    return static_cast<int>(std::ranges::count(records.insert_rows, std::optional(row)));
 }
 
 std::vector<Strip> read_mixer(const BlockIndex& index, const StripRecords& strips) {

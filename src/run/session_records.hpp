@@ -93,6 +93,7 @@ struct StripRecords {
     std::optional<FolderTable> folder_table;
     std::vector<TrackDisplay> displays;  ///< one a strip row
     std::vector<PluginInsert> inserts;
+    std::vector<std::optional<std::size_t>> insert_rows;  ///< the strip row of each
     std::vector<HardwareInsert> hardware_inserts;
     std::vector<StripInsert> strip_inserts;  ///< those and the hardware inserts, by strip
     bool click_is_on = false;

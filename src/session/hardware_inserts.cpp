@@ -47,11 +47,11 @@ std::vector<HardwareInsert> readHardwareInserts(const BlockIndex& index,
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         const Block* output = index.first_child(blocks[i], block_type::path_reference);
         if (output != nullptr && !outputs.insert(output).second) continue;
-        HardwareInsert insert{"<unnamed>", "<unknown track>"};
+        HardwareInsert insert{"<unnamed>", "<unknown track>", std::nullopt};
         if (auto name = insert_name(index.image(), output)) insert.name = std::move(*name);
         if (holders[i] != no_span) {
-            const StripRow& row = rows[holders[i]];
-            insert.track = row.current_name.empty() ? row.original_name : row.current_name;
+            insert.track = shown_name(rows[holders[i]]);
+            insert.strip_row = holders[i];
         }
         inserts.push_back(std::move(insert));
     }

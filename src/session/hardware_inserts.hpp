@@ -1,6 +1,8 @@
 // Hardware inserts: outboard gear in a track's chain, which no project can carry.
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +14,7 @@ namespace tanrove {
 struct HardwareInsert {
     std::string name;   ///< "<unnamed>" if unreadable
     std::string track;  ///< "<unknown track>" if it stands in no row
+    std::optional<std::size_t> strip_row;
 };
 
 /// All hardware inserts, in order of position.

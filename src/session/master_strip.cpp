@@ -11,7 +11,7 @@ namespace tanrove {
 namespace {
 
 void read_first(const BlockIndex& index, const StripRow& row, Strip& strip) {
-    strip.name = row.current_name.empty() ? row.original_name : row.current_name;
+    strip.name = shown_name(row);
     const Block* block = index.at(row.start);
     if (block == nullptr) return;
     if (const Block* channel = index.first_child(*block, block_type::channel_record)) {

@@ -44,6 +44,11 @@ struct StripRow {
     bool is_aux = false;
 };
 
+/// The name that Pro Tools shows: the current one, or the original where that is empty.
+inline const std::string& shown_name(const StripRow& row) {
+    return row.current_name.empty() ? row.original_name : row.current_name;
+}
+
 /// Rows in image order, and whether the strip table's names could be bound to them.
 struct StripRows {
     std::vector<StripRow> rows;

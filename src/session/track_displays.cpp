@@ -110,10 +110,6 @@ TrackDisplay read_display(const BlockIndex& index, const Block& record,
     return display;
 }
 
-const std::string& shown_name(const StripRow& row) {
-    return row.current_name.empty() ? row.original_name : row.current_name;
-}
-
 /// Pairs rows and records by the strip table, whose order the records have: a row finds its own
 /// place there by name.
 void pair_by_name(const BlockIndex& index, std::span<const StripRow> rows,

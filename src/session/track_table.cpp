@@ -94,7 +94,7 @@ std::vector<std::string> current_names(std::span<const StripRow> rows) {
     std::vector<std::string> names;
     names.reserve(rows.size());
     for (const StripRow& row : rows) {
-        names.push_back(row.current_name.empty() ? row.original_name : row.current_name);
+        names.push_back(shown_name(row));
     }
     return names;
 }

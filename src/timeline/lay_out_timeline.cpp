@@ -13,6 +13,7 @@
 #include "timeline/infer_stretch.hpp"
 #include "timeline/lay_out_clip_groups.hpp"
 #include "timeline/loop_clips.hpp"
+#include "timeline/place_clips.hpp"
 #include "timeline/track_pairing.hpp"
 #include "timeline/warp_clips.hpp"
 

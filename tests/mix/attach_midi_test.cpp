@@ -23,7 +23,7 @@ TEST(AttachMidi, FindsPlansByNameThenByPlaceAndLosesNoItem) {
         plans[2].name = plans[2].session_name = "Keys";
         TrackTallies track_tallies;
         attach_midi(plans, {std::move(tracks), settings, real_time}, rows, track_tallies, tallies);
-        count_midi_tracks(plans, MixerLookup({}, {}, {}), tallies);
+        count_midi_tracks(plans, TrackStrips(plans, {}), tallies);
         std::string found;
         for (const auto& plan : plans) found += plan.midi_items.empty() ? '-' : '*';
         return found + std::to_string(track_tallies.tracks_without_strip_row);

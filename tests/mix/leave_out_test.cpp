@@ -1,9 +1,10 @@
 // Which tracks the run leaves out: Click tracks by what they hold, hidden and inactive ones unless
 // a written track needs them; and where comments go.
+#include "mix/leave_out.hpp"
+
 #include <gtest/gtest.h>
 
 #include "mix/click_tracks.hpp"
-#include "mix/leave_out.hpp"
 #include "mix/track_comments.hpp"
 
 namespace tanrove {
@@ -131,7 +132,7 @@ TEST(LeaveOutTracks, KeepsWhatRepeatedPassesOverAllNeedsKeepInTheirOrder) {
             if (!is_left_out[i]) written += plans[i].name + ";";
         }
         LeaveOutTallies tallies;
-        leave_out_tracks(plans, MixerLookup({}, {}, {}), options, needs, tallies);
+        leave_out_tracks(plans, TrackStrips(plans, {}), options, needs, tallies);
         EXPECT_EQ(names_of(plans), written);
         EXPECT_EQ(tallies.kept, kept);
         EXPECT_EQ(tallies.hidden.size() + tallies.inactive.size(), left_out);
@@ -147,7 +148,7 @@ TEST(LeaveOutTracks, TakesThePlaylistsBehindATrackWithItAndNothingThatNoRowAsked
     for (std::size_t i : {1u, 3u, 4u}) plans[i].name = "alternate " + std::to_string(i);
     LeaveOutTallies tallies;
     const LeaveOutOptions options{true, true, ",Bas,Bass,"};
-    leave_out_tracks(plans, MixerLookup({}, {}, {}), options, {}, tallies);
+    leave_out_tracks(plans, TrackStrips(plans, {}), options, {}, tallies);
     EXPECT_EQ(names_of(plans), "Vox;alternate 1;alternate 4;Lost;");
     EXPECT_EQ(tallies.inactive, std::vector<std::string>{"Bass"}) << "inactive goes before hidden";
     EXPECT_TRUE(tallies.hidden.empty());
@@ -168,7 +169,8 @@ TEST(PlaceComments, OncePerTrackWhereTheRunWantsThem) {
         SCOPED_TRACE(static_cast<int>(place));
         std::vector<TrackPlan> plans = {placed("Vox", 0), placed("Vox", 0), placed("Bass", 1)};
         CommentTallies tallies;
-        const auto notes = place_comments(plans, MixerLookup({}, rows, displays), place, tallies);
+        const auto notes =
+            place_comments(plans, TrackStrips(plans, {rows, {}, displays}), place, tallies);
         EXPECT_EQ(tallies.tracks, (std::vector<std::string>{"Vox", "Print"}));
         const bool is_noted = place != CommentPlace::nowhere;
         EXPECT_EQ(!notes.empty() && notes.back().track_name == "Print", is_noted);

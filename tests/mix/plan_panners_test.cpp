@@ -1,5 +1,7 @@
 // Surround panners: the speakers of buses, who gets a panner, and its envelopes, held against a
 // second way to look at a lane.
+#include "mix/plan_panners.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,7 +11,6 @@
 #include <set>
 
 #include "mix/channel_counts.hpp"
-#include "mix/plan_panners.hpp"
 #include "session/block_index.hpp"
 #include "support/real_sessions.hpp"
 
@@ -161,12 +162,12 @@ struct PannedMixer {
         records.paths[0].mapped = to_hardware;
         if (to_hardware) records.rows[1].input_type = 0;
         const Routes routes = resolve_routes(rows, records);
-        const StripPlans strip_plans(plans, rows);
-        const RoutingView view{strip_plans, routes, records};
+        const TrackStrips track_strips(plans, {rows, strips, {}});
+        const RoutingView view{track_strips, routes, records};
         RoutingTallies routing;
         PannerEnvelopePlanner envelopes(TempoClock({}, 120), 48000);
         plan_outputs(plans, view, routing);
-        auto tries = plan_panners(plans, view, MixerLookup(strips, rows, {}), envelopes, tallies);
+        auto tries = plan_panners(plans, view, envelopes, tallies);
         settle_channel_counts(plans, view, routing);
         return tries;
     }

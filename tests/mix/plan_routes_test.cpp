@@ -1,4 +1,6 @@
 // Routing: buses to the strips that take them, outputs, sends, key inputs and channel counts.
+#include "mix/plan_routes.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -8,7 +10,6 @@
 
 #include "mix/channel_counts.hpp"
 #include "mix/key_inputs.hpp"
-#include "mix/plan_routes.hpp"
 
 namespace tanrove {
 namespace {
@@ -59,8 +60,8 @@ struct Mixer {
 
     void route() {
         const auto routes = resolve_routes(strips, records);
-        const StripPlans strip_plans(plans, strips);
-        const RoutingView view{strip_plans, routes, records};
+        const TrackStrips track_strips(plans, {strips, {}, {}});
+        const RoutingView view{track_strips, routes, records};
         const SendEnvelope envelope = [](const char* block, EnvelopeKind kind, const Lane&) {
             return EnvelopePlan{.block = block, .kind = kind, .points = {}};
         };

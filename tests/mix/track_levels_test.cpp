@@ -135,7 +135,7 @@ TEST(PlanLevels, GivesEveryModeItsPlaceInReaper) {
         for (auto& send : plans[1].receives) send.envelopes.resize(1);
         EnvelopePlanner envelopes = planner();
         LevelTallies tallies;
-        plan_levels(plans, MixerLookup(strips, rows, displays), {}, envelopes, tallies);
+        plan_levels(plans, TrackStrips(plans, {rows, strips, displays}), {}, envelopes, tallies);
         for (const auto& send : plans[1].receives) EXPECT_EQ(send.envelopes[0].active, c.active);
         EXPECT_EQ(plans[0].mixer.automation_mode, c.written);
         EXPECT_NEAR(plans[0].mixer.gain, c.gain, 1e-9);
@@ -180,8 +180,12 @@ TEST(PlanLevels, GivesAPanOnlyToWhatHasOneAndStopsItWhereProToolsHasNone) {
         EnvelopePlanner envelopes = planner();
         LevelTallies tallies;
         const bool is_mono = c.output != MonoOutput::no;
-        const MonoOutputs outputs = {{is_mono ? "Vox" : "Gtr", c.output}};
-        plan_levels(plans, MixerLookup(strips, {}, {}), outputs, envelopes, tallies);
+        std::vector<StripRow> rows(1);
+        rows[0].current_name = "Vox";
+        Routes routes;
+        routes.strips.resize(1);
+        routes.strips[0].mono_output = c.output;
+        plan_levels(plans, TrackStrips(plans, {rows, strips, {}}), routes, envelopes, tallies);
         std::string pans;
         for (const auto& e : plans[0].envelopes) pans += e.block + (e.active ? " " : "! ");
         const MixerPlan& knobs = plans[0].mixer;
@@ -224,7 +228,7 @@ TEST(SettleSolos, DropsTheSoloOfATrackThatArrivesMuted) {
         plans[0].muted = c.muted;
         plans[0].envelopes = c.envelopes;
         SoloTallies tallies;
-        EXPECT_EQ(settle_solos(plans, MixerLookup({}, rows, displays), {}, tallies),
+        EXPECT_EQ(settle_solos(plans, TrackStrips(plans, {rows, {}, displays}), {}, tallies),
                   c.needs_solo_track);
         EXPECT_EQ(plans[0].mixer.soloed, c.keeps_solo);
         EXPECT_TRUE(plans[0].muted == c.muted) << "a mute stays";
@@ -258,7 +262,7 @@ TEST(SettleSolos, HandsTheSoloOfAVcaToItsMembers) {
         TrackGroups groups;
         groups.members_of_vca = {{"V", {"A", "B", "Gone"}}, {"W", {"V", "C"}}, {"E", {}}};
         SoloTallies tallies;
-        EXPECT_EQ(settle_solos(plans, MixerLookup({}, rows, displays), groups, tallies),
+        EXPECT_EQ(settle_solos(plans, TrackStrips(plans, {rows, {}, displays}), groups, tallies),
                   c.needs_solo_track);
         std::string arrive, listed;
         for (const TrackPlan& plan : plans) arrive += plan.mixer.soloed ? plan.name + " " : "";
@@ -314,8 +318,7 @@ TEST(PlanStripTracks, TakesTheStripsThatNeitherARowNorATrackIsNamedLike) {
     plans[0].session_name = "Track";
     EnvelopePlanner envelopes = planner();
     LevelTallies tallies;
-    const MixerLookup mixer(strips, rows, {});
-    const auto tracks = plan_strip_tracks(plans, {}, mixer, envelopes, tallies);
+    const auto tracks = plan_strip_tracks(plans, {}, {rows, strips, {}}, envelopes, tallies);
     ASSERT_EQ(tracks.size(), 1U);
     EXPECT_EQ(tracks[0].name, "Alone");
     EXPECT_DOUBLE_EQ(tracks[0].mixer.gain, 0.1);

@@ -54,9 +54,10 @@ TEST(ReadPluginInserts, CarryStripSwitchesAndLanes) {
         EXPECT_EQ(inserts[i].inactive, i == 2);
         EXPECT_EQ(inserts[i].lanes.size(), i == 1 ? 1U : 0U);
         EXPECT_EQ(inserts[i].slotWord, inserts[i].lanes.size());
-        const StripRow& row = rows[i < 2 ? 0 : i - 1];
-        for (const StripRow& any : rows) EXPECT_EQ(holds(any, inserts[i]), &any == &row);
-        EXPECT_EQ(inserts[i].hostStart == row.start, i < 3) << "a master's inner row is the host";
+        const std::size_t row = i < 2 ? 0 : i - 1;
+        EXPECT_EQ(strip_rows_of(inserts, rows)[i], row);
+        EXPECT_EQ(inserts[i].hostStart == rows[row].start, i < 3)
+            << "a master's inner row is the host";
     }
     const auto routing = readRouting(index, rows, {});
     ASSERT_FALSE(routing.empty());
@@ -156,7 +157,7 @@ TEST(ReadPluginInserts, TheHostIsTheSmallestAudioRowAndTheSlotStandsBehindTheSta
                                 .bytes();
         EXPECT_EQ(inserts_of(image).at(0).keyInput, key == 65534 ? key : -1);
     }
-    EXPECT_FALSE(holds(StripRow(), PluginInsert())) << "an insert of no strip";
+    EXPECT_FALSE(strip_rows_of(std::vector<PluginInsert>(1), std::vector<StripRow>(1))[0]) << "an insert of no strip";
 }
 
 }  // namespace
