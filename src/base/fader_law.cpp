@@ -2,6 +2,7 @@
 // corners.
 #include "base/fader_law.hpp"
 
+#include <cmath>
 #include <cstddef>
 
 namespace tanrove {
@@ -23,6 +24,10 @@ constexpr double db_per_position_above_track_top = 10.488;
 std::span<const FaderCorner> fader_corners(FaderThrow fader) {
     if (fader == FaderThrow::clip) return clip_corners;
     return track_corners;
+}
+
+double gain_of_db(double db) {
+    return std::pow(10, db / 20);
 }
 
 double fader_position(FaderThrow fader, double db) {

@@ -19,6 +19,9 @@ struct FaderCorner {
 /// The corners of a throw from its top down.
 std::span<const FaderCorner> fader_corners(FaderThrow fader);
 
+/// The factor of a level in dB.
+double gain_of_db(double db);
+
 /// Where the fader stands at `db`. Everything below the lowest corner stands on it; above the
 /// highest a track's fader goes on in a straight line, a clip's stays.
 double fader_position(FaderThrow fader, double db);

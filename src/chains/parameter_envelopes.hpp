@@ -3,7 +3,6 @@
 // switched off: one that drives the wrong knob would be worse than none.
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 

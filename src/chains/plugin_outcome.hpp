@@ -2,7 +2,6 @@
 // slot is, read by all three, so that they cannot disagree.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "plugins/insert_fate.hpp"

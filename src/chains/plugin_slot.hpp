@@ -1,7 +1,6 @@
 // A plug-in of the session as the slot of REAPER's build, and a placeholder for one that has none.
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string>
 

@@ -2,8 +2,6 @@
 #include "eqfit/fit_bounds.hpp"
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 
 #include "base/steady_math.hpp"
 #include "eqfit/eq_start_sections.hpp"

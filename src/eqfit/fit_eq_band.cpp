@@ -10,7 +10,6 @@
 
 #include "base/formatted_text.hpp"
 #include "eqfit/eq_curve.hpp"
-#include "eqfit/eq_start_sections.hpp"
 #include "eqfit/fit_bounds.hpp"
 #include "eqfit/section_response.hpp"
 #include "eqfit/simplex_search.hpp"

@@ -2,7 +2,6 @@
 // steps, ties and order are fixed, so that it takes the same road every time.
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <vector>
 

@@ -2,7 +2,6 @@
 // session's coding of clips draws.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>

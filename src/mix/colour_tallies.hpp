@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <set>
 
 #include "mix/colour_theme.hpp"

@@ -1,13 +1,14 @@
 // Puts the tracks in the order of the edit window.
 #include "mix/edit_order.hpp"
 
-#include <cmath>
 #include <map>
 #include <optional>
 #include <set>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "base/fader_law.hpp"
 
 namespace tanrove {
 
@@ -138,7 +139,7 @@ private:
         TrackPlan plan = bare_plan(shown_name(row));
         plan.is_vca = true;
         plan.inactive = !row.active;
-        plan.mixer.gain = std::pow(10, fader_db->second / 20);
+        plan.mixer.gain = gain_of_db(fader_db->second);
         result_.placed.push_back(std::move(plan));
     }
 

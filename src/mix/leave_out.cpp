@@ -11,8 +11,6 @@
 #include <string_view>
 #include <utility>
 
-#include "mix/folder_tree.hpp"
-
 namespace tanrove {
 
 namespace {

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "base/fader_law.hpp"
+
 namespace tanrove {
 
 namespace {

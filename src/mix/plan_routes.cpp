@@ -3,8 +3,9 @@
 #include "mix/plan_routes.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <set>
+
+#include "base/fader_law.hpp"
 
 namespace tanrove {
 
@@ -181,7 +182,7 @@ ReceivePlan receive_of(std::size_t source, const RoutingSend& send, const SendEn
     ReceivePlan receive;
     receive.source = source;
     receive.mode = send.pre_fader ? pre_fader_mode : post_fader_mode;
-    receive.gain = std::pow(10, send.level_db / 20);
+    receive.gain = gain_of_db(send.level_db);
     receive.muted = is_off(send);
     const auto add = [&](const char* block, EnvelopeKind kind, const Lane& lane) {
         if (lane.points.empty()) return;

@@ -1,13 +1,11 @@
 // The names of the mixer's strips, and which of them a playlist's name points at.
 #include "mix/strip_names.hpp"
 
+#include "base/text_lines.hpp"
+
 namespace tanrove {
 
 namespace {
-
-bool is_digit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 /// "Vox" of "Vox.01"; empty where the name does not end that way.
 std::string_view without_playlist_number(std::string_view name) {

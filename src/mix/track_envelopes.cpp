@@ -4,9 +4,9 @@
 #include "mix/track_envelopes.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
+#include "base/fader_law.hpp"
 #include "base/ramp_points.hpp"
 
 namespace tanrove {
@@ -16,8 +16,6 @@ namespace {
 constexpr double tenths_of_a_db = 10.0;
 constexpr double lane_muted = 1.0;
 constexpr double hundredths = 100.0;
-constexpr int linear_shape = 0;
-constexpr int square_shape = 1;
 
 /// The value of a lane in the envelope's unit. REAPER counts pan to the left, the session to the
 /// right; REAPER's mute envelope is 1 where the track sounds.
@@ -47,10 +45,6 @@ Lane ordered(Lane lane) {
 }
 
 }  // namespace
-
-double gain_of_db(double db) {
-    return std::pow(10.0, db / 20.0);
-}
 
 double EnvelopePlanner::seconds(const Lane& lane, double position) const {
     return std::max(0.0, lane.in_ticks ? clock_.seconds(position) : position / rate_hz_);

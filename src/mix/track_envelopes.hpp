@@ -57,7 +57,4 @@ private:
     std::set<const Lane*> planned_;
 };
 
-/// The factor of a level in dB.
-double gain_of_db(double db);
-
 }  // namespace tanrove

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <tuple>
 
+#include "session/channel_records.hpp"
+
 namespace tanrove {
 
 namespace {
@@ -25,8 +27,6 @@ constexpr int group_bits = 32;
 constexpr std::size_t max_live_groups = 1024;
 
 // Faders stand between these; anything else is no fader, and the master stays at unity.
-constexpr std::int32_t min_fader_tenths = -1450;
-constexpr std::int32_t max_fader_tenths = 125;
 constexpr double tenths = 10;
 
 // Words of REAPER's line. Volume, mute, solo and automation mode have one for leading and, behind

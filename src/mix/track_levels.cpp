@@ -7,6 +7,8 @@
 #include <set>
 #include <utility>
 
+#include "base/fader_law.hpp"
+
 namespace tanrove {
 
 namespace {

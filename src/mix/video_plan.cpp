@@ -8,7 +8,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "session/record_forms.hpp"
+#include "base/session_numbers.hpp"
 
 namespace tanrove {
 

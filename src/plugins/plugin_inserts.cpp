@@ -214,11 +214,8 @@ void find_hosts(const BlockIndex& index, std::vector<PluginInsert>& inserts) {
 
 std::vector<PluginInsert> read_plugin_inserts(const BlockIndex& index) {
     const auto blocks = settings_blocks(index);
-    std::vector<std::size_t> starts;
-    starts.reserve(blocks.size());
-    for (const Block& block : blocks) starts.push_back(block.at);
     const auto slots = index.of_types(slot_types);
-    const auto slot_of = smallest_enclosing(slots, starts);
+    const auto slot_of = smallest_enclosing(slots, starts_of(blocks));
 
     std::vector<PluginInsert> inserts;
     for (std::size_t i = 0; i < blocks.size(); ++i) {

@@ -17,7 +17,6 @@
 #include "plugins/plugin_lanes.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <optional>
 
 #include "session/automation_events.hpp"
@@ -28,16 +27,10 @@ namespace tanrove {
 namespace {
 
 constexpr std::size_t min_lane_bytes = 39;
-constexpr std::size_t record_at = 9;
 constexpr std::size_t value_width = 4;
-constexpr std::size_t count_at = 25;
-constexpr std::size_t ticks_mark_at = 27;
-constexpr std::size_t ticks_mark_width = 5;
 constexpr std::size_t default_at = 35;
 constexpr std::size_t points_at = 39;
 constexpr std::size_t point_bytes = 8;
-constexpr std::size_t value_in_point = 4;
-constexpr std::size_t bytes_behind_points = 2;
 
 constexpr std::size_t count_bytes = 4;
 constexpr std::size_t max_name_bytes = 128;
@@ -87,7 +80,8 @@ void add_points(ByteView image, const EventRecord& record, PluginLane& lane) {
 
 void add_points_of_first_run(ByteView image, const Block& block, std::size_t count,
                              PluginLane& lane) {
-    lane.in_ticks = image.number(block.at + ticks_mark_at, ticks_mark_width) != 0;
+    lane.in_ticks =
+        image.number(block.at + first_run_ticks_mark_at, first_run_ticks_mark_width) != 0;
     lane.points.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
         const std::size_t at = block.at + points_at + i * point_bytes;
@@ -108,9 +102,11 @@ std::optional<PluginLane> read_lane(const BlockIndex& index, const Block& part,
     if (!read_label(image.window(0, part.end()), block->end(), lane)) return std::nullopt;
     lane.default_value = share(image.i32(block->at + default_at));
 
-    const auto record = read_event_record(image, block->at + record_at, block->end(), value_width);
+    const auto record =
+        read_event_record(image, block->at + lane_record_at, block->end(), value_width);
     const bool is_whole = record && record->event_count > 0;
-    const std::size_t count = is_whole ? record->event_count - 1 : image.u16(block->at + count_at);
+    const std::size_t count =
+        is_whole ? record->event_count - 1 : image.u16(block->at + first_run_count_at);
     if (count > points_left) return std::nullopt;
     if (is_whole) {
         add_points(image, *record, lane);

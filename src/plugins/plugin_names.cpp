@@ -14,7 +14,6 @@
 #include <optional>
 #include <string_view>
 
-#include "plugins/state_span.hpp"
 #include "session/block_types.hpp"
 
 namespace tanrove {

@@ -9,7 +9,6 @@
 // bytes, or 4 in the oldest chains. A CLAP's line holds name and ident only.
 #include "plugins/rfx_chain.hpp"
 
-#include <array>
 #include <vector>
 
 #include "base/base64.hpp"

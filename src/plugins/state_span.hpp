@@ -8,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <string_view>
 
 #include "base/byte_view.hpp"
 

@@ -2,13 +2,11 @@
 #include "project/envelope_text.hpp"
 
 #include "project/quoted_text.hpp"
+#include "timeline/envelope_point.hpp"
 
 namespace tanrove {
 
 namespace {
-
-constexpr int linear_shape = 0;
-constexpr int square_shape = 1;
 
 // Digits behind the point.
 constexpr int time_digits = 10;

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstdlib>
 #include <vector>
 
+#include "base/fader_law.hpp"
 #include "base/formatted_text.hpp"
 #include "base/guid.hpp"
 #include "base/text_sink.hpp"
@@ -197,11 +197,10 @@ void write_envelope(TextSink& out, const std::vector<std::string_view>& lines,
 
 std::string master_track(const std::vector<std::string_view>& lines, const ProjectWalk& walk,
                          const MasterTrackPlan& plan) {
-    constexpr double db_per_decade = 20;
     std::string text;
     TextSink out(text);
     const bool is_parked = walk.has_envelope() && !plan.automation_off;
-    const double gain = is_parked ? 1 : printable(std::pow(10, plan.fader_db / db_per_decade));
+    const double gain = is_parked ? 1 : printable(gain_of_db(plan.fader_db));
     out.line(1, "<TRACK %s", guid(master_track_seed).c_str());
     out.line(2, "NAME %s", quoted(plan.name).c_str());
     out.line(2, "PEAKCOL %lu", static_cast<unsigned long>(plan.colour));

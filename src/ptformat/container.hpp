@@ -11,11 +11,9 @@
 #include <vector>
 
 #include "base/byte_view.hpp"
+#include "base/session_numbers.hpp"
 
 namespace tanrove::ptformat {
-
-/// Ticks count from here.
-constexpr std::uint64_t tick_origin = 1000000000000ULL;
 
 /// Source offset, length and start of a clip, as stored.
 struct ClipSpan {

@@ -10,6 +10,8 @@
 #include <map>
 #include <string>
 
+#include "base/session_numbers.hpp"
+
 namespace tanrove::ptformat {
 
 namespace {

@@ -11,6 +11,7 @@
 
 #include "base/paths.hpp"
 #include "base/platform.hpp"
+#include "base/session_numbers.hpp"
 #include "ptformat/audio_file_list.hpp"
 #include "ptformat/cipher.hpp"
 #include "ptformat/clip_lists.hpp"
@@ -31,8 +32,6 @@ constexpr std::uint32_t version_cap = 255;
 
 constexpr std::uint16_t settings_type = 0x1028;
 constexpr std::size_t rate_at = 11;
-constexpr std::int64_t lowest_rate_hz = 44100;
-constexpr std::int64_t highest_rate_hz = 192000;
 
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -132,7 +131,8 @@ int PTFFormat::State::parse(std::int64_t target_rate) {
     rate_hz = read_field(session, settings_type, rate_at).value_or(0);
     const bool is_known = version >= lowest_version && version <= highest_version;
     if (!is_known && !allow_unknown_version) return load_unknown_version;
-    if (rate_hz < lowest_rate_hz || rate_hz > highest_rate_hz) return load_not_parsed;
+    if (rate_hz < tanrove::lowest_rate_hz || rate_hz > tanrove::highest_rate_hz)
+        return load_not_parsed;
     auto files = read_audio_files(session);
     if (!files) return load_not_parsed;
     audio_files = std::move(*files);

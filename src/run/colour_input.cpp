@@ -5,11 +5,11 @@
 #include <cstdint>
 #include <vector>
 
+#include "session/playlist_walk.hpp"
+
 namespace tanrove {
 
 namespace {
-
-constexpr std::int32_t no_colour = -2;
 
 int coloured(const std::vector<std::int32_t>& places) {
     return static_cast<int>(places.size()) -

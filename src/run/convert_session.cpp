@@ -74,6 +74,21 @@ int count_warnings(const std::string& account) {
     return warnings;
 }
 
+/// The opened session and the records that most stages want.
+struct Session {
+    const PTFFormat& file;
+    const SessionImage& image;
+    const BlockIndex& index;
+    const SessionVersion& version;
+    const ClipRecords& clips;
+    const StripRecords& strips;
+};
+
+void dump_lanes_on_demand(const Session& session) {
+    if (!environment_value("TANROVE_DUMP_LANES")) return;
+    std::fputs(strip_lanes_text(read_mixer(session.index, session.strips)).c_str(), stderr);
+}
+
 /// Everything between the opened session and the end of the account.
 class Conversion {
 public:
@@ -86,8 +101,12 @@ public:
     std::int32_t run();
 
 private:
-    AccountFacts account_facts(const PTFFormat& file, const SessionVersion& version,
-                               const SessionImage& image) const;
+    std::int32_t convert(const Session& session);
+    void plan(const Session& session, const VideoRecords& video);
+    void plan_plugins(const Session& session, const PluginKnowledge& plugins);
+    void count_what_stays_behind(const Session& session);
+    AccountFacts account_facts(const Session& session) const;
+    ReportFacts report_facts_of(const Session& session) const;
     void give_account(const AccountFacts& facts, MediaSearch& media, const ClipRecords& clips,
                       ReportFacts report);
     void give_report(const ReportFacts& facts);
@@ -109,8 +128,7 @@ std::int32_t Conversion::run() {
     }
     const auto opened = openSession(options_);
     if (!opened) return not_converted;
-    const SessionImage& image = opened->image;
-    const BlockIndex index(image.bytes);
+    const BlockIndex index(opened->image.bytes);
     const ClipRecords clips = read_clips(*opened->file, index);
     const SessionVersion version = scanSessionVersion(index);
     tell_damage(scanDamage(index), options_.check_only);
@@ -119,59 +137,83 @@ std::int32_t Conversion::run() {
     const StripRecords strips = read_strip_records(index, clips);
     if (options_.list_only) {
         console_write(session_listing(*opened->file, strips.track_table, readBuses(index),
-                                      image.rate, time_.tempo_bpm));
+                                      opened->image.rate, time_.tempo_bpm));
         return converted;
     }
-    if (environment_value("TANROVE_DUMP_LANES")) {
-        std::fputs(strip_lanes_text(read_mixer(index, strips)).c_str(), stderr);
-    }
-    const PluginKnowledge plugins = load_plugin_knowledge(options_, index, strips.inserts);
-    tallies_.track_table = strips.track_table;
-    note_unroutable(index, strips.strips.rows, strips.hardware_inserts, tallies_.mix.routing);
-    const VideoRecords video = read_video(index);
-    project_ = plan_project(options_,
-                            {.clips = clips,
-                             .time = time_,
-                             .strips = strips,
-                             .video = video,
-                             .mixer = read_mixer(index, strips),
-                             .routing = read_routing_records(index, strips),
-                             .midi = read_midi(index, strips),
-                             .theme = colour_theme(options_, version),
-                             .rate_hz = static_cast<double>(image.rate)},
-                            tallies_);
-    MediaSearch media(folders_.media_dir, folders_.media_parent, clips.folders);
-    plan_freezes(project_, index, clips, time_, options_.keep_frozen, media, tallies_.frozen);
-    plan_chains(project_, options_,
-                {.image = image.bytes,
-                 .strips = strips,
-                 .time = time_,
-                 .identities = plugins.identities,
-                 .parameter_names = plugins.parameter_names},
-                tallies_.chains);
-    plan_clip_effects(project_, readClipEffects(index), tallies_.clip_effects);
-    tallies_.builds = plugins.identities.findings();
-    tallies_.not_carried = count_not_carried(index, clips);
-    tallies_.not_carried.melodyne_edits =
-        !options_.no_ara && has_melodyne_edits(folders_.session_folder);
-    tallies_.chains.plugin_list_missing = !plugins.identities.knows_what_is_installed();
+    return convert({*opened->file, opened->image, index, version, clips, strips});
+}
+
+std::int32_t Conversion::convert(const Session& session) {
+    dump_lanes_on_demand(session);
+    const PluginKnowledge plugins =
+        load_plugin_knowledge(options_, session.index, session.strips.inserts);
+    const VideoRecords video = read_video(session.index);
+    plan(session, video);
+    MediaSearch media(folders_.media_dir, folders_.media_parent, session.clips.folders);
+    plan_freezes(project_, session.index, session.clips, time_, options_.keep_frozen, media,
+                 tallies_.frozen);
+    plan_plugins(session, plugins);
+    count_what_stays_behind(session);
     MovieSearch movies({folders_.media_parent, folders_.session_folder, video.paths});
     project_path_ = choose_output_path(options_);
     if (!write_project(project_, options_, project_path_, media, movies, tallies_)) {
         return not_converted;
     }
     console_state().project_path = options_.check_only ? "" : project_path_;
+    give_account(account_facts(session), media, session.clips, report_facts_of(session));
+    console_state().usage_body = usage_body(
+        usage_facts(project_, session.strips, time_, session.image.rate, session.version.version),
+        tallies_);
+    return converted;
+}
+
+/// The project but for its plug-ins and its frozen tracks.
+void Conversion::plan(const Session& session, const VideoRecords& video) {
+    tallies_.track_table = session.strips.track_table;
+    note_unroutable(session.index, session.strips.strips.rows, session.strips.hardware_inserts,
+                    tallies_.mix.routing);
+    project_ = plan_project(options_,
+                            {.clips = session.clips,
+                             .time = time_,
+                             .strips = session.strips,
+                             .video = video,
+                             .mixer = read_mixer(session.index, session.strips),
+                             .routing = read_routing_records(session.index, session.strips),
+                             .midi = read_midi(session.index, session.strips),
+                             .theme = colour_theme(options_, session.version),
+                             .rate_hz = static_cast<double>(session.image.rate)},
+                            tallies_);
+}
+
+void Conversion::plan_plugins(const Session& session, const PluginKnowledge& plugins) {
+    plan_chains(project_, options_,
+                {.image = session.image.bytes,
+                 .strips = session.strips,
+                 .time = time_,
+                 .identities = plugins.identities,
+                 .parameter_names = plugins.parameter_names},
+                tallies_.chains);
+    plan_clip_effects(project_, readClipEffects(session.index), tallies_.clip_effects);
+    tallies_.builds = plugins.identities.findings();
+    tallies_.chains.plugin_list_missing = !plugins.identities.knows_what_is_installed();
+}
+
+void Conversion::count_what_stays_behind(const Session& session) {
+    tallies_.not_carried = count_not_carried(session.index, session.clips);
+    tallies_.not_carried.melodyne_edits =
+        !options_.no_ara && has_melodyne_edits(folders_.session_folder);
+}
+
+ReportFacts Conversion::report_facts_of(const Session& session) const {
+    const SessionVersion& version = session.version;
     ReportFacts report = report_facts(options_, version, time_);
     report.project_path = project_path_;
     report.session_is_or_later = version.major < 0 &&
-                                 opened->file->version() >= least_open_version &&
-                                 !index.of_type(block_type::tempo_map).all().empty();
-    if (version.major < 0) report.session_major = opened->file->version();
-    report.instrument_tracks = count_instrument_tracks(project_, strips);
-    give_account(account_facts(*opened->file, version, image), media, clips, std::move(report));
-    console_state().usage_body =
-        usage_body(usage_facts(project_, strips, time_, image.rate, version.version), tallies_);
-    return converted;
+                                 session.file.version() >= least_open_version &&
+                                 !session.index.of_type(block_type::tempo_map).all().empty();
+    if (version.major < 0) report.session_major = session.file.version();
+    report.instrument_tracks = count_instrument_tracks(project_, session.strips);
+    return report;
 }
 
 /// Seconds of each audio file, as far as the session states its length.
@@ -184,16 +226,16 @@ std::map<std::string, double> file_seconds(const PTFFormat& file, std::int64_t s
     return seconds;
 }
 
-AccountFacts Conversion::account_facts(const PTFFormat& file, const SessionVersion& version,
-                                       const SessionImage& image) const {
+AccountFacts Conversion::account_facts(const Session& session) const {
     AccountFacts facts;
-    facts.product = version.product;
-    facts.product_version = version.version;
-    facts.sample_rate_hz = image.rate;
+    facts.product = session.version.product;
+    facts.product_version = session.version.version;
+    facts.sample_rate_hz = session.image.rate;
     facts.tempo_bpm = time_.tempo_bpm;
     facts.project_path = project_path_;
     facts.media_dir = folders_.media_dir;
-    facts.long_media = find_long_media(project_.mix.tracks, file_seconds(file, image.rate));
+    facts.long_media =
+        find_long_media(project_.mix.tracks, file_seconds(session.file, session.image.rate));
     facts.check_only = options_.check_only;
     facts.usage_shared = options_.usage_shared;
     return facts;

@@ -2,7 +2,6 @@
 #include "run/not_carried.hpp"
 
 #include "base/paths.hpp"
-#include "run/console.hpp"
 #include "session/long_texts.hpp"
 
 namespace tanrove {

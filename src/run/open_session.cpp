@@ -2,12 +2,12 @@
 // if it did not, is its rate the reason, or its emptiness, or nothing that we have a name for.
 #include "run/open_session.hpp"
 
-#include <cstdio>
 #include <string>
 #include <string_view>
 
 #include "base/formatted_text.hpp"
 #include "base/paths.hpp"
+#include "base/session_numbers.hpp"
 #include "base/text_lines.hpp"
 #include "run/console.hpp"
 
@@ -16,9 +16,6 @@ namespace tanrove {
 namespace {
 
 constexpr const char* support_address = "the address on the program's download page";
-
-constexpr std::int64_t lowest_rate_hz = 44100;
-constexpr std::int64_t highest_rate_hz = 192000;
 
 // Bytes that tell the age of a session, whatever its name says.
 constexpr std::size_t age_bytes = 19;

@@ -7,7 +7,6 @@
 #include <map>
 #include <optional>
 #include <span>
-#include <utility>
 #include <vector>
 
 #include "chains/plan_chain.hpp"

@@ -3,7 +3,6 @@
 #include "run/plan_clip_effects.hpp"
 
 #include <map>
-#include <optional>
 #include <set>
 #include <string>
 #include <utility>

@@ -2,7 +2,6 @@
 // order of the stages.
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "mix/plan_mix.hpp"

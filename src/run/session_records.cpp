@@ -3,8 +3,9 @@
 
 #include <algorithm>
 
+#include "plugins/plugin_inserts.hpp"
 #include "run/strip_inserts.hpp"
-#include "session/buses.hpp"
+#include "session/inactive_tracks.hpp"
 #include "session/midi_lanes.hpp"
 #include "session/pitch_shifts.hpp"
 #include "session/strip_lanes.hpp"

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "mix/strip_insert.hpp"
-#include "plugins/plugin_inserts.hpp"
+#include "plugins/plugin_insert.hpp"
 #include "ptformat/ptformat.hpp"
 #include "session/audio_file_folders.hpp"
 #include "session/block_index.hpp"
@@ -20,7 +20,6 @@
 #include "session/grid_and_nudge.hpp"
 #include "session/groups.hpp"
 #include "session/hardware_inserts.hpp"
-#include "session/inactive_tracks.hpp"
 #include "session/loop_records.hpp"
 #include "session/master_strip.hpp"
 #include "session/memory_locations.hpp"
@@ -32,7 +31,6 @@
 #include "session/playlists.hpp"
 #include "session/real_time_properties.hpp"
 #include "session/region_starts.hpp"
-#include "session/session_image.hpp"
 #include "session/session_lists.hpp"
 #include "session/session_settings.hpp"
 #include "session/strip_rows.hpp"
@@ -41,6 +39,7 @@
 #include "session/tempo_map.hpp"
 #include "session/timecode.hpp"
 #include "session/track_displays.hpp"
+#include "session/track_name_set.hpp"
 #include "session/track_table.hpp"
 #include "session/vca_slots.hpp"
 #include "session/video_clips.hpp"

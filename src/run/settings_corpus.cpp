@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <string_view>
-#include <utility>
 
 #include "base/formatted_text.hpp"
 #include "base/paths.hpp"

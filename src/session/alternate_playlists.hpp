@@ -1,4 +1,5 @@
-// The table of alternate playlists.
+// The table of alternate playlists. The program tells alternates by their playlists' names; this is
+// for those who look into a session (tools/session_dump).
 #pragma once
 
 #include <cstdint>

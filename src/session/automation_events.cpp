@@ -19,7 +19,7 @@
 // smaller ones, while the others stand first.
 #include "session/automation_events.hpp"
 
-#include "session/record_forms.hpp"
+#include "base/session_numbers.hpp"
 
 namespace tanrove {
 

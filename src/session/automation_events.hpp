@@ -34,6 +34,15 @@ constexpr std::size_t max_event_runs = 4096;
 std::optional<EventRecord> read_event_record(ByteView image, std::size_t at, std::size_t end,
                                              std::size_t value_width);
 
+/// Where a lane's block has its record, and the fields of the first run in that: they serve where
+/// the record does not close.
+constexpr std::size_t lane_record_at = 9;
+constexpr std::size_t first_run_count_at = 25;
+constexpr std::size_t first_run_ticks_mark_at = 27;
+constexpr std::size_t first_run_ticks_mark_width = 5;
+constexpr std::size_t value_in_point = 4;
+constexpr std::size_t bytes_behind_points = 2;
+
 /// The position of an event as it is stored in a record of one run: samples, or ticks from the
 /// session's origin.
 double event_position(std::uint32_t stored, bool in_ticks);

@@ -27,15 +27,9 @@ constexpr double hard_left = -100;
 constexpr double hard_right = 100;
 
 constexpr std::uint32_t min_lane_size = 32;
-constexpr std::size_t record_at = 9;
 constexpr std::size_t value_width = 2;
-constexpr std::size_t count_at = 25;
-constexpr std::size_t ticks_mark_at = 27;
-constexpr std::size_t ticks_mark_width = 5;
 constexpr std::size_t initial_at = 35;
 constexpr std::size_t points_at = 37;
-constexpr std::size_t value_in_point = 4;
-constexpr std::size_t bytes_behind_points = 2;
 
 constexpr std::size_t no_owner = static_cast<std::size_t>(-1);
 
@@ -78,8 +72,9 @@ void add_points(ByteView image, const EventRecord& record, Lane& lane) {
 
 void add_points_of_first_run(ByteView image, std::size_t at, std::size_t end,
                              std::size_t max_points, Lane& lane) {
-    lane.in_ticks = image.number(at + ticks_mark_at, ticks_mark_width) == tick_origin;
-    const std::size_t count = image.u16(at + count_at);
+    lane.in_ticks =
+        image.number(at + first_run_ticks_mark_at, first_run_ticks_mark_width) == tick_origin;
+    const std::size_t count = image.u16(at + first_run_count_at);
     const std::size_t bytes = points_at + count * lane_point_bytes + bytes_behind_points;
     if (end - at < bytes || count > max_points) return;
     lane.points.reserve(lane.points.size() + count);
@@ -96,7 +91,7 @@ bool readLane(ByteView image, std::size_t position, Lane& lane, std::size_t max_
     if (!is_lane_at(image, position)) return false;
     const std::size_t end = position + block_size_base + image.u32(position + block_size_at);
     lane.initial = image.i16(position + initial_at);
-    const auto record = read_event_record(image, position + record_at, end, value_width);
+    const auto record = read_event_record(image, position + lane_record_at, end, value_width);
     if (!record || record->event_count == 0) {
         add_points_of_first_run(image, position, end, max_points, lane);
     } else if (record->event_count - 1 <= max_points) {

@@ -23,8 +23,14 @@ struct BlockNode {
     std::vector<BlockNode> children;
 };
 
-/// The top-level blocks, from position 20 on. Where no block starts the walk goes on behind the
-/// length of the last block it read, as real sessions want it.
+/// The first position behind the block.
+inline std::size_t end_of(const BlockNode& node) {
+    return node.offset + node.size;
+}
+
+/// The whole tree, for those who look into a session (tools/session_dump): the top-level blocks,
+/// from position 20 on. Where no block starts the walk goes on behind the length of the last block
+/// it read, as real sessions want it.
 std::vector<BlockNode> parseBlockTree(ByteView image);
 
 /// The same top-level blocks, children only below those of these types and so many levels deep: a

@@ -25,8 +25,6 @@ constexpr std::size_t pan_right_at = 50;
 // A block beyond these is no channel record.
 constexpr std::uint32_t min_record_size = 157;
 constexpr std::uint8_t max_link = 1;
-constexpr std::int32_t min_fader_tenths = -1450;
-constexpr std::int32_t max_fader_tenths = 125;
 
 constexpr std::uint32_t muted_word = 1;
 constexpr double tenths = 10.0;

@@ -23,6 +23,10 @@ using PannerNumbers = std::array<std::int32_t, panner_control_count>;
 /// A channel of a strip has one panner, or one for each side.
 constexpr std::size_t max_panners = 2;
 
+/// Faders stand between these, in tenths of a dB; anything else is no fader.
+constexpr std::int32_t min_fader_tenths = -1450;
+constexpr std::int32_t max_fader_tenths = 125;
+
 struct ChannelRecord {
     std::size_t at = 0;  ///< position of the 'Z'
     std::size_t end = 0;

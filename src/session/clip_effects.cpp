@@ -11,14 +11,10 @@
 #include "session/clip_effects.hpp"
 
 #include <algorithm>
-#include <array>
-#include <bit>
-#include <cmath>
 #include <optional>
 #include <string_view>
 
 #include "session/block_types.hpp"
-#include "session/clip_names.hpp"
 
 namespace tanrove {
 

@@ -13,7 +13,6 @@
 #include "session/clip_groups.hpp"
 
 #include <algorithm>
-#include <optional>
 #include <string_view>
 
 #include "session/block_types.hpp"

@@ -4,7 +4,6 @@
 #include "session/damage_scan.hpp"
 
 #include <algorithm>
-#include <optional>
 
 #include "session/record_forms.hpp"
 

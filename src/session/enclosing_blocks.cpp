@@ -7,6 +7,13 @@
 
 namespace tanrove {
 
+std::vector<std::size_t> starts_of(std::span<const Block> blocks) {
+    std::vector<std::size_t> starts;
+    starts.reserve(blocks.size());
+    for (const Block& block : blocks) starts.push_back(block.at);
+    return starts;
+}
+
 std::vector<const Block*> smallest_enclosing(std::span<const Block> blocks,
                                              std::span<const std::size_t> positions) {
     const auto is_larger = [](const Block* a, const Block* b) {

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "session/block_types.hpp"
+#include "session/enclosing_blocks.hpp"
 #include "session/first_enclosing.hpp"
 #include "session/output_names.hpp"
 
@@ -37,10 +38,7 @@ std::vector<HardwareInsert> readHardwareInserts(const BlockIndex& index,
     spans.reserve(rows.size());
     for (const StripRow& row : rows) spans.push_back({row.start, row.end});
     const auto blocks = index.of_type(block_type::hardware_insert).all();
-    std::vector<std::size_t> positions;
-    positions.reserve(blocks.size());
-    for (const Block& block : blocks) positions.push_back(block.at);
-    const auto holders = first_enclosing(spans, positions);
+    const auto holders = first_enclosing(spans, starts_of(blocks));
 
     std::vector<HardwareInsert> inserts;
     std::set<const Block*> outputs;

@@ -1,4 +1,5 @@
-// The name of the session's master fader.
+// The name of the session's master fader, for those who look into a session (tools/session_dump):
+// the program takes it from the strip itself (`master_strip`).
 #pragma once
 
 #include <string>

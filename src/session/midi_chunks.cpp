@@ -6,7 +6,6 @@
 #include "session/midi_chunks.hpp"
 
 #include <algorithm>
-#include <optional>
 #include <string_view>
 
 #include "session/block_types.hpp"

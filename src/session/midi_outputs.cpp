@@ -8,8 +8,6 @@
 // in it behind the number.
 #include "session/midi_outputs.hpp"
 
-#include <algorithm>
-
 #include "session/block_types.hpp"
 
 namespace tanrove {

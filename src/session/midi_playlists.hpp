@@ -17,9 +17,9 @@ struct MidiPlaylistDetail {
     bool is_read = true;                    ///< false: it breaks a limit, and only keeps its place
     bool in_ticks = false;                  ///< true: positions are ticks; false: samples
     std::vector<std::uint32_t> region_ids;  ///< a region, or a clip group
-    std::vector<std::int32_t> colours;      ///< -2 none
+    std::vector<std::int32_t> colours;      ///< `no_colour` for none
     std::vector<std::uint32_t> is_fade;
-    std::vector<std::uint32_t> overlap;   ///< 1 over the next, 2 over the previous, 3 ordinary
+    std::vector<std::uint32_t> overlap;   ///< 1 to 3, `overlap_over_next` and so on
     std::vector<std::uint32_t> in_group;  ///< not 0: `region_ids` holds a clip group's index
     std::vector<std::uint32_t> muted;
     std::vector<std::uint32_t> locked;

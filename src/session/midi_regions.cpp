@@ -33,10 +33,6 @@ constexpr std::size_t compound_stream_behind = 4;
 /// Compound clips copy a name: all copies together take no more bytes than the image has.
 constexpr std::size_t max_copied_name_bytes_per_image_byte = 1;
 
-std::size_t end_of(const BlockNode& node) {
-    return node.offset + node.size;
-}
-
 /// The stream number at `at`, if there is such a stream.
 std::optional<std::size_t> stream_at(ByteView image, std::size_t at,
                                      std::span<const MidiStream> streams) {

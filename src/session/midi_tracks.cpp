@@ -26,10 +26,6 @@ constexpr std::size_t playlist_name_count_at = 2;
 constexpr std::size_t kept_byte_at = 11;
 constexpr std::size_t placed_bytes = placed_position_at + position_width;
 
-std::size_t end_of(const BlockNode& node) {
-    return node.offset + node.size;
-}
-
 /// The children of type `entry` in the lists of type `list`.
 std::vector<const BlockNode*> entries_of(std::span<const BlockNode> tree, std::uint16_t list,
                                          std::uint16_t entry) {

@@ -1,4 +1,6 @@
 // Which strip belongs to a track that was renamed: found by the track's identity, not by its name.
+// For those who look into a session (tools/session_dump): the program's strip rows are bound to
+// their names when they are read (`strip_rows`).
 #pragma once
 
 #include <cstddef>

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 
 #include "session/block_types.hpp"
 #include "session/clip_names.hpp"

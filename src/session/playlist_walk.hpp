@@ -19,12 +19,20 @@ constexpr std::size_t placed_position_at = 16;
 /// byte in its place is another record's.
 bool holds_clip_group(ByteView image, std::size_t at);
 
+/// A row without a colour of its own.
+constexpr std::int32_t no_colour = -2;
+
+/// What a row's overlap says: which of two clips that overlap is drawn over the other.
+constexpr std::uint32_t overlap_over_next = 1;
+constexpr std::uint32_t overlap_over_previous = 2;
+constexpr std::uint32_t overlap_in_order = 3;
+
 /// What one placement row stores. `id` is a region, a fade on a fade's row, or a clip group.
 struct PlacementRow {
     std::uint32_t id = 0;
     std::uint64_t position = 0;  ///< as stored
-    std::int32_t colour = -2;    ///< -2 none
-    std::uint8_t overlap = 0;    ///< 1 over the next, 2 over the previous, 3 ordinary
+    std::int32_t colour = no_colour;
+    std::uint8_t overlap = 0;  ///< 1 to 3, as above
     bool is_fade = false;
     bool in_group = false;  ///< `id` is a clip group's
     bool locked = false;

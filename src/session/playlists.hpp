@@ -36,10 +36,10 @@ struct PlaylistDetail {
     std::string name;
     bool in_ticks = false;
     std::vector<std::uint32_t> region_ids;  ///< a region, or a fade on a fade row, or a clip group
-    std::vector<std::int32_t> colours;      ///< -2 none
+    std::vector<std::int32_t> colours;      ///< `no_colour` for none
     std::vector<std::uint32_t> live;        ///< 0 on a row that plays nothing of its own
     std::vector<std::uint32_t> is_fade;
-    std::vector<std::uint32_t> overlap;   ///< 1 over the next, 2 over the previous, 3 ordinary
+    std::vector<std::uint32_t> overlap;   ///< 1 to 3, `overlap_over_next` and so on
     std::vector<std::uint32_t> in_group;  ///< not 0: `region_ids` holds a clip group's index
     std::vector<std::uint32_t> locked;
     std::vector<std::uint32_t> muted;

@@ -115,13 +115,6 @@ private:
     std::map<std::string_view, std::size_t> rows_;
 };
 
-std::vector<std::size_t> starts_of(std::span<const Block> blocks) {
-    std::vector<std::size_t> starts;
-    starts.reserve(blocks.size());
-    for (const Block& block : blocks) starts.push_back(block.at);
-    return starts;
-}
-
 /// The properties of tracks, in order: all but the defaults and what is too short.
 std::vector<Block> properties_of_tracks(const BlockIndex& index) {
     const auto all = index.of_type(block_type::real_time_properties).all();

@@ -8,10 +8,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "base/byte_view.hpp"
+#include "base/session_numbers.hpp"
 
 namespace tanrove {
 
@@ -30,8 +30,7 @@ constexpr std::uint32_t pointer_block_size = 4;
 /// The position that the first block holds; nullopt where a block of another kind comes first.
 std::optional<std::uint32_t> read_first_pointer(ByteView image);
 
-/// Ticks count from here, 960000 to a quarter note.
-constexpr std::uint64_t tick_origin = 1000000000000ULL;
+/// Ticks count from `tick_origin`, so many to a quarter note.
 constexpr double ticks_per_quarter = 960000.0;
 
 /// Timeline positions are fields of 8 bytes whose top byte tells the unit; the number is what the

@@ -152,13 +152,6 @@ private:
     std::vector<RoutingRow> routing_;
 };
 
-std::vector<std::size_t> starts_of(std::span<const Block> blocks) {
-    std::vector<std::size_t> starts;
-    starts.reserve(blocks.size());
-    for (const Block& block : blocks) starts.push_back(block.at);
-    return starts;
-}
-
 RoutingSend read_send(const BlockIndex& index, const Block& slot, const ChannelRecord& record,
                       OutputName target, LaneReader& lanes) {
     RoutingSend send;

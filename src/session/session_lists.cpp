@@ -75,10 +75,6 @@ bool is_type(const BlockNode& node, std::uint16_t type, std::uint16_t older_type
     return node.contentType == type || node.contentType == older_type;
 }
 
-std::size_t end_of(const BlockNode& node) {
-    return node.offset + node.size;
-}
-
 /// The places of the audio files by index. The first file of an index counts, and none that stands
 /// behind a file without a name.
 std::map<std::uint32_t, std::int32_t> file_places(std::span<const AudioFileEntry> files) {

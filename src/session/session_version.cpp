@@ -10,6 +10,7 @@
 #include <optional>
 #include <string_view>
 
+#include "base/text_lines.hpp"
 #include "session/block_types.hpp"
 #include "session/record_forms.hpp"
 
@@ -29,12 +30,8 @@ constexpr std::size_t numbers_bytes = 16;
 constexpr std::int32_t last_light_year = 2020;
 constexpr std::int32_t last_light_month = 10;
 
-bool is_digit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 /// The number made of the leading digits, 0 if there are none; too large a one stays at the top.
-std::int32_t leading_number(std::string_view text) {
+std::int32_t capped_number(std::string_view text) {
     constexpr std::int32_t top = std::numeric_limits<std::int32_t>::max();
     std::int32_t number = 0;
     for (const char c : text) {
@@ -56,7 +53,7 @@ SessionVersion version_of(std::string_view product, std::string_view version) {
     return {
         .product = std::string(product),
         .version = std::string(version),
-        .major = leading_number(version),
+        .major = capped_number(version),
     };
 }
 
@@ -108,7 +105,7 @@ bool saved_after_2020_10(const SessionVersion& version) {
     if (version.major < last_light_year) return false;
     const auto point = version.version.find('.');
     if (point == std::string::npos) return false;
-    return leading_number(std::string_view(version.version).substr(point + 1)) > last_light_month;
+    return capped_number(std::string_view(version.version).substr(point + 1)) > last_light_month;
 }
 
 }  // namespace tanrove

@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <array>
-#include <numeric>
 #include <optional>
 
 #include "base/formatted_text.hpp"

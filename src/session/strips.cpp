@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <numeric>
-#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -17,7 +16,6 @@
 #include "session/buses.hpp"
 #include "session/channel_records.hpp"
 #include "session/first_enclosing.hpp"
-#include "session/output_names.hpp"
 
 namespace tanrove {
 

@@ -70,7 +70,7 @@ private:
     std::vector<Stretch> stretches_;  ///< never empty; the first begins at the origin
 };
 
-/// One lookup with `TempoClock`.
+/// One lookup with `TempoClock`, for users of the library who have no more to ask.
 double ticksToSeconds(const TempoMap& map, double ticks, double default_bpm);
 
 }  // namespace tanrove

@@ -1,7 +1,6 @@
 // Elastic audio: for each warped clip the points that tie the session's time to its file's samples.
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <string>
 #include <vector>

@@ -19,14 +19,8 @@ namespace {
 
 constexpr float on_from = 0.5F;
 constexpr float greatest_control = 1e9F;  // far above all ranges
-constexpr float filter_range_hz = 20000;
 constexpr float ms_a_second = 1000;
 
-// The ranges of REAPER's plug-ins.
-constexpr float greatest_attack_ms = 500;
-constexpr float greatest_release_ms = 5000;
-constexpr float greatest_hold_ms = 1000;
-constexpr float greatest_knee_db = 24;
 constexpr float greatest_wet_db = 6.0206F;
 
 // Measured against Pro Tools.
@@ -34,13 +28,10 @@ constexpr double threshold_offset_db = 0.337;
 constexpr float attack_factor = 0.584F;
 constexpr float release_factor = 0.4134F;
 constexpr float knee_factor = 0.3575F;
-constexpr float ratio_steps = 99;
 
 constexpr float gate_ratio_from = 9.99F;
-constexpr float true_gate_ratio_from = 50;
 constexpr float steepest_expander_ratio = 1.2F;
 constexpr float least_hold_s = 0.0005F;
-constexpr float no_depth_db = -100;
 constexpr float look_ahead_pre_open = 0.008F;  // 2 ms
 constexpr float slow_attack_range_db = 20;
 constexpr float quick_release_range_db = 22;

@@ -12,6 +12,18 @@ namespace tanrove {
 /// Channels 3/4: the key's where no wider track and no other key is in its way.
 constexpr int usual_key_channel = 2;
 
+/// The ranges of REAPER's plug-ins.
+constexpr float filter_range_hz = 20000;
+constexpr float greatest_attack_ms = 500;
+constexpr float greatest_release_ms = 5000;
+constexpr float greatest_hold_ms = 1000;
+constexpr float greatest_knee_db = 24;
+constexpr float ratio_steps = 99;
+
+/// An expander as steep as this is a gate, and a depth as low as this is silence.
+constexpr float true_gate_ratio_from = 50;
+constexpr float no_depth_db = -100;
+
 /// The linear gain of a level in dB, as a parameter holds it: always a number.
 float parameter_gain(double db);
 

@@ -4,7 +4,6 @@
 #include "timeline/clip_edges.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <numeric>
 
 namespace tanrove {

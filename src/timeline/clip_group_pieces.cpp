@@ -8,7 +8,7 @@
 #include <optional>
 #include <utility>
 
-#include "session/record_forms.hpp"
+#include "base/session_numbers.hpp"
 #include "timeline/collect_clips.hpp"
 #include "timeline/cut_clip.hpp"
 

@@ -7,7 +7,6 @@
 #include "timeline/cover_clips.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <iterator>
 #include <map>

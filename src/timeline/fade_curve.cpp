@@ -8,13 +8,7 @@
 namespace tanrove {
 namespace {
 
-constexpr std::uint32_t equal_power = 1;
 constexpr std::uint32_t without_presets = 3;  // a family of fade-outs: a preset means nothing in it
-
-constexpr std::int32_t standard = 0;
-constexpr std::int32_t s_curve = 1;
-constexpr std::int32_t preset = 2;
-constexpr std::int32_t step = 3;
 
 constexpr std::int32_t neutral_below = 9;   // smaller settings, either sign, bend nothing
 constexpr std::int32_t step_preset = 3;     // -2 to 2 are slopes, -3 and 3 steps
@@ -30,13 +24,13 @@ std::optional<FadeSpec> preset_form(const FadeSpec& spec, FadeSide side) {
     if (spec.family == without_presets) return std::nullopt;
     if (spec.setting > step_preset || spec.setting < -step_preset) return std::nullopt;
     if (spec.setting == step_preset || spec.setting == -step_preset)
-        return FadeSpec{.family = spec.family, .type = step, .setting = spec.setting};
-    if (spec.family != equal_power) return spec;
+        return FadeSpec{.family = spec.family, .type = fade_type::step, .setting = spec.setting};
+    if (spec.family != equal_power_family) return spec;
     if (spec.setting > 0) return std::nullopt;
     // The three equal power presets lie on the standard curve: convex, neutral, concave.
     const std::int32_t rising = (spec.setting + 1) * preset_bend;
     const std::int32_t setting = side == FadeSide::fade_in ? rising : -rising;
-    return FadeSpec{.family = spec.family, .type = standard, .setting = setting};
+    return FadeSpec{.family = spec.family, .type = fade_type::standard, .setting = setting};
 }
 
 /// The fade-in of equal power, bent below the quarter sine or, with `lifted`, above it.
@@ -52,7 +46,7 @@ double equal_power_gain(const FadeSpec& spec, FadeSide side, double t) {
     const bool rises = side == FadeSide::fade_in;
     // A setting's sign bends the drawn line, so a fade-out is lifted by the other one.
     const bool lifted = rises == (spec.setting < 0);
-    if (spec.type == standard) return rising_power(rises ? t : 1 - t, exponent, lifted);
+    if (spec.type == fade_type::standard) return rising_power(rises ? t : 1 - t, exponent, lifted);
     if (rises) {
         return t <= 0.5 ? 0.5 * rising_power(2 * t, exponent, lifted)
                         : 1 - 0.5 * rising_power(2 * (1 - t), exponent, lifted);
@@ -70,13 +64,13 @@ double equal_gain_gain(const FadeSpec& spec, FadeSide side, double t) {
     const bool rises = side == FadeSide::fade_in;
     const bool bent_down = spec.setting > 0;
     if (spec.setting == 0) return rises ? t : 1 - t;
-    if (spec.type == preset) {
+    if (spec.type == fade_type::preset) {
         const double exponent = bend(spec) == 1 ? 1.7676 : 3.2069;
         return rising_gain(rises ? t : 1 - t, exponent, bent_down);
     }
     const double exponent = 1 + bend(spec) * 3 / 4096;
     double rising = 0;
-    if (spec.type == standard) {
+    if (spec.type == fade_type::standard) {
         rising = rising_gain(t, exponent, bent_down);
     } else if (t <= 0.5) {
         rising = 0.5 * rising_gain(2 * t, exponent, bent_down);
@@ -95,8 +89,8 @@ double step_gain(const FadeSpec& spec, FadeSide side, double t) {
 }  // namespace
 
 std::optional<FadeSpec> normal_form(const FadeSpec& spec, FadeSide side) {
-    if (spec.type == preset) return preset_form(spec, side);
-    if (spec.type != standard && spec.type != s_curve) return std::nullopt;
+    if (spec.type == fade_type::preset) return preset_form(spec, side);
+    if (spec.type != fade_type::standard && spec.type != fade_type::s_curve) return std::nullopt;
     FadeSpec normal = spec;
     if (spec.setting < neutral_below && spec.setting > -neutral_below) normal.setting = 0;
     return normal;
@@ -106,8 +100,8 @@ double fade_gain(const FadeSpec& spec, FadeSide side, double t) {
     const double within = t > 0 ? std::min(t, 1.0) : 0;
     const auto normal = normal_form(spec, side);
     if (!normal) return side == FadeSide::fade_in ? within : 1 - within;
-    if (normal->type == step) return step_gain(*normal, side, within);
-    if (normal->family == equal_power) return equal_power_gain(*normal, side, within);
+    if (normal->type == fade_type::step) return step_gain(*normal, side, within);
+    if (normal->family == equal_power_family) return equal_power_gain(*normal, side, within);
     return equal_gain_gain(*normal, side, within);
 }
 

@@ -1,7 +1,6 @@
 // The REAPER fade that comes nearest to each Pro Tools fade of a freely set shape, and how near.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <span>
 

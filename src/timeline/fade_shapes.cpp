@@ -4,18 +4,11 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <optional>
 
 #include "timeline/fade_fit_table.hpp"
 
 namespace tanrove {
 namespace {
-
-constexpr std::uint32_t equal_power = 1;
-
-constexpr std::int32_t s_curve = 1;
-constexpr std::int32_t preset = 2;
-constexpr std::int32_t step = 3;
 
 // A step cannot be measured in dB against a slope; every other error lies far below.
 constexpr double step_error_db = 99;
@@ -25,7 +18,7 @@ constexpr double between_unlike_fits_db = 0.6;  // at least: the fit changes bet
 
 ReaperFade plain_fade(std::uint32_t family) {
     ReaperFade fade;
-    fade.shape = family == equal_power ? 7 : 0;
+    fade.shape = family == equal_power_family ? 7 : 0;
     return fade;
 }
 
@@ -56,8 +49,8 @@ ReaperFade preset_fade(std::int32_t setting, FadeSide side) {
 
 ReaperFade unbent_fade(const FadeSpec& spec, FadeSide side) {
     ReaperFade fade = plain_fade(spec.family);
-    if (spec.type != s_curve) return fade;
-    if (spec.family != equal_power) {
+    if (spec.type != fade_type::s_curve) return fade;
+    if (spec.family != equal_power_family) {
         fade.neutral_s_curve = true;
         return fade;
     }
@@ -69,8 +62,8 @@ ReaperFade unbent_fade(const FadeSpec& spec, FadeSide side) {
 ReaperFade fitted_fade(const FadeSpec& spec, FadeSide side) {
     const std::int64_t bend = std::abs(std::int64_t{spec.setting});
     const auto settings = fitted_settings();
-    const auto fits = fade_fits({.equal_power = spec.family == equal_power,
-                                 .s_curve = spec.type == s_curve,
+    const auto fits = fade_fits({.equal_power = spec.family == equal_power_family,
+                                 .s_curve = spec.type == fade_type::s_curve,
                                  .negative = spec.setting < 0,
                                  .fade_out = side == FadeSide::fade_out});
     const auto found = std::ranges::lower_bound(settings, bend);
@@ -108,8 +101,8 @@ ReaperFade reaper_fade(const FadeSpec& spec, FadeSide side) {
         fade.unmeasured = true;
         return fade;
     }
-    if (normal->type == step) return step_fade(normal->setting, side);
-    if (normal->type == preset) return preset_fade(normal->setting, side);
+    if (normal->type == fade_type::step) return step_fade(normal->setting, side);
+    if (normal->type == fade_type::preset) return preset_fade(normal->setting, side);
     return normal->setting == 0 ? unbent_fade(*normal, side) : fitted_fade(*normal, side);
 }
 

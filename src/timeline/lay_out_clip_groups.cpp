@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <span>
 #include <utility>
 
 #include "session/group_lists.hpp"
+#include "session/playlist_walk.hpp"
 #include "timeline/collect_clips.hpp"
 #include "timeline/row_matching.hpp"
 #include "timeline/track_pairing.hpp"
@@ -16,10 +16,6 @@
 namespace tanrove {
 
 namespace {
-
-constexpr std::uint32_t over_next = 1;
-constexpr std::uint32_t over_previous = 2;
-constexpr std::int32_t no_colour = -2;
 
 bool is_set(const std::vector<std::uint32_t>& values, std::size_t row, bool otherwise) {
     return row < values.size() ? values[row] != 0 : otherwise;
@@ -121,8 +117,8 @@ ClipItem GroupLayout::group_row(const PlaylistDetail& list, std::size_t row,
     item.edit_row = static_cast<std::int32_t>(row);
     item.placed_at = row < list.placed_at.size() ? list.placed_at[row] : 0;
     item.tail_kept = row_keeps_tail(list, input_.fades, row);
-    item.drawn_over_next = overlap == over_next;
-    item.drawn_over_previous = overlap == over_previous;
+    item.drawn_over_next = overlap == overlap_over_next;
+    item.drawn_over_previous = overlap == overlap_over_previous;
     item.is_placeholder = is_placeholder(number);
     return item;
 }

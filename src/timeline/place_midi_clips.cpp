@@ -4,13 +4,12 @@
 #include "timeline/place_midi_clips.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <map>
 #include <set>
 #include <string_view>
-#include <tuple>
 #include <utility>
 
+#include "session/playlist_walk.hpp"
 #include "session/record_forms.hpp"
 
 namespace tanrove {
@@ -26,10 +25,6 @@ constexpr auto least_sample_distance = static_cast<std::int64_t>(tick_origin / 2
 
 /// Two clips that overlap by no more than this are neighbours whose edges were rounded.
 constexpr std::int64_t least_overlap = 960;
-
-constexpr std::uint32_t drawn_over_next = 1;
-constexpr std::uint32_t drawn_over_previous = 2;
-constexpr std::uint32_t drawn_in_order = 3;
 
 /// A clip on its way, with how its row draws it; 0 without a row.
 struct Placement {
@@ -205,10 +200,10 @@ private:
             if (gap <= 0 || over <= least_overlap) continue;
             if (first.in_samples != second.in_samples) continue;
             const std::uint32_t overlap = placements[i + 1].overlap;
-            if (overlap == drawn_over_next) {
+            if (overlap == overlap_over_next) {
                 cuts[i + 1].whole = over >= second.length;
                 cuts[i + 1].head = cuts[i + 1].whole ? 0 : over;
-            } else if (overlap == drawn_over_previous || overlap == drawn_in_order) {
+            } else if (overlap == overlap_over_previous || overlap == overlap_in_order) {
                 cuts[i].tail = gap;
             }
         }

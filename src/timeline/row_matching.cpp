@@ -12,16 +12,14 @@
 #include <utility>
 #include <vector>
 
+#include "session/playlist_walk.hpp"
+
 namespace tanrove {
 
 namespace {
 
 // A row counts as a placement's own when it lies no farther away, in stored units.
 constexpr std::uint64_t max_row_distance = 64;
-
-constexpr std::int32_t no_colour = -2;
-constexpr std::uint32_t over_next = 1;
-constexpr std::uint32_t over_previous = 2;
 
 /// The clip in the upper half, the low half of the stored position in the lower.
 using PlacementKey = std::uint64_t;
@@ -90,8 +88,8 @@ struct KeyRows {
     std::optional<bool> muted;  ///< the first live row's
 
     void add_live_row(const EditRow& row) {
-        drawn_over_next |= row.overlap == over_next;
-        drawn_over_previous |= row.overlap == over_previous;
+        drawn_over_next |= row.overlap == overlap_over_next;
+        drawn_over_previous |= row.overlap == overlap_over_previous;
         locked |= row.locked;
         if (colour == no_colour) colour = row.colour;
         if (!muted) muted = row.muted;
@@ -338,7 +336,7 @@ bool settle_clip(ClipItem& clip, const Match& match, RowIndex& index, bool keep_
 
 bool row_keeps_tail(const PlaylistDetail& edit_list, std::span<const FadeRecord> fades,
                     std::size_t row) {
-    if (row_of(edit_list, row).overlap == over_next) return true;
+    if (row_of(edit_list, row).overlap == overlap_over_next) return true;
     if (row + 1 >= std::min(edit_list.region_ids.size(), edit_list.positions.size())) return false;
     const EditRow next = row_of(edit_list, row + 1);
     const bool is_usable = next.is_fade && next.clip < fades.size();

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <span>
 
 #include "base/fader_law.hpp"
@@ -27,12 +26,6 @@ constexpr int fine_steps_at_an_end = 7;
 constexpr double unheard_ratio = 0.0055;  // 0.05 dB
 constexpr double silence = 0.0005;        // -66 dB: below it nobody hears the way
 constexpr int max_halvings = 40;
-
-constexpr std::int32_t step_type = 3;  // of a fade: it jumps at one end
-
-double gain_of(double db) {
-    return std::pow(10, db / 20);
-}
 
 /// The level on a drawn line: straight along the clip fader's throw.
 double level_between(double from_db, double to_db, double fraction) {
@@ -65,7 +58,7 @@ ItemFade settle_fade(const ClipFade& fade, FadeSide side, double item_length,
     if (fade.as_envelope) {
         ++tallies.fades_as_nearest_shape;
         const auto form = normal_form(fade.spec, side);
-        if (form && form->type == step_type) ++tallies.steps_as_nearest_shape;
+        if (form && form->type == fade_type::step) ++tallies.steps_as_nearest_shape;
     }
     return {.shape = fade.shape, .length = fade.length, .curve = fade.curve};
 }
@@ -97,9 +90,9 @@ private:
     double line_gain(double source_seconds) const {
         const auto behind =
             std::ranges::upper_bound(line_, source_seconds, {}, &TakeGainPoint::seconds);
-        if (behind == line_.begin()) return gain_of(line_.front().db);
-        if (behind == line_.end()) return gain_of(line_.back().db);
-        return gain_of(point_between(*(behind - 1), *behind, source_seconds).db);
+        if (behind == line_.begin()) return gain_of_db(line_.front().db);
+        if (behind == line_.end()) return gain_of_db(line_.back().db);
+        return gain_of_db(point_between(*(behind - 1), *behind, source_seconds).db);
     }
 
     double playrate_;
@@ -180,7 +173,7 @@ void add_fade_times(std::vector<double>& times, double start, double length, dou
 const TakePlan& TakePlanner::plan(const ClipItem& clip) {
     plan_.playrate = has_stretch_map(clip) || clip.playrate <= 0 ? 1 : clip.playrate;
     plan_.has_volume = clip.has_clip_gain || clip.take_pan != 0 || clip.polarity_inverted;
-    plan_.gain = clip.has_clip_gain ? gain_of(clip.clip_gain_db) : 1;
+    plan_.gain = clip.has_clip_gain ? gain_of_db(clip.clip_gain_db) : 1;
     plan_.envelope.clear();
 
     curves_ = clip.fade_curves;
@@ -191,7 +184,7 @@ const TakePlan& TakePlanner::plan(const ClipItem& clip) {
     keep_gain_line(clip);
     follow_ramps();
     if (gain_.empty() && clip.gain_envelope.size() > 1)
-        plan_.gain *= gain_of(level_beside(clip) - clip.fixed_gain_db);
+        plan_.gain *= gain_of_db(level_beside(clip) - clip.fixed_gain_db);
     if (!gain_.empty()) ++tallies_.gain_envelopes;
     if (!curves_.empty()) {
         write_with_fades(clip);
@@ -263,7 +256,7 @@ void TakePlanner::follow_ramps() {
 void TakePlanner::write_gain_alone(double fixed_db) {
     for (const TakeGainPoint& point : gain_)
         plan_.envelope.push_back(
-            {.seconds = point.seconds, .value = gain_of(point.db - fixed_db), .shape = 0});
+            {.seconds = point.seconds, .value = gain_of_db(point.db - fixed_db), .shape = 0});
 }
 
 void TakePlanner::write_with_fades(const ClipItem& clip) {
@@ -275,7 +268,7 @@ void TakePlanner::write_with_fades(const ClipItem& clip) {
     for (const TakeGainPoint& point : gain_) times_.push_back(point.seconds / plan_.playrate);
     std::ranges::sort(times_);
 
-    const double fixed_gain = gain_.empty() ? 1 : gain_of(clip.fixed_gain_db);
+    const double fixed_gain = gain_.empty() ? 1 : gain_of_db(clip.fixed_gain_db);
     EnvelopePen pen(gain, fixed_gain, plan_.playrate, sample_, plan_.envelope);
     double last = -1;
     for (const double time : times_) {

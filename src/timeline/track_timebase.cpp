@@ -5,7 +5,7 @@
 #include <set>
 #include <string_view>
 
-#include "session/record_forms.hpp"
+#include "base/session_numbers.hpp"
 
 namespace tanrove {
 

@@ -200,7 +200,7 @@ TEST(RealSessions, ClipsLieWhereProToolsShowsThem) {
 
     TANROVE_REAL_SESSION(times, "TempoTimeKeySig.ptx");
     std::vector<std::int64_t> starts;
-    for (const auto& row : lists_of(times).tracks) {
+    for (const auto& row : lists_of(times).placements) {
         const bool in_ticks = row.index != 0;
         starts.push_back(row.start - (in_ticks ? static_cast<std::int64_t>(tick_origin) : 0));
     }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "timeline/lay_out_timeline.hpp"
+#include "timeline/place_clips.hpp"
 
 namespace tanrove::testing_records {
 
