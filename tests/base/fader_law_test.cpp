@@ -1,10 +1,11 @@
 // The faders of Pro Tools and the ramps that follow them, heard the way REAPER plays them: in
 // straight lines of gain from point to point.
+#include "base/fader_law.hpp"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "base/fader_law.hpp"
 #include "base/ramp_points.hpp"
 
 namespace tanrove {

@@ -1,12 +1,13 @@
 // Which plug-in of REAPER's stands in: each rule alone, the order of the rules against a plain
 // reading of them, and what the run over a session makes of it.
+#include "plugins/plugin_identities.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <random>
 
 #include "plugins/identity_rules.hpp"
-#include "plugins/plugin_identities.hpp"
 #include "plugins/product_names.hpp"
 
 namespace tanrove {

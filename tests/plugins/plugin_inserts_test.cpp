@@ -157,7 +157,8 @@ TEST(ReadPluginInserts, TheHostIsTheSmallestAudioRowAndTheSlotStandsBehindTheSta
                                 .bytes();
         EXPECT_EQ(inserts_of(image).at(0).keyInput, key == 65534 ? key : -1);
     }
-    EXPECT_FALSE(strip_rows_of(std::vector<PluginInsert>(1), std::vector<StripRow>(1))[0]) << "an insert of no strip";
+    EXPECT_FALSE(strip_rows_of(std::vector<PluginInsert>(1), std::vector<StripRow>(1))[0])
+        << "an insert of no strip";
 }
 
 }  // namespace

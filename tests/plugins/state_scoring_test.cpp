@@ -1,12 +1,13 @@
 // The scoring of states against its slow twin, which tries every sign at every byte anew: on blocks
 // that are put together at random from what the scoring looks for.
+#include "plugins/state_scoring.hpp"
+
 #include <gtest/gtest.h>
 
 #include <map>
 #include <random>
 
 #include "plugins/balanced_braces.hpp"
-#include "plugins/state_scoring.hpp"
 #include "support/byte_writer.hpp"
 
 namespace tanrove {

@@ -1,9 +1,10 @@
 // Channel records, the strips they belong to, and the lanes in the strips.
+#include "session/strip_lanes.hpp"
+
 #include <gtest/gtest.h>
 
 #include "reading.hpp"
 #include "session/channel_records.hpp"
-#include "session/strip_lanes.hpp"
 #include "session/strips.hpp"
 #include "support/session_builder.hpp"
 

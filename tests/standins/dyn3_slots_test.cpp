@@ -1,5 +1,7 @@
 // Dyn3 on REAPER's dynamics, read back from the bytes of their states, and those states against
 // blocks that REAPER wrote.
+#include "standins/dyn3_slots.hpp"
+
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -10,7 +12,6 @@
 
 #include "base/base64.hpp"
 #include "plugins/state_frames.hpp"
-#include "standins/dyn3_slots.hpp"
 #include "standins/dynamics_slots.hpp"
 
 namespace tanrove {

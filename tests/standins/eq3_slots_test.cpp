@@ -1,4 +1,6 @@
 // EQ3 on REAPER's EQ: heard through the bytes of its state, and held against the analogue EQ.
+#include "standins/eq3_slots.hpp"
+
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -9,7 +11,6 @@
 #include "plugins/state_frames.hpp"
 #include "standins/eq3_controls.hpp"
 #include "standins/eq3_q_table.hpp"
-#include "standins/eq3_slots.hpp"
 #include "support/heard_eq.hpp"
 
 namespace tanrove {

@@ -1,4 +1,6 @@
 // The channel strip, from the names of its controls to its slots; on clips as shares of a throw.
+#include "standins/strip_slots.hpp"
+
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -9,7 +11,6 @@
 #include "plugins/state_frames.hpp"
 #include "standins/read_strip_settings.hpp"
 #include "standins/strip_eq.hpp"
-#include "standins/strip_slots.hpp"
 
 namespace tanrove {
 namespace {

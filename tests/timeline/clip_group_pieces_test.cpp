@@ -1,9 +1,10 @@
 // What it takes to open a clip group, and where its fades go.
+#include "timeline/clip_group_pieces.hpp"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
-#include "timeline/clip_group_pieces.hpp"
 #include "timeline_scene.hpp"
 
 namespace tanrove {

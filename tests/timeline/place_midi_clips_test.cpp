@@ -1,8 +1,9 @@
 // MIDI placements as clips in their places, and what bounds the events they play.
+#include "timeline/place_midi_clips.hpp"
+
 #include <gtest/gtest.h>
 
 #include "timeline/midi_events.hpp"
-#include "timeline/place_midi_clips.hpp"
 #include "timeline/real_time_midi.hpp"
 
 namespace tanrove {
