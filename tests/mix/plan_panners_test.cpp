@@ -296,7 +296,9 @@ void expect_envelopes(const PannerPlan& plan, const std::vector<PannerEnvelope>&
     std::vector<Lane> lanes = plan.lanes;
     lanes.push_back(plan.lfe_lane);
     auto envelope = envelopes.begin();
-    for (const auto& [id, places] : lanes_of_parameters) {
+    for (const auto& parameter : lanes_of_parameters) {
+        const std::uint32_t id = parameter.first;
+        const std::vector<std::size_t>& places = parameter.second;
         std::map<double, bool> times;  // whether a lane jumps there
         std::size_t moving = 0;
         for (const std::size_t place : places) {
