@@ -24,7 +24,8 @@
 
 /// One opened session file. Every member is safe on a file of any content: what cannot be read is
 /// a negative code or an empty list. Memory stays within a small multiple of the file's size. All
-/// objects share `allow_unknown_version`, so a process loads one session at a time.
+/// objects share `allow_unknown_version`, so a process loads one session at a time. Paths are UTF-8
+/// on every system; what is handed out belongs to the object.
 class PTFORMAT_API PTFFormat {
 public:
     /// An audio file that the session lists, numbered from 0 in the order of the file list.
