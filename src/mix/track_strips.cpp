@@ -50,9 +50,14 @@ TrackStrips::TrackStrips(const std::vector<TrackPlan>& tracks, const MixerRecord
       strip_of_track_(tracks.size()),
       track_of_row_(mixer.rows.size()) {
     const StripFinder finder(mixer_, names_);
+    std::vector<bool> is_placed(mixer.rows.size());
+    for (const TrackPlan& track : tracks) {
+        if (track.strip_row && *track.strip_row < is_placed.size())
+            is_placed[*track.strip_row] = true;
+    }
     for (std::size_t i = 0; i < tracks.size(); ++i) {
         if (tracks[i].is_alternate) continue;
-        const auto row = row_of(tracks[i]);
+        const auto row = row_of(tracks[i], is_placed);
         strip_of_track_[i] = {
             .row = row,
             .strip = row ? finder.of_row(*row) : finder.called(tracks[i].session_name),
@@ -61,9 +66,13 @@ TrackStrips::TrackStrips(const std::vector<TrackPlan>& tracks, const MixerRecord
     }
 }
 
-std::optional<std::size_t> TrackStrips::row_of(const TrackPlan& track) const {
-    if (!track.strip_row) return names_.row_called(track.session_name);
-    return *track.strip_row < mixer_.rows.size() ? track.strip_row : std::nullopt;
+std::optional<std::size_t> TrackStrips::row_of(const TrackPlan& track,
+                                               const std::vector<bool>& is_placed) const {
+    if (track.strip_row)
+        return *track.strip_row < mixer_.rows.size() ? track.strip_row : std::nullopt;
+    const auto row = names_.row_called(track.session_name);
+    const bool is_anothers = row && is_placed[*row] && !names_.is_shown(track.session_name);
+    return is_anothers ? std::nullopt : row;
 }
 
 const TrackDisplay* TrackStrips::display_of(std::optional<std::size_t> row) const {

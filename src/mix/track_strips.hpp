@@ -34,8 +34,9 @@ struct TrackStrip {
 class TrackStrips {
 public:
     /// A track is of the row that gave it its place, else of the one that shows its name, else of
-    /// the one that was made under it. The legs of a strip that could not be merged share it;
-    /// alternate playlists are tracks of no strip. A strip without a row is told by its name.
+    /// the one that was made under it, if that gave no other track its place. The legs of a strip
+    /// that could not be merged share it; alternate playlists are tracks of no strip. A strip
+    /// without a row is told by its name.
     TrackStrips(const std::vector<TrackPlan>& tracks, const MixerRecords& mixer);
 
     const TrackStrip& of(std::size_t track) const { return strip_of_track_[track]; }
@@ -52,7 +53,8 @@ public:
     const MixerRecords& mixer() const { return mixer_; }
 
 private:
-    std::optional<std::size_t> row_of(const TrackPlan& track) const;
+    std::optional<std::size_t> row_of(const TrackPlan& track,
+                                      const std::vector<bool>& is_placed) const;
     const TrackDisplay* display_of(std::optional<std::size_t> row) const;
 
     MixerRecords mixer_;
