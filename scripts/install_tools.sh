@@ -9,7 +9,6 @@ if [ "${TANROVE_INSTALL_PACKAGERS:-0}" = 1 ]; then
     packages+=(dpkg-dev pkgconf man-db mandoc zsh fish)
 fi
 [ "${TANROVE_INSTALL_WINDOWS:-0}" = 1 ] && packages+=(g++-mingw-w64-x86-64-posix)
-[ "${TANROVE_INSTALL_LIBCXX:-0}" = 1 ] && packages+=(clang-16 libc++-16-dev libc++abi-16-dev)
 # An independent parser from the npm registry reads the projects that the tests write. Some machines
 # have npm from elsewhere.
 if [ "${TANROVE_INSTALL_PARSER:-1}" = 1 ] && ! command -v npm >/dev/null 2>&1; then
@@ -34,6 +33,13 @@ if [ "${TANROVE_INSTALL_WINDOWS:-0}" = 1 ] && ! command -v wine >/dev/null 2>&1;
     echo "Installing: wine"
     DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends \
         wine wine64 >/dev/null || echo "wine cannot be had on this machine"
+fi
+
+# Nor is libc++ of that age in every system.
+if [ "${TANROVE_INSTALL_LIBCXX:-0}" = 1 ] && ! dpkg -s libc++-16-dev >/dev/null 2>&1; then
+    echo "Installing: libc++"
+    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq \
+        clang-16 libc++-16-dev libc++abi-16-dev >/dev/null || echo "libc++ cannot be had on this machine"
 fi
 
 # Numbers must not follow the machine: some tests run under a locale with a decimal comma.
