@@ -57,7 +57,7 @@ std::vector<ScanEntry> scan_of(std::int64_t count) {
         const std::string brace = classes[kind].empty() ? "" : "{" + classes[kind];
         const std::string file = "Plug_in_" + product + (kind == 0 ? ".dll" : ".vst3");
         if (kind == 5) {
-            claps += "com.maker." + product + "=0|" + name + "\n";
+            claps += formatted("com.maker.%s=0|%s\n", product.c_str(), name.c_str());
         } else {
             vsts += formatted("%s=00,%u%s,%s\n", file.c_str(), number, brace.c_str(), name.c_str());
         }

@@ -11,7 +11,7 @@ builder::SessionBuilder session_of(std::size_t tracks, std::size_t clips_per_tra
     builder::SessionBuilder session;
     session.audio_file({"Take.wav", clip_samples * 1000, 0});
     for (int i = 0; i < tempo_changes; ++i) {
-        session.tempo(i * 4 * quarter_ticks, 90.0 + i % 60);
+        session.tempo(std::int64_t{i} * 4 * quarter_ticks, 90.0 + i % 60);
     }
     for (std::size_t t = 0; t < tracks; ++t) {
         builder::TrackSpec track;

@@ -15,7 +15,7 @@ using builder::ClipSpec;
 using builder::SessionBuilder;
 using builder::TrackSpec;
 
-constexpr std::uint32_t rate_hz = 48000;
+constexpr std::int64_t rate_hz = 48000;
 constexpr std::int64_t quarter_ticks = 960000;
 constexpr double opening_bpm = 120;
 constexpr double verse_bpm = 96;

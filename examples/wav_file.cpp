@@ -64,7 +64,7 @@ bool write_wav(const std::string& path, const Sound& sound, std::uint32_t rate_h
     const std::size_t data_bytes = sound.size() * bytes_per_sample;
     builder::ByteWriter wav;
     wav.raw("RIFF").u32(36 + data_bytes).raw("WAVEfmt ").u32(16).u16(1).u16(1);
-    wav.u32(rate_hz).u32(rate_hz * bytes_per_sample).u16(bytes_per_sample).u16(16);
+    wav.u32(rate_hz).u32(std::uint64_t{rate_hz} * bytes_per_sample).u16(bytes_per_sample).u16(16);
     wav.raw("data").u32(data_bytes);
     for (const double value : sound) {
         wav.i16(static_cast<int>(std::lround(std::clamp(value, -1.0, 1.0) * full_scale)));

@@ -28,6 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const auto rows = readStripRows(index).rows;
     std::vector<std::string> names;
+    names.reserve(rows.size());
     for (const StripRow& row : rows) names.push_back(row.current_name);
     auto strips = readStrips(index, rows, names, {});
     promise(strips.size() == names.size(), "a strip for each name");

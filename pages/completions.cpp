@@ -145,8 +145,9 @@ std::string zsh_completion() {
             summary = replaced(summary, special, std::string("\\") + special);
         }
         const std::string repeats = row.name == "--params" ? "*" : "";
-        text += "  " +
-                in_quotes(repeats + std::string(row.name) + "[" + summary + "]" + zsh_values(row));
+        std::string words = repeats + std::string(row.name);
+        words.append("[").append(summary).append("]").append(zsh_values(row));
+        text += "  " + in_quotes(words);
         text += " \\\n";
     }
     return text + "  '*:session:_files -g \"*.(#i)ptx\"'\n";

@@ -15,10 +15,11 @@ namespace {
 
 using std::size_t;
 
-/// Scores the block of `block` bytes at S, whose chunk limit is E; `b` is the image up to there.
+/// Scores the block of `block` bytes at `first`, whose chunk limit is `limit`; `b` is the image up
+/// to there.
 struct SlowScoring {
     ByteView image, b;
-    size_t S, E, block;
+    size_t first, limit, block;
     int score = 0;
     size_t at = 0, size = 0;
     std::string how = {};
@@ -41,28 +42,28 @@ struct SlowScoring {
         }
     }
     void score_all() {
-        if (S + 97 < E) {
-            const size_t rest = E - S - 33;
-            if (rest > 255 && text_bytes(S + 33, E) * 100 >= rest * 96)
-                weigh(3, S + 33, rest, "text (no tag)");
-            const auto starts = [&](size_t p) { return p + 65 < E; };
-            const auto run = first_balanced_run(b, S + 33, starts, [](const BalancedRun& r) {
+        if (first + 97 < limit) {
+            const size_t rest = limit - first - 33;
+            if (rest > 255 && text_bytes(first + 33, limit) * 100 >= rest * 96)
+                weigh(3, first + 33, rest, "text (no tag)");
+            const auto starts = [&](size_t p) { return p + 65 < limit; };
+            const auto run = first_balanced_run(b, first + 33, starts, [](const BalancedRun& r) {
                 return r.size() >= 64 && r.text_bytes * 10 >= r.size() * 9;
             });
             if (run) weigh(6, run->start, run->size(), "braces balance");
         }
-        for (size_t p = S + 33; S + 65 < E && p + 33 < E; ++p) {
+        for (size_t p = first + 33; first + 65 < limit && p + 33 < limit; ++p) {
             for (unsigned k = 0; k < 6; ++k) {
                 for (unsigned less = 0; less <= 24; less += 4) {
                     const size_t word = b.u32(p - 4 * (k + 1));
                     const int weight = k == 0 ? 5 : static_cast<int>((6 - k) / 2 + 1);
-                    const bool closes = word >= less + 64 && p + word - less == E;
+                    const bool closes = word >= less + 64 && p + word - less == limit;
                     if (closes && weight > score) weigh(weight, p, word - less, "length closes");
                 }
             }
         }
-        for (size_t p = S + 24; S + 40 < E && p + 17 < E; ++p)
-            if (p != S + 25) try_opening(p);
+        for (size_t p = first + 24; first + 40 < limit && p + 17 < limit; ++p)
+            if (p != first + 25) try_opening(p);
     }
     void try_opening(size_t p) {
         std::string_view tag;
@@ -72,7 +73,7 @@ struct SlowScoring {
         }
         const int weight = tag.empty() ? 5 : 7;
         if (tag.empty() && is_zlib(p)) tag = "zlib";
-        if (!tag.empty()) weigh(weight, p, E - p, tag);
+        if (!tag.empty()) weigh(weight, p, limit - p, tag);
         size_t run = 0;
         while (run < 200 && is_text(p + run)) ++run;
         if (tag.empty() && run < 120) return;
@@ -82,11 +83,11 @@ struct SlowScoring {
             const size_t word = b.u32(p - 4 * (k + 1));
             for (size_t less = 0; less <= 24 && less <= word; less += 4) {
                 const size_t bytes = word - less;
-                if (word < 32 || word > block || bytes < 32 || p + bytes > E) continue;
-                const size_t rest = E - p - bytes;
+                if (word < 32 || word > block || bytes < 32 || p + bytes > limit) continue;
+                const size_t rest = limit - p - bytes;
                 const auto again = [&](size_t q) {
                     const auto here = b.text(p, std::min<size_t>(bytes, 4096));
-                    return q + bytes <= E && b.has(q, *here);
+                    return q + bytes <= limit && b.has(q, *here);
                 };
                 const bool twice = again(p + bytes) || again(p + bytes + 4);
                 const int points = rest == 0 ? 6 : rest < 65 ? 3 : 0;

@@ -65,7 +65,7 @@ public:
             TrackSpec& track = tracks[i];
             track.name = names[i];
             if (below(2) != 0) track.original_name = names[below(names.size())];
-            track.kind = kinds_[below(std::size(kinds_))];
+            track.kind = kinds[below(std::size(kinds))];
             // Each fader and lane is nobody else's.
             track.fader_db = -static_cast<double>(10 * i + below(10)) / 10;
             track.muted = below(3) == 0;
@@ -109,7 +109,7 @@ private:
         if (track.kind == TrackKind::vca) track.mixer = {};
     }
 
-    static constexpr TrackKind kinds_[] = {
+    static constexpr TrackKind kinds[] = {
         TrackKind::audio,        TrackKind::audio,         TrackKind::audio, TrackKind::aux,
         TrackKind::master,       TrackKind::vca,           TrackKind::midi,  TrackKind::instrument,
         TrackKind::basic_folder, TrackKind::routing_folder};
