@@ -2,8 +2,9 @@
 // checks what any reader relies on: one project block, tracks that close, items with a source.
 // Lines that this version of the parser cannot take are left out of the copy it is given: muted MIDI
 // events, SysEx text with "/" or "=" in it, the state of a CLAP, and the first value of a JS
-// where it is no whole number. A VST without a state gets one there: the parser wants a header, a state
-// and a tail. An item of notes alone has no source.
+// where it is no whole number, and the project's notes. A VST without a state gets one there: the parser
+// wants a header, a state and a tail. It also wants each of them to end in a line of less than 128
+// characters: the header of many channels is cut there. An item of notes alone has no source.
 const fs = require("fs");
 const path = require("path");
 const { parse, ReaperBase } = require("rppp");
@@ -21,6 +22,8 @@ function withoutUnreadableLines(text) {
         .replace(/^ *Em .*\n/gm, "")
         .replace(/^( *)<STATE\n(?: *[A-Za-z0-9+\/=]+\n)+ *>\n/gm, "")
         .replace(/^( *<JS .*\n *)-?[0-9]+[.][0-9]+/gm, "$10")
+        .replace(/^  <NOTES [^\n]*\n(?: *\|[^\n]*\n)* *>\n/m, "")
+        .replace(/^( *<VST .*\n)( *)([A-Za-z0-9+\/]{128})([A-Za-z0-9+\/=]+)\n/gm, "$1$2$3\n$2$4\n")
         .replace(/^( *<VST .*\n *[A-Za-z0-9+\/=]+\n)( *[A-Za-z0-9+\/=]+\n *>\n)/gm, "$1AAAA\n$2")
         .replace(/^ *<X [^\n]*\n[^\n]*[=/][^\n]*\n *>\n/gm, "");
 }
