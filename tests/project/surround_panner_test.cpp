@@ -163,7 +163,8 @@ TEST(PannerSlot, ConnectsAPinToEachChannelAndFollowsTheTracksAutomation) {
     EXPECT_EQ(slot.envelopes.at(0).guid_seed, 0x5e000002U);
     EXPECT_TRUE(slot.envelopes[0].active);
     plan.first_channel = 2;
-    StateReader aside(panner_slot(track, 4).header);
+    const FxSlot slot_aside = panner_slot(track, 4);
+    StateReader aside(slot_aside.header);
     aside.words(8);
     EXPECT_EQ(aside.words(6), (Words{4, 0, 8, 0, 16, 0}));
     track.mixer.automation_off = true;
