@@ -55,6 +55,8 @@ double seconds_to_convert(const RunOptions& options) {
 }
 
 double seconds_to_move_bytes(const RunOptions& options, std::size_t project_bytes) {
+    const std::string project_path = options.output_path + ".bytes";
+    std::filesystem::remove(project_path);  // a project is a new file as well
     const double start = processor_seconds();
     PTFFormat file;
     if (file.load(options.session_path, default_session_rate_hz) != 0) std::abort();
@@ -62,7 +64,7 @@ double seconds_to_move_bytes(const RunOptions& options, std::size_t project_byte
     std::uint64_t sum = 0;
     for (std::size_t at = 0; at < image.size(); ++at) sum += image.u8(at);
     benchmark::DoNotOptimize(sum);
-    std::ofstream project(options.output_path + ".bytes", std::ios::binary);
+    std::ofstream project(project_path, std::ios::binary);
     const auto* bytes = reinterpret_cast<const char*>(file.image());
     for (std::size_t left = project_bytes; left > 0;) {
         const std::size_t count = std::min(left, image.size());
