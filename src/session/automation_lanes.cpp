@@ -138,16 +138,22 @@ LaneReader::LaneReader(const BlockIndex& index)
       owners_(lanes_.all().size(), no_owner),
       points_left_(image_.size() / lane_point_bytes) {}
 
-bool LaneReader::is_open_to(std::size_t position, std::size_t owner) const {
+std::size_t* LaneReader::owner_of(std::size_t position) {
     const std::size_t place = lanes_.place_from(position);
-    return place == owners_.size() || owners_[place] == no_owner || owners_[place] == owner;
+    const bool is_lane = place < owners_.size() && lanes_.all()[place].at == position;
+    return is_lane ? &owners_[place] : nullptr;
+}
+
+bool LaneReader::is_open_to(std::size_t position, std::size_t owner) {
+    const std::size_t* its_owner = owner_of(position);
+    return its_owner == nullptr || *its_owner == no_owner || *its_owner == owner;
 }
 
 bool LaneReader::read(std::size_t position, std::size_t owner, Lane& lane) {
-    const std::size_t place = lanes_.place_from(position);
-    if (place == owners_.size() || lanes_.all()[place].at != position) return false;
-    if (owners_[place] == no_owner) owners_[place] = owner;
-    if (owners_[place] != owner) return false;
+    std::size_t* its_owner = owner_of(position);
+    if (its_owner == nullptr) return false;
+    if (*its_owner == no_owner) *its_owner = owner;
+    if (*its_owner != owner) return false;
     const std::size_t before = lane.points.size();
     if (!readLane(image_, position, lane, points_left_)) return false;
     points_left_ -= lane.points.size() - before;

@@ -63,12 +63,15 @@ public:
     explicit LaneReader(const BlockIndex& index);
 
     /// True if no other owner has the lane.
-    bool is_open_to(std::size_t position, std::size_t owner) const;
+    bool is_open_to(std::size_t position, std::size_t owner);
 
     /// Fills `lane`; false if no lane stands there, or another owner has it.
     bool read(std::size_t position, std::size_t owner, Lane& lane);
 
 private:
+    /// Whose the lane at this position is; null where none stands.
+    std::size_t* owner_of(std::size_t position);
+
     ByteView image_;
     const BlockList& lanes_;
     std::vector<std::size_t> owners_;  ///< of each lane
