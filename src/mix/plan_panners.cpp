@@ -139,8 +139,10 @@ private:
         panner.has_lfe = strip.has_lfe;
         if (strip.has_lfe) panner.lfe_db = strip.surround_master_lane.initial / tenths_of_a_db;
         const PannerLanes* lanes = lanes_of(strip, number);
-        if (panner.is_stereo || lanes == nullptr) {
+        if (panner.is_stereo || strip.surround_lanes.empty()) {
             leave_out(strip);
+        } else if (lanes == nullptr) {
+            return;  // the other leg's lanes are written there
         } else if (may_copy(*lanes, strip.surround_master_lane)) {
             panner.lanes.assign(lanes->begin(), lanes->end());
             if (strip.has_lfe) panner.lfe_lane = strip.surround_master_lane;
