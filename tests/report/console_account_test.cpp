@@ -298,17 +298,5 @@ TEST(ConsoleSummary, OfASessionWithNothingToNoteIsHeadCountsAndClosingLines) {
               "      vorlane only when it is attached to an email and sent.\n");
 }
 
-TEST(ConsoleSummary, OfACheckOfASessionWithoutAVersionSaysSo) {
-    AccountFacts facts = facts_of_a_run();
-    facts.product_version.clear();
-    facts.check_only = true;
-    EXPECT_TRUE(console_account(facts, {}).starts_with(
-        "\n  Read:  Pro Tools (this session does not record which version saved it), 44100 Hz, "
-        "97.5 BPM\n"
-        "  Not written (--check).\n"
-        "\n"
-        "  0 tracks"));
-}
-
 }  // namespace
 }  // namespace tanrove

@@ -240,14 +240,6 @@ TEST(RealSessions, TempoTimeKeySigPutsItsClipsOnTheGrid) {
     EXPECT_EQ(project.head_lines("MARKER").size(), 2U + 2 * 2U) << "two markers and two regions";
 }
 
-TEST(RealSessions, Untitled32IsAnEmptyProject) {
-    const auto converted = convert_real("Untitled32.ptx");
-    if (!converted.found) GTEST_SKIP() << "the real sessions are not on this machine";
-    EXPECT_TRUE(converted.project.tracks.empty());
-    EXPECT_EQ(converted.project.head_lines("SAMPLERATE"), std::vector<std::string>{"44100 0 0"});
-    EXPECT_NE(converted.console.find("0 tracks, 0 clips, 0 MIDI notes"), std::string::npos);
-}
-
 /// What Pro Tools itself says of a session, in the text that it exports.
 struct ExportedTrack {
     std::string name;

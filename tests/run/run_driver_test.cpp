@@ -157,13 +157,6 @@ TEST_F(RunDriver, WhatConvertsNothingSaysWhyAndEndsWithItsCode) {
     EXPECT_TRUE(seen.empty());
 }
 
-TEST_F(RunDriver, APauseEndsWithStdin) {
-    const StdinBytes nothing("");
-    codes = {1};
-    EXPECT_EQ(run({"x.ptx", "--pause"}), 1);
-    EXPECT_EQ(out, pause_text);
-}
-
 TEST_F(RunDriver, LearningTakesTheWholeRun) {
     std::string learned;
     std::int32_t verdict = 0;
