@@ -39,6 +39,10 @@ int remove_file(const char* path) noexcept;
 /// The value of a variable of the environment; nullopt if it is not set.
 std::optional<std::string> environment_value(const char* name);
 
+/// The folder in which the system's users keep what programs know of them; empty if the environment
+/// names none. It need not be there.
+std::string user_data_folder();
+
 /// The words that the program was started with; first the program's own path, where the system can
 /// tell it.
 std::vector<std::string> command_words(int count, const char* const* words);

@@ -81,6 +81,17 @@ std::optional<std::string> environment_value(const char* name) {
     return value;
 }
 
+std::string user_data_folder() {
+    const std::string home = environment_value("HOME").value_or("");
+#if defined(__APPLE__)
+    return home.empty() ? "" : home + "/Library/Application Support";
+#else
+    const std::string chosen = environment_value("XDG_DATA_HOME").value_or("");
+    if (!chosen.empty()) return chosen;
+    return home.empty() ? "" : home + "/.local/share";
+#endif
+}
+
 std::vector<std::string> command_words(int count, const char* const* words) {
     std::vector<std::string> all(words, words + count);
     // One that was found by its name alone does not know where it lies; Linux does.

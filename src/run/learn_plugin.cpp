@@ -2,6 +2,8 @@
 // depends on how it keeps them, and the user is told which of the two it is.
 #include "run/learn_plugin.hpp"
 
+#include <optional>
+
 #include "base/paths.hpp"
 #include "base/platform.hpp"
 #include "base/text_lines.hpp"
@@ -9,6 +11,7 @@
 #include "plugins/identity_rules.hpp"
 #include "plugins/learned_plugins.hpp"
 #include "run/console.hpp"
+#include "run/table_folders.hpp"
 
 namespace tanrove {
 
@@ -86,6 +89,26 @@ bool append_line(const std::string& table, const std::string& line) {
     return write_whole_file(table, text + line);
 }
 
+/// Makes the user's own folder if it has to. False if there is none.
+bool append_to_users_table(const std::string& folder, const std::string& line) {
+    if (folder.empty()) return false;
+    std::error_code error;
+    std::filesystem::create_directories(native_path(folder), error);
+    return append_line(folder + "/" + learned_file_name, line);
+}
+
+/// The table that took the line: the one beside the program, unless nothing can be written there.
+/// A user who has a table of their own keeps to it, since what stands there counts as the later
+/// lesson. Nullopt: neither took it.
+std::optional<std::string> append_to_tables(const TableFolders& folders, const std::string& line) {
+    const std::string programs = folders.of_program + "/" + learned_file_name;
+    const std::string users = folders.of_user + "/" + learned_file_name;
+    const bool has_own = !folders.of_user.empty() && is_regular_file(users);
+    if (!has_own && append_line(programs, line)) return programs;
+    if (append_to_users_table(folders.of_user, line)) return users;
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::int32_t learn_plugin(const std::string& program_path, const std::string& chain_path,
@@ -102,12 +125,13 @@ std::int32_t learn_plugin(const std::string& program_path, const std::string& ch
     const ReadChain chain = read_chain(*text);
     if (!tell_faults(chain, chain_path)) return not_learned;
     tell_plugin(chain.plugin, chain_path);
-    const std::string table = folder_of(program_path) + "/" + learned_file_name;
-    if (!append_line(table, learned_line(signature, chain.plugin))) {
-        console_print("  cannot write %s\n", table.c_str());
+    const TableFolders folders = table_folders(program_path);
+    const auto table = append_to_tables(folders, learned_line(signature, chain.plugin));
+    if (!table) {
+        console_print("  cannot write %s/%s\n", folders.of_program.c_str(), learned_file_name);
         return not_learned;
     }
-    console_print("\n  appended to %s\n", table.c_str());
+    console_print("\n  appended to %s\n", table->c_str());
     tell_what_transfers(chain.plugin);
     return learned;
 }

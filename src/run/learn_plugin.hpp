@@ -1,5 +1,5 @@
 // `--learn`: takes a plug-in from a chain that the user saved in REAPER into the table of learned
-// plug-ins, beside the program.
+// plug-ins, beside the program or, where nothing can be written there, in the user's own folder.
 #pragma once
 
 #include <cstdint>

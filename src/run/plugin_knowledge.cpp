@@ -12,6 +12,7 @@
 #include "plugins/translate_settings.hpp"
 #include "run/console.hpp"
 #include "run/output_path.hpp"
+#include "run/table_folders.hpp"
 
 namespace tanrove {
 
@@ -19,11 +20,17 @@ namespace {
 
 constexpr const char* parameter_file_names[] = {"tanrove-params.tsv", "tanrove-params-local.tsv"};
 
-RowsByKey load_learned_plugins(const std::string& program_folder) {
-    const auto text =
-        read_text_file(program_folder + "/" + learned_file_name, max_learned_file_bytes);
-    if (!text) return {};
-    LearnedPlugins learned = read_learned_plugins(*text);
+/// The text of one of the user's tables; empty if there is none.
+std::string table_text(const std::string& folder, const char* name, std::size_t max_bytes) {
+    if (folder.empty()) return "";
+    return read_text_file(folder + "/" + name, max_bytes).value_or("");
+}
+
+RowsByKey load_learned_plugins(const TableFolders& folders) {
+    std::string text = table_text(folders.of_program, learned_file_name, max_learned_file_bytes);
+    text += '\n';
+    text += table_text(folders.of_user, learned_file_name, max_learned_file_bytes);
+    LearnedPlugins learned = read_learned_plugins(text);
     if (learned.line_count > 0) {
         console_print("  %d plug-in(s) learned from %s\n\n", learned.line_count, learned_file_name);
     }
@@ -39,7 +46,7 @@ bool add_parameter_file(ParameterNames& names, const std::string& path) {
     return true;
 }
 
-ParameterNames load_parameter_names(const RunOptions& options, const std::string& program_folder) {
+ParameterNames load_parameter_names(const RunOptions& options, const TableFolders& folders) {
     ParameterNames names;
     for (const std::string& path : options.params_paths) {
         if (!add_parameter_file(names, path)) {
@@ -47,8 +54,11 @@ ParameterNames load_parameter_names(const RunOptions& options, const std::string
         }
     }
     if (options.params_paths.empty()) {
-        for (const char* name : parameter_file_names) {
-            add_parameter_file(names, program_folder + "/" + name);
+        for (const std::string& folder : {folders.of_program, folders.of_user}) {
+            if (folder.empty()) continue;
+            for (const char* name : parameter_file_names) {
+                add_parameter_file(names, folder + "/" + name);
+            }
         }
     }
     names.finish();
@@ -88,9 +98,9 @@ std::vector<ScanEntry> load_scan(const RunOptions& options) {
 
 PluginKnowledge load_plugin_knowledge(const RunOptions& options, const BlockIndex& index,
                                       const std::vector<PluginInsert>& inserts) {
-    const std::string program_folder = folder_of(options.program_path);
-    RowsByKey learned = load_learned_plugins(program_folder);
-    ParameterNames parameter_names = load_parameter_names(options, program_folder);
+    const TableFolders folders = table_folders(options.program_path);
+    RowsByKey learned = load_learned_plugins(folders);
+    ParameterNames parameter_names = load_parameter_names(options, folders);
     const auto session_names = read_plugin_names(index);
     BuiltInPlugins built_in = built_in_plugins();
     const auto stepped = built_in.stepped;

@@ -154,6 +154,17 @@ TEST_F(PluginKnowledgeOfARun, TakesPartInTheNextConversionAndTheLaterLessonCount
         EXPECT_EQ(account, c.words);
     }
     EXPECT_EQ(file_text(table), before);
+
+    options.program_path = "nowhere/tanrove";
+    EXPECT_EQ(learn("one.RfxChain", "MakePrd1"), 0) << "a folder of the user's own takes it";
+    const std::string own = folder.path() + "/.local/share/tanrove/tanrove-plugins.txt";
+    EXPECT_NE(account.find("\n  appended to " + own + "\n"), std::string::npos);
+    options.program_path = "bin/tanrove";
+    EXPECT_EQ(learn("two.RfxChain", "MakePrd2"), 0) << "and all that comes behind it";
+    EXPECT_EQ(file_text(table), before);
+    EXPECT_NE(found().find("  5 plug-in(s) learned from tanrove-plugins.txt\n"), std::string::npos);
+    fs::remove(own);
+    fs::create_directory(own);
     options.program_path = "nowhere/tanrove";
     EXPECT_EQ(learn("one.RfxChain", "MakePrd1"), 1);
     EXPECT_NE(account.find("  cannot write nowhere/tanrove-plugins.txt\n"), std::string::npos);

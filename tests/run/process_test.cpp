@@ -40,6 +40,7 @@ class Process : public testing::Test {
 protected:
     Process() {
         folder_.enter();
+        setenv("XDG_DATA_HOME", "/dev/null", 1);  // nor is a lesson kept in the user's own folder
         fs::create_directory("words");
         const builder::ClipSpec clip{.region = "Voice", .length = 48000};
         builder::SessionBuilder session;

@@ -40,6 +40,7 @@ void TempFolder::enter() {
     const char* home = std::getenv("HOME");
     former_home_ = home == nullptr ? "" : home;
     set_variable("HOME", path());
+    set_variable("XDG_DATA_HOME", "");
 }
 
 std::size_t TempFolder::file_count() const {
