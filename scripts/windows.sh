@@ -67,6 +67,14 @@ if [ -x "$build/../release/bin/tanrove" ]; then
     cmp "Söng №1.rpp" linux.rpp
     echo "the same bytes as the program of build/release"
 fi
+# A path of more than 260 characters, media and project.
+deep="$trial/$(printf 'a folder with a long name, the %d. of them/' 1 2 3 4 5 6 7 8)"
+mkdir -p "$deep"
+cp -r . "$deep"
+rm "$deep"/*.rpp
+run "$(windows_path "${deep}Söng №1.ptx")" --report >"$trial/said.txt"
+grep -q "FILE \"Z:.*of them.*Clicks.wav" "$deep/Söng №1.rpp" || fail "media on long paths"
+[ "$(find "$deep" -maxdepth 1 -type f | wc -l)" = 3 ] || fail "not a project and a report: $(ls "$deep")"
 said=$("$wine" "$program" "missing.ptx" </dev/null || true)
 [[ $said == *"Press Enter"* ]] || fail "no pause"
-echo "drive letters, backslashes, blanks and names outside ASCII: all there"
+echo "drive letters, backslashes, blanks, names outside ASCII, long paths: all there"

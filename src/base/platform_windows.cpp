@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <string_view>
 
 #include "base/platform.hpp"
 
@@ -42,6 +43,28 @@ std::string narrow(const wchar_t* text) {
     WideCharToMultiByte(CP_UTF8, 0, text, -1, result.data(), bytes, nullptr, nullptr);
     result.pop_back();
     return result;
+}
+
+/// What stands in front of a path that the system takes as it is, however long.
+constexpr std::wstring_view as_it_is = L"\\\\?\\";
+constexpr std::wstring_view share_as_it_is = L"\\\\?\\UNC\\";
+constexpr std::wstring_view any_share = L"\\\\";
+/// A path that others may still lengthen past `MAX_PATH`, of 260 units: a folder's, or one that
+/// gets a suffix.
+constexpr std::size_t max_plain_units = 240;
+
+/// The path as the system's calls take it. A long one is whole, with its drive, and without "/" and
+/// "..": what is taken as it is has none of these.
+std::wstring wide_path(const char* text) {
+    std::wstring path = wide(text);
+    if (path.size() <= max_plain_units || path.starts_with(as_it_is)) return path;
+    std::wstring whole(max_path_units, L'\0');
+    const DWORD units = GetFullPathNameW(path.c_str(), max_path_units, whole.data(), nullptr);
+    if (units == 0 || units >= max_path_units) return path;
+    whole.resize(units);
+    if (whole.starts_with(as_it_is)) return whole;
+    if (!whole.starts_with(any_share)) return std::wstring(as_it_is) + whole;
+    return std::wstring(share_as_it_is) + whole.substr(any_share.size());
 }
 
 /// A new file that others may remove: the handler of Ctrl-C does, while it is open.
@@ -85,11 +108,15 @@ const char* const null_device = "NUL";
 const std::int32_t default_pause_at_end = 1;
 
 std::filesystem::path native_path(const std::string& path) {
-    return wide(path.c_str());
+    return wide_path(path.c_str());
 }
 
 std::string path_text(const std::filesystem::path& path) {
-    return narrow(path.c_str());
+    const std::wstring& text = path.native();
+    if (text.starts_with(share_as_it_is)) {
+        return "\\\\" + narrow(text.c_str() + share_as_it_is.size());
+    }
+    return narrow(text.c_str() + (text.starts_with(as_it_is) ? as_it_is.size() : 0));
 }
 
 std::filesystem::file_status status_of(const std::string& path) {
@@ -110,19 +137,23 @@ std::filesystem::file_status status_of(const std::string& path) {
 }
 
 std::FILE* open_file(const char* path, const char* mode) {
-    const std::wstring name = wide(path);
+    const std::wstring name = wide_path(path);
     if (std::strchr(mode, 'x') != nullptr) return open_new_file(name.c_str());
     return _wfopen(name.c_str(), wide(mode).c_str());
 }
 
 int remove_file(const char* path) noexcept {
-    return DeleteFileW(wide(path).c_str()) != 0 ? 0 : -1;
+    return DeleteFileW(wide_path(path).c_str()) != 0 ? 0 : -1;
 }
 
 std::optional<std::string> environment_value(const char* name) {
     const wchar_t* value = _wgetenv(wide(name).c_str());
     if (value == nullptr) return std::nullopt;
     return narrow(value);
+}
+
+std::string user_data_folder() {
+    return environment_value("APPDATA").value_or("");
 }
 
 std::vector<std::string> command_words(int count, const char* const* words) {
