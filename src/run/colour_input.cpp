@@ -11,20 +11,18 @@ namespace tanrove {
 
 namespace {
 
-int coloured(const std::vector<std::int32_t>& places) {
-    return static_cast<int>(places.size()) -
-           static_cast<int>(std::ranges::count(places, no_colour));
+bool has_colour(const PlacementRow& row) {
+    return row.colour != no_colour;
 }
 
-/// Fades have no colour of their own, and rows that are not live place nothing.
-int coloured_placements(const PlaylistDetail& list) {
-    int count = 0;
-    for (std::size_t i = 0; i < list.colours.size(); ++i) {
-        const bool is_fade = i < list.is_fade.size() && list.is_fade[i] != 0;
-        const bool is_live = i >= list.live.size() || list.live[i] != 0;
-        if (is_live && !is_fade && list.colours[i] != no_colour) ++count;
-    }
-    return count;
+int coloured(const PlaylistDetail& list) {
+    return static_cast<int>(std::ranges::count_if(list.rows, has_colour));
+}
+
+/// Fades have no colour of their own.
+int coloured_clips(const PlaylistDetail& list) {
+    return static_cast<int>(std::ranges::count_if(
+        list.rows, [](const PlacementRow& row) { return row.live() && has_colour(row); }));
 }
 
 }  // namespace
@@ -41,10 +39,10 @@ ColourInput colour_input(const RunOptions& options, const ColourTheme& theme,
         if (!marker.end_seconds) input.markers.push_back({marker.start_seconds, marker.colour});
     }
     for (const PlaylistDetail& list : clips.details) {
-        input.coloured_placements += coloured_placements(list);
+        input.coloured_placements += coloured_clips(list);
     }
-    for (const MidiPlaylistDetail& list : midi.playlists) {
-        input.coloured_placements += coloured(list.colours);
+    for (const PlaylistDetail& list : midi.playlists) {
+        input.coloured_placements += coloured(list);
     }
     input.no_track_colours = options.no_track_colors;
     input.no_clip_colours = options.no_clip_colors;

@@ -104,7 +104,7 @@ struct StripRecords {
 /// What the clips of MIDI tracks play, how they lie there, and what their tracks do with it.
 struct MidiRecords {
     std::vector<MidiChunk> chunks;
-    std::vector<MidiPlaylistDetail> playlists;
+    std::vector<PlaylistDetail> playlists;
     std::vector<MidiPlaylistRow> playlist_rows;
     std::vector<MidiOutput> outputs;
     std::map<std::string, int> clip_groups;     ///< on the MIDI playlists of each name

@@ -91,10 +91,10 @@ ClipGroupList read_list(ByteView image, const PlaylistWalk& playlist) {
     for (const std::size_t at : playlist.row_at) {
         const auto row = read_placement_row(image, at);
         if (!row) continue;
-        list.members.push_back({.id = row->id,
+        list.members.push_back({.id = row->region_id,
                                 .nested = row->in_group,
                                 .is_fade = row->is_fade,
-                                .live = !row->is_fade,
+                                .live = row->live(),
                                 .muted = row->muted,
                                 .position = row->position,
                                 .placed_at = row->placed_at});

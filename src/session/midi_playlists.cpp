@@ -14,8 +14,6 @@ namespace tanrove {
 
 namespace {
 
-constexpr std::uint8_t kind_ticks = 2;
-
 // Limits of the flat rows.
 constexpr std::uint32_t least_playlist = 12;
 constexpr std::uint32_t largest_playlist = 400000;
@@ -23,23 +21,10 @@ constexpr std::uint32_t least_placement = 20;
 constexpr std::uint32_t largest_placement = 4000;
 constexpr std::uint32_t largest_empty_record = 11;
 
-MidiPlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
-    MidiPlaylistDetail detail;
-    detail.name = playlist.name;
-    detail.in_ticks = playlist.kind == kind_ticks;
-    for (const std::size_t at : playlist.row_at) {
-        const auto row = read_placement_row(image, at);
-        if (!row) continue;
-        detail.region_ids.push_back(row->id);
-        detail.colours.push_back(row->colour);
-        detail.is_fade.push_back(row->is_fade ? 1 : 0);
-        detail.overlap.push_back(row->overlap);
-        detail.in_group.push_back(row->in_group ? 1 : 0);
-        detail.muted.push_back(row->muted ? 1 : 0);
-        detail.locked.push_back(row->locked ? 1 : 0);
-        detail.positions.push_back(detail.in_ticks ? distance_from_origin(row->position)
-                                                   : row->position);
-    }
+PlaylistDetail read_midi_detail(ByteView image, const PlaylistWalk& playlist) {
+    PlaylistDetail detail = read_playlist_detail(image, playlist);
+    if (!detail.in_ticks) return detail;
+    for (PlacementRow& row : detail.rows) row.position = distance_from_origin(row.position);
     return detail;
 }
 
@@ -78,9 +63,9 @@ MidiPlaylists readMidiPlaylists(const BlockIndex& index) {
     for (std::size_t i = 0; i < blocks.size(); ++i) {
         const auto playlist = walker.walk(blocks[i]);
         if (!playlist && lists[i] == nullptr) continue;
-        MidiPlaylistDetail detail;
+        PlaylistDetail detail;
         if (playlist) {
-            detail = read_detail(index.image(), *playlist);
+            detail = read_midi_detail(index.image(), *playlist);
         } else {
             detail.is_read = false;
             detail.name = playlist_name(index.image(), blocks[i]);

@@ -104,7 +104,7 @@ std::optional<PlacementRow> read_placement_row(ByteView image, std::size_t at) {
     if (image.u16(inner + block_content_at) != block_type::placement_record) return std::nullopt;
     const bool late_mute = image.holds(at, late_mute_room) && image.u8(inner + late_mute_at) != 0;
     return PlacementRow{
-        .id = image.u32(inner + placed_id_at),
+        .region_id = image.u32(inner + placed_id_at),
         .position = read_position(image, inner + placed_position_at),
         .colour = image.i16(inner + colour_at),
         .overlap = image.u8(inner + overlap_at),

@@ -27,17 +27,20 @@ constexpr std::uint32_t overlap_over_next = 1;
 constexpr std::uint32_t overlap_over_previous = 2;
 constexpr std::uint32_t overlap_in_order = 3;
 
-/// What one placement row stores. `id` is a region, a fade on a fade's row, or a clip group.
+/// What one placement row stores.
 struct PlacementRow {
-    std::uint32_t id = 0;
-    std::uint64_t position = 0;  ///< as stored
+    std::uint32_t region_id = 0;  ///< a region, a fade on a fade's row, or a clip group's index
+    std::uint64_t position = 0;   ///< as stored
     std::int32_t colour = no_colour;
     std::uint8_t overlap = 0;  ///< 1 to 3, as above
     bool is_fade = false;
-    bool in_group = false;  ///< `id` is a clip group's
+    bool in_group = false;  ///< `region_id` is a clip group's
     bool locked = false;
     bool muted = false;
-    std::size_t placed_at = 0;  ///< where its 0x104f begins
+    std::size_t placed_at = 0;  ///< where its 0x104f begins in the image
+
+    /// True of a row that plays something of its own.
+    bool live() const { return !is_fade; }
 };
 
 /// One playlist block that keeps its limits. Views lie in the image.

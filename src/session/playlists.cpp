@@ -30,28 +30,18 @@ std::map<std::size_t, std::uint16_t> playlist_numbers(std::span<const BlockNode>
     return numbers;
 }
 
-PlaylistDetail read_detail(ByteView image, const PlaylistWalk& playlist) {
+}  // namespace
+
+PlaylistDetail read_playlist_detail(ByteView image, const PlaylistWalk& playlist) {
     PlaylistDetail detail;
     detail.name = playlist.name;
     detail.in_ticks = playlist.kind == kind_ticks;
+    detail.rows.reserve(playlist.row_at.size());
     for (const std::size_t at : playlist.row_at) {
-        const auto row = read_placement_row(image, at);
-        if (!row) continue;
-        detail.region_ids.push_back(row->id);
-        detail.colours.push_back(row->colour);
-        detail.live.push_back(row->is_fade ? 0 : 1);
-        detail.is_fade.push_back(row->is_fade ? 1 : 0);
-        detail.overlap.push_back(row->overlap);
-        detail.in_group.push_back(row->in_group ? 1 : 0);
-        detail.locked.push_back(row->locked ? 1 : 0);
-        detail.muted.push_back(row->muted ? 1 : 0);
-        detail.positions.push_back(row->position);
-        detail.placed_at.push_back(row->placed_at);
+        if (const auto row = read_placement_row(image, at)) detail.rows.push_back(*row);
     }
     return detail;
 }
-
-}  // namespace
 
 // The clip group table keeps its member lists in the same form: they are the contents of clips and
 // lie on no track.
@@ -88,7 +78,9 @@ std::vector<PlaylistDetail> readPlaylistDetails(ByteView image,
                                                 std::span<const PlaylistWalk> walks) {
     std::vector<PlaylistDetail> details;
     details.reserve(walks.size());
-    for (const PlaylistWalk& playlist : walks) details.push_back(read_detail(image, playlist));
+    for (const PlaylistWalk& playlist : walks) {
+        details.push_back(read_playlist_detail(image, playlist));
+    }
     return details;
 }
 

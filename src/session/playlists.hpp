@@ -30,22 +30,16 @@ struct Playlists {
     std::vector<std::uint32_t> clip_counts;
 };
 
-/// The edit list of one playlist: parallel lists, one entry a placement, in the order Pro Tools
-/// keeps them, which is the order it draws them in.
+/// The edit list of one playlist, in the order Pro Tools keeps its rows, which is the order it
+/// draws them in. A placement without a record has no row.
 struct PlaylistDetail {
     std::string name;
+    bool is_read = true;  ///< false: the playlist breaks a limit, and only keeps its place
     bool in_ticks = false;
-    std::vector<std::uint32_t> region_ids;  ///< a region, or a fade on a fade row, or a clip group
-    std::vector<std::int32_t> colours;      ///< `no_colour` for none
-    std::vector<std::uint32_t> live;        ///< 0 on a row that plays nothing of its own
-    std::vector<std::uint32_t> is_fade;
-    std::vector<std::uint32_t> overlap;   ///< 1 to 3, `overlap_over_next` and so on
-    std::vector<std::uint32_t> in_group;  ///< not 0: `region_ids` holds a clip group's index
-    std::vector<std::uint32_t> locked;
-    std::vector<std::uint32_t> muted;
-    std::vector<std::uint64_t> positions;  ///< as stored
-    std::vector<std::size_t> placed_at;    ///< where the placement's 0x104f begins in the image
+    std::vector<PlacementRow> rows;
 };
+
+PlaylistDetail read_playlist_detail(ByteView image, const PlaylistWalk& playlist);
 
 /// All audio playlists (0x1052) outside the clip group table, walked once for both readers.
 std::vector<PlaylistWalk> walk_playlists(const BlockIndex& index);

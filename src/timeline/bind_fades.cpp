@@ -66,21 +66,20 @@ std::vector<FadeRow> rows_with_clips(TimelineTrack& track, const PlaylistDetail&
     std::vector<FadeRow> rows;
     std::vector<FadePlace> places;
     const auto rendered = rendered_fades(track);
-    const std::size_t count = std::min(
-        {edit_list.region_ids.size(), edit_list.positions.size(), edit_list.is_fade.size()});
-    for (std::size_t row = 0; row < count; ++row) {
-        if (edit_list.is_fade[row] == 0) continue;
-        const std::size_t fade = edit_list.region_ids[row];
-        const FadeKey key = key_of(edit_list.region_ids[row], edit_list.positions[row]);
+    for (std::size_t number = 0; number < edit_list.rows.size(); ++number) {
+        const PlacementRow& row = edit_list.rows[number];
+        if (!row.is_fade) continue;
+        const std::size_t fade = row.region_id;
+        const FadeKey key = key_of(row.region_id, row.position);
         if (std::ranges::binary_search(rendered, key)) continue;
         if (fade >= binding.fades.size() || binding.fades[fade].kind == FadeKind::unusable) {
             ++tallies.not_understood;
             continue;
         }
-        const double seconds = stored_seconds(edit_list.positions[row], track.tick_based,
-                                              binding.rate_hz, binding.clock);
+        const double seconds =
+            stored_seconds(row.position, track.tick_based, binding.rate_hz, binding.clock);
         rows.push_back({seconds, &binding.fades[fade]});
-        places.push_back({seconds, static_cast<std::int32_t>(row)});
+        places.push_back({seconds, static_cast<std::int32_t>(number)});
     }
     if (rows.empty()) return rows;
 

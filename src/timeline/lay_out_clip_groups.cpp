@@ -17,10 +17,6 @@ namespace tanrove {
 
 namespace {
 
-bool is_set(const std::vector<std::uint32_t>& values, std::size_t row, bool otherwise) {
-    return row < values.size() ? values[row] != 0 : otherwise;
-}
-
 std::int64_t samples(double seconds, double rate_hz) {
     return std::llround(seconds * rate_hz);
 }
@@ -83,10 +79,9 @@ void GroupLayout::place(std::vector<TimelineTrack>& tracks) {
 }
 
 void GroupLayout::place_rows(TimelineTrack& track, const PlaylistDetail& list) {
-    const std::size_t rows = std::min(list.region_ids.size(), list.positions.size());
-    for (std::size_t row = 0; row < rows; ++row) {
-        if (!is_set(list.in_group, row, false) || !is_set(list.live, row, true)) continue;
-        const std::uint32_t group = list.region_ids[row];
+    for (std::size_t row = 0; row < list.rows.size(); ++row) {
+        if (!list.rows[row].in_group || !list.rows[row].live()) continue;
+        const std::uint32_t group = list.rows[row].region_id;
         if (group >= groups_.clips.size() || !groups_.clips[group].valid) {
             tallies_.add_unreadable(1);
         } else if (groups_.clips[group].length > 0) {
@@ -96,30 +91,29 @@ void GroupLayout::place_rows(TimelineTrack& track, const PlaylistDetail& list) {
     if (track.clips.empty() && !track.groups.empty()) track.row_ordered = true;
 }
 
-ClipItem GroupLayout::group_row(const PlaylistDetail& list, std::size_t row,
+ClipItem GroupLayout::group_row(const PlaylistDetail& list, std::size_t number,
                                 const TimelineTrack& track) {
-    const std::uint32_t number = list.region_ids[row];
-    const ClipGroupClip& group = groups_.clips[number];
-    const std::uint32_t overlap = row < list.overlap.size() ? list.overlap[row] : 0;
+    const PlacementRow& row = list.rows[number];
+    const ClipGroupClip& group = groups_.clips[row.region_id];
     ClipItem item;
-    item.clip_group = number;
+    item.clip_group = row.region_id;
     item.region = no_region;
-    item.stored_position = list.positions[row];
-    item.index_on_track = row;
+    item.stored_position = row.position;
+    item.index_on_track = number;
     item.name = group.name;
     item.start = item.placed_start =
-        stored_seconds(list.positions[row], track.tick_based, input_.rate_hz, clock_);
+        stored_seconds(row.position, track.tick_based, input_.rate_hz, clock_);
     item.length = item.placed_length = static_cast<double>(group.length) / input_.rate_hz;
     item.source_offset = static_cast<double>(group.start) / input_.rate_hz;
-    item.muted = is_set(list.muted, row, false);
-    item.locked = is_set(list.locked, row, false);
-    item.colour_place = row < list.colours.size() ? list.colours[row] : no_colour;
-    item.edit_row = static_cast<std::int32_t>(row);
-    item.placed_at = row < list.placed_at.size() ? list.placed_at[row] : 0;
-    item.tail_kept = row_keeps_tail(list, input_.fades, row);
-    item.drawn_over_next = overlap == overlap_over_next;
-    item.drawn_over_previous = overlap == overlap_over_previous;
-    item.is_placeholder = is_placeholder(number);
+    item.muted = row.muted;
+    item.locked = row.locked;
+    item.colour_place = row.colour;
+    item.edit_row = static_cast<std::int32_t>(number);
+    item.placed_at = row.placed_at;
+    item.tail_kept = row_keeps_tail(list, input_.fades, number);
+    item.drawn_over_next = row.overlap == overlap_over_next;
+    item.drawn_over_previous = row.overlap == overlap_over_previous;
+    item.is_placeholder = is_placeholder(row.region_id);
     return item;
 }
 

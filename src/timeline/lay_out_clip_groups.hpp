@@ -35,7 +35,7 @@ public:
 
 private:
     void place_rows(TimelineTrack& track, const PlaylistDetail& list);
-    ClipItem group_row(const PlaylistDetail& list, std::size_t row, const TimelineTrack& track);
+    ClipItem group_row(const PlaylistDetail& list, std::size_t number, const TimelineTrack& track);
     bool is_placeholder(std::uint32_t group);
     void lay_out_group(TimelineTrack& track, const ClipItem& group, const WarpOneClip* warp,
                        StretchTallies& stretch);

@@ -63,8 +63,8 @@ private:
 };
 
 struct EditRow {
-    const MidiPlaylistDetail* playlist = nullptr;
-    std::size_t row = 0;
+    const PlacementRow* row = nullptr;
+    bool in_samples = false;
 };
 
 /// What the playlists tell of one track.
@@ -113,9 +113,9 @@ private:
     /// if that has no playlist of its own name: it may be the other playlist of a track.
     void gather_edit_rows() {
         std::set<std::string_view> names;
-        for (const MidiPlaylistDetail& playlist : input_.playlists) names.insert(playlist.name);
+        for (const PlaylistDetail& playlist : input_.playlists) names.insert(playlist.name);
         for (std::size_t p = 0; p < input_.playlists.size(); ++p) {
-            const MidiPlaylistDetail& playlist = input_.playlists[p];
+            const PlaylistDetail& playlist = input_.playlists[p];
             const bool is_next = p < tracks_.size() && !names.contains(input_.tracks[p].name);
             if (is_next) track_of_playlist_.emplace(playlist.name, p);
             const auto found = track_of_playlist_.find(playlist.name);
@@ -123,12 +123,11 @@ private:
             TrackRows& track = tracks_[found->second];
             if (!track.tick_based) track.tick_based = playlist.in_ticks;
             track.is_kind_read = true;
-            for (std::size_t i = 0; i < playlist.positions.size(); ++i) {
-                if (playlist.in_group[i] != 0) continue;
-                const std::uint64_t position = playlist.positions[i];
-                track.edit_rows.add(playlist.region_ids[i],
-                                    playlist.in_ticks ? position : distance_from_origin(position),
-                                    {&playlist, i});
+            for (const PlacementRow& row : playlist.rows) {
+                if (row.in_group) continue;
+                const std::uint64_t distance =
+                    playlist.in_ticks ? row.position : distance_from_origin(row.position);
+                track.edit_rows.add(row.region_id, distance, {&row, !playlist.in_ticks});
             }
         }
     }
@@ -143,12 +142,12 @@ private:
         const auto edit_row = track.edit_rows.take(region.index, row.start);
         const auto stored = track.stored_positions.take(region.index, row.start);
         if (edit_row) {
-            const auto& [playlist, i] = *edit_row;
-            clip.in_samples = !playlist->in_ticks;
-            clip.muted = playlist->muted[i] != 0;
-            clip.locked = playlist->locked[i] != 0;
-            clip.colour_place = playlist->colours[i];
-            placement.overlap = playlist->overlap[i];
+            const PlacementRow& found = *edit_row->row;
+            clip.in_samples = edit_row->in_samples;
+            clip.muted = found.muted;
+            clip.locked = found.locked;
+            clip.colour_place = found.colour;
+            placement.overlap = found.overlap;
         } else if (track.is_kind_read) {
             clip.in_samples = !*track.tick_based;
         } else if (stored) {

@@ -17,12 +17,12 @@ namespace tanrove {
 
 /// The records that placing needs; views on lists that outlive the call.
 struct MidiPlacingInput {
-    std::span<const TrackTableRow> tracks;          ///< the MIDI and instrument tracks
-    std::span<const ClipTrack> placements;          ///< `SessionLists::midi_tracks`
-    std::span<const Region> regions;                ///< the MIDI regions
-    std::span<const MidiPlaylistDetail> playlists;  ///< their edit lists
-    std::span<const MidiPlaylistRow> rows;          ///< positions as stored
-    double rate_hz = 48000;                         ///< above 0
+    std::span<const TrackTableRow> tracks;      ///< the MIDI and instrument tracks
+    std::span<const ClipTrack> placements;      ///< `SessionLists::midi_tracks`
+    std::span<const Region> regions;            ///< the MIDI regions
+    std::span<const PlaylistDetail> playlists;  ///< their edit lists
+    std::span<const MidiPlaylistRow> rows;      ///< positions as stored
+    double rate_hz = 48000;                     ///< above 0
 };
 
 /// A MIDI clip in the unit of its stream: ticks, 960,000 to a quarter note, or samples.

@@ -36,36 +36,6 @@ std::uint32_t upper_half(std::uint64_t position) {
     return static_cast<std::uint32_t>(position >> 32);
 }
 
-/// One entry of the parallel lists; a list that ends early says nothing about it.
-struct EditRow {
-    std::uint32_t clip = 0;
-    std::uint64_t position = 0;
-    std::int32_t colour = no_colour;
-    std::uint32_t overlap = 0;
-    bool live = true;
-    bool is_fade = false;
-    bool in_group = false;
-    bool locked = false;
-    bool muted = false;
-};
-
-EditRow row_of(const PlaylistDetail& list, std::size_t row) {
-    const auto value_in = [row]<typename T>(const std::vector<T>& values, T otherwise) {
-        return row < values.size() ? values[row] : otherwise;
-    };
-    return {
-        .clip = list.region_ids[row],
-        .position = list.positions[row],
-        .colour = value_in(list.colours, no_colour),
-        .overlap = value_in(list.overlap, std::uint32_t{0}),
-        .live = value_in(list.live, std::uint32_t{1}) != 0,
-        .is_fade = value_in(list.is_fade, std::uint32_t{0}) != 0,
-        .in_group = value_in(list.in_group, std::uint32_t{0}) != 0,
-        .locked = value_in(list.locked, std::uint32_t{0}) != 0,
-        .muted = value_in(list.muted, std::uint32_t{0}) != 0,
-    };
-}
-
 /// Numbers of entries in one of the index's lists: the first, and the one behind the last.
 struct Range {
     std::size_t first = 0;
@@ -87,7 +57,7 @@ struct KeyRows {
     std::int32_t colour = no_colour;
     std::optional<bool> muted;  ///< the first live row's
 
-    void add_live_row(const EditRow& row) {
+    void add_live_row(const PlacementRow& row) {
         drawn_over_next |= row.overlap == overlap_over_next;
         drawn_over_previous |= row.overlap == overlap_over_previous;
         locked |= row.locked;
@@ -139,11 +109,7 @@ public:
     /// this position.
     std::optional<std::size_t> take_exact_row(std::size_t slot, std::uint64_t position);
 
-    std::size_t placed_at(std::size_t row) const {
-        return row < list_.placed_at.size() ? list_.placed_at[row] : 0;
-    }
-
-    bool is_muted(std::size_t row) const { return row_of(list_, row).muted; }
+    const PlacementRow& row(std::size_t number) const { return list_.rows[number]; }
 
     bool keeps_tail(std::size_t row) const { return row_keeps_tail(list_, fades_, row); }
 
@@ -152,13 +118,9 @@ private:
 
     void add_key(std::span<const KeyedRow> rows);
     void add_row(KeyRows& key, std::uint32_t number);
-    bool is_usable_fade(const EditRow& row) const {
-        return row.is_fade && row.clip < fades_.size();
+    bool is_usable_fade(const PlacementRow& row) const {
+        return row.is_fade && row.region_id < fades_.size();
     }
-    std::size_t row_count() const {
-        return std::min(list_.region_ids.size(), list_.positions.size());
-    }
-
     const PlaylistDetail& list_;
     std::span<const FadeRecord> fades_;
     std::vector<KeyRows> keys_;  ///< ascending
@@ -170,12 +132,11 @@ private:
 RowIndex::RowIndex(const PlaylistDetail& list, std::span<const FadeRecord> fades)
     : list_(list), fades_(fades) {
     std::vector<KeyedRow> rows;
-    rows.reserve(row_count());
-    for (std::size_t number = 0; number < row_count(); ++number) {
-        const bool in_group = number < list_.in_group.size() && list_.in_group[number] != 0;
-        if (in_group) continue;
-        const auto key = key_of(list_.region_ids[number], list_.positions[number]);
-        rows.emplace_back(key, static_cast<std::uint32_t>(number));
+    rows.reserve(list_.rows.size());
+    for (std::size_t number = 0; number < list_.rows.size(); ++number) {
+        const PlacementRow& row = list_.rows[number];
+        if (row.in_group) continue;
+        rows.emplace_back(key_of(row.region_id, row.position), static_cast<std::uint32_t>(number));
     }
     std::ranges::sort(rows);
     keys_.reserve(rows.size());
@@ -205,14 +166,14 @@ void RowIndex::add_key(std::span<const KeyedRow> rows) {
 }
 
 void RowIndex::add_row(KeyRows& key, std::uint32_t number) {
-    const EditRow row = row_of(list_, number);
+    const PlacementRow& row = list_.rows[number];
     fade_flags_.push_back(is_usable_fade(row));
     if (is_usable_fade(row)) {
         key.has_fade_row = true;
         return;
     }
     key.has_ordinary_row = true;
-    if (!row.live) return;
+    if (!row.live()) return;
 
     key.add_live_row(row);
     ++live_left_of_clip_[key.clip_slot];
@@ -308,9 +269,9 @@ void apply_rows(ClipItem& clip, const Match& match, RowIndex& index) {
     if (!match.own_slot) return;
     if (const auto row = index.take_exact_row(*match.own_slot, clip.stored_position)) {
         clip.edit_row = static_cast<std::int32_t>(*row);
-        clip.placed_at = index.placed_at(*row);
+        clip.placed_at = index.row(*row).placed_at;
         clip.tail_kept = index.keeps_tail(*row);
-        clip.muted = index.is_muted(*row);
+        clip.muted = index.row(*row).muted;
     }
 }
 
@@ -336,11 +297,11 @@ bool settle_clip(ClipItem& clip, const Match& match, RowIndex& index, bool keep_
 
 bool row_keeps_tail(const PlaylistDetail& edit_list, std::span<const FadeRecord> fades,
                     std::size_t row) {
-    if (row_of(edit_list, row).overlap == overlap_over_next) return true;
-    if (row + 1 >= std::min(edit_list.region_ids.size(), edit_list.positions.size())) return false;
-    const EditRow next = row_of(edit_list, row + 1);
-    const bool is_usable = next.is_fade && next.clip < fades.size();
-    return is_usable && fades[next.clip].kind == FadeKind::fade_out;
+    if (edit_list.rows[row].overlap == overlap_over_next) return true;
+    if (row + 1 >= edit_list.rows.size()) return false;
+    const PlacementRow& next = edit_list.rows[row + 1];
+    const bool is_usable = next.is_fade && next.region_id < fades.size();
+    return is_usable && fades[next.region_id].kind == FadeKind::fade_out;
 }
 
 void match_rows(TimelineTrack& track, const PlaylistDetail& edit_list,

@@ -35,11 +35,10 @@ struct RowCounts {
 
 RowCounts count_rows(const PlaylistDetail& list, std::size_t region_count) {
     RowCounts counts;
-    for (std::size_t row = 0; row < list.region_ids.size(); ++row) {
-        const bool in_group = row < list.in_group.size() && list.in_group[row] != 0;
-        const bool is_fade = row < list.is_fade.size() && list.is_fade[row] != 0;
-        if (in_group) counts.has_group = true;
-        if (is_fade && !in_group && list.region_ids[row] >= region_count) {
+    for (const PlacementRow& row : list.rows) {
+        if (row.in_group) {
+            counts.has_group = true;
+        } else if (row.is_fade && row.region_id >= region_count) {
             ++counts.fades_without_clip;
         }
     }

@@ -183,10 +183,13 @@ TEST(ReadMidiPlaylists, PositionsAreSamplesOrTheirDistanceFromTheTickOrigin) {
         const auto midi = over(image, readMidiPlaylists);
         ASSERT_EQ(midi.details.size(), 1U);
         const auto& d = midi.details[0];
-        EXPECT_EQ(fields(d.name, d.in_ticks, d.positions.at(0)),
+        ASSERT_EQ(d.rows.size(), 2U);
+        EXPECT_EQ(fields(d.name, d.in_ticks, d.rows[0].position),
                   fields("Keys", c.tick_based, c.read));
-        EXPECT_EQ(fields(d.region_ids, d.colours, d.muted, d.locked, d.in_group, d.is_fade),
-                  "6,0 30,-2 1,0 0,1 0,1 0,0");
+        const auto shown_row = [](const PlacementRow& r) {
+            return fields(r.region_id, r.colour, r.muted, r.locked, r.in_group, r.is_fade);
+        };
+        EXPECT_EQ(shown_row(d.rows[0]) + "; " + shown_row(d.rows[1]), "6 30 1 0 0 0; 0 -2 0 1 1 0");
         EXPECT_EQ(shown(midi.playlists.clip_counts), "2");
         const auto rows = over(image, readMidiPlaylistRows);
         ASSERT_EQ(rows.size(), 2U);

@@ -37,11 +37,20 @@ TEST(ReadPlaylistDetails, EveryFieldOfARowHasItsPlace) {
     const auto details = readPlaylistDetails(ByteView(image), over(image, walk_playlists));
     ASSERT_EQ(details.size(), 2U);
     const auto& d = details[0];
-    EXPECT_EQ(fields(d.name, d.in_ticks, d.positions.at(0)), "Vox 1 1007752720000");
-    EXPECT_EQ(fields(d.region_ids, d.colours), "16909060,0,0,0,0,0 20,-2,-2,-2,-2,-2")
-        << "one row has no record";
-    EXPECT_EQ(fields(d.is_fade, d.live, d.in_group), "0,1,0,0,0,0 1,0,1,1,1,1 0,0,1,0,0,0");
-    EXPECT_EQ(fields(d.locked, d.muted, d.overlap), "0,0,0,1,0,0 0,0,0,0,1,1 3,3,3,3,3,1");
+    ASSERT_EQ(d.rows.size(), 6U) << "one has no record";
+    EXPECT_EQ(fields(d.name, d.in_ticks, d.rows[0].position), "Vox 1 1007752720000");
+    std::string read;
+    for (const PlacementRow& row : d.rows) {
+        read += fields(row.region_id, row.colour, row.overlap);
+        if (row.is_fade) read += row.live() ? " a live fade" : " a fade";
+        if (row.in_group) read += " in a group";
+        if (row.locked) read += " locked";
+        if (row.muted) read += " muted";
+        read += "\n";
+    }
+    EXPECT_EQ(read,
+              "16909060 20 3\n0 -2 3 a fade\n0 -2 3 in a group\n0 -2 3 locked\n0 -2 3 muted\n"
+              "0 -2 1 muted\n");
     EXPECT_EQ(shown(playlists_in(image).clip_counts), "7,0");
 }
 

@@ -192,8 +192,8 @@ TEST(RealSessions, ClipsLieWhereProToolsShowsThem) {
     std::vector<std::uint32_t> fade_rows;
     const auto walks = over(regions, walk_playlists);
     for (const auto& playlist : readPlaylistDetails(ByteView(regions), walks)) {
-        for (std::size_t i = 0; i < playlist.region_ids.size(); ++i) {
-            if (playlist.is_fade[i] != 0) fade_rows.push_back(playlist.region_ids[i]);
+        for (const PlacementRow& row : playlist.rows) {
+            if (row.is_fade) fade_rows.push_back(row.region_id);
         }
     }
     EXPECT_EQ(fade_rows, (std::vector<std::uint32_t>{3, 2, 4, 0, 5, 1}));

@@ -68,9 +68,8 @@ struct Scene {
 
     Scene(FadeKind kind, double pre, double length, std::uint64_t position) {
         fade = {.kind = kind, .pre = pre, .length = length, .slope = 2, .has_shapes = true};
-        rows.region_ids = {0, 0, 1};
-        rows.is_fade = {0, 1, 0};
-        rows.positions = {0, position, 48000};
+        rows.rows = {
+            {}, {.position = position, .is_fade = true}, {.region_id = 1, .position = 48000}};
         for (int i = 0; i < 2; ++i) {
             ClipItem& clip = track.clips.emplace_back();
             clip.start = i;

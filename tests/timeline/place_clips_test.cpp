@@ -85,7 +85,7 @@ TEST(PlaceClips, PutsStoredPositionsOnTheTimelineInSeconds) {
         SCOPED_TRACE(testing::Message() << c.is_tick_based << ' ' << c.stored);
         Scene scene;
         scene.tempo_map = {{0, 60}, {2 * 960000, 120}};
-        const Row row{.id = 0, .position = static_cast<std::uint64_t>(c.stored)};
+        const Row row{.region_id = 0, .position = static_cast<std::uint64_t>(c.stored)};
         const auto tracks = scene.track_with_rows("Vox", c.is_tick_based, {row}).placed();
         EXPECT_DOUBLE_EQ(tracks.at(0).clips.at(0).start, c.start);
         EXPECT_EQ(tracks.at(0).clips.at(0).stored_position, static_cast<std::uint64_t>(c.stored));
@@ -123,7 +123,8 @@ TEST(PlaceClips, OrdersClipsByStartAndKeepsTheStoredOrderOfEqualStarts) {
     std::mt19937 random(7);
     Scene scene(64);
     std::vector<Row> rows;
-    for (std::uint32_t i = 0; i < 64; ++i) rows.push_back({.id = i, .position = random() % 8});
+    for (std::uint32_t i = 0; i < 64; ++i)
+        rows.push_back({.region_id = i, .position = random() % 8});
     const auto tracks = scene.track_with_rows("Vox", false, rows).placed();
     const auto& clips = tracks.at(0).clips;
     ASSERT_EQ(clips.size(), rows.size());
@@ -179,7 +180,7 @@ TEST(PairTracks, FollowsTheRecordsInTheirOrder) {
             std::vector<Row> rows;
             for (const char kind : word.substr(1)) {
                 const std::uint32_t id = kind == 'f' ? 90 : kind == 'g' ? 3 : 0;  // no region is 90
-                rows.push_back({.id = id, .is_fade = kind == 'f', .in_group = kind == 'g'});
+                rows.push_back({.region_id = id, .is_fade = kind == 'f', .in_group = kind == 'g'});
             }
             scene.record(word.substr(0, 1), false, rows);
         }
@@ -210,15 +211,15 @@ TEST(PairTracks, CountsClipGroupsAmongThePlacements) {
     Scene scene;
     scene.track("A").place(0, 0).place(1, 9);
     scene.placements[1].is_clip_group = true;
-    scene.record("A", true, {{.id = 0}, {.id = 1, .in_group = true}});
-    scene.record("B", false, {{.id = 0}});
+    scene.record("A", true, {{.region_id = 0}, {.region_id = 1, .in_group = true}});
+    scene.record("B", false, {{.region_id = 0}});
     EXPECT_EQ(scene.placed().at(0).record, 0u);
 }
 
 TEST(PairTracks, GivesATrackTheNameThatItsRecordHolds) {
     Scene scene;
     scene.track("Audio 1").place(0, 0).track("Audio 2").place(0, 0);
-    scene.record("Vox", false, {{.id = 0}}).record("", false, {{.id = 0}});
+    scene.record("Vox", false, {{.region_id = 0}}).record("", false, {{.region_id = 0}});
     const auto tracks = scene.placed();
     EXPECT_EQ(tracks.at(0).name, "Vox");
     EXPECT_EQ(tracks.at(1).name, "Audio 2") << "a record without a name renames nothing";
@@ -248,7 +249,8 @@ TEST(DecideTimebases, AsksTheRecordThenAllRecordsThenThePositions) {
         Scene scene;
         scene.track("A");
         for (const auto stored : c.stored) scene.place(0, stored);
-        for (const bool is_tick_based : c.records) scene.record("R", is_tick_based, {{.id = 0}});
+        for (const bool is_tick_based : c.records)
+            scene.record("R", is_tick_based, {{.region_id = 0}});
         EXPECT_EQ(scene.placed().at(0).tick_based, c.tallies[0] == '1');
         const TimelineTallies& t = scene.tallies;
         EXPECT_EQ(formatted("%d%d %d%d %d%d", t.tick_based_tracks, t.sample_based_tracks,

@@ -14,7 +14,7 @@ constexpr std::int64_t quarter = 960'000;
 
 /// One track "Keys" whose playlist holds each region once, in their order.
 struct MidiScene {
-    MidiScene& clip(std::int64_t stored, std::int64_t length, std::uint32_t overlap = 3) {
+    MidiScene& clip(std::int64_t stored, std::int64_t length, std::uint8_t overlap = 3) {
         const auto number = static_cast<std::uint32_t>(regions.size());
         Region region;
         region.index = static_cast<std::uint16_t>(number);
@@ -23,12 +23,11 @@ struct MidiScene {
         regions.push_back(region);
         placements.push_back({.start = std::abs(stored - origin), .region_index = number});
         rows.push_back({"Keys", number, static_cast<std::uint64_t>(stored)});
-        playlists[0].region_ids.push_back(number);
-        playlists[0].colours.push_back(5);
-        playlists[0].overlap.push_back(overlap);
-        playlists[0].in_group.push_back(0);
-        playlists[0].muted.push_back(number % 2);
-        playlists[0].locked.push_back(0);
+        playlists[0].rows.push_back({.region_id = number,
+                                     .position = static_cast<std::uint64_t>(stored),
+                                     .colour = 5,
+                                     .overlap = overlap,
+                                     .muted = number % 2 != 0});
         return *this;
     }
 
@@ -36,10 +35,8 @@ struct MidiScene {
     PlacedMidiTrack placed(bool tick_based, bool has_rows = true) {
         playlists[0].name = "Keys";
         playlists[0].in_ticks = tick_based;
-        for (const auto& row : rows) {
-            const auto distance = std::abs(static_cast<std::int64_t>(row.position) - origin);
-            playlists[0].positions.push_back(tick_based ? static_cast<std::uint64_t>(distance)
-                                                        : row.position);
+        for (PlacementRow& row : playlists[0].rows) {
+            if (tick_based) row.position = distance_from_origin(row.position);
         }
         if (!has_rows) playlists.clear();
         return place_midi_clips({tracks, placements, regions, playlists, rows, 48000}, clock,
@@ -50,7 +47,7 @@ struct MidiScene {
     std::vector<TrackTableRow> tracks{{0, "Keys"}};
     std::vector<ClipTrack> placements;
     std::vector<Region> regions;
-    std::vector<MidiPlaylistDetail> playlists{1};
+    std::vector<PlaylistDetail> playlists{1};
     std::vector<MidiPlaylistRow> rows;
     std::vector<MidiStream> streams{1};
     std::vector<MidiChunk> chunks{1};
@@ -127,7 +124,7 @@ TEST(PlaceMidiClips, ThePlaylistsKindDecidesTheTimebaseAndElseTheSizeOfThePositi
         EXPECT_EQ(scene.tallies.sample_based_clips, c.tick_based ? 0 : 1);
     }
     MidiScene rowless;  // the playlist's kind was read, this row of it was not
-    rowless.clip(48000LL * 90000, 48000).playlists[0].region_ids[0] = 9;
+    rowless.clip(48000LL * 90000, 48000).playlists[0].rows[0].region_id = 9;
     EXPECT_DOUBLE_EQ(rowless.placed(false).clips.at(0).start, 90000);
 }
 

@@ -21,9 +21,10 @@ std::vector<Row> rows_of(const char* text) {
     for (std::string word; words >> word;) {
         const bool is_fade = word[0] == 'f';
         const auto at = word.find('@');
-        rows.push_back({.id = static_cast<std::uint32_t>(std::stoul(word.substr(is_fade ? 1 : 0))),
-                        .position = std::stoull(word.substr(at + 1)),
-                        .is_fade = is_fade});
+        rows.push_back(
+            {.region_id = static_cast<std::uint32_t>(std::stoul(word.substr(is_fade ? 1 : 0))),
+             .position = std::stoull(word.substr(at + 1)),
+             .is_fade = is_fade});
     }
     return rows;
 }
@@ -51,7 +52,7 @@ TEST(MatchRows, DropsRenderedFadesAndDeletedPlacements) {
         Scene scene;
         scene.fade(FadeKind::fade_in).fade(FadeKind::fade_in).track("A");
         for (const Row& row : rows_of(c.placements)) {
-            scene.place(row.id, static_cast<std::int64_t>(row.position));
+            scene.place(row.region_id, static_cast<std::int64_t>(row.position));
         }
         const auto tracks = scene.record("A", false, rows_of(c.rows)).placed();
         ASSERT_EQ(tracks.at(0).record, 0u);
@@ -66,9 +67,9 @@ TEST(MatchRows, DropsRenderedFadesAndDeletedPlacements) {
 }
 
 TEST(MatchRows, KeepsRenderedFadesOnDemandBesideTheirClips) {
-    const Row fade_in{.id = 0, .position = 5, .is_fade = true};
-    const Row clip{.id = 0, .position = 5, .locked = true};
-    const Row fade_out{.id = 0, .position = 90000, .is_fade = true};
+    const Row fade_in{.region_id = 0, .position = 5, .is_fade = true};
+    const Row clip{.region_id = 0, .position = 5, .locked = true};
+    const Row fade_out{.region_id = 0, .position = 90000, .is_fade = true};
     struct {
         const char* what;
         std::vector<std::int64_t> further_clips;  // places of clips that no row stands at
@@ -85,8 +86,7 @@ TEST(MatchRows, KeepsRenderedFadesOnDemandBesideTheirClips) {
         scene.fade(FadeKind::fade_in);
         scene.track_with_rows("A", false, {fade_in, clip, fade_out});
         for (const auto position : c.further_clips) scene.place(0, position);
-        scene.edit_lists[0].region_ids.resize(3 + c.further_clips.size(), 0);
-        scene.edit_lists[0].positions.resize(3 + c.further_clips.size(), 500000);
+        scene.edit_lists[0].rows.resize(3 + c.further_clips.size(), {.position = 500000});
         scene.clip_counts[0] = static_cast<std::uint32_t>(scene.placements.size());
 
         const auto tracks = scene.placed();
@@ -111,11 +111,11 @@ TEST(MatchRows, TellsHowEachClipIsDrawnLockedAndMuted) {
     scene.fade(FadeKind::fade_in).fade(FadeKind::fade_out);
     scene.track("A").place(3, 900).place(2, 600).place(3, 300);
     scene.record("A", false,
-                 {{.id = 3, .position = 900, .colour = 7, .locked = true},
-                  {.id = 1, .position = 900, .is_fade = true},
-                  {.id = 2, .position = 600, .overlap = 1, .muted = true},
-                  {.id = 3, .position = 300, .overlap = 2},
-                  {.id = 0, .position = 300, .is_fade = true}});
+                 {{.region_id = 3, .position = 900, .colour = 7, .locked = true},
+                  {.region_id = 1, .position = 900, .is_fade = true},
+                  {.region_id = 2, .position = 600, .overlap = 1, .muted = true},
+                  {.region_id = 3, .position = 300, .overlap = 2},
+                  {.region_id = 0, .position = 300, .is_fade = true}});
     scene.clip_counts = {3};  // what the track finds its record by
 
     const auto tracks = scene.placed();
@@ -135,7 +135,7 @@ TEST(MatchRows, TellsHowEachClipIsDrawnLockedAndMuted) {
 TEST(MatchRows, ADisplacedClipTakesWhatItsNearRowSays) {
     Scene scene;
     scene.track("A").place(0, 110);
-    scene.record("A", false, {{.id = 0, .position = 100, .colour = 7, .muted = true}});
+    scene.record("A", false, {{.region_id = 0, .position = 100, .colour = 7, .muted = true}});
     const auto tracks = scene.placed();
     const ClipItem& clip = tracks.at(0).clips.at(0);
     EXPECT_EQ(clip.edit_row, -1);
@@ -147,7 +147,8 @@ TEST(MatchRows, ADisplacedClipTakesWhatItsNearRowSays) {
 TEST(MatchRows, TellsFarPositionsApartThatShareTheirLowHalf) {
     Scene scene;
     const std::uint64_t far = 0x1'0000'0064;
-    scene.track_with_rows("A", false, {{.id = 0, .position = far}, {.id = 0, .position = 0x64}});
+    scene.track_with_rows("A", false,
+                          {{.region_id = 0, .position = far}, {.region_id = 0, .position = 0x64}});
     const auto tracks = scene.placed();
     ASSERT_EQ(tracks.at(0).clips.size(), 2u);
     EXPECT_EQ(tracks[0].clips[0].edit_row, 1);
@@ -156,7 +157,7 @@ TEST(MatchRows, TellsFarPositionsApartThatShareTheirLowHalf) {
 
 TEST(MatchRows, ListsThatEndEarlySayNothingMore) {
     Scene scene;
-    scene.track_with_rows("A", false, {{.id = 0}, {.id = 1, .position = 9}});
+    scene.track_with_rows("A", false, {{.region_id = 0}, {.region_id = 1, .position = 9}});
     scene.edit_lists[0].live.clear();
     scene.edit_lists[0].colours.clear();
     scene.edit_lists[0].positions.pop_back();

@@ -4,22 +4,13 @@
 #include <string>
 #include <vector>
 
+#include "session/playlist_walk.hpp"
 #include "timeline/lay_out_timeline.hpp"
 #include "timeline/place_clips.hpp"
 
 namespace tanrove::testing_records {
 
-/// One row of an edit list; an ordinary clip's unless a test says otherwise.
-struct Row {
-    std::uint32_t id = 0;
-    std::uint64_t position = 0;
-    bool is_fade = false;
-    bool in_group = false;
-    std::uint32_t overlap = 3;
-    std::int32_t colour = -2;
-    bool locked = false;
-    bool muted = false;
-};
+using Row = PlacementRow;
 
 class Scene {
 public:
@@ -55,17 +46,7 @@ public:
         clip_counts.push_back(static_cast<std::uint32_t>(rows.size()));
         PlaylistDetail& list = edit_lists.emplace_back();
         list.name = name;
-        for (const Row& row : rows) {
-            list.region_ids.push_back(row.id);
-            list.colours.push_back(row.colour);
-            list.live.push_back(row.is_fade ? 0 : 1);
-            list.is_fade.push_back(row.is_fade ? 1 : 0);
-            list.overlap.push_back(row.overlap);
-            list.in_group.push_back(row.in_group ? 1 : 0);
-            list.locked.push_back(row.locked ? 1 : 0);
-            list.muted.push_back(row.muted ? 1 : 0);
-            list.positions.push_back(row.position);
-        }
+        list.rows = rows;
         return *this;
     }
 
@@ -74,8 +55,8 @@ public:
                            const std::vector<Row>& rows) {
         track(name);
         for (const Row& row : rows) {
-            if (row.id >= regions.size() && !row.in_group) continue;
-            place(row.id, static_cast<std::int64_t>(row.position));
+            if (row.region_id >= regions.size() && !row.in_group) continue;
+            place(row.region_id, static_cast<std::int64_t>(row.position));
             placements.back().is_clip_group = row.in_group;
         }
         return record(name, is_tick_based, rows);
