@@ -26,16 +26,16 @@ int read_precision(const char*& format) {
 
 }  // namespace
 
-bool append_plain(std::string& target, const char* format, std::va_list values) {
+bool append_plain(LineBuffer& target, const char* format, std::va_list values) {
     const std::size_t before = target.size();
     const auto refuse = [&] {
-        target.resize(before);
+        target.shorten(before);
         return false;
     };
     for (;;) {
         const char* const conversion = std::strchr(format, '%');
         if (conversion == nullptr) break;
-        target.append(format, conversion);
+        target.append({format, conversion});
         format = conversion + 1;
         const bool has_precision = *format == '.';
         const int precision = read_precision(format);
@@ -57,7 +57,7 @@ bool append_plain(std::string& target, const char* format, std::va_list values) 
             ++format;
             append_part(target, va_arg(values, unsigned long));
         } else if (*format == '%') {
-            target += '%';
+            target.append(1, '%');
         } else {
             return refuse();
         }

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <cstdarg>
-#include <string>
 
+#include "base/line_buffer.hpp"
 #include "base/printf_check.hpp"
 
 namespace tanrove {
@@ -12,7 +12,6 @@ namespace tanrove {
 /// Appends what vsnprintf writes in the "C" locale. Knows "%s", "%d", "%u", "%lu", "%%", and "%f"
 /// and "%g" with or without a precision. False, and `target` as it was, for any other conversion
 /// and for a text of `max_formatted_bytes` or more.
-bool append_plain(std::string& target, const char* format, std::va_list values)
-    TANROVE_PRINTF(2, 0);
+bool append_plain(LineBuffer& target, const char* format, std::va_list values) TANROVE_PRINTF(2, 0);
 
 }  // namespace tanrove

@@ -5,12 +5,11 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 
 namespace tanrove {
 
 namespace {
-
-constexpr std::size_t longest_number_bytes = 400;  // 309 digits, sign, point and precision
 
 // Doubles below 2^53 come apart into a whole number and a fraction without loss.
 constexpr double whole_limit = 9007199254740992.0;
@@ -73,63 +72,76 @@ std::uint64_t digits_of(double fraction, std::uint64_t power) {
     return shifted_and_rounded(product(mantissa, power), shift);
 }
 
-}  // namespace
+/// "00", "01" to "99", one behind the other.
+constexpr auto digit_pairs = [] {
+    std::array<char, 200> pairs = {};
+    for (std::size_t i = 0; i < pairs.size(); ++i) {
+        pairs[i] = static_cast<char>('0' + (i % 2 == 0 ? i / 20 : i / 2 % 10));
+    }
+    return pairs;
+}();
 
-void append_part(std::string& target, const Fixed& number) {
-    const auto [value, precision] = number;
-    std::array<char, longest_number_bytes> text;
-    char* const end = text.data() + text.size();
-    const double size = std::abs(value);
-    if (!(size < whole_limit) || precision < 1 || precision > max_digits_behind_point) {
-        const auto done =
-            std::to_chars(text.data(), end, value, std::chars_format::fixed, precision);
-        target.append(text.data(), done.ptr);
+/// Writes a number with so many digits, zeros in front.
+void put_digits(char* at, std::uint64_t number, int count) {
+    if (number == 0) {
+        std::memset(at, '0', static_cast<std::size_t>(count));
         return;
     }
+    for (; count >= 2; count -= 2) {
+        std::memcpy(at + count - 2, &digit_pairs[number % 100 * 2], 2);
+        number /= 100;
+    }
+    if (count == 1) *at = static_cast<char>('0' + number);
+}
+
+}  // namespace
+
+char* put_number(char* at, const Fixed& number) {
+    const auto [value, precision] = number;
+    const double size = std::abs(value);
+    if (!(size < whole_limit) || precision < 1 || precision > max_digits_behind_point) {
+        return std::to_chars(at, at + longest_number_bytes, value, std::chars_format::fixed,
+                             precision)
+            .ptr;
+    }
     auto whole = static_cast<std::uint64_t>(size);
+    const double fraction = size - static_cast<double>(whole);
     const std::uint64_t power = powers_of_ten[static_cast<std::size_t>(precision)];
-    std::uint64_t digits = digits_of(size - static_cast<double>(whole), power);
+    std::uint64_t digits = fraction > 0 ? digits_of(fraction, power) : 0;
     if (digits == power) {
         digits = 0;
         ++whole;
     }
-    char* at = text.data();
     if (std::signbit(value)) *at++ = '-';
-    at = std::to_chars(at, end, whole).ptr;
-    *at = '.';
-    for (int i = precision; i > 0; --i) {
-        at[i] = static_cast<char>('0' + digits % 10);
-        digits /= 10;
-    }
-    target.append(text.data(), at + precision + 1);
+    at = put_number(at, whole);
+    *at++ = '.';
+    put_digits(at, digits, precision);
+    return at + precision;
 }
 
-void append_part(std::string& target, const General& number) {
+char* put_number(char* at, const General& number) {
     const auto [value, precision] = number;
-    std::array<char, longest_number_bytes> text;
-    char* const end = text.data() + text.size();
     // Small whole numbers are printed as what they are.
     constexpr double small = 10;
     if (std::abs(value) < small && !std::signbit(value) && value == std::floor(value)) {
-        target += static_cast<char>('0' + static_cast<int>(value));
-        return;
+        *at = static_cast<char>('0' + static_cast<int>(value));
+        return at + 1;
     }
-    const auto done = std::to_chars(text.data(), end, value, std::chars_format::general, precision);
-    target.append(text.data(), done.ptr);
+    return std::to_chars(at, at + longest_number_bytes, value, std::chars_format::general,
+                         precision)
+        .ptr;
 }
 
-void append_part(std::string& target, const HexByte& number) {
+char* put_number(char* at, const HexByte& number) {
     constexpr std::string_view digits = "0123456789abcdef";
     constexpr unsigned two_digits = 0xff;
     constexpr unsigned digit_mask = 0xf;
     if (number.value > two_digits) {
-        std::array<char, longest_number_bytes> text;
-        const auto done = std::to_chars(text.data(), text.data() + text.size(), number.value, 16);
-        target.append(text.data(), done.ptr);
-        return;
+        return std::to_chars(at, at + longest_number_bytes, number.value, 16).ptr;
     }
-    target += digits[number.value >> 4];
-    target += digits[number.value & digit_mask];
+    *at++ = digits[number.value >> 4];
+    *at++ = digits[number.value & digit_mask];
+    return at;
 }
 
 }  // namespace tanrove

@@ -4,8 +4,10 @@
 
 #include <charconv>
 #include <concepts>
-#include <string>
+#include <cstddef>
 #include <string_view>
+
+#include "base/line_buffer.hpp"
 
 namespace tanrove {
 
@@ -28,20 +30,27 @@ struct HexByte {
     unsigned value = 0;
 };
 
-inline void append_part(std::string& target, std::string_view text) {
-    target.append(text);
-}
+constexpr std::size_t longest_number_bytes = 400;  // 309 digits, sign, point and precision
 
-void append_part(std::string& target, const Fixed& number);
-void append_part(std::string& target, const General& number);
-void append_part(std::string& target, const HexByte& number);
+// Write a number where there is room for the longest, and give the end of what was written.
+char* put_number(char* at, const Fixed& number);
+char* put_number(char* at, const General& number);
+char* put_number(char* at, const HexByte& number);
 
 /// A whole number: "%d", "%u" and their wider forms.
 template <std::integral Whole>
-void append_part(std::string& target, Whole value) {
-    constexpr std::size_t longest = 24;
-    char text[longest];
-    target.append(text, std::to_chars(text, text + longest, value).ptr);
+char* put_number(char* at, Whole value) {
+    return std::to_chars(at, at + longest_number_bytes, value).ptr;
+}
+
+inline void append_part(LineBuffer& target, std::string_view text) {
+    target.append(text);
+}
+
+template <typename Number>
+requires(!std::convertible_to<Number, std::string_view>) void append_part(LineBuffer& target,
+                                                                          const Number& number) {
+    target.end_at(put_number(target.room(longest_number_bytes), number));
 }
 
 }  // namespace tanrove

@@ -9,33 +9,28 @@
 
 namespace tanrove {
 
+void TextSink::append_formatted(const char* format, std::va_list values) {
+    std::va_list again;
+    va_copy(again, values);
+    if (!append_plain(buffer_, format, values)) buffer_.append(formatted_list(format, again));
+    va_end(again);
+}
+
 void TextSink::line(int level, const char* format, ...) {
-    std::string& text = target();
-    text.append(static_cast<std::size_t>(level) * indent_width, ' ');
+    buffer_.append(static_cast<std::size_t>(level) * indent_width, ' ');
     std::va_list values;
     va_start(values, format);
-    const bool is_plain = append_plain(text, format, values);
+    append_formatted(format, values);
     va_end(values);
-    if (!is_plain) {
-        va_start(values, format);
-        text += formatted_list(format, values);
-        va_end(values);
-    }
-    text += '\n';
+    buffer_.append(1, '\n');
     hand_on_if_full();
 }
 
 void TextSink::text(const char* format, ...) {
-    std::string& text = target();
     std::va_list values;
     va_start(values, format);
-    const bool is_plain = append_plain(text, format, values);
+    append_formatted(format, values);
     va_end(values);
-    if (!is_plain) {
-        va_start(values, format);
-        text += formatted_list(format, values);
-        va_end(values);
-    }
     hand_on_if_full();
 }
 
@@ -43,11 +38,19 @@ void TextSink::raw(const std::string& bytes) {
     put(bytes);
 }
 
+void TextSink::hand_on() {
+    const std::string_view text = buffer_.text();
+    if (memory_ != nullptr) {
+        *memory_ += text;
+    } else {
+        if (std::fwrite(text.data(), 1, text.size(), stream_) != text.size()) failed_ = true;
+        if (std::fflush(stream_) != 0) failed_ = true;
+    }
+    buffer_.shorten(0);
+}
+
 void TextSink::flush() {
-    if (stream_ == nullptr || buffer_.empty()) return;
-    if (std::fwrite(buffer_.data(), 1, buffer_.size(), stream_) != buffer_.size()) failed_ = true;
-    if (std::fflush(stream_) != 0) failed_ = true;
-    buffer_.clear();
+    if (buffer_.size() > 0) hand_on();
 }
 
 }  // namespace tanrove

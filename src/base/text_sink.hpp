@@ -1,9 +1,11 @@
 // The writer of project text: lines with their indentation over a C stream, or into memory.
 #pragma once
 
+#include <cstdarg>
 #include <cstdio>
 #include <string>
 
+#include "base/line_buffer.hpp"
 #include "base/number_text.hpp"
 #include "base/printf_check.hpp"
 
@@ -15,7 +17,7 @@ class TextSink {
 public:
     /// Writes to `stream`, opened in binary mode by the caller. Buffers what it is given.
     explicit TextSink(std::FILE* stream) : stream_(stream) {}
-    /// Writes to a string that the caller keeps.
+    /// Writes to a string that the caller keeps. It has each line as soon as that is written.
     explicit TextSink(std::string& memory) : memory_(&memory) {}
     ~TextSink() { flush(); }
     TextSink(const TextSink&) = delete;
@@ -28,17 +30,16 @@ public:
     /// that a project has hundreds of thousands of.
     template <typename... Parts>
     void row(int level, const Parts&... parts) {
-        std::string& text = target();
-        text.append(static_cast<std::size_t>(level) * indent_width, ' ');
-        (append_part(text, parts), ...);
-        text += '\n';
+        buffer_.append(static_cast<std::size_t>(level) * indent_width, ' ');
+        (append_part(buffer_, parts), ...);
+        buffer_.append(1, '\n');
         hand_on_if_full();
     }
 
     /// Texts and numbers as they stand.
     template <typename... Parts>
     void put(const Parts&... parts) {
-        (append_part(target(), parts), ...);
+        (append_part(buffer_, parts), ...);
         hand_on_if_full();
     }
 
@@ -58,14 +59,15 @@ private:
     static constexpr std::size_t indent_width = 2;
     static constexpr std::size_t flush_bytes = 1 << 16;
 
-    std::string& target() { return memory_ != nullptr ? *memory_ : buffer_; }
+    void append_formatted(const char* format, std::va_list values) TANROVE_PRINTF(2, 0);
     void hand_on_if_full() {
-        if (buffer_.size() >= flush_bytes) flush();
+        if (buffer_.size() >= flush_bytes || memory_ != nullptr) hand_on();
     }
+    void hand_on();
 
     std::FILE* stream_ = nullptr;
     std::string* memory_ = nullptr;
-    std::string buffer_;
+    LineBuffer buffer_;
     bool failed_ = false;
 };
 

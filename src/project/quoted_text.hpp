@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/line_buffer.hpp"
+
 namespace tanrove {
 
 /// The text between quotes, as it stands in a project line. The quote is the first of " ' ` that
@@ -17,7 +19,7 @@ struct Quoted {
     std::string_view text;
 };
 
-void append_part(std::string& target, const Quoted& quoted);
+void append_part(LineBuffer& target, const Quoted& quoted);
 
 /// True if `quoted` keeps the text to the byte. A path that it changes leads to no file.
 bool is_kept_by_quotes(std::string_view text);
