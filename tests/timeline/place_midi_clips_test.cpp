@@ -58,7 +58,7 @@ struct MidiScene {
 TEST(PlaceMidiClips, TheClipThatIsDrawnBelowGivesWay) {
     struct {
         std::int64_t first_length, second_at, second_length;
-        std::uint32_t overlap;  // of the second's row
+        std::uint8_t overlap;  // of the second's row
         std::int64_t first_left, second_start, second_left;
     } const cases[] = {
         {8, 4, 8, 3, 4, 4, 8},  // the later one takes over

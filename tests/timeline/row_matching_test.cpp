@@ -155,17 +155,6 @@ TEST(MatchRows, TellsFarPositionsApartThatShareTheirLowHalf) {
     EXPECT_EQ(tracks[0].clips[1].edit_row, 0);
 }
 
-TEST(MatchRows, ListsThatEndEarlySayNothingMore) {
-    Scene scene;
-    scene.track_with_rows("A", false, {{.region_id = 0}, {.region_id = 1, .position = 9}});
-    scene.edit_lists[0].live.clear();
-    scene.edit_lists[0].colours.clear();
-    scene.edit_lists[0].positions.pop_back();
-    const auto tracks = scene.placed();
-    EXPECT_EQ(region_numbers(tracks.at(0).clips), "0 ");
-    EXPECT_EQ(scene.tallies.deleted_placements, 1);
-}
-
 TEST(StackedClips, TheOneThatFitsTheGapStaysElseTheLongest) {
     struct {
         const char* what;
