@@ -1,5 +1,5 @@
-// A look into one session: the tree of its blocks with their names and their own bytes, and how
-// many records each reader finds.
+// A look into one session: the tree of its blocks with their names and their own bytes, and what
+// each reader finds, a line a record. A record's fields stand in the order of its declaration.
 //   session_dump SESSION [BYTES]
 // BYTES: how many of a block's own bytes are shown (64; 0 shows none). A block's own bytes are
 // those in front of its first child: the texts of real sessions stand there.
@@ -87,8 +87,10 @@ int main(int count, char** arguments) {
     std::vector<AudioFileEntry> files;
     for (const auto& audio : session.audio_files()) files.push_back({audio.name, audio.index});
     std::printf("\nrecords\n");
-    for (const Reading& reading : read_everything(BlockIndex(image), files)) {
+    for (const Reading& reading : read_everything(BlockIndex(image), files, true)) {
         std::printf("%8zu  %s\n", reading.records, std::string(reading.reader).c_str());
+        if (reading.family == ReaderFamily::blocks) continue;  // the tree shows them
+        for (const std::string& text : reading.texts) std::printf("          %s\n", text.c_str());
     }
     return 0;
 }

@@ -55,19 +55,24 @@
 #include "session/video_files.hpp"
 #include "session/warp_maps.hpp"
 #include "support/record_sum.hpp"
+#include "support/record_text.hpp"
 
 namespace tanrove {
 
 namespace {
 
+using builder::record_text;
+
 /// Keeps what the readers of one family gave.
 class Readings {
 public:
-    explicit Readings(ReaderFamily family) : family_(family) {}
+    Readings(ReaderFamily family, bool with_texts) : family_(family), with_texts_(with_texts) {}
 
     template <typename List>
     void list(std::string_view reader, const List& records) {
-        keep(reader, static_cast<std::size_t>(std::ranges::distance(records)), records);
+        sum_up(reader, static_cast<std::size_t>(std::ranges::distance(records)), records);
+        if (!with_texts_) return;
+        for (const auto& record : records) all_.back().texts.push_back(record_text(record));
     }
     template <typename Value>
     void value(std::string_view reader, const std::optional<Value>& value) {
@@ -76,15 +81,22 @@ public:
     /// A record that is always there, and how many entries count as read.
     template <typename Record>
     void keep(std::string_view reader, std::size_t records, const Record& record) {
-        builder::RecordSum sum;
-        sum.add(record);
-        all_.push_back({family_, reader, records, sum.bytes(), sum.digest()});
+        sum_up(reader, records, record);
+        if (with_texts_ && records > 0) all_.back().texts = {record_text(record)};
     }
 
     std::vector<Reading> take() { return std::move(all_); }
 
 private:
+    template <typename Record>
+    void sum_up(std::string_view reader, std::size_t records, const Record& record) {
+        builder::RecordSum sum;
+        sum.add(record);
+        all_.push_back({family_, reader, records, sum.bytes(), sum.digest()});
+    }
+
     ReaderFamily family_;
+    bool with_texts_;
     std::vector<Reading> all_;
 };
 
@@ -317,8 +329,8 @@ constexpr std::array<FamilyReader, reader_family_names.size()> family_readers = 
     read_container,   read_blocks, read_tracks, read_mixer,  read_lanes,  read_clips,
     read_clip_tables, read_time,   read_midi,   read_tables, read_plugins};
 
-std::vector<Reading> read_family_of(Session& session, std::size_t family) {
-    Readings readings(static_cast<ReaderFamily>(family));
+std::vector<Reading> read_family_of(Session& session, std::size_t family, bool with_texts) {
+    Readings readings(static_cast<ReaderFamily>(family), with_texts);
     family_readers[family](session, readings);
     return readings.take();
 }
@@ -327,14 +339,14 @@ std::vector<Reading> read_family_of(Session& session, std::size_t family) {
 
 std::vector<Reading> read_family(const BlockIndex& index, ReaderFamily family, Files files) {
     Session session(index, files);
-    return read_family_of(session, static_cast<std::size_t>(family));
+    return read_family_of(session, static_cast<std::size_t>(family), false);
 }
 
-std::vector<Reading> read_everything(const BlockIndex& index, Files files) {
+std::vector<Reading> read_everything(const BlockIndex& index, Files files, bool with_texts) {
     Session session(index, files);
     std::vector<Reading> all;
     for (std::size_t family = 0; family < family_readers.size(); ++family) {
-        const auto some = read_family_of(session, family);
+        const auto some = read_family_of(session, family, with_texts);
         all.insert(all.end(), some.begin(), some.end());
     }
     return all;

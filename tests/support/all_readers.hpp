@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -39,6 +40,7 @@ struct Reading {
     std::size_t records = 0;   ///< entries of its list; 1 or 0 for a value that is there or not
     std::size_t bytes = 0;     ///< memory that the records hold
     std::uint64_t digest = 0;  ///< changes with any field of any record
+    std::vector<std::string> texts = {};  ///< one a record, where they were asked for
 
     bool operator==(const Reading&) const = default;
 };
@@ -49,6 +51,7 @@ std::vector<Reading> read_family(const BlockIndex& index, ReaderFamily family,
 
 /// Calls all readers, family by family.
 std::vector<Reading> read_everything(const BlockIndex& index,
-                                     std::span<const AudioFileEntry> files = {});
+                                     std::span<const AudioFileEntry> files = {},
+                                     bool with_texts = false);
 
 }  // namespace tanrove
