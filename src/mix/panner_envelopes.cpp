@@ -11,10 +11,6 @@ namespace {
 
 constexpr int parts_of_gap = 8;
 
-bool moves(const Lane& lane) {
-    return !lane.points.empty();
-}
-
 bool is_earlier(const LanePoint& one, const LanePoint& other) {
     return one.position < other.position;
 }
@@ -73,6 +69,18 @@ std::vector<Lane> held_lanes(const PannerPlan& plan) {
     return lanes;
 }
 
+/// The lanes of a strip count all in ticks or all in samples. Should those of one parameter not,
+/// they have no unit in common.
+bool has_both_units(const PannerParameter& parameter, const std::vector<Lane>& lanes) {
+    bool any_in_ticks = false;
+    bool any_in_samples = false;
+    for (const std::size_t place : parameter.lanes) {
+        const Lane& lane = lanes[place];
+        if (lane.moves()) (lane.in_ticks ? any_in_ticks : any_in_samples) = true;
+    }
+    return any_in_ticks && any_in_samples;
+}
+
 PannerValues static_values(const std::vector<Lane>& lanes) {
     PannerValues values = {};
     for (std::size_t i = 0; i < values.size(); ++i) values[i] = lanes[i].initial;
@@ -85,10 +93,8 @@ double PannerEnvelopePlanner::seconds(double position, bool in_ticks) const {
     return std::max(0.0, in_ticks ? clock_.seconds(position) : position / rate_hz_);
 }
 
-/// The lanes of a strip count all in ticks or all in samples. Should they not, samples it is.
-void PannerEnvelopePlanner::settle_units(std::vector<Lane>& lanes) const {
-    const auto in_ticks = [](const Lane& lane) { return lane.in_ticks || !moves(lane); };
-    if (std::ranges::all_of(lanes, in_ticks)) return;
+/// The same lanes, all in samples.
+std::vector<Lane> PannerEnvelopePlanner::in_samples(std::vector<Lane> lanes) const {
     for (Lane& lane : lanes) {
         if (!lane.in_ticks) continue;
         for (LanePoint& point : lane.points) {
@@ -96,6 +102,7 @@ void PannerEnvelopePlanner::settle_units(std::vector<Lane>& lanes) const {
         }
         lane.in_ticks = false;
     }
+    return lanes;
 }
 
 /// The times of all points of these lanes, each once, and those between them.
@@ -138,7 +145,7 @@ PannerEnvelope PannerEnvelopePlanner::envelope(const PannerParameter& parameter,
     std::vector<const Lane*> moving;
     std::vector<LaneWalk> walks;
     for (const std::size_t place : parameter.lanes) {
-        if (moves(lanes[place])) moving.push_back(&lanes[place]);
+        if (lanes[place].moves()) moving.push_back(&lanes[place]);
         walks.emplace_back(lanes[place]);
     }
     if (moving.empty()) return envelope;
@@ -168,11 +175,12 @@ PannerEnvelope PannerEnvelopePlanner::envelope(const PannerParameter& parameter,
 }
 
 std::vector<PannerEnvelope> PannerEnvelopePlanner::plan(const PannerPlan& plan) {
-    std::vector<Lane> lanes = held_lanes(plan);
-    settle_units(lanes);
+    const std::vector<Lane> lanes = held_lanes(plan);
     std::vector<PannerEnvelope> envelopes;
     for (const PannerParameter& parameter : panner_parameters()) {
-        PannerEnvelope planned = envelope(parameter, lanes);
+        PannerEnvelope planned = has_both_units(parameter, lanes)
+                                     ? envelope(parameter, in_samples(lanes))
+                                     : envelope(parameter, lanes);
         if (!planned.points.empty()) envelopes.push_back(std::move(planned));
     }
     return envelopes;

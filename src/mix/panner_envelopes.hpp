@@ -32,7 +32,7 @@ public:
 private:
     PannerEnvelope envelope(const PannerParameter& parameter, const std::vector<Lane>& lanes);
     std::vector<double> times_of(const std::vector<const Lane*>& moving);
-    void settle_units(std::vector<Lane>& lanes) const;
+    std::vector<Lane> in_samples(std::vector<Lane> lanes) const;
     double seconds(double position, bool in_ticks) const;
 
     TempoClock clock_;

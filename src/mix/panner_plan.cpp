@@ -25,9 +25,9 @@ enum : std::uint8_t {
 };
 
 constexpr double silent_lfe_db = -143.9;
-constexpr double silent_lfe_tenths = -1439;
-constexpr double tenths_in_decade = 200.0;  // of a dB, of gain
-constexpr double full_lfe_gain = 4;         // REAPER's knob ends there
+constexpr double db_in_decade = 20;  // of gain
+constexpr double tenths_of_a_db = 10;
+constexpr double full_lfe_gain = 4;  // REAPER's knob ends there
 
 /// How far in front the source is, 0 to 1.
 double frontness(const PannerValues& values) {
@@ -57,14 +57,12 @@ double x_parameter(const PannerValues& values) {
     return (place_x(values) + 1) * 0.5;
 }
 
-double lfe_parameter(const PannerValues& values) {
-    if (values[lfe_level] <= silent_lfe_tenths) return 0;
-    return std::pow(10, values[lfe_level] / tenths_in_decade) / full_lfe_gain;
+double lfe_gain(double db) {
+    return db > silent_lfe_db ? std::min(std::pow(10, db / db_in_decade), full_lfe_gain) : 0;
 }
 
-double lfe_gain(const PannerPlan& plan) {
-    if (!plan.has_lfe || plan.lfe_db <= silent_lfe_db) return 0;
-    return std::min(std::pow(10, plan.lfe_db / 20), full_lfe_gain);
+double lfe_parameter(const PannerValues& values) {
+    return lfe_gain(values[lfe_level] / tenths_of_a_db) / full_lfe_gain;
 }
 
 PannerValues values_of(const PannerPlan& plan, bool is_right) {
@@ -86,7 +84,7 @@ PannerInput panner_input(const PannerPlan& plan, bool is_right) {
     return {.x = place_x(values),
             .y = values[front_rear] / hundred,
             .divergence = std::clamp(divergence(values), 0.0, 1.0),
-            .lfe_gain = lfe_gain(plan)};
+            .lfe_gain = plan.has_lfe ? lfe_gain(plan.lfe_db) : 0};
 }
 
 const std::vector<PannerParameter>& panner_parameters() {

@@ -27,6 +27,9 @@ struct PannerEnvelope {
     std::vector<Point> points;  ///< from time 0 on; two at one time where the value jumps
 };
 
+/// What the panner's state holds as the share of the sides: the session knows no other.
+constexpr double whole_side = 1;
+
 /// Positions are -100 left or rear to 100 right or front; divergences and the center are
 /// percentages.
 struct PannerPlan {
@@ -50,7 +53,7 @@ struct PannerPlan {
     std::int32_t right_front_divergence = 0;
     std::int32_t right_rear_divergence = 0;
     std::int32_t right_front_rear_divergence = 0;
-    double side_percent = 1;
+    double side_percent = whole_side;
     bool has_lfe = false;
     double lfe_db = 0;
     std::vector<Lane> lanes;  ///< the seven numbers of a mono track as they move, or none

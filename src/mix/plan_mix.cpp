@@ -111,6 +111,7 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     plan_outputs(mix.tracks, routing, tallies.routing);
     PannerEnvelopePlanner panner_envelopes(clock, input.rate_hz);
     mix.panner_tries = plan_panners(mix.tracks, routing, panner_envelopes, tallies.panners);
+    count_panner_lanes_left_out(mix.tracks, strips, tallies.panners);
     plan_key_inputs(mix.tracks, routing, send_envelope, tallies.routing);
     plan_sends(mix.tracks, routing, send_envelope, tallies.routing);
     folders.silent = silent_names(rows);
@@ -128,6 +129,10 @@ MixPlan plan_mix(MixInput input, MixTallies& tallies) {
     mix.master.channels = tallies.routing.master_channels;
     place_master_track(mix.master, input.master.masters.row, strips, mix.tracks);
     mix.strip_tracks = plan_strip_tracks(mix.tracks, left_out, mixer, envelopes, tallies.levels);
+    if (!mix.strip_tracks.empty()) {
+        const TrackStrips their_strips(mix.strip_tracks, mixer);
+        count_panner_lanes_left_out(mix.strip_tracks, their_strips, tallies.panners);
+    }
     tallies.levels.mixer_strips =
         static_cast<int>(std::ranges::count(input.strips, true, &Strip::present));
     mix.video = plan_video(input.video, clock, tallies.video);

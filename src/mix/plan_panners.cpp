@@ -3,7 +3,9 @@
 #include "mix/plan_panners.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <set>
 
@@ -57,7 +59,9 @@ const PannerLanes* lanes_of(const Strip& strip, std::size_t panner) {
     return panner < strip.surround_lanes.size() ? &strip.surround_lanes[panner] : nullptr;
 }
 
-/// The settings of a strip's first panner, or of its second, which is the right channel's.
+/// The settings of a strip's first panner, or of its second, which is the right channel's. Each
+/// looks for itself: a right channel without lanes stands where the record says, whatever the left
+/// one has.
 std::optional<PannerNumbers> numbers_of(const Strip* strip, std::size_t panner) {
     if (strip == nullptr) return std::nullopt;
     const PannerLanes* lanes = lanes_of(*strip, panner);
@@ -86,9 +90,13 @@ void set_numbers(PannerPlan& plan, const PannerNumbers& left, const PannerNumber
     plan.right_front_rear_divergence = right[5];
 }
 
+/// Of the track, which panner of its strip it plays: a right leg the second.
+std::size_t first_panner(const TrackPlan& track) {
+    return track.leg_pan > 0 ? 1 : 0;
+}
+
 int moving_lanes(const PannerLanes& lanes) {
-    return static_cast<int>(
-        std::ranges::count_if(lanes, [](const Lane& lane) { return !lane.points.empty(); }));
+    return static_cast<int>(std::ranges::count_if(lanes, &Lane::moves));
 }
 
 /// Gives one track after the other its panner.
@@ -99,7 +107,7 @@ public:
 
     PannerTry plan(TrackPlan& track, const WideBus& bus, const Strip* strip, bool has_sends) {
         const bool is_leg = track.leg_pan != 0;
-        const std::size_t first = track.leg_pan > 0 ? 1 : 0;
+        const std::size_t first = first_panner(track);
         const auto left = numbers_of(strip, first);
         const auto second = is_leg ? std::nullopt : numbers_of(strip, 1);
         const bool is_stereo =
@@ -113,9 +121,6 @@ public:
                          .has_settings = left && right,
                          .is_stereo = is_stereo};
         if (left) result.first_numbers = {(*left)[0], (*left)[1], (*left)[2]};
-        if (strip != nullptr && met_.insert(strip).second) {
-            tallies_.lanes_left_out += strip->short_panner_moves;
-        }
         if (!result.is_placed) {
             ++tallies_.unknown_layouts;
         } else if (!result.has_settings) {
@@ -136,36 +141,24 @@ public:
 
 private:
     void plan_lanes(PannerPlan& panner, const Strip& strip, std::size_t number) {
-        panner.has_lfe = strip.has_lfe;
-        if (strip.has_lfe) panner.lfe_db = strip.surround_master_lane.initial / tenths_of_a_db;
+        const std::optional<Lane>& lfe = strip.surround_master_lane;
+        panner.has_lfe = lfe.has_value();
+        if (lfe) panner.lfe_db = lfe->initial / tenths_of_a_db;
         const PannerLanes* lanes = lanes_of(strip, number);
-        if (panner.is_stereo || strip.surround_lanes.empty()) {
-            leave_out(strip);
-        } else if (lanes == nullptr) {
-            return;  // the other leg's lanes are written there
-        } else if (may_copy(*lanes, strip.surround_master_lane)) {
+        if (panner.is_stereo || lanes == nullptr) return;
+        if (may_copy(*lanes, lfe)) {
             panner.lanes.assign(lanes->begin(), lanes->end());
-            if (strip.has_lfe) panner.lfe_lane = strip.surround_master_lane;
+            if (lfe) panner.lfe_lane = *lfe;
             plan_envelopes(panner);
         } else {
             tallies_.lanes_past_limit += moving_lanes(*lanes);
         }
     }
 
-    /// Legs of a strip share its lanes, which are left out, and counted, once.
-    void leave_out(const Strip& strip) {
-        if (!left_out_.insert(&strip).second) return;
-        for (const PannerLanes& lanes : strip.surround_lanes) {
-            tallies_.lanes_left_out += moving_lanes(lanes);
-        }
-        const bool lfe_moves = strip.has_lfe && !strip.surround_master_lane.points.empty();
-        tallies_.lanes_left_out += lfe_moves ? 1 : 0;
-    }
-
     /// True the first time that a panner is planned, and as long as copies of its points are left.
-    bool may_copy(const PannerLanes& lanes, const Lane& lfe_lane) {
+    bool may_copy(const PannerLanes& lanes, const std::optional<Lane>& lfe) {
         if (copied_.insert(&lanes).second) return true;
-        std::size_t points = lfe_lane.points.size();
+        std::size_t points = lfe ? lfe->points.size() : 0;
         for (const Lane& lane : lanes) points += lane.points.size();
         if (points > copied_points_left_) return false;
         copied_points_left_ -= points;
@@ -183,11 +176,33 @@ private:
 
     PannerEnvelopePlanner& envelopes_;
     PannerTallies& tallies_;
-    std::set<const Strip*> met_;
-    std::set<const Strip*> left_out_;
     std::set<const PannerLanes*> copied_;
     std::size_t copied_points_left_ = max_copied_points;
 };
+
+/// What the tracks of a strip have of its panners.
+struct PannersOfStrip {
+    bool any = false;                              ///< a track has one
+    std::array<bool, max_panners> is_played = {};  ///< its lanes are on a track
+};
+
+/// Lanes of a mono or stereo strip that move and are on none of its tracks. In front of a surround
+/// bus the pans of a strip without panner lanes are its panner's.
+int lanes_left_out(const Strip& strip, const PannersOfStrip& panners) {
+    int count = strip.short_panner_moves + strip.unknown_panner_moves;
+    bool plays_lfe = false;
+    for (std::size_t i = 0; i < strip.surround_lanes.size(); ++i) {
+        if (!panners.is_played[i]) count += moving_lanes(strip.surround_lanes[i]);
+        plays_lfe |= panners.is_played[i];
+    }
+    const auto& lfe = strip.surround_master_lane;
+    if (lfe && lfe->moves() && !plays_lfe) ++count;
+    if (strip.surround || !panners.any) return count;
+    for (const Lane* pan : {&strip.pan_lane, &strip.dual_pan_lane, &strip.pan_right_lane}) {
+        if (pan->moves()) ++count;
+    }
+    return count;
+}
 
 }  // namespace
 
@@ -210,6 +225,28 @@ std::vector<PannerTry> plan_panners(std::vector<TrackPlan>& plans, const Routing
                                      strip.strip, sends[*strip.row]));
     }
     return tries;
+}
+
+void count_panner_lanes_left_out(const std::vector<TrackPlan>& plans, const TrackStrips& strips,
+                                 PannerTallies& tallies) {
+    std::map<const Strip*, PannersOfStrip> panners;  // of the strips that are not counted yet
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        const Strip* strip = strips.of(i).strip;
+        if (strip == nullptr) continue;
+        PannersOfStrip& own = panners[strip];
+        if (!plans[i].panner) continue;
+        own.any = true;
+        if (!plans[i].panner->lanes.empty()) own.is_played[first_panner(plans[i])] = true;
+    }
+    for (std::size_t i = 0; i < plans.size(); ++i) {
+        const Strip* strip = strips.of(i).strip;
+        const auto own = panners.find(strip);
+        if (own == panners.end()) continue;
+        const bool is_wide = plans[i].channels > stereo_channels;
+        tallies.lanes_left_out +=
+            is_wide ? strip->short_panner_moves : lanes_left_out(*strip, own->second);
+        panners.erase(own);  // legs share their strip
+    }
 }
 
 std::string panner_tries_text(const std::vector<PannerTry>& tries) {

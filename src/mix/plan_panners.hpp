@@ -20,7 +20,7 @@ struct PannerTallies {
     int envelopes = 0;        ///< of their panners
     int envelope_points = 0;  ///< in all of those
     int straight_moves = 0;   ///< moves that lack the points between, past the limit
-    int lanes_left_out = 0;   ///< lanes that move, of stereo and of older panners
+    int lanes_left_out = 0;   ///< lanes that move on no track; of wide strips the short groups'
     int lanes_past_limit = 0;
     int unknown_layouts = 0;   ///< tracks into buses whose speakers are not known
     int without_settings = 0;  ///< tracks whose panner's numbers are not known
@@ -43,6 +43,11 @@ struct PannerTry {
 /// channels of the panner. Gives an entry for each track that plays into a surround bus.
 std::vector<PannerTry> plan_panners(std::vector<TrackPlan>& plans, const RoutingView& routing,
                                     PannerEnvelopePlanner& envelopes, PannerTallies& tallies);
+
+/// Counts the panner lanes of these tracks' strips that move and were not written. Of a strip wider
+/// than stereo the account speaks as one: here only the short groups count.
+void count_panner_lanes_left_out(const std::vector<TrackPlan>& plans, const TrackStrips& strips,
+                                 PannerTallies& tallies);
 
 /// The debug text of the tries, one a line.
 std::string panner_tries_text(const std::vector<PannerTry>& tries);

@@ -49,23 +49,21 @@ bool arms_envelopes(int mode) {
     return mode == read_mode || mode == touch_mode || mode == latch_mode;
 }
 
-bool has_points(const Lane& lane) {
-    return !lane.points.empty();
-}
-
 bool is_dual_panned(const Strip& strip) {
-    return has_points(strip.dual_pan_lane) || has_points(strip.pan_right_lane);
+    return strip.dual_pan_lane.moves() || strip.pan_right_lane.moves();
 }
 
 bool moves_panner(const Strip& strip) {
-    return std::any_of(strip.surround_lanes.begin(), strip.surround_lanes.end(),
-                       [](const PannerLanes& panner) {
-                           return std::any_of(panner.begin(), panner.end(), has_points);
-                       });
+    const auto& lfe = strip.surround_master_lane;
+    if (lfe && lfe->moves()) return true;
+    if (strip.short_panner_moves + strip.unknown_panner_moves > 0) return true;
+    return std::ranges::any_of(strip.surround_lanes, [](const PannerLanes& panner) {
+        return std::ranges::any_of(panner, &Lane::moves);
+    });
 }
 
 bool moves_knobs(const Strip& strip) {
-    return has_points(strip.pan_lane) || is_dual_panned(strip);
+    return strip.pan_lane.moves() || is_dual_panned(strip);
 }
 
 bool is_wide(const TrackPlan& plan) {
@@ -92,6 +90,7 @@ public:
     void plan(TrackPlan& plan, const Strip* strip, const TrackDisplay* display, MonoOutput output,
               bool sends_move) {
         if (strip != nullptr) plan_envelopes(plan, *strip);
+        if (strip != nullptr && is_wide(plan)) tell_wide(plan, *strip);
         plan_mode(plan, display, sends_move);
         if (strip != nullptr) plan_fader(plan, *strip);
         plan_pan(plan, strip, output);
@@ -99,7 +98,7 @@ public:
 
 private:
     void add(TrackPlan& plan, const char* block, EnvelopeKind kind, const Lane& lane) {
-        if (!has_points(lane)) return;
+        if (!lane.moves()) return;
         EnvelopePlan envelope = envelopes_.plan(block, kind, lane, tallies_.envelopes);
         if (!envelope.points.empty()) plan.envelopes.push_back(std::move(envelope));
     }
@@ -107,12 +106,15 @@ private:
     void plan_envelopes(TrackPlan& plan, const Strip& strip) {
         add(plan, "VOLENV2", EnvelopeKind::volume, strip.volume_lane);
         add(plan, "MUTEENV", EnvelopeKind::mute, strip.mute_lane);
-        if (has_one_pan(plan, strip)) {
-            add_pan(plan, strip);
-        } else if (is_wide(plan) && (moves_panner(strip) || moves_knobs(strip))) {
-            ++tallies_.panners_left_still;
-        }
+        if (has_one_pan(plan, strip)) add_pan(plan, strip);
         add(plan, "VOLENV3", EnvelopeKind::volume, strip.trim_lane);
+    }
+
+    /// Once for all legs of a strip.
+    void tell_wide(const TrackPlan& plan, const Strip& strip) {
+        if (!wide_.insert(&strip).second) return;
+        tallies_.wide_strips.push_back(plan.name);
+        if (moves_panner(strip) || moves_knobs(strip)) ++tallies_.panners_left_still;
     }
 
     void add_pan(TrackPlan& plan, const Strip& strip) {
@@ -171,8 +173,6 @@ private:
         if (strip != nullptr && has_one_pan(plan, *strip)) plan_knobs(plan, *strip);
         if (output != MonoOutput::no) play_unpanned(plan, output);
         if (plan.is_basic_folder) plan.pan_mode = dual_pan;
-        const bool is_counted = strip != nullptr && is_wide(plan) && wide_.insert(strip).second;
-        if (is_counted) tallies_.wide_strips.push_back(plan.name);
     }
 
     /// Pro Tools has no pan on an output of one channel: both knobs stand on its side, or each on
@@ -223,7 +223,7 @@ private:
 
     EnvelopePlanner& envelopes_;
     LevelTallies& tallies_;
-    std::set<const Strip*> wide_;  ///< those that were counted
+    std::set<const Strip*> wide_;  ///< those that were told
 };
 
 /// For each plan whether a send of it moves.

@@ -84,7 +84,8 @@ std::string panner_state(const PannerPlan& plan) {
     StateBytes state;
     for (const std::size_t word : first_words) state.little(word);
     state.little(inputs);
-    add_reals(state, {plan.center_percent / 100.0, plan.is_stereo ? plan.side_percent : 1.0});
+    add_reals(state,
+              {plan.center_percent / 100.0, plan.is_stereo ? plan.side_percent : whole_side});
     state.little(inputs).little(channels);
     for (std::size_t i = 0; i < inputs; ++i) {
         add_input(state, panner_input(plan, i == 1), input_looks[i]);

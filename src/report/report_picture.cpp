@@ -96,8 +96,9 @@ void print_wide(TextBuffer& out, const LevelTallies& levels) {
 }
 
 bool has_surround_sources(const PannerTallies& panners) {
-    return panners.mono + panners.stereo + panners.unknown_layouts + panners.without_settings > 0 ||
-           !panners.straight_to_hardware.empty();
+    const int tracks =
+        panners.mono + panners.stereo + panners.unknown_layouts + panners.without_settings;
+    return tracks + panners.lanes_left_out > 0 || !panners.straight_to_hardware.empty();
 }
 
 bool has_wide_tracks(const MixTallies& mix) {

@@ -22,6 +22,8 @@ struct Lane {
     std::vector<LanePoint> points;
     double initial = 0;     ///< in the unit of the values
     bool in_ticks = false;  ///< the times are ticks: a lane of a tick-based track
+
+    bool moves() const { return !points.empty(); }
 };
 
 /// Stands for "however many points there are".

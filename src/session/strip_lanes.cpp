@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <span>
 
 #include "base/formatted_text.hpp"
 #include "session/block_types.hpp"
@@ -65,7 +66,7 @@ private:
     /// The first lane is the volume's in every form.
     void read_volume(std::size_t position) {
         const bool was_read = reader_.read(position, owner_, strip_.volume_lane);
-        if (was_read && strip_.volume_lane.points.empty()) {
+        if (was_read && !strip_.volume_lane.moves()) {
             strip_.fader_db = strip_.volume_lane.initial / tenths;
         }
     }
@@ -82,29 +83,27 @@ private:
 
     void assign_surround(const LaneGroups& lanes) {
         strip_.surround = true;
-        if (lanes.flat.size() > 2) {
-            reader_.read(lanes.flat[2], owner_, strip_.surround_master_lane);
+        if (lanes.flat.size() >= flat_lanes_with_lfe) {
+            reader_.read(lanes.flat[2], owner_, strip_.surround_master_lane.emplace());
         }
-        strip_.has_lfe = lanes.flat.size() >= flat_lanes_with_lfe;
-        for (const auto& group : lanes.groups) {
-            if (group.size() < panner_control_count) {
-                count_moves(group);
-            } else if (strip_.surround_lanes.size() < max_panners) {
-                auto& panner = strip_.surround_lanes.emplace_back();
-                for (std::size_t i = 0; i < panner.size(); ++i) {
-                    reader_.read(group[i], owner_, panner[i]);
-                }
-            }
-        }
+        for (const auto& group : lanes.groups) assign_panner(group);
     }
 
-    /// One lane alone is a pan's.
-    void count_moves(const std::vector<std::size_t>& group) {
-        if (group.size() < 2) return;
+    void assign_panner(std::span<const std::size_t> group) {
+        const bool is_short = group.size() > 1 && group.size() < panner_control_count;
+        const bool has_place = strip_.surround_lanes.size() < max_panners;
+        if (group.size() >= panner_control_count && has_place) {
+            auto& panner = strip_.surround_lanes.emplace_back();
+            for (std::size_t i = 0; i < panner.size(); ++i) {
+                reader_.read(group[i], owner_, panner[i]);
+            }
+            group = group.subspan(panner.size());
+        }
+        int& moves = is_short ? strip_.short_panner_moves : strip_.unknown_panner_moves;
         for (const std::size_t position : group) {
             Lane lane;
             reader_.read(position, owner_, lane);
-            if (!lane.points.empty()) ++strip_.short_panner_moves;
+            moves += lane.moves() ? 1 : 0;
         }
     }
 

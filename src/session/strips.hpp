@@ -53,11 +53,13 @@ struct Strip {
     std::int32_t pan_point_total = 0;  ///< points of both pan lanes of a stereo strip that moves
     Lane dual_pan_lane;                ///< the left one of them: `pan_lane` has no points then
     bool surround = false;
-    Lane surround_master_lane;
-    bool has_lfe = false;  ///< that lane is the panners' LFE level; else it is the trim
-    std::vector<PannerLanes> surround_lanes;  ///< one or two panners
+    std::optional<Lane> surround_master_lane;  ///< the LFE level of its panners, where it is stored
+    std::vector<PannerLanes> surround_lanes;   ///< one or two panners
     /// Lanes that move in groups of more than one and less than a panner's.
     int short_panner_moves = 0;
+    /// Lanes that move and are neither these nor known controls: past a panner's, of a third
+    /// panner, alone in a group.
+    int unknown_panner_moves = 0;
     /// The panners' numbers in the channel record of a strip that has no lanes for them.
     std::array<std::optional<PannerNumbers>, max_panners> stored_panners = {};
 };

@@ -177,6 +177,7 @@ TEST(PlanLevels, GivesAPanOnlyToWhatHasOneAndStopsItWhereProToolsHasNone) {
         plans[0].leg_pan = c.leg_pan;
         plans[0].strip_is_mono = c.channels == 1;
         if (c.channels == 1) plans[0].panner.emplace();
+        plans.push_back(plans[0]);  // another leg
         EnvelopePlanner envelopes = planner();
         LevelTallies tallies;
         const bool is_mono = c.output != MonoOutput::no;

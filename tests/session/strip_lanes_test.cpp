@@ -241,28 +241,27 @@ TEST(ReadStripLanes, AFaderWithMovesKeepsItsRecord) {
 
 TEST(ReadStripLanes, ASurroundStripHasPanners) {
     PannerSpec panner;
-    for (int i = 0; i < 8; ++i) panner.push_back({.initial = 10 + i});
+    for (int i = 0; i < 8; ++i) panner.push_back({.initial = 10 + i, .points = {{0, 5}}});
     const Strip strip =
         strip_of({.name = "Vox", .trim_lane = LaneSpec{.initial = 9}, .panners = {panner, panner}});
-    EXPECT_EQ(fields(strip.surround, strip.surround_master_lane.initial, strip.lane_count),
-              "1 9 5");
+    EXPECT_EQ(fields(strip.surround, strip.lane_count), "1 5");
     ASSERT_EQ(strip.surround_lanes.size(), 2U);
     std::vector<double> initial;
     for (const Lane& l : strip.surround_lanes[1]) initial.push_back(l.initial);
     EXPECT_EQ(shown(initial), "10,11,12,13,14,15,16");
-    EXPECT_FALSE(strip.has_lfe) << "of three flat lanes the third is the trim";
+    EXPECT_FALSE(strip.surround_master_lane) << "of three flat lanes the third is the trim";
+    EXPECT_EQ(fields(strip.short_panner_moves, strip.unknown_panner_moves), "0 2");
     const Strip with_lfe = strip_of({.name = "Vox",
                                      .trim_lane = LaneSpec{.initial = 9},
                                      .panners = {panner},
                                      .lfe_lane = LaneSpec{.initial = -60}});
     EXPECT_EQ(
-        fields(with_lfe.has_lfe, with_lfe.surround_master_lane.initial, with_lfe.trim_lane.initial),
-        "1 -60 9");
+        fields(with_lfe.surround_master_lane.value_or(Lane{}).initial, with_lfe.trim_lane.initial),
+        "-60 9");
     panner.resize(6);
-    panner[1].points = panner[5].points = {{0, 5}};
     const Strip older = strip_of({.name = "Vox", .panners = {panner}});
     EXPECT_TRUE(older.surround_lanes.empty());
-    EXPECT_EQ(older.short_panner_moves, 2);
+    EXPECT_EQ(older.short_panner_moves, 6);
 }
 
 TEST(ReadStrips, PannersStandWhereThePansDoAndAreNoPlainPans) {
