@@ -38,8 +38,7 @@ void print_automation_modes(TextBuffer& out, const LevelTallies& tallies) {
             "      Pro Tools ignores their automation. They arrive in Trim/Read with\n"
             "      every envelope written INACTIVE, so the moves are kept but not\n"
             "      played -- the same thing Pro Tools does.\n",
-            static_cast<int>(tallies.automation_off.size()),
-            quoted_names(tallies.automation_off, no_cap).c_str());
+            count_of(tallies.automation_off), quoted_names(tallies.automation_off, no_cap).c_str());
     }
     print_count(out, tallies.other_modes,
                 "  %d track(s) use an automation mode other than Read and arrive\n"

@@ -111,7 +111,7 @@ void print_own_clips(TextBuffer& out, const ColourTallies& tallies) {
             "      index(es). Clips sharing an index share a REAPER color, so\n"
             "      the GROUPING is exact; the shade is as close as the palette\n"
             "      allows.\n",
-            tallies.clips_own, static_cast<int>(tallies.own_places.size()));
+            tallies.clips_own, count_of(tallies.own_places));
     }
     print_count(out, tallies.clips_hand_picked,
                 "      %d of them carry a hand-picked palette color from the lower\n"

@@ -8,12 +8,6 @@ namespace tanrove {
 
 namespace {
 
-/// A sentence that ends in a colon, with the names behind it.
-void print_named(TextBuffer& out, const std::vector<std::string>& names, CountText text) {
-    if (!print_count(out, static_cast<int>(names.size()), text)) return;
-    out.append(quoted_names(names, no_cap) + "\n");
-}
-
 void print_moves(TextBuffer& out, const FolderTallies& tallies) {
     print_named(out, tallies.folders_moved,
                 "      %d Basic folder(s) sat inside a Routing folder in Pro Tools, where their\n"

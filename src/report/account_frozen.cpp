@@ -47,7 +47,7 @@ std::string reason_of(const RefusedFreeze& refused) {
 
 void print_frozen_tracks(TextBuffer& out, const FrozenTallies& tallies) {
     print_count(out, tallies.delivered, delivered);
-    if (!print_count(out, static_cast<int>(tallies.refused.size()), unfrozen)) return;
+    if (!print_count(out, count_of(tallies.refused), unfrozen)) return;
     std::vector<std::string> lines;
     for (const RefusedFreeze& refused : tallies.refused) {
         lines.push_back("\"" + refused.track + "\": " + reason_of(refused));

@@ -22,7 +22,7 @@ void print_listed_group(TextBuffer& out, const ListedGroup& group) {
 }
 
 void print_vcas(TextBuffer& out, const GroupTallies& tallies) {
-    print_count(out, static_cast<int>(tallies.vca_written.size()),
+    print_count(out, count_of(tallies.vca_written),
                 "      %d VCA group(s) written as REAPER VCA links. The master is\n"
                 "      an empty track carrying its Pro Tools fader; members follow\n"
                 "      it without their own faders moving, as in Pro Tools.\n");
@@ -34,7 +34,7 @@ void print_vcas(TextBuffer& out, const GroupTallies& tallies) {
     out.print(
         "      WARNING: %d VCA group(s) name a master this decoder could\n"
         "      not resolve, so nothing was written for them:\n",
-        static_cast<int>(tallies.vca_without_master.size()));
+        count_of(tallies.vca_without_master));
     out.append(one_name_a_line(tallies.vca_without_master, no_cap));
     out.append(
         "      Their members keep their own faders, which is what Pro Tools\n"
@@ -44,7 +44,7 @@ void print_vcas(TextBuffer& out, const GroupTallies& tallies) {
 
 void print_records_in_one_list(TextBuffer& out, const GroupTallies& tallies) {
     const bool any =
-        print_count(out, static_cast<int>(tallies.in_one_list.size()),
+        print_count(out, count_of(tallies.in_one_list),
                     "  WARNING: %d group record(s) ignored -- they appeared only once,\n"
                     "      and a live group is listed in BOTH the Mix and the Edit list:\n");
     if (!any) return;
@@ -54,7 +54,7 @@ void print_records_in_one_list(TextBuffer& out, const GroupTallies& tallies) {
 
 void print_edit_groups(TextBuffer& out, const GroupTallies& tallies) {
     const bool any =
-        print_count(out, static_cast<int>(tallies.edit_groups.size()),
+        print_count(out, count_of(tallies.edit_groups),
                     "  %d group(s) are EDIT groups and were deliberately not linked:\n");
     if (!any) return;
     out.append(one_name_a_line(tallies.edit_groups, no_cap));
@@ -67,7 +67,7 @@ void print_edit_groups(TextBuffer& out, const GroupTallies& tallies) {
 
 void print_groups_of_unknown_kind(TextBuffer& out, const GroupTallies& tallies) {
     const bool any =
-        print_count(out, static_cast<int>(tallies.of_unknown_kind.size()),
+        print_count(out, count_of(tallies.of_unknown_kind),
                     "  WARNING: %d group(s) have a type this decoder has not seen and\n"
                     "      were NOT linked:\n");
     if (!any) return;
@@ -82,8 +82,7 @@ void print_groups_of_unknown_kind(TextBuffer& out, const GroupTallies& tallies) 
 }  // namespace
 
 void print_groups(TextBuffer& out, const GroupTallies& tallies) {
-    print_count(out, static_cast<int>(tallies.listed.size()),
-                "  %d mix/VCA group(s) decoded from the session:\n");
+    print_count(out, count_of(tallies.listed), "  %d mix/VCA group(s) decoded from the session:\n");
     for (const auto& group : tallies.listed) print_listed_group(out, group);
     print_count(out, tallies.written,
                 "      %d written as REAPER fader-link group(s).\n"
@@ -104,7 +103,7 @@ void print_groups(TextBuffer& out, const GroupTallies& tallies) {
 
 void print_unlinked_attributes(TextBuffer& out, const GroupTallies& tallies) {
     const bool any =
-        print_count(out, static_cast<int>(tallies.unlinked_attributes.size()),
+        print_count(out, count_of(tallies.unlinked_attributes),
                     "  %d group(s) link controls beyond volume, mute and solo that are not\n"
                     "      carried yet (Pro Tools attribute numbers shown):\n");
     if (!any) return;

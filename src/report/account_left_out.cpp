@@ -1,20 +1,9 @@
 // The account's sentences about tracks that were left out, or kept although they were to go.
 #include "report/account_left_out.hpp"
 
-#include "report/count_rows.hpp"
 #include "report/name_lists.hpp"
 
 namespace tanrove {
-
-namespace {
-
-/// A sentence that ends in a colon, with the names behind it.
-void print_named(TextBuffer& out, const std::vector<std::string>& names, CountText text) {
-    if (!print_count(out, static_cast<int>(names.size()), text)) return;
-    out.append(quoted_names(names, no_cap) + "\n");
-}
-
-}  // namespace
 
 void print_click_player(TextBuffer& out, const ClickTallies& tallies) {
     if (tallies.player.empty()) return;
@@ -28,8 +17,7 @@ void print_click_player(TextBuffer& out, const ClickTallies& tallies) {
 void print_left_out_tracks(TextBuffer& out, const ClickTallies& clicks,
                            const LeaveOutTallies& tallies) {
     if (!clicks.left_out.empty()) {
-        out.print("  %d Click track(s) left out (--no-click):%s\n",
-                  static_cast<int>(clicks.left_out.size()),
+        out.print("  %d Click track(s) left out (--no-click):%s\n", count_of(clicks.left_out),
                   quoted_names(clicks.left_out, no_cap).c_str());
     }
     print_named(out, tallies.hidden, "  %d hidden track(s) left out (--skip-hidden-tracks):");

@@ -13,10 +13,6 @@ namespace {
 
 constexpr std::size_t max_name_lines = 8;
 
-int count_of(const std::vector<std::string>& names) {
-    return static_cast<int>(names.size());
-}
-
 }  // namespace
 
 void print_mixer_strips(TextBuffer& out, const LevelTallies& tallies) {

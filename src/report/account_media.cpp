@@ -44,7 +44,7 @@ void print_missing_files(TextBuffer& out, const MediaTallies& media) {
     out.print(
         "  WARNING: %d referenced audio file(s) are not in \"Audio Files\"\n"
         "      or beside it:\n",
-        static_cast<int>(media.missing_files.size()));
+        count_of(media.missing_files));
     out.append(one_name_a_line(media.missing_files, max_missing_names));
     out.print(
         "      REAPER will search for these on load and may look frozen\n"
@@ -62,7 +62,7 @@ void print_untold_paths(TextBuffer& out, const WrittenTallies& written) {
         "      holds a line end or a tab, or all three of \" ' and `, which no line\n"
         "      of a project can hold. Rename them, or the folder they are in, and\n"
         "      choose them again in REAPER:\n",
-        static_cast<int>(written.untold_paths.size()));
+        count_of(written.untold_paths));
     out.append(one_name_a_line({written.untold_paths.begin(), written.untold_paths.end()},
                                max_missing_names));
 }

@@ -133,8 +133,7 @@ void print_midi_patches(TextBuffer& out, const MidiTallies& tallies) {
     out.print(
         "  %d track(s) have a PATCH selected and send it as a program change\n"
         "      at the start of each clip:%s\n",
-        static_cast<int>(tallies.patch_tracks.size()),
-        quoted_names(tallies.patch_tracks, no_cap).c_str());
+        count_of(tallies.patch_tracks), quoted_names(tallies.patch_tracks, no_cap).c_str());
 }
 
 void print_real_time_properties(TextBuffer& out, const MidiTallies& tallies) {

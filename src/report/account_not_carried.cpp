@@ -33,8 +33,7 @@ void print_not_carried(TextBuffer& out, const NotCarriedTallies& tallies) {
         "  WARNING: %d name(s) or comment(s) are too long for this tool (a name has\n"
         "      255 bytes at most). What they name is missing here or has another name.\n"
         "      They begin:%s\n",
-        static_cast<int>(tallies.long_texts.size()),
-        quoted_names(tallies.long_texts, max_named_texts).c_str());
+        count_of(tallies.long_texts), quoted_names(tallies.long_texts, max_named_texts).c_str());
 }
 
 }  // namespace tanrove

@@ -52,7 +52,7 @@ void print_straight_to_hardware(TextBuffer& out, const std::vector<std::string>&
     out.print(
         "  NOTE: %d track(s) are panned straight into a surround output, with no aux in\n"
         "      between. They play to the master in stereo, without that position:%s\n",
-        static_cast<int>(tracks.size()), quoted_names(tracks, max_listed_tracks).c_str());
+        count_of(tracks), quoted_names(tracks, max_listed_tracks).c_str());
 }
 
 }  // namespace

@@ -213,7 +213,7 @@ void print_misled_keys(TextBuffer& out, const ChainTallies& tallies) {
                 "  WARNING: %d sidechained plug-in(s) on the Master Fader hear NO key:\n"
                 "      REAPER's master takes no sends that could bring it. Print their\n"
                 "      work in Pro Tools, or key them on a track in front of the master\n");
-    const int misled = static_cast<int>(tallies.misled_claps.size());
+    const int misled = count_of(tallies.misled_claps);
     if (!print_count(out, misled,
                      "  WARNING: %d keyed plug-in(s) are written as their CLAP build, which\n"
                      "      listens to channels 3/4, and their key plays on others: set\n"
@@ -226,7 +226,7 @@ void print_misled_keys(TextBuffer& out, const ChainTallies& tallies) {
 void print_midi_triggers(TextBuffer& out, const ChainTallies& tallies) {
     if (tallies.midi_switched_off.empty()) return;
     out.print("  %d plug-in(s) on MIDI tracks had MIDI triggering switched off:\n",
-              static_cast<int>(tallies.midi_switched_off.size()));
+              count_of(tallies.midi_switched_off));
     out.print("%s", one_name_a_line(tallies.midi_switched_off, no_cap).c_str());
     out.print(
         "      Pro Tools leaves this on but routes nothing to it, so it never\n"
@@ -320,10 +320,10 @@ void print_plugin_builds(TextBuffer& out, const IdentityFindings& findings) {
 }
 
 void print_clap_builds(TextBuffer& out, const IdentityFindings& findings) {
-    print_count(out, static_cast<int>(findings.moved_to_clap.size()),
+    print_count(out, count_of(findings.moved_to_clap),
                 "  %d plug-in(s) written as their CLAP build (--prefer-clap),\n"
                 "      with their settings\n");
-    print_count(out, static_cast<int>(findings.kept_from_clap.size()),
+    print_count(out, count_of(findings.kept_from_clap),
                 "  %d plug-in(s) kept on their VST build under --prefer-clap: how\n"
                 "      their CLAP build stores settings is not measured yet\n");
 }
@@ -334,8 +334,7 @@ void print_plugins(TextBuffer& out, const ChainTallies& tallies, const IdentityF
                 "      not say which track they stand on.\n");
     if (tallies.outcomes.empty()) return;
     out.print("  %d plug-in instances found, %d written with their settings\n",
-              static_cast<int>(tallies.outcomes.size()),
-              count_outcomes(tallies, of_kind(OutcomeKind::carried)));
+              count_of(tallies.outcomes), count_outcomes(tallies, of_kind(OutcomeKind::carried)));
     print_left_out(out, tallies);
     print_offline_placed(out, tallies, findings);
     print_not_there(out, tallies);
@@ -347,8 +346,7 @@ void print_plugins(TextBuffer& out, const ChainTallies& tallies, const IdentityF
         "  WARNING: %d unlinked MULTI-MONO instance(s). Pro Tools stores\n"
         "      settings for each channel, and REAPER's plug-in has one set:\n"
         "      those of the first channel play on all of them:\n%s",
-        static_cast<int>(tallies.multi_mono.size()),
-        one_name_a_line(tallies.multi_mono, max_multi_mono).c_str());
+        count_of(tallies.multi_mono), one_name_a_line(tallies.multi_mono, max_multi_mono).c_str());
 }
 
 }  // namespace tanrove

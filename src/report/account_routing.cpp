@@ -45,10 +45,6 @@ constexpr CountRow<RoutingTallies> key_rows[] = {
      "      no key reaches the mix even with the last plug-in offline\n"},
 };
 
-int count_of(const std::vector<std::string>& names) {
-    return static_cast<int>(names.size());
-}
-
 std::string listed(const std::vector<std::string>& names) {
     return quoted_names(names, no_cap);
 }

@@ -42,7 +42,7 @@ void print_ramps(TextBuffer& out, const TempoTallies& tempo, std::int64_t sample
 
 void print_meter_changes(TextBuffer& out, const MeterChanges& meters) {
     if (meters.changes.empty()) return;
-    const int count = static_cast<int>(meters.changes.size());
+    const int count = count_of(meters.changes);
     const std::size_t named = std::min(meters.changes.size(), max_meters_named);
     out.print("  NOTE: this session has %d meter change(s) after the first,\n", count);
     for (const MeterPoint& meter : std::span(meters.changes).first(named)) {
@@ -62,8 +62,7 @@ void print_repeated_meters(TextBuffer& out, const MeterChanges& meters) {
     out.print(
         "  %d meter event(s) repeat the meter already in force -- no bar\n"
         "      line moves because of them, and they are not written:%s\n",
-        static_cast<int>(meters.repeated.size()),
-        meters_at_bars(meters.repeated, max_meters_named).c_str());
+        count_of(meters.repeated), meters_at_bars(meters.repeated, max_meters_named).c_str());
 }
 
 void print_meters(TextBuffer& out, const MeterChanges& meters) {

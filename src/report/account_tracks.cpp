@@ -33,7 +33,7 @@ void print_unpaired_tracks(TextBuffer& out, const TimelineTallies& tallies) {
 void print_track_list_source(TextBuffer& out, const SessionTrackTable& table) {
     if (!table.from_strip_rows) return;
     out.print("  track list taken from the strip rows (name scan found %d of %d)\n",
-              static_cast<int>(table.scanned_count), static_cast<int>(table.names.size()));
+              static_cast<int>(table.scanned_count), count_of(table.names));
 }
 
 void print_unmatched_alternates(TextBuffer& out, const TrackTallies& tallies) {
@@ -46,8 +46,7 @@ void print_unmatched_alternates(TextBuffer& out, const TrackTallies& tallies) {
 
 void print_comments(TextBuffer& out, const CommentTallies& tallies) {
     if (tallies.tracks.empty()) return;
-    out.print("  %d track(s) carry a COMMENT in Pro Tools:%s\n",
-              static_cast<int>(tallies.tracks.size()),
+    out.print("  %d track(s) carry a COMMENT in Pro Tools:%s\n", count_of(tallies.tracks),
               quoted_names(tallies.tracks, no_cap).c_str());
     switch (tallies.place) {
         case CommentPlace::project_notes:

@@ -34,22 +34,18 @@ constexpr CountRow<TrimTallies> gain_rows[] = {
      "      slot: their gain is NOT carried\n"},
 };
 
-/// A sentence that counts the names below it.
-void print_named(TextBuffer& out, const std::vector<std::string>& names, CountText text) {
-    if (!print_count(out, static_cast<int>(names.size()), text)) return;
-    out.print("%s", one_name_a_line(names, max_tracks).c_str());
-}
-
 }  // namespace
 
 void print_trims(TextBuffer& out, const TrimTallies& tallies) {
-    print_named(out, tallies.cancelled,
-                "  %d track(s) carry an EVEN number of inverting Trims, which cancel:\n"
-                "      they arrive upright, as Pro Tools plays them\n");
+    print_named_below(out, tallies.cancelled,
+                      "  %d track(s) carry an EVEN number of inverting Trims, which cancel:\n"
+                      "      they arrive upright, as Pro Tools plays them\n",
+                      max_tracks);
     print_rows(out, tallies, instance_rows);
-    print_named(out, tallies.below_measured,
-                "      %d Trim gain(s) are below -12 dB, beyond the measured range:\n"
-                "      they follow its lowest part on. Check them by ear\n");
+    print_named_below(out, tallies.below_measured,
+                      "      %d Trim gain(s) are below -12 dB, beyond the measured range:\n"
+                      "      they follow its lowest part on. Check them by ear\n",
+                      max_tracks);
     print_rows(out, tallies, gain_rows);
 }
 
@@ -58,9 +54,10 @@ void print_trims_of_sides(TextBuffer& out, const TrimTallies& tallies) {
                 "  %d track(s) have Avid Trim polarity on ONE channel only (an unlinked\n"
                 "      multi-mono Trim): REAPER's Channel Polarity Control (JS) stands\n"
                 "      first in their chain and turns that side over\n");
-    print_named(out, tallies.mixed_wide,
-                "  %d surround Trim(s) flip polarity on some channels but not others:\n"
-                "      the track follows the first two, all others are NOT carried\n");
+    print_named_below(out, tallies.mixed_wide,
+                      "  %d surround Trim(s) flip polarity on some channels but not others:\n"
+                      "      the track follows the first two, all others are NOT carried\n",
+                      max_tracks);
 }
 
 void print_trims_switched_off(TextBuffer& out, const TrimTallies& tallies) {

@@ -81,7 +81,7 @@ void print_video(TextBuffer& out, const VideoTallies& tallies, const ColourTalli
         "      The video track is not sent to the master: Pro Tools plays\n"
         "      no sound from a video track.\n");
     print_quality(out, tallies);
-    if (print_count(out, static_cast<int>(tallies.missing_movies.size()), missing_movies)) {
+    if (print_count(out, count_of(tallies.missing_movies), missing_movies)) {
         out.print("%s", one_name_a_line(tallies.missing_movies, max_missing_movies).c_str());
     }
     if (!colours.clip_colours_off) print_rows(out, colours, colour_rows);

@@ -77,7 +77,7 @@ void print_head(TextBuffer& out, const ReportFacts& facts, const RunTallies& tal
 
 void print_tracks_written(TextBuffer& out, const ReportFacts& facts, const RunTallies& tallies) {
     const int bare = tallies.bare_strip_tracks;
-    const int tracks = static_cast<int>(tallies.track_facts.size()) - bare;
+    const int tracks = count_of(tallies.track_facts) - bare;
     out.print("%d tracks (%d audio/aux, %d instrument), %d clips, %d MIDI notes\n", tracks,
               tracks - facts.instrument_tracks, facts.instrument_tracks, tallies.written.clips,
               tallies.written.notes);

@@ -43,6 +43,12 @@ private:
     std::size_t field_at_;
 };
 
+/// How many there are, as messages take it.
+template <class List>
+int count_of(const List& list) {
+    return static_cast<int>(list.size());
+}
+
 /// Marks a row that says more about the nearest row above it that does not qualify another.
 constexpr bool qualifies_previous = true;
 

@@ -16,6 +16,16 @@ bool is_control(char c) {
 
 }  // namespace
 
+void print_named(TextBuffer& out, const std::vector<std::string>& names, CountText text) {
+    if (!print_count(out, count_of(names), text)) return;
+    out.append(quoted_names(names, no_cap) + "\n");
+}
+
+void print_named_below(TextBuffer& out, const std::vector<std::string>& names, CountText text,
+                       std::size_t cap) {
+    if (print_count(out, count_of(names), text)) out.append(one_name_a_line(names, cap));
+}
+
 std::string shown_name(std::string name) {
     std::replace_if(name.begin(), name.end(), is_control, ' ');
     return name;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "report/count_rows.hpp"
 #include "session/meter_map.hpp"
 
 namespace tanrove {
@@ -26,6 +27,10 @@ struct ControlLanes {
     int lanes = 0;
 };
 
+/// Prints the message, which ends in a colon, and all the names behind it; nothing if there are
+/// none.
+void print_named(TextBuffer& out, const std::vector<std::string>& names, CountText text);
+
 /// The name with its control characters made blanks.
 std::string shown_name(std::string name);
 
@@ -37,6 +42,10 @@ std::string one_name_a_line(const std::vector<std::string>& names, std::size_t c
 
 /// " 4/4 at bar 3, 3/4 at bar 7"; past the cap ", ... and 3 more" ends it.
 std::string meters_at_bars(const std::vector<MeterPoint>& meters, std::size_t cap);
+
+/// Prints the message and below it the names, one a line; nothing if there are none.
+void print_named_below(TextBuffer& out, const std::vector<std::string>& names, CountText text,
+                       std::size_t cap);
 
 /// "a x2, b x1".
 std::string counted_names(const std::vector<CountedName>& names);

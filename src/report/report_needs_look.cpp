@@ -65,7 +65,7 @@ public:
     }
 
     void add_names(const std::vector<std::string>& names, CountText text) {
-        if (!print_count(out_, static_cast<int>(names.size()), text)) return;
+        if (!print_count(out_, count_of(names), text)) return;
         ++items_;
         for (const std::string& name : names) out_.append("    " + shown_name(name) + "\n");
     }

@@ -9,7 +9,7 @@ namespace {
 
 /// A sentence that counts the files below it.
 void print_files(TextBuffer& out, const std::vector<std::string>& files, CountText text) {
-    if (!print_count(out, static_cast<int>(files.size()), text)) return;
+    if (!print_count(out, count_of(files), text)) return;
     out.append(one_name_a_line(files, no_cap));
 }
 
@@ -73,14 +73,14 @@ void print_surround(TextBuffer& out, const MixTallies& mix) {
     print_rows(out, mix.panners, panner_rows);
     const auto& on_hardware = mix.panners.straight_to_hardware;
     if (on_hardware.empty()) return;
-    print_count(out, static_cast<int>(on_hardware.size()),
+    print_count(out, count_of(on_hardware),
                 "  %d track(s) are panned straight into a surround output, with no\n"
                 "  aux in between. They play to the master in stereo:\n");
     out.append(one_name_a_line(on_hardware, no_cap));
 }
 
 void print_wide(TextBuffer& out, const LevelTallies& levels) {
-    print_count(out, static_cast<int>(levels.wide_strips.size()),
+    print_count(out, count_of(levels.wide_strips),
                 "  %d mixer strip(s) are wider than stereo. Level, mute and their\n"
                 "  automation are right. The panner of a WIDE strip itself is not\n"
                 "  converted (only a mono or stereo source panned into a surround\n"

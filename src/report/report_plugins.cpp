@@ -80,7 +80,7 @@ void print_instances_of(TextBuffer& out, const std::string& track, int count,
 
 void print_every_plugin(TextBuffer& out, const ChainTallies& chains,
                         const std::vector<TrackFacts>& tracks) {
-    const int all = static_cast<int>(chains.outcomes.size());
+    const int all = count_of(chains.outcomes);
     if (all == 0) return;
     const int carried = count_of_kind(chains, OutcomeKind::carried);
     const int defaults = count_of_kind(chains, OutcomeKind::without_settings);
@@ -106,8 +106,7 @@ void print_every_plugin(TextBuffer& out, const ChainTallies& chains,
 
 void print_plugin_names(TextBuffer& out, const ChainTallies& chains) {
     out.append("\nPLUG-INS\n");
-    out.print("  %d instance(s) found, %d written with their settings\n",
-              static_cast<int>(chains.outcomes.size()),
+    out.print("  %d instance(s) found, %d written with their settings\n", count_of(chains.outcomes),
               count_of_kind(chains, OutcomeKind::carried));
     std::map<std::string, int> by_name;
     for (const PluginOutcome& outcome : chains.outcomes) {
