@@ -1,10 +1,6 @@
-// An I/O path 0x1021, n being the bytes of its name, E the position behind it and c its channels:
+// An I/O path 0x1021, E being the position behind its name and c its channels, 1 to 16:
 //
-//   9    u8 type: 0 input, 1 and 6 hardware output, 2 bus, 3 insert
-//   10   u8 width code
-//   11   u32 n, 1 to 255, name at 15
-//   E            u32 c, 1 to 16, then c u16 channel numbers
-//   E + 4 + 2c   u16 place of the path it is a part of, 0xffff for none
+//   9            u8 type: 0 input, 1 and 6 hardware output, 2 bus, 3 insert
 //   E + 11 + 2c  the identity marker, u64 identity
 //
 // A second form has four more bytes in front of the count of channels, which may be 0, and the
@@ -18,34 +14,18 @@
 #include <tuple>
 
 #include "session/block_types.hpp"
+#include "session/path_record.hpp"
 #include "session/path_table.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::size_t type_at = 9;
-constexpr std::size_t width_at = 10;
-constexpr std::size_t name_length_at = 11;
-constexpr std::size_t name_at = 15;
-constexpr std::size_t count_width = 4;
-constexpr std::size_t channel_width = 2;
-constexpr std::size_t max_channels = 16;
+using namespace path_record;
+
 constexpr std::size_t marker_behind_channels = 7;
 constexpr std::size_t later_count_behind_name = 4;
 constexpr std::size_t marked_bytes = 13;  // a marker, its identity and the byte that must follow
-constexpr std::uint16_t no_parent = 0xffff;
-
-void read_channels(ByteView image, std::size_t at, std::size_t count, IoPath& path) {
-    for (std::size_t i = 0; i < count; ++i) {
-        path.channels.push_back(image.u16(at + i * channel_width));
-    }
-}
-
-void read_identity(ByteView image, std::size_t marker, IoPath& path) {
-    path.identity_low = image.u32(marker + identity_marker.size());
-    path.identity_high = image.u32(marker + identity_marker.size() + 4);
-}
 
 /// The form with the count right behind the name; false where its marker is not in its place.
 bool read_near_count(ByteView image, std::size_t behind_name, std::size_t end, IoPath& path) {
@@ -56,8 +36,7 @@ bool read_near_count(ByteView image, std::size_t behind_name, std::size_t end, I
     if (marker + marked_bytes > end || !image.has(marker, identity_marker)) return false;
     read_channels(image, behind_name + count_width, count, path);
     read_identity(image, marker, path);
-    const std::uint16_t parent = image.u16(behind_channels);
-    if (parent != no_parent) path.parent = parent;
+    path.parent = read_parent(image, behind_channels);
     return true;
 }
 

@@ -1,13 +1,8 @@
 // The session's own paths stand in a table 0x2603: u32 count at 9, and from 13 on a 0x2602 each,
-// one behind the other. A path, n being the bytes of its name, E the position behind it and c its
-// channels:
+// one behind the other. A path, E being the position behind its name and c its channels, 1 to 16:
 //
 //   9            u8 type, always 2
-//   10           u8 width code
-//   11           u32 n, 1 to 255, name at 15
-//   E            u32 c, 1 to 16, then c u16 channel numbers
-//   E + 4 + 2c   u16 place of the path it is a part of, 0xffff for none; u8 1; u8 1 if it is mapped
-//                to the hardware; four zeros
+//   E + 6 + 2c   u8 1; u8 1 if it is mapped to the hardware; four zeros
 //   E + 12 + 2c  the identity marker, u64 identity, four zeros
 //   E + 28 + 2c  of a part: the identity marker, u64 identity of the whole; else zeros
 //   E + 40 + 2c  0x2601, the hardware that it is mapped to, or was on other machines: u32 count at
@@ -19,22 +14,16 @@
 #include <map>
 
 #include "session/block_types.hpp"
+#include "session/path_record.hpp"
 
 namespace tanrove {
 
 namespace {
 
+using namespace path_record;
+
 constexpr std::size_t count_at = 9;
 constexpr std::size_t first_path_at = 13;
-
-constexpr std::size_t type_at = 9;
-constexpr std::size_t width_at = 10;
-constexpr std::size_t name_length_at = 11;
-constexpr std::size_t name_at = 15;
-constexpr std::size_t count_width = 4;
-constexpr std::size_t channel_width = 2;
-constexpr std::size_t max_channels = 16;
-constexpr std::uint16_t no_parent = 0xffff;
 
 // Counted from the position behind the channels.
 constexpr std::size_t mapped_behind = 3;
@@ -85,15 +74,10 @@ std::optional<IoPath> read_own_path(const BlockIndex& index, const Block& block)
     path.width_code = image.u8(block.at + width_at);
     path.name = read_name(image, block.at + name_length_at, block.end()).value_or("");
     path.position = block.at;
-    for (std::size_t i = 0; i < count; ++i) {
-        path.channels.push_back(image.u16(behind_name + count_width + i * channel_width));
-    }
-    const std::uint16_t parent = image.u16(behind);
-    if (parent != no_parent) path.parent = parent;
+    read_channels(image, behind_name + count_width, count, path);
+    path.parent = read_parent(image, behind);
     path.mapped = image.u8(behind + mapped_behind) == 1;
-    const std::size_t identity = behind + identity_behind + identity_marker.size();
-    path.identity_low = image.u32(identity);
-    path.identity_high = image.u32(identity + 4);
+    read_identity(image, behind + identity_behind, path);
     const std::size_t whole = behind + parent_identity_behind;
     if (image.has(whole, identity_marker)) {
         path.parent_identity = image.u64(whole + identity_marker.size());
