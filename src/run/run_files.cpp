@@ -84,11 +84,13 @@ UsageFacts usage_facts(const ProjectPlan& project, const StripRecords& strips,
 
 int count_instrument_tracks(const ProjectPlan& project, const StripRecords& strips) {
     const std::vector<StripRow>& rows = strips.strips.rows;
-    return count_plans(project.mix.tracks, [&](const TrackPlan& plan) {
-        if (!plan.strip_row || *plan.strip_row >= rows.size()) return plan.is_midi;
-        const StripRowType type = rows[*plan.strip_row].type;
-        return type == StripRowType::midi || type == StripRowType::instrument;
-    });
+    int count = 0;
+    for (std::size_t i = 0; i < project.mix.tracks.size(); ++i) {
+        const auto row = project.mix.strip_rows[i];
+        const bool plays = row ? plays_midi(rows[*row].type) : project.mix.tracks[i].is_midi;
+        if (plays) ++count;
+    }
+    return count;
 }
 
 void write_usage_file(const RunOptions& options, std::int32_t code) {
