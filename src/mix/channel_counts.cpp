@@ -4,12 +4,11 @@
 
 #include <algorithm>
 
+#include "mix/channel_codes.hpp"
+
 namespace tanrove {
 
 namespace {
-
-constexpr int stereo_channels = 2;
-constexpr int pair_code = 1024;  // of a receive: the pairs that it brings stand above ten bits
 
 /// The channels that REAPER has for so many of the session's.
 int reaper_channels(int channels) {
@@ -19,8 +18,7 @@ int reaper_channels(int channels) {
 /// REAPER's code for a receive of all channels of its source; 0 brings the first pair.
 int width_code(int source_channels, int target_channels) {
     const int width = reaper_channels(source_channels);
-    if (width <= stereo_channels || width > target_channels) return 0;
-    return width / 2 * pair_code;
+    return width > target_channels ? 0 : receive_width_code(width);
 }
 
 /// The first channel that a track plays to its output.

@@ -4,11 +4,12 @@
 
 #include <algorithm>
 
+#include "mix/channel_codes.hpp"
+
 namespace tanrove {
 
 namespace {
 
-constexpr std::size_t stereo_channels = 2;
 constexpr int own_table = -1;
 
 bool is_mono(const IoPath& path) {

@@ -10,13 +10,13 @@
 #include <set>
 
 #include "base/formatted_text.hpp"
+#include "mix/channel_codes.hpp"
 #include "mix/track_envelopes.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr int stereo_channels = 2;
 constexpr double tenths_of_a_db = 10.0;
 constexpr std::int32_t behind_first_pair = 2;
 

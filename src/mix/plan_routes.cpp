@@ -6,12 +6,12 @@
 #include <set>
 
 #include "base/fader_law.hpp"
+#include "mix/channel_codes.hpp"
 
 namespace tanrove {
 
 namespace {
 
-constexpr int stereo_channels = 2;
 constexpr int pre_fader_mode = 3;
 constexpr int post_fader_mode = 0;
 constexpr std::int32_t hard_left = -100;

@@ -5,13 +5,12 @@
 #include <set>
 #include <utility>
 
+#include "mix/channel_codes.hpp"
 #include "mix/key_buses.hpp"
 
 namespace tanrove {
 
 namespace {
-
-constexpr std::size_t stereo_channels = 2;
 
 /// Receives that the project may still have.
 class ReceiveBudget {

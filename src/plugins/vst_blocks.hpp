@@ -20,6 +20,10 @@ struct VstHeader {
     bool is_own_chunk = true;  ///< the state is the plug-in's own; else REAPER's list of parameters
 };
 
+/// What REAPER writes around the states of its own plug-ins.
+constexpr std::uint32_t stock_tail_word = 0x100000;
+constexpr std::string_view stock_block_tail{"\0\0\x10\0\0\0", 6};
+
 std::string vst_header(const VstHeader& header);
 
 /// The tail; a plug-in without a preset's name has one all the same.

@@ -11,6 +11,7 @@
 #include "base/formatted_text.hpp"
 #include "base/guid.hpp"
 #include "base/text_sink.hpp"
+#include "mix/channel_codes.hpp"
 #include "project/quoted_text.hpp"
 #include "project/receive_lines.hpp"
 
@@ -35,8 +36,6 @@ constexpr std::string_view plays_to_master = "    MAINSEND 1 0";
 constexpr std::string_view plays_elsewhere = "    MAINSEND 0 0";
 constexpr std::string_view channels_opening = "    NCHAN ";
 constexpr std::string_view parent_channels_opening = "    MAINSEND_NCH ";
-constexpr int stereo_channels = 2;
-constexpr int pair_code = 1024;  // of a receive: the pairs that it brings stand above ten bits
 constexpr std::size_t nowhere = std::string_view::npos;
 
 std::vector<std::string_view> lines_of(std::string_view text) {
@@ -214,9 +213,7 @@ std::string master_track(const std::vector<std::string_view>& lines, const Proje
     out.raw("    PERF 0\n    MIDIOUT -1 -1\n    MAINSEND 1 0\n");
     for (std::size_t i = 0; i < walk.sender_tracks.size(); ++i) {
         const std::size_t track = walk.sender_tracks[i];
-        const int channels = walk.sender_channels[i];
-        const int width_code =
-            channels > stereo_channels ? channels / stereo_channels * pair_code : 0;
+        const int width_code = receive_width_code(walk.sender_channels[i]);
         const bool moves_down = walk.insertion_track != nowhere && track >= walk.insertion_track;
         const auto source = static_cast<unsigned long>(moves_down ? track + 1 : track);
         out.line(2, "AUXRECV %lu 0 1.0000000000 0 0 0 0 %d 0 31:U 4177951 -1 ''", source,

@@ -18,16 +18,12 @@ namespace tanrove {
 
 namespace {
 
-using namespace std::string_view_literals;
-
 // Seeds of the slot's identifier and of its envelopes', to which the track's own come.
 constexpr std::uint32_t slot_seed = 0x53555200;
 constexpr std::uint32_t envelope_seed = 0x5e000000;
 constexpr std::uint32_t track_seed = 1;
 
 constexpr std::uint32_t plugin_id = 0x72737232;
-constexpr std::uint32_t header_tail_word = 0x100000;
-constexpr std::string_view block_tail = "\0\0\x10\0\0\0"sv;
 
 constexpr std::size_t first_words[] = {5, 0, 5, 0, 0, 0, 1};
 constexpr double pan_law_db = -3;
@@ -107,12 +103,12 @@ FxSlot panner_slot(const TrackPlan& track, std::uint32_t index) {
                      .pins_in = {channel_mask(0), channel_mask(1)},
                      .pins_out = {},
                      .state_bytes = slot.state.size(),
-                     .tail_word = header_tail_word};
+                     .tail_word = stock_tail_word};
     for (std::size_t i = 0; i < plan.speakers.size(); ++i) {
         header.pins_out.push_back(channel_mask(i + static_cast<std::size_t>(plan.first_channel)));
     }
     slot.header = vst_header(header);
-    slot.tail = block_tail;
+    slot.tail = stock_block_tail;
     slot.guid_seed = slot_seed + index;
     for (const PannerEnvelope& envelope : plan.envelopes) {
         slot.envelopes.push_back(parameter_envelope(envelope, index));

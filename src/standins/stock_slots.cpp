@@ -7,14 +7,6 @@
 
 namespace tanrove {
 
-namespace {
-
-constexpr std::uint32_t header_tail_word = 0x100000;
-using namespace std::string_view_literals;
-constexpr std::string_view block_tail = "\0\0\x10\0\0\0"sv;
-
-}  // namespace
-
 FxSlot stock_slot(const StockPlugin& plugin, std::string state, const std::string& owner,
                   std::string preset_name, std::uint32_t guid_seed) {
     FxSlot slot;
@@ -27,10 +19,10 @@ FxSlot stock_slot(const StockPlugin& plugin, std::string state, const std::strin
                               .pins_in = plugin.pins_in,
                               .pins_out = plugin.pins_out,
                               .state_bytes = state.size(),
-                              .tail_word = header_tail_word,
+                              .tail_word = stock_tail_word,
                               .is_own_chunk = plugin.is_own_chunk});
     slot.state = std::move(state);
-    slot.tail = block_tail;
+    slot.tail = stock_block_tail;
     slot.preset_name = std::move(preset_name);
     slot.guid_seed = guid_seed;
     return slot;
