@@ -14,10 +14,6 @@ namespace tanrove {
 
 namespace {
 
-bool has_build(const PluginTableRow* row) {
-    return row != nullptr && !row->ident.empty();
-}
-
 /// A CLAP's pins are not written: its key input listens to channels 3 and 4.
 bool hears_first_key_instead(const ChainInsert& place, const PluginTableRow& row) {
     constexpr int usual_key_channel = 2;

@@ -46,15 +46,6 @@ std::string file_as_known(const std::string& scanned, const std::string& known) 
     return file;
 }
 
-/// What is asked of an insert here.
-struct Instance {
-    std::string key;
-    std::uint64_t block_start = 0;
-    std::size_t insert = 0;
-    bool keyed = false;
-    bool fits_both_builds = false;
-};
-
 /// The builds of Kontakt on this machine.
 struct KontaktBuilds {
     EntryPlace vst2;
@@ -114,19 +105,18 @@ public:
     RowsByKey run();
 
 private:
-    /// A key with its instances.
-    using Group = InstancesByKey::value_type;
-
-    bool take_kontakt(const Group& group, const PluginTableRow& known);
-    void move_to_vst2(const Group& group, const PluginTableRow& known);
-    void match(const Group& group, const PluginTableRow* name_only);
-    std::optional<IdentityMatch> match_by_rules(const Group& group,
+    bool take_kontakt(const KeyInstances& instances, const PluginTableRow& known);
+    void move_to_vst2(const KeyInstances& instances, const PluginTableRow& known);
+    void leave_known(const KeyInstances& instances, const PluginTableRow& known);
+    std::optional<IdentityMatch> look_up(const KeyInstances& instances);
+    void take(const KeyInstances& instances, IdentityMatch found, const PluginTableRow* name_only);
+    std::optional<IdentityMatch> match_by_rules(const KeyInstances& instances,
                                                 const std::string& product_name);
     std::optional<IdentityMatch> match_by_name(const std::string& key);
-    const PluginTableRow& make_row(const Group& group, std::size_t place,
+    const PluginTableRow& make_row(const KeyInstances& instances, std::size_t place,
                                    const PluginTableRow* known);
     const PluginTableRow& keep(PluginTableRow row);
-    void keep_on_vst3(const Group& group, const std::string& display_name);
+    void keep_on_vst3(const KeyInstances& instances, const std::string& display_name);
     void tell(const std::string& key, const std::string& fx_name, std::string_view why,
               const char* more = "");
     const ScanEntry& entry(std::size_t place) const { return input_.scan.entries()[place]; }
@@ -146,8 +136,8 @@ void MatchRun::tell(const std::string& key, const std::string& fx_name, std::str
                more);
 }
 
-void MatchRun::keep_on_vst3(const Group& group, const std::string& display_name) {
-    findings_.kept_on_vst3[group.first] = {display_name, group.second.count};
+void MatchRun::keep_on_vst3(const KeyInstances& instances, const std::string& display_name) {
+    findings_.kept_on_vst3[instances.key] = {display_name, instances.count};
 }
 
 /// Keys come in their order, so each stands behind all others.
@@ -156,9 +146,9 @@ const PluginTableRow& MatchRun::keep(PluginTableRow row) {
     return rows_.emplace_hint(rows_.end(), std::move(key), std::move(row))->second;
 }
 
-const PluginTableRow& MatchRun::make_row(const Group& group, std::size_t place,
+const PluginTableRow& MatchRun::make_row(const KeyInstances& instances, std::size_t place,
                                          const PluginTableRow* known) {
-    const auto& [key, instances] = group;
+    const std::string& key = instances.key;
     const ScanEntry& found = entry(place);
     ReaperName name = reaper_name(found);
     PluginTableRow row;
@@ -173,7 +163,7 @@ const PluginTableRow& MatchRun::make_row(const Group& group, std::size_t place,
     return keep(std::move(row));
 }
 
-bool MatchRun::take_kontakt(const Group& group, const PluginTableRow& known) {
+bool MatchRun::take_kontakt(const KeyInstances& instances, const PluginTableRow& known) {
     const KontaktBuilds builds = find_kontakt(input_.scan.entries());
     if (!input_.prefer_vst3 && builds.vst2) return false;
     if (!builds.measured && (builds.vst2 || !builds.predicted)) return false;
@@ -188,16 +178,16 @@ bool MatchRun::take_kontakt(const Group& group, const PluginTableRow& known) {
     row.tailWord = found_tail_word;
     if (const std::int32_t outputs = outputs_in_name(found.name)) row.pinsOut = outputs;
     keep(std::move(row));
-    findings_.kontakt = {found.name, group.second.count, predicted};
-    tell(group.first, name.fx_name,
+    findings_.kontakt = {found.name, instances.count, predicted};
+    tell(instances.key, name.fx_name,
          predicted ? "predicted: written the way Kontakt 7 takes them"
                    : "Kontakt 7 takes Kontakt 6's settings, measured");
     return true;
 }
 
 /// For a plug-in whose VST3 we know by heart, and a user who wants VST2s.
-void MatchRun::move_to_vst2(const Group& group, const PluginTableRow& known) {
-    const auto& [key, instances] = group;
+void MatchRun::move_to_vst2(const KeyInstances& instances, const PluginTableRow& known) {
+    const std::string& key = instances.key;
     const bool knows_vst3 = known.ident.find('{') != std::string::npos;
     const bool re_framed = !known.headerTemplate.empty() || !known.trailer.empty();
     if (!knows_vst3 || re_framed || key.size() == shell_key_characters) return;
@@ -207,18 +197,18 @@ void MatchRun::move_to_vst2(const Group& group, const PluginTableRow& known) {
         return;
     }
     if (!instances.fits_both_builds) {
-        keep_on_vst3(group, known.productName);
+        keep_on_vst3(instances, known.productName);
         tell(key, known.fxName, "kept on VST3: its VST2 build cannot take these settings");
         return;
     }
-    const PluginTableRow& row = make_row(group, twin->entry, &known);
+    const PluginTableRow& row = make_row(instances, twin->entry, &known);
     findings_.moved_to_vst2.insert(key);
     tell(key, row.fxName, "--prefer-vst2 over the table row");
 }
 
-std::optional<IdentityMatch> MatchRun::match_by_rules(const Group& group,
+std::optional<IdentityMatch> MatchRun::match_by_rules(const KeyInstances& instances,
                                                       const std::string& product_name) {
-    const auto& [key, instances] = group;
+    const std::string& key = instances.key;
     if (key.size() == shell_key_characters) return match_in_shell(input_.scan, key);
     if (key.size() != code_characters) return std::nullopt;
     const bool stays_on_vst3 = !input_.prefer_vst3 && key.starts_with(fabfilter_makers_code) &&
@@ -229,7 +219,7 @@ std::optional<IdentityMatch> MatchRun::match_by_rules(const Group& group,
     if (!vst2 || is_vst3_build(entry(vst2->entry))) return found;
     const std::string maker = "FabFilter ";
     const std::string& name = entry(found->entry).shortName;
-    keep_on_vst3(group, name.starts_with(maker) ? name : maker + name);
+    keep_on_vst3(instances, name.starts_with(maker) ? name : maker + name);
     found->rule = "kept on VST3: its VST2 build cannot take these settings";
     return found;
 }
@@ -245,28 +235,45 @@ std::optional<IdentityMatch> MatchRun::match_by_name(const std::string& key) {
     return match->second;
 }
 
-void MatchRun::match(const Group& group, const PluginTableRow* name_only) {
-    const std::string& key = group.first;
-    auto found = match_by_rules(group, name_only != nullptr ? name_only->productName : "");
-    if (!found && name_only == nullptr) found = match_by_name(key);
-    if (!found) return;
-    const ScanEntry& build = entry(found->entry);
+/// A build that we know by heart is left only for another Kontakt, or on demand.
+void MatchRun::leave_known(const KeyInstances& instances, const PluginTableRow& known) {
+    if (instances.key == kontakt_code && take_kontakt(instances, known)) return;
+    if (!input_.prefer_vst3) move_to_vst2(instances, known);
+}
+
+/// By the rules and by name, for a plug-in that we know no build of.
+std::optional<IdentityMatch> MatchRun::look_up(const KeyInstances& instances) {
+    const PluginTableRow* known = row_in(input_.built_in.rows, instances.key);
+    if (has_build(known) || input_.learned.contains(instances.key)) return std::nullopt;
+    const auto found = match_by_rules(instances, known != nullptr ? known->productName : "");
+    return found || known != nullptr ? found : match_by_name(instances.key);
+}
+
+void MatchRun::take(const KeyInstances& instances, IdentityMatch found,
+                    const PluginTableRow* name_only) {
+    const ScanEntry& build = entry(found.entry);
     const bool without_class = build.isVst3 && build.classId.empty();
-    if (without_class) findings_.without_class.insert(key);
-    tell(key, make_row(group, found->entry, name_only).fxName, found->rule,
+    if (without_class) findings_.without_class.insert(instances.key);
+    tell(instances.key, make_row(instances, found.entry, name_only).fxName, found.rule,
          without_class ? ", VST3 class id unknown - marker only" : "");
 }
 
+// All are looked up before the first row is made: so a long list's tables stay in the processor's
+// cache, which thousands of rows would drive them out of.
 RowsByKey MatchRun::run() {
     if (input_.scan.empty()) return {};
-    for (const Group& group : input_.instances) {
-        const std::string& key = group.first;
-        const PluginTableRow* row = row_in(input_.built_in.rows, key);
-        if (row == nullptr || row->ident.empty()) {
-            if (!input_.learned.contains(key)) match(group, row);
-        } else if (key != kontakt_code || !take_kontakt(group, *row)) {
-            if (!input_.prefer_vst3) move_to_vst2(group, *row);
+    std::vector<std::optional<IdentityMatch>> found;
+    found.reserve(input_.instances.size());
+    for (const auto& instances : input_.instances) found.push_back(look_up(instances));
+    auto match = found.begin();
+    for (const KeyInstances& instances : input_.instances) {
+        const PluginTableRow* known = row_in(input_.built_in.rows, instances.key);
+        if (*match) {
+            take(instances, **match, known);
+        } else if (has_build(known)) {
+            leave_known(instances, *known);
         }
+        ++match;
     }
     if (rows_.empty()) out_.print("    (nothing new matched)\n");
     return std::move(rows_);
@@ -275,31 +282,31 @@ RowsByKey MatchRun::run() {
 }  // namespace
 
 InstancesByKey instances_by_key(const std::vector<PluginInsert>& inserts) {
-    std::vector<Instance> in_order;
-    in_order.reserve(inserts.size());
+    InstancesByKey keys;
+    keys.reserve(inserts.size());
     for (std::size_t i = 0; i < inserts.size(); ++i) {
         const PluginInsert& insert = inserts[i];
-        in_order.push_back({.key = insert_key(insert),
-                            .block_start = insert.blockStart,
-                            .insert = i,
-                            .keyed = insert.keyInput >= 0,
-                            .fits_both_builds = goes_to_both_builds(insert.containerKind)});
+        keys.push_back({.key = insert_key(insert),
+                        .first_insert = i,
+                        .count = 1,
+                        .keyed = insert.keyInput >= 0,
+                        .fits_both_builds = goes_to_both_builds(insert.containerKind)});
     }
-    std::ranges::sort(in_order, {}, [](const Instance& instance) {
-        return std::tie(instance.key, instance.block_start);
+    std::ranges::sort(keys, {}, [&](const KeyInstances& instance) {
+        return std::tie(instance.key, inserts[instance.first_insert].blockStart);
     });
-    InstancesByKey keys;
-    for (Instance& instance : in_order) {
-        const bool is_new = keys.empty() || keys.rbegin()->first != instance.key;
-        if (is_new) {
-            keys.emplace_hint(keys.end(), std::move(instance.key),
-                              KeyInstances{.first_insert = instance.insert});
+    std::size_t count = 0;  // of the keys, which move to the front
+    for (KeyInstances& instance : keys) {
+        if (count == 0 || keys[count - 1].key != instance.key) {
+            std::swap(keys[count++], instance);
+            continue;
         }
-        KeyInstances& instances = keys.rbegin()->second;
+        KeyInstances& instances = keys[count - 1];
         ++instances.count;
         instances.keyed = instances.keyed || instance.keyed;
         instances.fits_both_builds = instances.fits_both_builds && instance.fits_both_builds;
     }
+    keys.resize(count);
     return keys;
 }
 

@@ -20,14 +20,15 @@ namespace tanrove {
 
 /// All instances of one plug-in in the session.
 struct KeyInstances {
+    std::string key;
     std::size_t first_insert = 0;  ///< the one whose block stands first
     int count = 0;
     bool keyed = false;            ///< one of them has its key input in use
     bool fits_both_builds = true;  ///< the settings of all can go to a VST2 as well as to a VST3
 };
 
-/// By insert key.
-using InstancesByKey = std::map<std::string, KeyInstances>;
+/// In the order of the keys, each once.
+using InstancesByKey = std::vector<KeyInstances>;
 
 InstancesByKey instances_by_key(const std::vector<PluginInsert>& inserts);
 

@@ -17,7 +17,8 @@ constexpr std::string_view clap_kind = "CLAP";
 std::vector<std::uint32_t> asked_words(const IdentityInput& input,
                                        const InstancesByKey& instances) {
     std::vector<std::uint32_t> words;
-    for (const auto& [key, of_key] : instances) add_asked_by_key(words, key);
+    words.reserve(2 * instances.size() + input.session_names.size() + input.built_in.rows.size());
+    for (const KeyInstances& of_key : instances) add_asked_by_key(words, of_key.key);
     for (const auto& [code, name] : input.session_names) add_asked_by_name(words, name);
     for (const auto& [key, row] : input.built_in.rows) add_asked_by_name(words, row.productName);
     return words;
@@ -47,7 +48,7 @@ const PluginTableRow* PluginIdentities::row_for(std::string_view key) const {
     const PluginTableRow* built_in = row_in(built_in_.rows, key);
     if (const auto* row = row_in(claps_, key)) return row;
     if (const auto* row = row_in(found_, key)) return row;
-    if (built_in != nullptr && !built_in->ident.empty()) return built_in;
+    if (has_build(built_in)) return built_in;
     if (const auto* row = row_in(learned_, key)) return row;
     return built_in;
 }
@@ -57,11 +58,12 @@ void PluginIdentities::prefer_claps(const IdentityInput& input, const InstancesB
                                     TextBuffer& out) {
     // Keys and the rows that were found come in one order.
     auto found = found_.begin();
-    for (const auto& [key, of_key] : instances) {
+    for (const KeyInstances& of_key : instances) {
+        const std::string& key = of_key.key;
         while (found != found_.end() && found->first < key) ++found;
         const bool is_found = found != found_.end() && found->first == key;
         const PluginTableRow* row = is_found ? &found->second : row_for(key);
-        if (row == nullptr || row->ident.empty() || row->fxName.starts_with(clap_kind)) continue;
+        if (!has_build(row) || row->fxName.starts_with(clap_kind)) continue;
         const auto place = scan_.clap_for(behind_kind(row->fxName), file_stem(row->file));
         if (!place) continue;
         ReaperName name = reaper_name(scan_.entries()[*place]);

@@ -38,6 +38,11 @@ struct PluginTableRow {
     bool named_by_user = false;    ///< the names are the user's words, not the plug-in's own
 };
 
+/// True for a row that tells more than a name.
+inline bool has_build(const PluginTableRow* row) {
+    return row != nullptr && !row->ident.empty();
+}
+
 using RowsByKey = std::map<std::string, PluginTableRow, std::less<>>;
 
 /// The row for an insert key; null where there is none.

@@ -50,6 +50,11 @@ std::string clap_name_of(const ScanEntry& entry) {
     return lower_alnum(without_channel_layout(entry.name));
 }
 
+std::size_t table_of(ScanWord kind) {
+    if (kind <= ScanWord::last_asked) return 0;
+    return kind <= ScanWord::last_twin ? 1 : 2;
+}
+
 bool is_better_build(const ScanEntry& later, const ScanEntry& best) {
     if (later.isClap) return false;
     return best.isClap || (is_vst3_build(later) && !is_vst3_build(best));
@@ -78,8 +83,7 @@ std::uint32_t code_word(std::string_view text, std::size_t at) {
 ScanIndex::ScanIndex(std::vector<ScanEntry> entries, std::span<const std::uint32_t> asked)
     : entries_(std::move(entries)), asked_(asked) {
     for (std::size_t place = 0; place < entries_.size(); ++place) add(place);
-    asked_words_.finish();
-    all_words_.finish();
+    for (WordTable& table : tables_) table.finish();
 }
 
 void ScanIndex::add(std::size_t place) {
@@ -116,16 +120,12 @@ void ScanIndex::add_class(std::size_t place, const ClassBytes& bytes) {
 }
 
 void ScanIndex::add_word(ScanWord kind, std::uint32_t word, std::size_t place) {
-    if (kind > ScanWord::last_asked) {
-        all_words_.add(word, static_cast<std::uint32_t>(kind), place);
-    } else if (asked_.may_hold(word)) {
-        asked_words_.add(word, static_cast<std::uint32_t>(kind), place);
-    }
+    if (kind <= ScanWord::last_asked && !asked_.may_hold(word)) return;
+    tables_[table_of(kind)].add(word, static_cast<std::uint32_t>(kind), place);
 }
 
 std::span<const WordTable::Row> ScanIndex::places_of(ScanWord kind, std::uint32_t word) const {
-    const WordTable& words = kind > ScanWord::last_asked ? all_words_ : asked_words_;
-    return words.places_of(word, static_cast<std::uint32_t>(kind));
+    return tables_[table_of(kind)].places_of(word, static_cast<std::uint32_t>(kind));
 }
 
 EntryPlace ScanIndex::first(ScanWord kind, std::uint32_t word) const {
@@ -146,8 +146,9 @@ EntryPlace ScanIndex::first_text(ScanWord kind, const std::string& text, Fits fi
 
 // Walks the entries that hold the rarer of the two words.
 EntryPlace ScanIndex::class_holds(std::uint32_t maker, std::uint32_t product) const {
-    const auto with_maker = places_of(ScanWord::class_word, maker);
     const auto with_product = places_of(ScanWord::class_word, product);
+    if (with_product.empty()) return std::nullopt;
+    const auto with_maker = places_of(ScanWord::class_word, maker);
     const bool product_is_rarer = with_product.size() < with_maker.size();
     const std::uint32_t other = product_is_rarer ? maker : product;
     for (const auto& row : product_is_rarer ? with_product : with_maker) {

@@ -41,6 +41,7 @@ enum class ScanWord : std::uint8_t {
     vst3_stem,
     clap_name,
     clap_stem,
+    last_twin = clap_stem,
     id,
     class_id,
     clap_id,
@@ -94,9 +95,11 @@ private:
     void add_word(ScanWord kind, std::uint32_t word, std::size_t place);
 
     std::vector<ScanEntry> entries_;
-    WordFilter asked_;
-    WordTable asked_words_;  ///< of the lookups by codes and names
-    WordTable all_words_;
+    WordFilter asked_;  ///< of the first table
+    /// For lookups by codes and names, for those of other builds of a plug-in that was found, and
+    /// for those of what is installed. They are asked at different times: so the smaller tables
+    /// stay in the processor's cache while thousands of plug-ins are looked up.
+    std::array<WordTable, 3> tables_;
 };
 
 }  // namespace tanrove

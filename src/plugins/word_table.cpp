@@ -14,8 +14,10 @@ namespace {
 constexpr std::size_t byte_values = 256;
 constexpr int word_bits = 32;
 /// So few of a filter's bits are set that not many other words fall on one.
-constexpr std::size_t bits_per_word = 16;
+constexpr std::size_t bits_per_word = 8;
+constexpr std::uint32_t bit_factors[] = {2654435769U, 2246822519U};  // odd, without a pattern
 constexpr std::size_t least_bits = 64;
+constexpr std::size_t most_bits = std::size_t{1} << 28;
 
 constexpr std::size_t rows_per_start = 4;
 constexpr std::size_t least_starts = 2;
@@ -39,17 +41,16 @@ std::uint32_t text_word(std::string_view text) {
 }
 
 WordFilter::WordFilter(std::span<const std::uint32_t> words)
-    : bits_(std::bit_ceil(std::max(words.size() * bits_per_word, least_bits))),
+    : bits_(std::bit_ceil(std::clamp(words.size() * bits_per_word, least_bits, most_bits))),
       shift_(word_bits - std::countr_zero(bits_.size())) {
-    for (const std::uint32_t word : words) bits_[bit_of(word)] = true;
+    for (const std::uint32_t word : words) {
+        for (const std::uint32_t factor : bit_factors) bits_[word * factor >> shift_] = true;
+    }
 }
 
 bool WordFilter::may_hold(std::uint32_t word) const {
-    return bits_[bit_of(word)];
-}
-
-std::size_t WordFilter::bit_of(std::uint32_t word) const {
-    return shift_ > 0 ? spread(word) >> shift_ : spread(word);
+    return std::ranges::all_of(
+        bit_factors, [&](std::uint32_t factor) { return bits_[word * factor >> shift_]; });
 }
 
 void WordTable::add(std::uint32_t word, std::uint32_t kind, std::size_t place) {

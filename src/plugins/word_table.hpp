@@ -22,9 +22,7 @@ public:
     bool may_hold(std::uint32_t word) const;
 
 private:
-    std::size_t bit_of(std::uint32_t word) const;
-
-    std::vector<bool> bits_;  ///< a power of two of them
+    std::vector<bool> bits_;  ///< a power of two of them, of which each word has two
     int shift_ = 0;
 };
 
