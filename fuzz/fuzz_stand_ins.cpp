@@ -8,11 +8,11 @@
 #include "base/byte_view.hpp"
 #include "fuzz/promise.hpp"
 #include "plugins/state_frames.hpp"
+#include "standins/channel_strip_slots.hpp"
 #include "standins/dyn3_slots.hpp"
 #include "standins/eq3_controls.hpp"
 #include "standins/eq3_slots.hpp"
-#include "standins/read_strip_settings.hpp"
-#include "standins/strip_slots.hpp"
+#include "standins/read_channel_strip_settings.hpp"
 
 namespace tanrove {
 namespace {

@@ -13,7 +13,7 @@
 #include "base/text_sink.hpp"
 #include "mix/channel_codes.hpp"
 #include "project/quoted_text.hpp"
-#include "project/receive_lines.hpp"
+#include "project/receive_source.hpp"
 
 namespace tanrove {
 

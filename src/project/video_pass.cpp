@@ -6,7 +6,7 @@
 #include <unordered_map>
 
 #include "base/guid.hpp"
-#include "project/receive_lines.hpp"
+#include "project/receive_source.hpp"
 
 namespace tanrove {
 

@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
-#include "standins/read_strip_settings.hpp"
-#include "standins/strip_slots.hpp"
+#include "standins/channel_strip_slots.hpp"
+#include "standins/read_channel_strip_settings.hpp"
 
 namespace tanrove {
 

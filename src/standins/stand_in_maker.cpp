@@ -6,9 +6,9 @@
 #include <iterator>
 
 #include "plugins/avid_stand_ins.hpp"
+#include "standins/channel_strip_slots.hpp"
 #include "standins/dyn3_slots.hpp"
 #include "standins/eq3_slots.hpp"
-#include "standins/strip_slots.hpp"
 #include "standins/trim.hpp"
 
 namespace tanrove {

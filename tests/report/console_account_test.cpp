@@ -245,7 +245,7 @@ std::string whole_account(const AccountFacts& facts, const RunTallies& tallies) 
     return console_account(facts, tallies) + media_account(tallies) + closing_notes(facts, tallies);
 }
 
-TEST(ConsoleSummary, PrintsEveryMessageInItsOrder) {
+TEST(ConsoleAccount, PrintsEveryMessageInItsOrder) {
     AccountFacts facts = facts_of_a_run();
     facts.long_media = {.clips = 1, .longest_clip_seconds = 630, .longest_source_seconds = 3600};
     facts.usage_shared = true;
@@ -268,7 +268,7 @@ TEST(ConversionReport, PrintsEverySectionInItsOrder) {
     EXPECT_EQ(report.needs_look, 12) << "each item of its list once";
 }
 
-TEST(ConsoleSummary, OfASessionWithNothingToNoteIsHeadCountsAndClosingLines) {
+TEST(ConsoleAccount, OfASessionWithNothingToNoteIsHeadCountsAndClosingLines) {
     AccountFacts facts = facts_of_a_run();
     facts.product = "Pro Tools HD";
     facts.product_version = "12.5.0";

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "eqfit/eq_band.hpp"
-#include "standins/strip_settings.hpp"
+#include "standins/channel_strip_settings.hpp"
 
 namespace tanrove {
 

@@ -58,7 +58,7 @@ struct StripCompressor {
     bool past_table = false;
 };
 
-struct StripSettings {
+struct ChannelStripSettings {
     bool is_clip = false;  ///< Clip Effects
     bool inverts = false;
     double input_trim_db = 0;

@@ -1,5 +1,5 @@
 // The channel strip, from the names of its controls to its slots; on clips as shares of a throw.
-#include "standins/strip_slots.hpp"
+#include "standins/channel_strip_slots.hpp"
 
 #include <gtest/gtest.h>
 
@@ -9,8 +9,8 @@
 #include <random>
 
 #include "plugins/state_frames.hpp"
-#include "standins/read_strip_settings.hpp"
-#include "standins/strip_eq.hpp"
+#include "standins/channel_strip_eq.hpp"
+#include "standins/read_channel_strip_settings.hpp"
 
 namespace tanrove {
 namespace {
@@ -177,7 +177,7 @@ TEST(StripEq, FollowsTheMeasurements) {
         EXPECT_NEAR(s.frequency, std::atan(t * a) * 48000 / std::numbers::pi, 1e-8);
         EXPECT_EQ(s.width, 1.41421356);
     }
-    StripSettings strip;
+    ChannelStripSettings strip;
     strip.filters[0] = {true, StripFilterType::low_pass, 18000, 1, true};
     strip.filters[1] = {true, StripFilterType::notch, 1000, 3, true};
     const FxSlot filters = strip_stand_in(strip, {}, SlotNumbers(0)).slots[1];
@@ -189,51 +189,61 @@ TEST(StripEq, FollowsTheMeasurements) {
 }
 
 TEST(ClipEffectsSettings, StandOnTheScalesOfTheirKnobs) {
-    const StripSettings rest = read_clip_effects({});
+    const ChannelStripSettings rest = read_clip_effects({});
     EXPECT_TRUE(rest.is_clip);
     const struct {
         const char* control;
         double stored;
         double wanted;
-        double (*value)(const StripSettings&);
+        double (*value)(const ChannelStripSettings&);
     } cases[] = {
-        {"Input Trim", 1, 36, [](const StripSettings& s) { return s.input_trim_db; }},
-        {"EQ Low Gain", 0.25, -12, [](const StripSettings& s) { return s.bands[0].gain_db; }},
+        {"Input Trim", 1, 36, [](const ChannelStripSettings& s) { return s.input_trim_db; }},
+        {"EQ Low Gain", 0.25, -12,
+         [](const ChannelStripSettings& s) { return s.bands[0].gain_db; }},
         {"EQ Low-Mid Frequency", 0.5, 20 * std::sqrt(1050),
-         [](const StripSettings& s) { return s.bands[1].frequency; }},
-        {"EQ High-Mid Q", 1, 100, [](const StripSettings& s) { return s.bands[2].q; }},
+         [](const ChannelStripSettings& s) { return s.bands[1].frequency; }},
+        {"EQ High-Mid Q", 1, 100, [](const ChannelStripSettings& s) { return s.bands[2].q; }},
         {"EQ High Frequency", 1, 21000,
-         [](const StripSettings& s) { return s.bands[3].frequency; }},
+         [](const ChannelStripSettings& s) { return s.bands[3].frequency; }},
         {"Filter 2 Type", 0.333333, 1,
-         [](const StripSettings& s) { return static_cast<double>(s.filters[1].type); }},
+         [](const ChannelStripSettings& s) { return static_cast<double>(s.filters[1].type); }},
         {"Sc Filter Type", 1, 3,
-         [](const StripSettings& s) { return static_cast<double>(s.detector.filter); }},
-        {"Sc Source", 0.5, 2, [](const StripSettings& s) { return double{1} * s.detector.source; }},
-        {"Exp Ratio", 0, 1, [](const StripSettings& s) { return s.expander.ratio; }},
-        {"Exp Ratio", 0.614583, 3, [](const StripSettings& s) { return s.expander.ratio; }},
-        {"Exp Ratio", 0.909404, 10, [](const StripSettings& s) { return s.expander.ratio; }},
-        {"Exp Threshold", 1, -10, [](const StripSettings& s) { return s.expander.threshold_db; }},
-        {"Exp Attack Time", 0.2, 0.2, [](const StripSettings& s) { return s.expander.attack_ms; }},
+         [](const ChannelStripSettings& s) { return static_cast<double>(s.detector.filter); }},
+        {"Sc Source", 0.5, 2,
+         [](const ChannelStripSettings& s) { return double{1} * s.detector.source; }},
+        {"Exp Ratio", 0, 1, [](const ChannelStripSettings& s) { return s.expander.ratio; }},
+        {"Exp Ratio", 0.614583, 3, [](const ChannelStripSettings& s) { return s.expander.ratio; }},
+        {"Exp Ratio", 0.909404, 10, [](const ChannelStripSettings& s) { return s.expander.ratio; }},
+        {"Exp Threshold", 1, -10,
+         [](const ChannelStripSettings& s) { return s.expander.threshold_db; }},
+        {"Exp Attack Time", 0.2, 0.2,
+         [](const ChannelStripSettings& s) { return s.expander.attack_ms; }},
         {"Exp Release Time", 0.5, 100,
-         [](const StripSettings& s) { return s.expander.release_ms; }},
-        {"Exp Hold Time", 0.25, 10, [](const StripSettings& s) { return s.expander.hold_ms; }},
-        {"Exp Depth", 0.5, -54, [](const StripSettings& s) { return s.expander.depth_db; }},
-        {"Exp Knee", 0.5, 15, [](const StripSettings& s) { return s.expander.knee_db; }},
-        {"Cmp Ratio", 0.253906, 3, [](const StripSettings& s) { return s.compressor.ratio; }},
+         [](const ChannelStripSettings& s) { return s.expander.release_ms; }},
+        {"Exp Hold Time", 0.25, 10,
+         [](const ChannelStripSettings& s) { return s.expander.hold_ms; }},
+        {"Exp Depth", 0.5, -54, [](const ChannelStripSettings& s) { return s.expander.depth_db; }},
+        {"Exp Knee", 0.5, 15, [](const ChannelStripSettings& s) { return s.expander.knee_db; }},
+        {"Cmp Ratio", 0.253906, 3,
+         [](const ChannelStripSettings& s) { return s.compressor.ratio; }},
         {"Cmp Ratio", (0.3359375 + 0.593715) / 2, std::sqrt(40.0),
-         [](const StripSettings& s) { return s.compressor.ratio; }},
+         [](const ChannelStripSettings& s) { return s.compressor.ratio; }},
         {"Cmp Threshold", 0.5, -30,
-         [](const StripSettings& s) { return s.compressor.threshold_db; }},
-        {"Cmp Attack Time", 0.5, 10, [](const StripSettings& s) { return s.compressor.attack_ms; }},
+         [](const ChannelStripSettings& s) { return s.compressor.threshold_db; }},
+        {"Cmp Attack Time", 0.5, 10,
+         [](const ChannelStripSettings& s) { return s.compressor.attack_ms; }},
         {"Cmp Release Time", 1, 10000,
-         [](const StripSettings& s) { return s.compressor.release_ms; }},
-        {"Cmp Knee", 1, 30, [](const StripSettings& s) { return s.compressor.knee_db; }},
-        {"Cmp Gain Makeup", 0.1, 3, [](const StripSettings& s) { return s.compressor.makeup_db; }},
-        {"Fader Volume", 0.9, 1, [](const StripSettings& s) { return s.fader_is_lost ? 1.0 : 0; }},
-        {"EQ Range", 0.0002, 1, [](const StripSettings& s) { return s.other_ranges ? 1.0 : 0; }}};
+         [](const ChannelStripSettings& s) { return s.compressor.release_ms; }},
+        {"Cmp Knee", 1, 30, [](const ChannelStripSettings& s) { return s.compressor.knee_db; }},
+        {"Cmp Gain Makeup", 0.1, 3,
+         [](const ChannelStripSettings& s) { return s.compressor.makeup_db; }},
+        {"Fader Volume", 0.9, 1,
+         [](const ChannelStripSettings& s) { return s.fader_is_lost ? 1.0 : 0; }},
+        {"EQ Range", 0.0002, 1,
+         [](const ChannelStripSettings& s) { return s.other_ranges ? 1.0 : 0; }}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.control);
-        const StripSettings moved = read_clip_effects(record_of({{c.control, c.stored}}));
+        const ChannelStripSettings moved = read_clip_effects(record_of({{c.control, c.stored}}));
         EXPECT_NEAR(c.value(moved), c.wanted, 1e-4 * std::max(1.0, std::abs(c.wanted)));
     }
     EXPECT_FALSE(read_clip_effects(record_of({{"Cmp Ratio", 0.593715}})).compressor.past_table);
@@ -274,7 +284,7 @@ TEST(ClipEffectsSettings, ChangeTheSoundOnceAControlIsMoved) {
     EXPECT_FALSE(changes_sound(no_number));
 }
 
-TEST(StripSettings, WriteNumbersWhateverIsStored) {
+TEST(ChannelStripSettings, WriteNumbersWhateverIsStored) {
     const char* const names[] = {"Input Trim",         "EQ Low Gain",         "EQ Low Frequency",
                                  "EQ Low Q",           "EQ Low Type",         "EQ High Gain",
                                  "Filter 1 Frequency", "Filter 1 Type",       "Filter 1 Q",

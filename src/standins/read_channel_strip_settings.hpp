@@ -6,14 +6,14 @@
 #include <string>
 
 #include "session/clip_effects.hpp"
-#include "standins/strip_settings.hpp"
+#include "standins/channel_strip_settings.hpp"
 
 namespace tanrove {
 
 /// The values of a Channel Strip, by control.
-StripSettings read_channel_strip(const std::map<std::string, double>& controls);
+ChannelStripSettings read_channel_strip(const std::map<std::string, double>& controls);
 
-StripSettings read_clip_effects(const ClipEffectsRecord& record);
+ChannelStripSettings read_clip_effects(const ClipEffectsRecord& record);
 
 /// True if a control other than the phase switch stands elsewhere than in new Clip Effects.
 bool changes_sound(const ClipEffectsRecord& record);

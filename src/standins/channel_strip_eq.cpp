@@ -1,6 +1,6 @@
 // Bells: the Q that is heard follows the gain, and narrows towards half of the rate. Shelves:
 // REAPER's stand at half of their gain where the strip's stand at their corner.
-#include "standins/strip_eq.hpp"
+#include "standins/channel_strip_eq.hpp"
 
 #include <algorithm>
 #include <cmath>

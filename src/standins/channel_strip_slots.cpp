@@ -1,16 +1,16 @@
 // One function a block, in the order in which they play.
-#include "standins/strip_slots.hpp"
+#include "standins/channel_strip_slots.hpp"
 
 #include <algorithm>
 #include <cmath>
 
 #include "base/formatted_text.hpp"
 #include "plugins/elck_chunks.hpp"
+#include "standins/channel_strip_eq.hpp"
 #include "standins/dynamics_slots.hpp"
 #include "standins/js_slots.hpp"
-#include "standins/read_strip_settings.hpp"
+#include "standins/read_channel_strip_settings.hpp"
 #include "standins/reaeq_slot.hpp"
-#include "standins/strip_eq.hpp"
 
 namespace tanrove {
 
@@ -38,7 +38,7 @@ float share(double value, double whole) {
 
 class StripWriter {
 public:
-    StripWriter(const StripSettings& strip, const StandInTrack& track, SlotNumbers numbers)
+    StripWriter(const ChannelStripSettings& strip, const StandInTrack& track, SlotNumbers numbers)
         : strip_(strip),
           track_(track),
           name_(strip.is_clip ? "Clip Effects" : "Channel Strip"),
@@ -283,7 +283,7 @@ private:
         }
     }
 
-    const StripSettings& strip_;
+    const ChannelStripSettings& strip_;
     const StandInTrack& track_;
     std::string name_;
     SlotNumbers numbers_;
@@ -294,7 +294,8 @@ private:
 
 }  // namespace
 
-StandIn strip_stand_in(const StripSettings& strip, const StandInTrack& track, SlotNumbers numbers) {
+StandIn strip_stand_in(const ChannelStripSettings& strip, const StandInTrack& track,
+                       SlotNumbers numbers) {
     return StripWriter(strip, track, numbers).write();
 }
 

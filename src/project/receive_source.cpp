@@ -1,4 +1,4 @@
-#include "project/receive_lines.hpp"
+#include "project/receive_source.hpp"
 
 namespace tanrove {
 

@@ -1,6 +1,6 @@
 // How far a clip's control stands along its throw is turned into units by the scales that were
 // measured in Pro Tools.
-#include "standins/read_strip_settings.hpp"
+#include "standins/read_channel_strip_settings.hpp"
 
 #include <algorithm>
 #include <bit>
@@ -159,8 +159,8 @@ private:
 };
 
 /// The switches, which both kinds store alike.
-StripSettings read_switches(const Controls& controls) {
-    StripSettings strip;
+ChannelStripSettings read_switches(const Controls& controls) {
+    ChannelStripSettings strip;
     strip.inverts = controls.is_on("Phase Switch In/Out", false);
     strip.eq_on = controls.is_on("EQ On/Off", true);
     strip.filters_on = controls.is_on("Filters On/Off", true);
@@ -183,7 +183,7 @@ StripSettings read_switches(const Controls& controls) {
     return strip;
 }
 
-void read_strip_dynamics(const Controls& controls, StripSettings& strip) {
+void read_channel_strip_dynamics(const Controls& controls, ChannelStripSettings& strip) {
     StripExpander& exp = strip.expander;
     exp.ratio = controls.value("Exp Ratio", 1);
     exp.threshold_db = controls.value("Exp Threshold", -80);
@@ -251,10 +251,10 @@ Controls controls_of(const ClipEffectsRecord& record) {
 
 }  // namespace
 
-StripSettings read_channel_strip(const std::map<std::string, double>& stored) {
+ChannelStripSettings read_channel_strip(const std::map<std::string, double>& stored) {
     Controls controls;
     for (const auto& [name, value] : stored) controls.set(name, value);
-    StripSettings strip = read_switches(controls);
+    ChannelStripSettings strip = read_switches(controls);
     strip.input_trim_db = controls.value("Input Trim", 0);
     for (std::size_t i = 0; i < strip.bands.size(); ++i) {
         const std::string name = band_names[i];
@@ -271,7 +271,7 @@ StripSettings read_channel_strip(const std::map<std::string, double>& stored) {
     strip.detector.filter = filter_type(controls.value("Sc Filter Type", 0));
     strip.detector.frequency = controls.value("Sc Filter Frequency", 20);
     strip.detector.source = static_cast<int>(std::clamp(controls.value("Sc Source", 0), 0.0, 2.0));
-    read_strip_dynamics(controls, strip);
+    read_channel_strip_dynamics(controls, strip);
     const double fader = controls.value("Fader Volume", 0);
     const bool fader_on = controls.is_on("Fader Volume On/Off", true);
     if (fader_on && std::fabs(fader) >= least_fader_db) strip.fader_db = fader;
@@ -281,12 +281,12 @@ StripSettings read_channel_strip(const std::map<std::string, double>& stored) {
     return strip;
 }
 
-StripSettings read_clip_effects(const ClipEffectsRecord& record) {
+ChannelStripSettings read_clip_effects(const ClipEffectsRecord& record) {
     Controls controls = controls_of(record);
     for (const ControlDefault& rest : clip_defaults) {
         controls.set(std::string(rest.control), rest.value);
     }
-    StripSettings strip = read_switches(controls);
+    ChannelStripSettings strip = read_switches(controls);
     strip.is_clip = true;
     const auto gain = [](double v) { return (v - 0.5) * 48; };
     const auto q = [](double v) { return 0.2 * steady_exp2(v * steady_log2(500)); };
