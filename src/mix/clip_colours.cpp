@@ -26,8 +26,8 @@ constexpr double marker_slack_seconds = 1e-6;
 
 /// What all pieces of one placement share: the passes of a loop, the clips of a group. The legs of
 /// a pair have placements of their own.
-std::tuple<std::size_t, bool, double> placement_of(const ClipItem& clip) {
-    const bool is_group = clip.is_placeholder || !clip.group_name.empty();
+std::tuple<std::uint32_t, bool, int> placement_of(const ClipItem& clip) {
+    const bool is_group = clip.is_placeholder || !clip.grouping->group_name.empty();
     return {clip.index_on_track, is_group, clip.take_pan};
 }
 
@@ -107,7 +107,7 @@ std::optional<std::uint32_t> ClipColouring::coded_colour(const TrackShade& track
 }
 
 void ClipColouring::colour_own(std::vector<ClipItem>& clips, int legs) {
-    std::set<std::tuple<std::size_t, bool, double>> placements;
+    std::set<std::tuple<std::uint32_t, bool, int>> placements;
     for (ClipItem& clip : clips) {
         if (clip.colour_place == no_place) continue;
         clip.colour = own_colour(clip.colour_place);
@@ -200,7 +200,7 @@ std::string clip_colours_text(const std::vector<TrackPlan>& plans) {
         const auto print = [&](const auto& item) {
             if (!item.colour) return;
             text.print("CLIPCOL %s | %.6f %s | place %d | 0x%07lx\n", plan.name.c_str(), item.start,
-                       item.name.c_str(), item.colour_place,
+                       std::string(item.name).c_str(), item.colour_place,
                        static_cast<unsigned long>(*item.colour));
         };
         for (const ClipItem& clip : plan.clips) print(clip);

@@ -114,7 +114,7 @@ void drop_twin_placeholders(const std::vector<ClipItem>& left, std::vector<ClipI
 
 /// On its side of the pair the clip plays its file's channel of that side by itself; any other
 /// channel stays the only one that it plays.
-void pan_leg(ClipItem& clip, double pan) {
+void pan_leg(ClipItem& clip, std::int8_t pan) {
     clip.take_pan = pan;
     const std::uint16_t own_channel = pan < 0 ? 0 : 1;
     if (clip.file_channel == own_channel) clip.file_channel.reset();

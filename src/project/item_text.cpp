@@ -70,13 +70,13 @@ void write_volume_envelope(TextSink& out, const std::vector<EnvelopePoint>& poin
 }
 
 void write_take(TextSink& out, const ClipItem& clip, const TakePlan& take) {
-    out.row(3, "PLAYRATE ", Fixed{take.playrate, rate_digits}, " 1 ", Fixed{clip.pitch_shift},
-            " -1 0 0.0025");
+    out.row(3, "PLAYRATE ", Fixed{take.playrate, rate_digits}, " 1 ",
+            Fixed{clip.stretch->pitch_shift}, " -1 0 0.0025");
     out.row(3, "CHANMODE ", clip.file_channel ? first_channel_mode + *clip.file_channel : 0);
     out.row(3, "NAME ", Quoted{clip.name});
-    write_stretch_markers(out, clip.stretch_markers);
+    write_stretch_markers(out, clip.stretch->stretch_markers);
     if (take.has_volume) {
-        out.row(3, "VOLPAN ", Fixed{take.gain, gain_digits}, " ", General{clip.take_pan},
+        out.row(3, "VOLPAN ", Fixed{take.gain, gain_digits}, " ", clip.take_pan,
                 clip.polarity_inverted ? " -1 -1" : " 1 -1");
     }
     write_volume_envelope(out, take.envelope);

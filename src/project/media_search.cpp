@@ -22,20 +22,27 @@ MediaSearch::MediaSearch(std::string media_dir, std::string media_parent, AudioF
       folders_(std::move(folders)),
       can_open_(std::move(can_open)) {}
 
-const MediaPath& MediaSearch::find(const std::string& file) {
+const MediaPath& MediaSearch::find(std::string_view file) {
     return answer(file);
 }
 
-const MediaPath& MediaSearch::use(const std::string& file) {
+const MediaPath& MediaSearch::use(std::string_view file) {
     MediaPath& used = answer(file);
     used.is_used = true;
     return used;
 }
 
-MediaPath& MediaSearch::answer(const std::string& file) {
-    const auto known = answers_.find(file);
-    if (known != answers_.end()) return known->second;
-    return answers_.emplace(file, look_for(file)).first->second;
+MediaPath& MediaSearch::answer(std::string_view file) {
+    if (latest_ == nullptr || latest_->first != file) {
+        auto known = answers_.find(file);
+        if (known == answers_.end()) {
+            std::string name(file);
+            MediaPath path = look_for(name);
+            known = answers_.emplace(std::move(name), std::move(path)).first;
+        }
+        latest_ = &*known;
+    }
+    return latest_->second;
 }
 
 MediaPath MediaSearch::look_for(const std::string& file) const {

@@ -5,7 +5,7 @@
 #include <functional>
 #include <map>
 #include <string>
-#include <unordered_map>
+#include <string_view>
 #include <vector>
 
 #include "base/paths.hpp"
@@ -34,20 +34,23 @@ public:
 
     /// The path of a file by its bare name. A file that lies nowhere keeps its path in the media
     /// folder. The disk is asked once for each name; the reference stays valid.
-    const MediaPath& find(const std::string& file);
+    const MediaPath& find(std::string_view file);
 
     /// The same for an item that is written now.
-    const MediaPath& use(const std::string& file);
+    const MediaPath& use(std::string_view file);
 
 private:
-    MediaPath& answer(const std::string& file);
+    using Answers = std::map<std::string, MediaPath, std::less<>>;
+
+    MediaPath& answer(std::string_view file);
     MediaPath look_for(const std::string& file) const;
 
     std::string media_dir_;
     std::string media_parent_;
     AudioFileFolders folders_;
     CanBeRead can_open_;
-    std::unordered_map<std::string, MediaPath> answers_;
+    Answers answers_;
+    Answers::value_type* latest_ = nullptr;  // clips of one file come in runs
 };
 
 /// What became of the audio files that the session lists. A name counts once.

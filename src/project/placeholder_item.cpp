@@ -30,7 +30,8 @@ void write_placeholder_item(TextSink& out, const ClipItem& clip, std::uint32_t n
     out.line(3, "IGUID %s", guid(placeholder_item_seed + number).c_str());
     out.line(3, "NAME %s", quoted(clip.name).c_str());
     out.line(3, "<NOTES");
-    for (const std::string& line : comment_lines(clip.name)) out.line(4, "|%s", line.c_str());
+    for (const std::string& line : comment_lines(std::string(clip.name)))
+        out.line(4, "|%s", line.c_str());
     out.line(3, ">");
     out.line(2, ">");
 }

@@ -217,8 +217,8 @@ ReportFacts Conversion::report_facts_of(const Session& session) const {
 }
 
 /// Seconds of each audio file, as far as the session states its length.
-std::map<std::string, double> file_seconds(const PTFFormat& file, std::int64_t session_rate) {
-    std::map<std::string, double> seconds;
+FileSeconds file_seconds(const PTFFormat& file, std::int64_t session_rate) {
+    FileSeconds seconds;
     for (const auto& audio : file.audio_files()) {
         const std::int64_t rate = audio.rate_hz > 0 ? audio.rate_hz : session_rate;
         seconds[audio.name] = static_cast<double>(audio.length) / static_cast<double>(rate);

@@ -5,6 +5,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "standins/channel_strip_slots.hpp"
@@ -37,7 +38,8 @@ private:
     void plan(std::vector<ClipItem>& clips, int width) {
         for (ClipItem& clip : clips) {
             if (!clip.is_placeholder) plan(clip, width);
-            if (effects_.record(clip.group_name) != nullptr) groups_.insert(clip.group_name);
+            const std::string_view group = clip.grouping->group_name;
+            if (effects_.record(group) != nullptr) groups_.insert(group);
         }
         tallies_.of_groups = static_cast<int>(groups_.size());
     }
@@ -74,7 +76,7 @@ private:
     const ClipEffects& effects_;
     ClipEffectsTallies& tallies_;
     std::map<std::pair<const ClipEffectsRecord*, int>, Rebuilt> rebuilt_;
-    std::set<std::string> groups_;
+    std::set<std::string_view> groups_;
     std::uint32_t next_number_ = 0;
 };
 

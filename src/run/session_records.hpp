@@ -28,6 +28,7 @@
 #include "session/midi_outputs.hpp"
 #include "session/midi_playlists.hpp"
 #include "session/midi_track_settings.hpp"
+#include "session/pitch_shifts.hpp"
 #include "session/playlists.hpp"
 #include "session/real_time_properties.hpp"
 #include "session/region_starts.hpp"
@@ -60,7 +61,7 @@ struct ClipRecords {
     ClipGains gains;
     ClipGroups clip_groups;
     WarpMaps warp_maps;
-    std::map<std::string, double> pitch_shifts;  ///< semitones by clip name
+    PitchShifts pitch_shifts;
     std::vector<LoopRecord> loops;
 };
 

@@ -3,8 +3,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "session/block_index.hpp"
@@ -23,10 +25,10 @@ struct ClipEffectsRecord {
 
 struct ClipEffects {
     std::vector<ClipEffectsRecord> records;
-    std::map<std::string, std::size_t> record_of_clip;
+    std::map<std::string, std::size_t, std::less<>> record_of_clip;
 
     /// The parameters of the clip of that name; nullptr if it has none.
-    const ClipEffectsRecord* record(const std::string& clip) const {
+    const ClipEffectsRecord* record(std::string_view clip) const {
         const auto found = record_of_clip.find(clip);
         return found == record_of_clip.end() ? nullptr : &records[found->second];
     }

@@ -2,8 +2,10 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "session/block_index.hpp"
@@ -20,8 +22,9 @@ using ClipGainEntry = std::vector<ClipGainPoint>;
 
 /// What the clips of one kind have, by their names.
 struct NamedClipGains {
-    std::map<std::string, double> fixed_db;           ///< of every clip that has an entry
-    std::map<std::string, std::size_t> line_of_clip;  ///< entries of two points or more
+    std::map<std::string, double, std::less<>> fixed_db;  ///< of every clip that has an entry
+    std::map<std::string, std::size_t, std::less<>>
+        line_of_clip;  ///< entries of two points or more
 };
 
 /// All that the session knows of clip gain.
@@ -32,7 +35,7 @@ struct ClipGains {
     int count_disagreements = 0;  ///< entries whose stated count differs from their length's
 
     /// The drawn line of the clip of that name; nullptr if it has none.
-    const ClipGainEntry* line(const NamedClipGains& clips, const std::string& clip) const {
+    const ClipGainEntry* line(const NamedClipGains& clips, std::string_view clip) const {
         const auto found = clips.line_of_clip.find(clip);
         return found == clips.line_of_clip.end() ? nullptr : &entries[found->second];
     }

@@ -51,9 +51,9 @@ double read_shift(ByteView image, const Block& region, const Block& name) {
 
 }  // namespace
 
-std::map<std::string, double> readPitchShifts(const BlockIndex& index) {
+PitchShifts readPitchShifts(const BlockIndex& index) {
     const ByteView image = index.image();
-    std::map<std::string, double> shifts;
+    PitchShifts shifts;
     for (const Block& region : index.of_type(block_type::audio_region).all()) {
         if (region.size < least_size) continue;
         const Block* name_block = index.first_child(region, block_type::clip);

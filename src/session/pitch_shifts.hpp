@@ -1,6 +1,7 @@
 // Elastic pitch: the shift of each clip that has one.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -8,7 +9,10 @@
 
 namespace tanrove {
 
-/// Semitones by clip name, never 0, at most 48 either way.
-std::map<std::string, double> readPitchShifts(const BlockIndex& index);
+/// Semitones by clip name.
+using PitchShifts = std::map<std::string, double, std::less<>>;
+
+/// Never 0, at most 48 either way.
+PitchShifts readPitchShifts(const BlockIndex& index);
 
 }  // namespace tanrove

@@ -24,13 +24,14 @@ struct FadeRow {
 };
 
 double end_of(const ClipItem& clip) {
-    return clip.start + (clip.warped_length > 0 ? clip.warped_length : clip.length);
+    const double warped_length = clip.stretch->warped_length;
+    return clip.start + (warped_length > 0 ? warped_length : clip.length);
 }
 
 /// Seconds of the clip's file that `extension` seconds beyond that edge take.
 double source_extension(const ClipItem& clip, FadeSide edge, double extension,
                         const FadeBinding& binding) {
-    if (binding.no_stretch || clip.clip_group) return extension;
+    if (binding.no_stretch || clip.grouping->clip_group) return extension;
     return edge == FadeSide::fade_in ? binding.warps.source_seconds_before(clip, extension)
                                      : binding.warps.source_seconds_behind(clip, extension);
 }
@@ -113,7 +114,8 @@ Extension extension_of(const ClipItem& clip, FadeSide edge, double seconds,
 /// True if clip and file go on that far in front of the clip's head. In front of a group's window
 /// its list goes on, if only in silence.
 bool has_handle(const ClipItem& incoming, const Extension& head) {
-    const bool has_source = incoming.clip_group || incoming.source_offset >= head.source_seconds;
+    const bool has_source =
+        incoming.grouping->clip_group || incoming.source_offset >= head.source_seconds;
     return incoming.start >= head.seconds && has_source;
 }
 
@@ -138,7 +140,7 @@ Extension head_extension(const FadeRow& row, double pre, const FadeBinding& bind
 void extend_tail(ClipItem& clip, const Extension& extension) {
     if (clip.is_placeholder) return;
     clip.length += extension.source_seconds;
-    if (clip.warped_length > 0) clip.warped_length += extension.seconds;
+    if (clip.stretch->warped_length > 0) clip.stretch.edit().warped_length += extension.seconds;
 }
 
 void extend_head(ClipItem& clip, const Extension& extension) {
@@ -170,8 +172,10 @@ void bind_crossfade(const FadeRow& row, const FadeBinding& binding, FadeTallies&
         head_fade = post > 0 ? post : length;
         form = FadeForm::plain;
     }
-    outgoing.fade_out = clip_fade(*row.record, FadeSide::fade_out, tail_fade, form, tallies);
-    incoming.fade_in = clip_fade(*row.record, FadeSide::fade_in, head_fade, form, tallies);
+    outgoing.fades.edit().fade_out =
+        clip_fade(*row.record, FadeSide::fade_out, tail_fade, form, tallies);
+    incoming.fades.edit().fade_in =
+        clip_fade(*row.record, FadeSide::fade_in, head_fade, form, tallies);
     // Unstretched clips end where their files do: not where the fades were drawn.
     if (binding.no_stretch && !outgoing.is_placeholder) {
         const double shared = has_room ? length : 0;
@@ -199,7 +203,8 @@ void bind_fade(const FadeRow& row, const FadeBinding& binding, FadeTallies& tall
         return;
     }
     const bool is_in = kind == FadeKind::fade_in;
-    ClipFade& fade = is_in ? row.incoming->fade_in : row.outgoing->fade_out;
+    ClipFade& fade =
+        is_in ? row.incoming->fades.edit().fade_in : row.outgoing->fades.edit().fade_out;
     fade = clip_fade(*row.record, is_in ? FadeSide::fade_in : FadeSide::fade_out,
                      row.record->length / binding.rate_hz, binding.form, tallies);
     ++(is_in ? tallies.fade_ins : tallies.fade_outs);

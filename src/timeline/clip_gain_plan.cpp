@@ -19,9 +19,9 @@ public:
 
     void give(ClipItem& clip) {
         give_own_gain(clip);
-        if (clip.group_name.empty()) return;
-        GroupGain met = add_group_gain(clip, clip.group_name);
-        for (const std::uint32_t group : clip.inner_groups) {
+        if (clip.grouping->group_name.empty()) return;
+        GroupGain met = add_group_gain(clip, clip.grouping->group_name);
+        for (const std::uint32_t group : clip.grouping->inner_groups) {
             if (groups_ == nullptr) break;
             const GroupGain inner = add_group_gain(clip, groups_->clips[group].name);
             met = {met.is_fixed || inner.is_fixed, met.has_line || inner.has_line};
@@ -35,25 +35,26 @@ private:
     void give_own_gain(ClipItem& clip) {
         const auto fixed = gains_.audio.fixed_db.find(clip.name);
         if (fixed == gains_.audio.fixed_db.end()) return;
-        clip.clip_gain_db = clip.fixed_gain_db = fixed->second;
+        ClipGain& gain = clip.gain.edit();
+        gain.clip_gain_db = gain.fixed_gain_db = fixed->second;
         clip.has_clip_gain = true;
         ++tallies_.clips;
         if (const ClipGainEntry* line = gains_.line(gains_.audio, clip.name)) {
-            give_line(clip, *line);
+            give_line(gain, *line);
         }
     }
 
-    void give_line(ClipItem& clip, const ClipGainEntry& line) {
+    void give_line(ClipGain& gain, const ClipGainEntry& line) {
         if (line.size() > max_line_points - points_given_) {
             ++tallies_.lines_past_limit;
             return;
         }
         points_given_ += line.size();
-        clip.gain_envelope.clear();
-        clip.gain_envelope.reserve(line.size());
+        gain.gain_envelope.clear();
+        gain.gain_envelope.reserve(line.size());
         for (const ClipGainPoint& point : line)
-            clip.gain_envelope.push_back({point.position, point.gain_db});
-        std::ranges::stable_sort(clip.gain_envelope, {}, &ClipGainLinePoint::position);
+            gain.gain_envelope.push_back({point.position, point.gain_db});
+        std::ranges::stable_sort(gain.gain_envelope, {}, &ClipGainLinePoint::position);
     }
 
     /// What a group has of its own.
@@ -62,20 +63,20 @@ private:
         bool has_line = false;
     };
 
-    GroupGain add_group_gain(ClipItem& clip, const std::string& group) {
+    GroupGain add_group_gain(ClipItem& clip, std::string_view group) {
         const auto fixed = gains_.groups.fixed_db.find(group);
         const bool has_gain = fixed != gains_.groups.fixed_db.end() && fixed->second != 0;
         if (has_gain) {
             if (!clip.has_clip_gain) {
                 clip.has_clip_gain = true;
-                clip.clip_gain_db = 0;
+                clip.gain.edit().clip_gain_db = 0;
                 ++tallies_.clips;
             }
-            clip.clip_gain_db += fixed->second;
+            clip.gain.edit().clip_gain_db += fixed->second;
         }
         const bool has_line = gains_.line(gains_.groups, group) != nullptr;
-        if (has_line && groups_met_.insert(group).second) {
-            tallies_.groups_with_line.push_back(group);
+        if (has_line && groups_met_.emplace(group).second) {
+            tallies_.groups_with_line.emplace_back(group);
         }
         return {has_gain, has_line};
     }

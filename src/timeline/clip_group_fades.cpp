@@ -70,6 +70,10 @@ std::int64_t start_of(const GroupFade& fade) {
     }
 }
 
+ClipFade& fade_of(ClipFades& fades, FadeSide side) {
+    return side == FadeSide::fade_in ? fades.fade_in : fades.fade_out;
+}
+
 class Fading {
 public:
     Fading(std::vector<ListEntry>& entries, const SampleWindow& window,
@@ -131,8 +135,8 @@ private:
     }
 
     void set_fade(ListEntry& entry, const FadeRecord& record, FadeSide side, double length) {
-        ClipFade& fade = side == FadeSide::fade_in ? entry.fade_in : entry.fade_out;
-        fade = clip_fade(record, side, length, settings_.form, tallies_);
+        fade_of(entry.fades.edit(), side) =
+            clip_fade(record, side, length, settings_.form, tallies_);
     }
 
     bool cross(const FadeRecord& record, std::size_t out, std::size_t in) {
@@ -193,10 +197,6 @@ struct EdgeFade {
     }
 };
 
-ClipFade& fade_of(ClipItem& piece, FadeSide side) {
-    return side == FadeSide::fade_in ? piece.fade_in : piece.fade_out;
-}
-
 ClipFade lasting(ClipFade fade, double length) {
     fade.length = fade.spec_length = length;
     return fade;
@@ -219,7 +219,7 @@ bool fade_edge(std::span<ClipItem> pieces, const EdgeFade& fade, FadeForm form, 
         const bool is_whole = is_first || (!is_stored_first && reaches_edge);
         const double length = fade.of_group.length - (is_whole ? 0 : fade.missing);
         if (length <= 0) continue;
-        ClipFade& own = fade_of(piece, fade.side);
+        ClipFade& own = fade_of(piece.fades.edit(), fade.side);
         const bool is_on_edge = is_first || is_stored_first;
         if (form == FadeForm::plain) {
             const double lasts = std::min(length, piece.length);
@@ -273,7 +273,7 @@ bool fade_across(std::span<ClipItem> pieces, const FadeCurve& curve, double rate
             continue;
         }
         --budget.left;
-        piece.fade_curves.push_back({curve.side, curve.spec, start, curve.length});
+        piece.fades.edit().fade_curves.push_back({curve.side, curve.spec, start, curve.length});
         any = true;
     }
     return any;

@@ -48,8 +48,7 @@ struct ListEntry {
     SampleWindow stored;        ///< what is shown of it before crossfades draw it out
     SampleWindow span;          ///< what is shown of it
     std::int64_t fade_end = 0;  ///< where its end counts for fades
-    ClipFade fade_in = {};
-    ClipFade fade_out = {};
+    Rare<ClipFades> fades = {};
     bool crossfaded = false;  ///< at its tail
     std::int64_t tail = 0;    ///< where it ends, shown or not
     std::vector<FadeBeyond> beyond = {};

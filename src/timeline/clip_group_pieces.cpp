@@ -290,13 +290,15 @@ private:
                                .end = on_timeline(entry.span.end),
                                .stored_start = on_timeline(entry.stored.start),
                                .stored_end = on_timeline(entry.stored.end),
-                               .fade_in = entry.fade_in,
-                               .fade_out = entry.fade_out};
+                               .fade_in = entry.fades->fade_in,
+                               .fade_out = entry.fades->fade_out};
         const auto pieces = std::span(pieces_).subspan(first);
         tallies_.spread_fades += fade_group_edges(pieces, edges, settings_.form,
                                                   material_.input.rate_hz, budget_.curves);
         fade_beyond(pieces, entry, view);
-        for (ClipItem& piece : pieces) piece.inner_groups.push_back(entry.member->id);
+        for (ClipItem& piece : pieces) {
+            piece.grouping.edit().inner_groups.push_back(entry.member->id);
+        }
     }
 
     /// A group's list goes on in front of its window, if only in silence.
@@ -336,8 +338,7 @@ private:
             offset_in_samples(std::llround(clip.source_offset * material_.input.rate_hz));
         clip.head_of_file = begins_with_its_file(clip);
         clip.muted = view.muted || entry.member->muted;
-        clip.fade_in = entry.fade_in;
-        clip.fade_out = entry.fade_out;
+        clip.fades = entry.fades;
         clip.crossfaded = entry.crossfaded;
         const std::int64_t sync = lists_.sync_samples(*entry.member);
         const std::int64_t to_sync = entry.head + sync - entry.span.start;
@@ -357,7 +358,7 @@ private:
         const WarpSlicer& slicer = material_.slicer;
         const double rate_hz = material_.input.rate_hz;
         const auto slice = slicer.slice(clip);
-        if (slice) clip.warp_origin_samples = slice->origin_samples;
+        if (slice) clip.stretch.edit().warp_origin_samples = slice->origin_samples;
         const double length = slice ? slice->length : clip.length;
         const double before = lists_.seconds(entry.head - entry.span.start);
         const double behind = lists_.seconds(entry.span.end - entry.head) - length;

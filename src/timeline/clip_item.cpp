@@ -48,7 +48,7 @@ std::string_view without_folder(std::string_view path) {
     return slash == std::string_view::npos ? path : path.substr(slash + 1);
 }
 
-std::string file_kind_of(std::string_view file) {
+std::string ClipItem::file_kind() const {
     const auto dot = file.rfind('.');
     if (dot == std::string_view::npos) return {};
     std::string kind(file.substr(dot + 1));

@@ -41,7 +41,7 @@ public:
         auto& clips = collected_.tracks[track].clips;
         if (clips.empty()) clips.reserve(collected_.placement_counts[track]);
         ClipItem& clip = clips.emplace_back();
-        clip.index_on_track = clips.size() - 1;
+        clip.index_on_track = static_cast<std::uint32_t>(clips.size() - 1);
         return clip;
     }
 
@@ -80,7 +80,6 @@ void take_region(ClipItem& clip, std::uint32_t number, const Region& region,
     clip.source_offset = static_cast<double>(region.source_offset) / input.rate_hz;
     clip.name = region.name;
     clip.file = without_folder(input.files[static_cast<std::size_t>(region.file)].name);
-    clip.file_kind = file_kind_of(clip.file);
     clip.head_of_file = begins_with_its_file(clip);
 }
 

@@ -8,14 +8,12 @@
 
 namespace tanrove {
 
-namespace {
-
 void clamp_fades(ClipItem& clip) {
-    clip.fade_in.length = std::min(clip.fade_in.length, clip.length);
-    clip.fade_out.length = std::min(clip.fade_out.length, clip.length);
+    if (!clip.fades) return;
+    ClipFades& fades = clip.fades.edit();
+    fades.fade_in.length = std::min(fades.fade_in.length, clip.length);
+    fades.fade_out.length = std::min(fades.fade_out.length, clip.length);
 }
-
-}  // namespace
 
 void cut_tail(ClipItem& clip, double length) {
     clip.length = length;
@@ -29,7 +27,10 @@ void start_later(ClipItem& clip, double cut, double rate_hz) {
     clip.source_offset_samples = offset_in_samples(std::llround(clip.source_offset * rate_hz));
     clip.start += cut;
     clip.length -= cut;
-    clip.fade_in.length = std::max(clip.fade_in.length - cut, 0.0);
+    if (clip.fades) {
+        ClipFade& fade_in = clip.fades.edit().fade_in;
+        fade_in.length = std::max(fade_in.length - cut, 0.0);
+    }
     clip.sync_offset = std::max(clip.sync_offset - cut, 0.0);
     clamp_fades(clip);
     clip.head_of_file = false;

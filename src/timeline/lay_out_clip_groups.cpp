@@ -24,9 +24,9 @@ std::int64_t samples(double seconds, double rate_hz) {
 /// The item in place of a group without audio. One that lies under others is kept whole, muted.
 ClipItem placeholder(const ClipItem& group) {
     ClipItem item = group;
-    item.clip_group.reset();
+    item.grouping.edit().clip_group.reset();
     item.stored_position = no_stored_position;
-    item.fade_in = item.fade_out = {};
+    item.fades = {};
     if (item.covered) {
         item.start = item.placed_start;
         item.length = item.placed_length;
@@ -96,11 +96,11 @@ ClipItem GroupLayout::group_row(const PlaylistDetail& list, std::size_t number,
     const PlacementRow& row = list.rows[number];
     const ClipGroupClip& group = groups_.clips[row.region_id];
     ClipItem item;
-    item.clip_group = row.region_id;
+    item.grouping.edit().clip_group = row.region_id;
     item.region = no_region;
     item.stored_position = row.position;
-    item.index_on_track = number;
-    item.name = group.name;
+    item.index_on_track = static_cast<std::uint32_t>(number);
+    item.name = input_.clip_groups->clips[row.region_id].name;  // it outlives the layout
     item.start = item.placed_start =
         stored_seconds(row.position, track.tick_based, input_.rate_hz, clock_);
     item.length = item.placed_length = static_cast<double>(group.length) / input_.rate_hz;
@@ -144,7 +144,7 @@ void GroupLayout::lay_out(std::vector<TimelineTrack>& tracks, const WarpOneClip*
 void GroupLayout::lay_out_group(TimelineTrack& track, const ClipItem& group,
                                 const WarpOneClip* warp, StretchTallies& stretch) {
     const std::int64_t first = samples(group.source_offset, input_.rate_hz);
-    const PlacedGroup placed{.group = *group.clip_group,
+    const PlacedGroup placed{.group = *group.grouping->clip_group,
                              .window = {first, first + samples(group.length, input_.rate_hz)},
                              .start = group.start,
                              .muted = group.muted,
@@ -153,10 +153,10 @@ void GroupLayout::lay_out_group(TimelineTrack& track, const ClipItem& group,
     auto pieces = pieces_of_group(placed, material_, warp, budget_, tallies_, fade_tallies_);
     if (!pieces.empty() || tallies_.unreadable == unreadable_before) ++tallies_.groups;
     for (ClipItem& piece : pieces) {
-        tallies_.fade_ins += piece.fade_in.length > 0 ? 1 : 0;
-        tallies_.fade_outs += piece.fade_out.length > 0 ? 1 : 0;
+        tallies_.fade_ins += piece.fades->fade_in.length > 0 ? 1 : 0;
+        tallies_.fade_outs += piece.fades->fade_out.length > 0 ? 1 : 0;
         piece.index_on_track = group.index_on_track;
-        piece.group_name = group.name;
+        piece.grouping.edit().group_name = group.name;
         piece.colour_place = group.colour_place;
         piece.locked = group.locked;
         if (input_.pitch_shifts != nullptr) shift_pitch(piece, *input_.pitch_shifts, stretch);
@@ -166,8 +166,8 @@ void GroupLayout::lay_out_group(TimelineTrack& track, const ClipItem& group,
                            .end = group.start + group.length,
                            .stored_start = group.placed_start,
                            .stored_end = group.placed_start + group.placed_length,
-                           .fade_in = group.fade_in,
-                           .fade_out = group.fade_out};
+                           .fade_in = group.fades->fade_in,
+                           .fade_out = group.fades->fade_out};
     const FadeForm form = input_.plain_fades ? FadeForm::plain : FadeForm::exact;
     tallies_.spread_fades += fade_group_edges(pieces, edges, form, input_.rate_hz, budget_.curves);
     tallies_.fades_left_off += std::exchange(budget_.curves.refused, 0);

@@ -54,9 +54,9 @@ void write_loop_passes(std::vector<TimelineTrack>& tracks, ClipLooper& looper, d
 void keep_places(std::vector<TimelineTrack>& tracks, bool no_stretch) {
     for (TimelineTrack& track : tracks) {
         for (ClipItem& clip : track.clips) {
-            const bool is_warped = clip.warped_length > 0 && !no_stretch;
+            const bool is_warped = clip.stretch->warped_length > 0 && !no_stretch;
             clip.placed_start = clip.start;
-            clip.placed_length = is_warped ? clip.warped_length : clip.length;
+            clip.placed_length = is_warped ? clip.stretch->warped_length : clip.length;
         }
     }
 }

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "session/block_types.hpp"
+#include "timeline/cut_clip.hpp"
 #include "timeline/stretch_markers.hpp"
 
 namespace tanrove {
@@ -45,7 +46,7 @@ UnloopedClip unlooped_clip(const std::string& track, const ClipItem& clip, LoopR
     UnloopedClip unlooped;
     unlooped.refusal = refusal;
     unlooped.track = track;
-    unlooped.clip = clip.name;
+    unlooped.clip = std::string(clip.name);
     unlooped.start_seconds = clip.start;
     return unlooped;
 }
@@ -82,8 +83,7 @@ ClipItem pass_of(const ClipItem& clip, std::uint32_t number, double rate_hz) {
 void end_clip(ClipItem& clip, double length) {
     clip.length = length;
     truncate_marker_tail(clip, length);
-    clip.fade_in.length = std::min(clip.fade_in.length, length);
-    clip.fade_out.length = std::min(clip.fade_out.length, length);
+    clamp_fades(clip);
     clip.head_of_file = false;
 }
 
@@ -126,8 +126,8 @@ std::size_t ClipLooper::place_of(std::uint64_t key, bool in_group) const {
 /// without one.
 std::size_t ClipLooper::place_of(const ClipItem& clip) const {
     if (clip.placed_at > 0) return placed(clip.placed_at);
-    const std::uint32_t number = clip.clip_group.value_or(clip.region);
-    return place_of(loop_key(clip.stored_position, number), clip.clip_group.has_value());
+    const auto group = clip.grouping->clip_group;
+    return place_of(loop_key(clip.stored_position, group.value_or(clip.region)), group.has_value());
 }
 
 MemberLoop ClipLooper::loop_member(const ClipGroupMember& member, const ClipItem& clip,
@@ -139,7 +139,7 @@ MemberLoop ClipLooper::loop_member(const ClipGroupMember& member, const ClipItem
         const double seconds = loop.length / loop_rate_hz;
         if (std::abs(seconds - clip.length) <= same_length_seconds) return {};
         if (seconds > clip.length || seconds <= same_length_seconds) {
-            list_short({track, clip.name, clip.start, seconds, clip.length}, tallies);
+            list_short({track, std::string(clip.name), clip.start, seconds, clip.length}, tallies);
             return {};
         }
         ++tallies.ended_by_length;
@@ -157,7 +157,7 @@ MemberLoop ClipLooper::loop_member(const ClipGroupMember& member, const ClipItem
 }
 
 bool ClipLooper::can_afford(const ClipItem& clip, std::size_t passes) {
-    const std::size_t markers = passes * clip.stretch_markers.size();
+    const std::size_t markers = passes * clip.stretch->stretch_markers.size();
     if (passes > passes_left_ || markers > markers_left_) return false;
     passes_left_ -= passes;
     markers_left_ -= markers;
@@ -188,7 +188,7 @@ void ClipLooper::write_passes(std::vector<ClipItem>& clips, const TimelineTrack&
         for (std::uint32_t k = 1; k < loop->count; ++k) passes.push_back(pass_of(clip, k, rate_hz));
         ++tallies.looped;
         tallies.passes += static_cast<int>(loop->count);
-        if (clip.fade_in.length > 0 || clip.fade_out.length > 0) ++tallies.with_fades;
+        if (clip.fades->fade_in.length > 0 || clip.fades->fade_out.length > 0) ++tallies.with_fades;
     }
     if (passes.empty()) return;
     clips.insert(clips.end(), std::make_move_iterator(passes.begin()),
@@ -226,7 +226,7 @@ void ClipLooper::end_loop(ClipItem& clip, const TimelineTrack& track, LoopTallie
         end_clip(clip, std::min(loop + (clip.placed_start - clip.start), clip.length));
         ++tallies.ended_by_length;
     } else if (std::abs(loop - placed) > same_length_seconds) {
-        list_short({track.name, clip.name, clip.placed_start, loop, placed}, tallies);
+        list_short({track.name, std::string(clip.name), clip.placed_start, loop, placed}, tallies);
     }
 }
 

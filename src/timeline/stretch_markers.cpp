@@ -31,9 +31,10 @@ double along_markers(const std::vector<StretchMarker>& markers, double at,
 /// A clip whose markers are written plays at the rate between them; one with two left is written
 /// without markers, so the rate between these becomes its own.
 void take_rate_of_two_markers(ClipItem& clip) {
-    if (clip.stretch_markers.size() != 2) return;
-    const StretchMarker& first = clip.stretch_markers.front();
-    const StretchMarker& last = clip.stretch_markers.back();
+    const auto& markers = clip.stretch->stretch_markers;
+    if (markers.size() != 2) return;
+    const StretchMarker& first = markers.front();
+    const StretchMarker& last = markers.back();
     const double item_seconds = last.item_position - first.item_position;
     const double source_seconds = last.source_position - first.source_position;
     if (item_seconds > 0 && source_seconds > 0) clip.playrate = source_seconds / item_seconds;
@@ -42,7 +43,7 @@ void take_rate_of_two_markers(ClipItem& clip) {
 }  // namespace
 
 bool has_stretch_map(const ClipItem& clip) {
-    return clip.stretch_markers.size() >= min_written_markers;
+    return clip.stretch->stretch_markers.size() >= min_written_markers;
 }
 
 double source_position_at(const std::vector<StretchMarker>& markers, double seconds) {
@@ -80,13 +81,15 @@ bool truncate_tail(std::vector<StretchMarker>& markers, double cut) {
 }
 
 std::optional<double> cut_marker_head(ClipItem& clip, double cut) {
-    const auto source_position = cut_head(clip.stretch_markers, cut);
+    if (!clip.stretch) return std::nullopt;
+    const auto source_position = cut_head(clip.stretch.edit().stretch_markers, cut);
     if (source_position) take_rate_of_two_markers(clip);
     return source_position;
 }
 
 void truncate_marker_tail(ClipItem& clip, double cut) {
-    if (truncate_tail(clip.stretch_markers, cut)) take_rate_of_two_markers(clip);
+    if (!clip.stretch) return;
+    if (truncate_tail(clip.stretch.edit().stretch_markers, cut)) take_rate_of_two_markers(clip);
 }
 
 }  // namespace tanrove

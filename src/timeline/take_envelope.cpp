@@ -173,23 +173,25 @@ void add_fade_times(std::vector<double>& times, double start, double length, dou
 const TakePlan& TakePlanner::plan(const ClipItem& clip) {
     plan_.playrate = has_stretch_map(clip) || clip.playrate <= 0 ? 1 : clip.playrate;
     plan_.has_volume = clip.has_clip_gain || clip.take_pan != 0 || clip.polarity_inverted;
-    plan_.gain = clip.has_clip_gain ? gain_of_db(clip.clip_gain_db) : 1;
+    plan_.gain = clip.has_clip_gain ? gain_of_db(clip.gain->clip_gain_db) : 1;
     plan_.envelope.clear();
 
-    curves_ = clip.fade_curves;
-    plan_.fade_in = settle_fade(clip.fade_in, FadeSide::fade_in, clip.length, curves_, tallies_);
-    plan_.fade_out = settle_fade(clip.fade_out, FadeSide::fade_out, clip.length, curves_, tallies_);
-    if (curves_.empty() && clip.gain_envelope.empty()) return plan_;
+    curves_ = clip.fades->fade_curves;
+    plan_.fade_in =
+        settle_fade(clip.fades->fade_in, FadeSide::fade_in, clip.length, curves_, tallies_);
+    plan_.fade_out =
+        settle_fade(clip.fades->fade_out, FadeSide::fade_out, clip.length, curves_, tallies_);
+    if (curves_.empty() && clip.gain->gain_envelope.empty()) return plan_;
 
     keep_gain_line(clip);
     follow_ramps();
-    if (gain_.empty() && clip.gain_envelope.size() > 1)
-        plan_.gain *= gain_of_db(level_beside(clip) - clip.fixed_gain_db);
+    if (gain_.empty() && clip.gain->gain_envelope.size() > 1)
+        plan_.gain *= gain_of_db(level_beside(clip) - clip.gain->fixed_gain_db);
     if (!gain_.empty()) ++tallies_.gain_envelopes;
     if (!curves_.empty()) {
         write_with_fades(clip);
     } else {
-        write_gain_alone(clip.fixed_gain_db);
+        write_gain_alone(clip.gain->fixed_gain_db);
     }
     return plan_;
 }
@@ -197,14 +199,14 @@ const TakePlan& TakePlanner::plan(const ClipItem& clip) {
 /// A point keeps its place on the waveform, also where markers bend time.
 TakeGainPoint TakePlanner::point_of(const ClipItem& clip, const ClipGainLinePoint& point) const {
     const double source_seconds = point.position * sample_;
-    return {has_stretch_map(clip) ? item_position_of(clip.stretch_markers, source_seconds)
+    return {has_stretch_map(clip) ? item_position_of(clip.stretch->stretch_markers, source_seconds)
                                   : source_seconds - clip.source_offset,
             point.gain_db};
 }
 
 /// The level at which a line that lies wholly to one side of the item passes it.
 double TakePlanner::level_beside(const ClipItem& clip) const {
-    const auto& line = clip.gain_envelope;
+    const auto& line = clip.gain->gain_envelope;
     const bool lies_before = point_of(clip, line.back()).seconds <= same_time;
     return lies_before ? line.back().gain_db : line.front().gain_db;
 }
@@ -214,7 +216,7 @@ double TakePlanner::level_beside(const ClipItem& clip) const {
 void TakePlanner::keep_gain_line(const ClipItem& clip) {
     kept_.clear();
     const double end = clip.length * plan_.playrate;
-    const auto& line = clip.gain_envelope;
+    const auto& line = clip.gain->gain_envelope;
     for (std::size_t i = 0; i < line.size() && line.size() > 1; ++i) {
         const TakeGainPoint point = point_of(clip, line[i]);
         if (point.seconds < -same_time) {
@@ -268,7 +270,7 @@ void TakePlanner::write_with_fades(const ClipItem& clip) {
     for (const TakeGainPoint& point : gain_) times_.push_back(point.seconds / plan_.playrate);
     std::ranges::sort(times_);
 
-    const double fixed_gain = gain_.empty() ? 1 : gain_of_db(clip.fixed_gain_db);
+    const double fixed_gain = gain_.empty() ? 1 : gain_of_db(clip.gain->fixed_gain_db);
     EnvelopePen pen(gain, fixed_gain, plan_.playrate, sample_, plan_.envelope);
     double last = -1;
     for (const double time : times_) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <span>
 #include <string>
 
@@ -10,6 +9,7 @@
 #include "session/clip_groups.hpp"
 #include "session/fades.hpp"
 #include "session/loop_records.hpp"
+#include "session/pitch_shifts.hpp"
 #include "session/playlists.hpp"
 #include "session/region_starts.hpp"
 #include "session/session_lists.hpp"
@@ -18,7 +18,7 @@
 
 namespace tanrove {
 
-/// The records that placing needs; views on lists that outlive the call.
+/// The records that placing needs; views on lists that outlive the clips, which bear their names.
 struct TimelineInput {
     std::span<const TrackTableRow> track_rows;   ///< the track list, in its order
     std::span<const ClipTrack> placements;       ///< `SessionLists::placements`
@@ -32,9 +32,9 @@ struct TimelineInput {
     std::span<const RegionStart> sync_points;  ///< one a region where they are of use
     const ClipGains* gains = nullptr;          ///< none: every clip plays its file as it is
     std::span<const LoopRecord> loops;
-    const WarpMaps* warp_maps = nullptr;                          ///< null: none
-    const std::map<std::string, double>* pitch_shifts = nullptr;  ///< semitones; null: none
-    TempoMap tempo_map;  ///< empty where the session keeps one tempo
+    const WarpMaps* warp_maps = nullptr;        ///< null: none
+    const PitchShifts* pitch_shifts = nullptr;  ///< null: none
+    TempoMap tempo_map;                         ///< empty where the session keeps one tempo
     double default_tempo = default_tempo_bpm;
     double rate_hz = 48000;        ///< above 0
     bool keep_fade_clips = false;  ///< leave the rendered files of fades on their tracks

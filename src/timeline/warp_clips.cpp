@@ -50,7 +50,7 @@ public:
         const bool has_markers = markers.size() >= min_written_markers;
         take_length(clip, slice->length, has_markers);
         if (!has_markers) return;
-        clip.stretch_markers = std::move(markers);
+        clip.stretch.edit().stretch_markers = std::move(markers);
         ++tallies_.with_markers;
         if (!slice->inside) ++tallies_.trims_with_markers;
     }
@@ -152,21 +152,21 @@ void measure_warped_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& 
         for (ClipItem& clip : track.clips) {
             const auto slice = slicer.slice(clip);
             if (!slice) continue;
-            clip.warped_length = slice->length;
-            clip.warp_origin_samples = slice->origin_samples;
+            ClipStretch& stretch = clip.stretch.edit();
+            stretch.warped_length = slice->length;
+            stretch.warp_origin_samples = slice->origin_samples;
         }
     }
 }
 
-void shift_pitch(ClipItem& clip, const std::map<std::string, double>& shifts,
-                 StretchTallies& tallies) {
+void shift_pitch(ClipItem& clip, const PitchShifts& shifts, StretchTallies& tallies) {
     const auto shift = shifts.find(clip.name);
     if (shift == shifts.end()) return;
-    clip.pitch_shift = shift->second;
+    clip.stretch.edit().pitch_shift = shift->second;
     ++tallies.pitch_shifted;
 }
 
-void shift_pitch(std::vector<TimelineTrack>& tracks, const std::map<std::string, double>& shifts,
+void shift_pitch(std::vector<TimelineTrack>& tracks, const PitchShifts& shifts,
                  StretchTallies& tallies) {
     if (shifts.empty()) return;
     for (TimelineTrack& track : tracks) {

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
+#include "session/pitch_shifts.hpp"
 #include "timeline/stretch_tallies.hpp"
 #include "timeline/timeline_track.hpp"
 #include "timeline/warp_slice.hpp"
@@ -18,11 +18,10 @@ namespace tanrove {
 void measure_warped_clips(std::vector<TimelineTrack>& tracks, const WarpSlicer& slicer);
 
 /// Gives clips their pitch shift, in semitones, by their names.
-void shift_pitch(std::vector<TimelineTrack>& tracks, const std::map<std::string, double>& shifts,
+void shift_pitch(std::vector<TimelineTrack>& tracks, const PitchShifts& shifts,
                  StretchTallies& tallies);
 
-void shift_pitch(ClipItem& clip, const std::map<std::string, double>& shifts,
-                 StretchTallies& tallies);
+void shift_pitch(ClipItem& clip, const PitchShifts& shifts, StretchTallies& tallies);
 
 /// Stretches a clip that has a map: length, playrate, markers. One serves the whole run: the points
 /// that it may look at are counted over all clips. What it is made from must outlive it.

@@ -89,7 +89,7 @@ double WarpSlicer::item_seconds(const WarpSlice& slice, double start, double ses
 /// Where in the file, in samples, place 0 of the clip's map lies. Once a clip has been measured
 /// that is settled: a crossfade that opens its window moves nothing of what it plays.
 double WarpSlicer::origin_of(const ClipItem& clip, const ClipWarp& warp) const {
-    if (clip.warp_origin_samples) return *clip.warp_origin_samples;
+    if (const auto settled = clip.stretch->warp_origin_samples) return *settled;
     const double map_start = warp.points->front().source_sample;
     const double map_end = warp.points->back().source_sample;
     const double lo = clip.source_offset * rate_hz_ - warp.anchor_samples;

@@ -29,14 +29,15 @@ TEST(WriteAudioItem, PrintsClipsToTheLetter) {
     leg.take_pan = -1;
     leg.colour = 0x10000FF;
     leg.playrate = 0.5;
-    leg.pitch_shift = -2;
+    leg.stretch.edit().pitch_shift = -2;
     ClipItem elastic;
     elastic.length = 2;
     elastic.playrate = 2;
     elastic.polarity_inverted = true;
-    elastic.fade_in = {.length = 0.5, .shape = 7, .curve = 0.25};
-    elastic.gain_envelope = {{0, 0}, {48000, -1}};
-    for (int i = 0; i < 30; ++i) elastic.stretch_markers.push_back({i * 0.5, i * 0.25});
+    elastic.fades.edit().fade_in = {.length = 0.5, .shape = 7, .curve = 0.25};
+    elastic.gain.edit().gain_envelope = {{0, 0}, {48000, -1}};
+    for (int i = 0; i < 30; ++i)
+        elastic.stretch.edit().stretch_markers.push_back({i * 0.5, i * 0.25});
     builder::expect_golden(
         TANROVE_TEXTS_FOLDER "/written_items.txt",
         item(plain) + item(leg, LanePlace{.lane = 1, .count = 3}) + item(elastic));

@@ -25,7 +25,7 @@ Written write(const std::vector<TrackPlan>& plans, const TrackProgress& progress
     return written;
 }
 
-ClipItem clip(const std::string& file) {
+ClipItem clip(const char* file) {
     ClipItem made;
     made.name = file;
     made.file = file;

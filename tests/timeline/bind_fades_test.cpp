@@ -85,7 +85,7 @@ struct Scene {
         const WarpSlicer slicer(maps, clock, 120, rate);
         for (ClipItem& clip : track.clips) {
             const auto slice = slicer.slice(clip);
-            if (slice) clip.warped_length = slice->length;
+            if (slice) clip.stretch.edit().warped_length = slice->length;
         }
         bind_fades(track, rows, {fades, rate, clock, form, slicer, no_stretch}, tallies);
     }
@@ -106,8 +106,8 @@ TEST(BindFades, TakesAnEdgeWithinFiveMilliseconds) {
         SCOPED_TRACE(c.position);
         Scene scene(c.kind, 0, 4800, c.position);
         scene.bind();
-        EXPECT_EQ(scene.track.clips[0].fade_out.length, c.out);
-        EXPECT_EQ(scene.track.clips[1].fade_in.length, c.in);
+        EXPECT_EQ(scene.track.clips[0].fades->fade_out.length, c.out);
+        EXPECT_EQ(scene.track.clips[1].fades->fade_in.length, c.in);
         EXPECT_EQ(scene.tallies.without_edge, c.out + c.in > 0 ? 0 : 1);
         EXPECT_EQ(scene.tallies.fade_outs, c.out > 0 ? 1 : 0);
         EXPECT_EQ(scene.tallies.fade_ins, c.in > 0 ? 1 : 0);
@@ -154,9 +154,9 @@ TEST(BindFades, OpensACrossfadeWhereTheIncomingClipHasAHandle) {
         EXPECT_NEAR(incoming.start * rate, c.start - (c.slow_handles ? 2400 : c.head), 1e-6);
         EXPECT_NEAR(incoming.length * rate, 48000 + c.head, 1e-6);
         EXPECT_NEAR(incoming.source_offset * rate, c.offset - c.head, 1e-6);
-        EXPECT_NEAR(outgoing.fade_out.length * rate, c.out, 1e-6);
-        EXPECT_NEAR(incoming.fade_in.length * rate, c.in, 1e-6);
-        EXPECT_NEAR(outgoing.warped_length * rate, c.slow_handles ? 50400 : 0, 1e-6);
+        EXPECT_NEAR(outgoing.fades->fade_out.length * rate, c.out, 1e-6);
+        EXPECT_NEAR(incoming.fades->fade_in.length * rate, c.in, 1e-6);
+        EXPECT_NEAR(outgoing.stretch->warped_length * rate, c.slow_handles ? 50400 : 0, 1e-6);
         EXPECT_TRUE(outgoing.crossfaded && incoming.crossfaded_head);
         EXPECT_EQ(scene.tallies.crossfades, 1);
     }
@@ -183,7 +183,7 @@ TEST(BindFades, LeavesAFadeToItsRenderedFileWhereThatIsKept) {
         file.stored_position = 48000;
         file.is_fade_reference = is_kept;
         scene.bind();
-        EXPECT_EQ(scene.track.clips[1].fade_in.length, is_kept ? 0 : 0.1);
+        EXPECT_EQ(scene.track.clips[1].fades->fade_in.length, is_kept ? 0 : 0.1);
         EXPECT_EQ(scene.tallies.fade_ins, is_kept ? 0 : 1);
         EXPECT_EQ(scene.tallies.without_edge, 0);
     }
@@ -211,7 +211,7 @@ TEST(BindFades, GivesAnEnvelopeOnlyWhereItMayAndReaperHasNoSuchShape) {
         scene.fade.in_setting = scene.fade.out_setting = c.setting;
         scene.track.clips[1].source_offset = c.offset;
         scene.bind(c.form);
-        const ClipFade& fade = scene.track.clips[1].fade_in;
+        const ClipFade& fade = scene.track.clips[1].fades->fade_in;
         EXPECT_EQ(fade.as_envelope, c.envelopes == 1);
         EXPECT_EQ(fade.spec.setting, c.setting);
         EXPECT_EQ(fade.spec_length, c.envelopes == 1 ? fade.length : 0);

@@ -148,10 +148,11 @@ TEST(ClipGroups, SpreadAFadeOverPiecesWithinTheBudget) {
     const auto pieces = material.pieces(1);
     for (std::size_t i = 0; i < 10; ++i) {
         const bool is_under = i >= 6 && i < 9;  // the last of four finds nothing left
-        ASSERT_EQ(pieces[i].fade_curves.size(), is_under ? 1U : 0U) << i;
+        ASSERT_EQ(pieces[i].fades->fade_curves.size(), is_under ? 1U : 0U) << i;
         if (!is_under) continue;
-        EXPECT_NEAR(pieces[i].fade_curves[0].start, 0.06 - 0.01 * static_cast<double>(i), 1e-9);
-        EXPECT_EQ(pieces[i].fade_curves[0].length, 0.04);
+        EXPECT_NEAR(pieces[i].fades->fade_curves[0].start, 0.06 - 0.01 * static_cast<double>(i),
+                    1e-9);
+        EXPECT_EQ(pieces[i].fades->fade_curves[0].length, 0.04);
     }
     EXPECT_EQ(material.tallies.spread_fades, 1);
     EXPECT_EQ(material.budget.curves.refused, 1);
@@ -194,8 +195,8 @@ TEST(ClipGroups, CarryFadesOnTheEdgesOfTheirPieces) {
             ASSERT_EQ(pieces.size(), 2u);
             EXPECT_EQ(material.tallies.fades, 1);
             EXPECT_EQ(material.tallies.fades_left_off, c.left_off);
-            EXPECT_NEAR(pieces[0].fade_out.length, c.out, 1e-9);
-            EXPECT_NEAR(pieces[1].fade_in.length, c.in, 1e-9);
+            EXPECT_NEAR(pieces[0].fades->fade_out.length, c.out, 1e-9);
+            EXPECT_NEAR(pieces[1].fades->fade_in.length, c.in, 1e-9);
             EXPECT_NEAR(pieces[1].start, c.second_start, 1e-9);
             const double cut = 7 + static_cast<double>(100 - c.start) / rate_hz;
             const double borrowed = cut - pieces[1].start;
@@ -230,7 +231,7 @@ TEST(ClipGroups, TellOnlyOfFadesThatTheirWindowShows) {
         const auto pieces = material.pieces(0);
         EXPECT_EQ(material.tallies.fades, c.fades);
         EXPECT_EQ(material.tallies.fades_left_off, c.left_off);
-        EXPECT_EQ(pieces.at(0).fade_curves.size(), c.curves);
+        EXPECT_EQ(pieces.at(0).fades->fade_curves.size(), c.curves);
     }
 }
 

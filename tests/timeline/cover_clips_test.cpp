@@ -27,12 +27,12 @@ ClipItem random_clip(std::mt19937& random, std::uint32_t number) {
     clip.crossfaded = random() % 6 == 0;
     clip.muted = random() % 6 == 0;
     if (random() % 2 == 0) return clip;
-    clip.stretch_markers = {{0, 100}, {clip.length / 3, 101}, {clip.length, 150}};
+    clip.stretch.edit().stretch_markers = {{0, 100}, {clip.length / 3, 101}, {clip.length, 150}};
     return clip;
 }
 
 double heard_at(const ClipItem& clip, double seconds) {
-    if (has_stretch_map(clip)) return source_position_at(clip.stretch_markers, seconds);
+    if (has_stretch_map(clip)) return source_position_at(clip.stretch->stretch_markers, seconds);
     return clip.source_offset + clip.playrate * seconds;
 }
 

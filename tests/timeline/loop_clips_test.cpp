@@ -38,7 +38,7 @@ TEST(LoopClips, BecomeTheirPassesEndToEnd) {
     records[3].count = 4;
     TimelineTrack track;
     track.clips = {looped_clip(7), looped_clip(8)};
-    track.clips[0].fade_out.length = 0.1;
+    track.clips[0].fades.edit().fade_out.length = 0.1;
     track.clips[0].edit_row = 4;
     track.clips[1].start = 2.7;
     LoopTallies tallies;
@@ -50,7 +50,7 @@ TEST(LoopClips, BecomeTheirPassesEndToEnd) {
         EXPECT_EQ(track.clips[i].start, starts[i]);
         EXPECT_EQ(track.clips[i].stored_position, positions[i]);
     }
-    EXPECT_EQ(track.clips[3].fade_out.length, 0.1);
+    EXPECT_EQ(track.clips[3].fades->fade_out.length, 0.1);
     EXPECT_EQ(track.clips[3].edit_row, 4);
     EXPECT_EQ(tallies.looped, 1);
     EXPECT_EQ(tallies.passes, 3);
@@ -75,7 +75,9 @@ TEST(LoopClips, ThatCannotBeWrittenAreListedWithTheirReason) {
         {[](ClipItem&, LoopRecord& r) { r.mode = 3; }, LoopRefusal::unknown_mode},
         {[](ClipItem&, LoopRecord& r) { r.parent_type = 0; }, LoopRefusal::not_audio},
         {[](ClipItem&, LoopRecord& r) { r.parent_type = 0x1056; }, LoopRefusal::no_clip},
-        {[](ClipItem& c, LoopRecord&) { c.stretch_markers.resize(max_markers_of_passes); },
+        {[](ClipItem& c, LoopRecord&) {
+             c.stretch.edit().stretch_markers.resize(max_markers_of_passes);
+         },
          LoopRefusal::too_many_passes},
     };
     for (const auto& c : cases) {
@@ -114,16 +116,16 @@ TEST(LoopLength, EndsLongerClipsAndListsShorterOnes) {
         ClipItem& clip = track.clips[0];
         clip.start -= c.drawn_out;
         clip.length += 2 * c.drawn_out;
-        clip.stretch_markers = {{0, 0}, {0.1, 0.2}, {clip.length, 0.6}};
-        clip.fade_in.length = 0.3;
+        clip.stretch.edit().stretch_markers = {{0, 0}, {0.1, 0.2}, {clip.length, 0.6}};
+        clip.fades.edit().fade_in.length = 0.3;
         clip.head_of_file = true;
         LoopTallies tallies;
         ClipLooper looper(records);
         looper.write_passes(track, 48000, tallies);
         looper.end_loops(track, tallies);
         EXPECT_EQ(clip.length, c.length);
-        EXPECT_EQ(clip.stretch_markers.back().item_position, c.length);
-        EXPECT_LE(clip.fade_in.length, c.length);
+        EXPECT_EQ(clip.stretch->stretch_markers.back().item_position, c.length);
+        EXPECT_LE(clip.fades->fade_in.length, c.length);
         EXPECT_EQ(clip.head_of_file, c.ended == 0);
         EXPECT_EQ(tallies.ended_by_length, c.ended);
         EXPECT_EQ(tallies.short_loops, c.listed);

@@ -58,7 +58,7 @@ TEST(PlaceClips, ReadsNamesAndOffsetsFromTheRegion) {
         const auto tracks = scene.track("Vox").place(0, 0).placed();
         const ClipItem& clip = tracks.at(0).clips.at(0);
         EXPECT_EQ(clip.file, c.file);
-        EXPECT_EQ(clip.file_kind, c.kind);
+        EXPECT_EQ(clip.file_kind(), c.kind);
         EXPECT_EQ(clip.head_of_file, c.head_of_file);
         EXPECT_DOUBLE_EQ(clip.source_offset, static_cast<double>(c.offset) / 48000);
         EXPECT_EQ(clip.source_offset_samples,

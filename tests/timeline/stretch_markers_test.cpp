@@ -13,13 +13,14 @@ TEST(StretchMarkers, KeepWhatIsHeardAtEachMomentThroughCuts) {
     std::uniform_real_distribution<double> step(0.01, 2.0);
     for (int round = 0; round < 200; ++round) {
         ClipItem clip;
-        clip.stretch_markers = {{0, step(random)}};
+        auto& markers = clip.stretch.edit().stretch_markers;
+        markers = {{0, step(random)}};
         for (int i = 1 + round % 6; i > 0; --i) {
-            const StretchMarker last = clip.stretch_markers.back();
-            clip.stretch_markers.push_back(
+            const StretchMarker last = markers.back();
+            markers.push_back(
                 {last.item_position + step(random), last.source_position + step(random)});
         }
-        const auto whole = clip.stretch_markers;
+        const auto whole = markers;
         const double end = whole.back().item_position;
         // Every other round cuts its tail at a marker's own place, the others their head.
         const bool tail_at_marker = round % 2 == 0;
@@ -30,11 +31,10 @@ TEST(StretchMarkers, KeepWhatIsHeardAtEachMomentThroughCuts) {
         const auto start = cut_marker_head(clip, head);
         ASSERT_TRUE(start.has_value());
         EXPECT_NEAR(*start, source_position_at(whole, head), 1e-12);
-        EXPECT_NEAR(clip.stretch_markers.back().item_position, tail - head, 1e-12);
+        EXPECT_NEAR(markers.back().item_position, tail - head, 1e-12);
         for (double at = 0; at < tail - head; at += 0.01) {
-            const double heard = has_stretch_map(clip)
-                                     ? source_position_at(clip.stretch_markers, at)
-                                     : *start + at * clip.playrate;
+            const double heard = has_stretch_map(clip) ? source_position_at(markers, at)
+                                                       : *start + at * clip.playrate;
             ASSERT_NEAR(heard, source_position_at(whole, head + at), 1e-9) << round << ' ' << at;
         }
     }

@@ -45,7 +45,7 @@ double line_db(const std::vector<ClipGainLinePoint>& line, double position) {
 }
 
 double file_second(const ClipItem& clip, double at) {
-    return has_stretch_map(clip) ? source_position_at(clip.stretch_markers, at)
+    return has_stretch_map(clip) ? source_position_at(clip.stretch->stretch_markers, at)
                                  : clip.source_offset + at * clip.playrate;
 }
 
@@ -55,14 +55,13 @@ TEST(TakeEnvelope, StaysWithinATenthOfADecibelOfProToolsCurvesAtEverySample) {
     plain.source_offset = 0.25;
     std::vector<ClipItem> clips(5, plain);
     for (std::size_t i = 1; i < clips.size(); ++i) {
-        clips[i].gain_envelope = {{100, -30}, {14400, 11}, {22000, 11}, {22000, -50}, {40000, 3}};
+        clips[i].gain =
+            ClipGain{-30, -30, {{100, -30}, {14400, 11}, {22000, 11}, {22000, -50}, {40000, 3}}};
         clips[i].has_clip_gain = true;
-        clips[i].clip_gain_db = clips[i].fixed_gain_db = -30;
     }
     clips[2].playrate = 0.8;
-    clips[3].stretch_markers = {{0, 0.25}, {0.25, 20000 / rate}, {0.5, 0.75}};
-    clips[4].gain_envelope = {{0, -6}, {96000, -6}};
-    clips[4].clip_gain_db = clips[4].fixed_gain_db = -6;
+    clips[3].stretch.edit().stretch_markers = {{0, 0.25}, {0.25, 20000 / rate}, {0.5, 0.75}};
+    clips[4].gain = ClipGain{-6, -6, {{0, -6}, {96000, -6}}};
     std::vector<FadeSpec> specs;
     for (const std::uint32_t family : {0U, 1U}) {
         for (const int type : {0, 1}) {
@@ -76,8 +75,10 @@ TEST(TakeEnvelope, StaysWithinATenthOfADecibelOfProToolsCurvesAtEverySample) {
     for (std::size_t i = 0; i < specs.size() * clips.size(); ++i) {
         const FadeSpec spec = specs[i / clips.size()];
         ClipItem clip = clips[i % clips.size()];
-        clip.fade_in = {.length = 0.2, .as_envelope = true, .spec = spec, .spec_length = 0.2};
-        clip.fade_out = {.length = 0.25, .as_envelope = true, .spec = spec, .spec_length = 0.25};
+        clip.fades.edit().fade_in = {
+            .length = 0.2, .as_envelope = true, .spec = spec, .spec_length = 0.2};
+        clip.fades.edit().fade_out = {
+            .length = 0.25, .as_envelope = true, .spec = spec, .spec_length = 0.25};
         SCOPED_TRACE(testing::Message() << spec.family << ' ' << spec.type << ' ' << spec.setting
                                         << " at rate " << clip.playrate);
         TakeTallies tallies;
@@ -91,9 +92,9 @@ TEST(TakeEnvelope, StaysWithinATenthOfADecibelOfProToolsCurvesAtEverySample) {
             if (sample <= 9600) gain *= fade_gain(spec, FadeSide::fade_in, sample / 9600.0);
             if (sample >= 12000)
                 gain *= fade_gain(spec, FadeSide::fade_out, (sample - 12000) / 12000.0);
-            if (!clip.gain_envelope.empty()) {
+            if (!clip.gain->gain_envelope.empty()) {
                 const double position = file_second(clip, at) * rate;
-                gain *= std::pow(10, line_db(clip.gain_envelope, position) / 20);
+                gain *= std::pow(10, line_db(clip.gain->gain_envelope, position) / 20);
             }
             if (gain <= 0.001) continue;
             ASSERT_NEAR(db_of(plan.gain * played(points, at * clip.playrate)), db_of(gain), 0.1)
@@ -123,11 +124,10 @@ TEST(TakePlan, PlaysTheLineWithItsVolumeAndEnvelopeTogether) {
             clip.source_offset = 0.5;
             clip.length = rate_of_clip == 0.5 ? 1 : 0.5;
             clip.playrate = rate_of_clip;
-            clip.stretch_markers = maps[rate_of_clip == 0 ? 1 : 0];
+            clip.stretch.edit().stretch_markers = maps[rate_of_clip == 0 ? 1 : 0];
             clip.has_clip_gain = true;
-            clip.fixed_gain_db = c.line.front().gain_db;
-            clip.clip_gain_db = clip.fixed_gain_db - 2;  // its group's
-            clip.gain_envelope = c.line;
+            const double own_db = c.line.front().gain_db;
+            clip.gain = ClipGain{own_db - 2, own_db, c.line};  // 2 dB are its group's
             TakeTallies tallies;
             TakePlanner planner(rate, tallies);
             const TakePlan& plan = planner.plan(clip);
@@ -147,11 +147,11 @@ TEST(TakePlan, GivesBackTheNearestShapeToAFadeThatAnEditChanged) {
         SCOPED_TRACE(c.length);
         ClipItem clip;
         clip.length = 1;
-        clip.fade_out = {.length = c.length,
-                         .shape = 4,
-                         .as_envelope = true,
-                         .spec = {0, 2, -2},
-                         .spec_length = c.spec_length};
+        clip.fades.edit().fade_out = {.length = c.length,
+                                      .shape = 4,
+                                      .as_envelope = true,
+                                      .spec = {0, 2, -2},
+                                      .spec_length = c.spec_length};
         TakeTallies tallies;
         TakePlanner planner(rate, tallies);
         const TakePlan& plan = planner.plan(clip);
@@ -184,15 +184,15 @@ TEST(ClipGain, AddsTheGroupsGainToTheClipsOwn) {
     std::vector<TimelineTrack> tracks(1);
     for (const auto& c : cases) {
         tracks[0].clips.emplace_back().name = c.name;
-        tracks[0].clips.back().group_name = c.group;
+        tracks[0].clips.back().grouping.edit().group_name = c.group;
     }
     ClipGainTallies tallies;
     give_clip_gain(tracks, gains, nullptr, tallies);
     for (std::size_t i = 0; i < std::size(cases); ++i) {
         SCOPED_TRACE(i);
         EXPECT_EQ(tracks[0].clips[i].has_clip_gain, cases[i].has_gain);
-        EXPECT_EQ(tracks[0].clips[i].clip_gain_db, cases[i].db);
-        EXPECT_EQ(!tracks[0].clips[i].gain_envelope.empty(), cases[i].has_line);
+        EXPECT_EQ(tracks[0].clips[i].gain->clip_gain_db, cases[i].db);
+        EXPECT_EQ(!tracks[0].clips[i].gain->gain_envelope.empty(), cases[i].has_line);
     }
     EXPECT_EQ(tallies.clips, 3);
     EXPECT_EQ(tallies.in_groups_with_gain, 2);

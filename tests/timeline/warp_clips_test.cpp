@@ -14,7 +14,7 @@ namespace {
 
 constexpr double rate = 48000;
 
-ClipItem clip_named(const std::string& name, double start, double offset, double length) {
+ClipItem clip_named(const char* name, double start, double offset, double length) {
     ClipItem clip;
     clip.name = name;
     clip.start = start;
@@ -46,7 +46,7 @@ struct Session {
 };
 
 double file_second_heard(const ClipItem& clip, double at) {
-    return has_stretch_map(clip) ? source_position_at(clip.stretch_markers, at)
+    return has_stretch_map(clip) ? source_position_at(clip.stretch->stretch_markers, at)
                                  : clip.source_offset + at * clip.playrate;
 }
 
@@ -104,7 +104,7 @@ TEST(WarpClips, PlayEachMomentOfTheFileWhereTheMapPutsIt) {
         const double first_time = beside(map, lo, &WarpPoint::source_sample, &WarpPoint::position);
         const double first_quarter = quarters_at(session.tempo_map, clip.start);
         EXPECT_NEAR(file_second_heard(clip, clip.length), (anchor + hi) / rate, 0.5 / rate);
-        EXPECT_NEAR(clip.warped_length, clip.length, 1e-9);
+        EXPECT_NEAR(clip.stretch->warped_length, clip.length, 1e-9);
         for (double at = 0; at < clip.length; at += 0.01) {
             const double span =
                 in_ticks
@@ -147,8 +147,8 @@ TEST(WarpClips, KeepTheirRateAndTheirPlacesWhenACrossfadeDrawsThemOut) {
         const ClipItem& placed = tracks[0][0].clips[0];
         EXPECT_NEAR(drawn_out.length, 0.5 + 3 + 1, 1e-9);
         for (double at = -0.5; at < 4; at += 0.25) {
-            EXPECT_NEAR(source_position_at(drawn_out.stretch_markers, at + 0.5),
-                        source_position_at(placed.stretch_markers, at), 0.5 / rate)
+            EXPECT_NEAR(source_position_at(drawn_out.stretch->stretch_markers, at + 0.5),
+                        source_position_at(placed.stretch->stretch_markers, at), 0.5 / rate)
                 << at;
         }
     }
