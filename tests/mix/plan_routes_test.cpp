@@ -223,42 +223,6 @@ TEST(PlanSends, PanFollowsTheWidthOfSourceAndBus) {
     }
 }
 
-TEST(KeepPreFaderSends, UnmutesASourceOnlyWherePlayingOnIsWhatProToolsDoes) {
-    const struct {
-        const char* what;
-        void (*change)(TrackPlan&, RoutingSend&);
-        bool muted;
-        double gain;
-    } cases[] = {
-        {"pre fader", [](TrackPlan&, RoutingSend&) {}, false, 0},
-        {"post fader", [](TrackPlan&, RoutingSend& s) { s.pre_fader = false; }, true, 1},
-        {"switched off", [](TrackPlan&, RoutingSend& s) { s.mute_lane.initial = 1; }, true, 1},
-        {"inactive", [](TrackPlan& p, RoutingSend&) { p.inactive = true; }, true, 1},
-        {"volume automation",
-         [](TrackPlan& p, RoutingSend&) { p.envelopes = {{.block = "VOLENV2", .points = {{}}}}; },
-         true, 1},
-        {"trim automation",
-         [](TrackPlan& p, RoutingSend&) { p.envelopes = {{.block = "VOLENV3", .points = {{}}}}; },
-         false, 0},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        Mixer mixer;
-        mixer.path("Cue", {1, 2});
-        RoutingSend send = send_to("Cue");
-        send.pre_fader = true;
-        RoutingRow& row = mixer.track("Vox", "Out 1-2");
-        mixer.plans[0].muted = true;
-        c.change(mixer.plans[0], send);
-        row.sends = {send};
-        mixer.track("Headphones", "Out 3-4", "Cue");
-        mixer.route();
-        keep_pre_fader_sends(mixer.plans, mixer.tallies);
-        EXPECT_EQ(mixer.plans[0].muted, c.muted);
-        EXPECT_EQ(mixer.plans[0].mixer.gain, c.gain);
-    }
-}
-
 std::string receives_text(const std::vector<ReceivePlan>& receives) {
     std::string text;
     for (const ReceivePlan& r : receives) {

@@ -6,7 +6,6 @@
 #include <cmath>
 
 #include "mix/master_fader.hpp"
-#include "mix/mute_and_solo.hpp"
 
 namespace tanrove {
 namespace {
@@ -201,75 +200,6 @@ TEST(PlanLevels, GivesAPanOnlyToWhatHasOneAndStopsItWhereProToolsHasNone) {
         }
         EXPECT_EQ(tallies.panners_left_still, c.channels > 2 ? 1 : 0);
         EXPECT_EQ(tallies.wide_strips.size(), c.channels > 2 ? 1U : 0U);
-    }
-}
-
-TEST(SettleSolos, DropsTheSoloOfATrackThatArrivesMuted) {
-    const EnvelopePlan moves{"MUTEENV", EnvelopeKind::mute, true, false, {{0, 1, 1}}};
-    EnvelopePlan stopped = moves;
-    stopped.active = false;
-    struct {
-        bool muted;
-        std::vector<EnvelopePlan> envelopes;
-        bool other_is_soloed, keeps_solo, needs_solo_track;
-    } const cases[] = {
-        {false, {}, false, true, false},       {true, {}, false, false, true},
-        {true, {}, true, false, false},        {true, {moves}, false, true, false},
-        {true, {stopped}, false, false, true},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(&c - cases);
-        std::vector<StripRow> rows(2);
-        std::vector<TrackPlan> plans(2);
-        rows[0].current_name = plans[0].session_name = "Vox";
-        rows[1].current_name = plans[1].session_name = "Gtr";
-        std::vector<TrackDisplay> displays(2);
-        displays[0].soloed = true;
-        displays[1].soloed = c.other_is_soloed;
-        plans[0].muted = c.muted;
-        plans[0].envelopes = c.envelopes;
-        SoloTallies tallies;
-        EXPECT_EQ(settle_solos(plans, TrackStrips(plans, {rows, {}, displays}), {}, tallies),
-                  c.needs_solo_track);
-        EXPECT_EQ(plans[0].mixer.soloed, c.keeps_solo);
-        EXPECT_TRUE(plans[0].muted == c.muted) << "a mute stays";
-    }
-}
-
-TEST(SettleSolos, HandsTheSoloOfAVcaToItsMembers) {
-    const struct {
-        const char* what;
-        std::string soloed, muted, arrive, listed;
-        bool needs_solo_track;
-    } cases[] = {{"a member", "V", "", "A B ", "A B V ", false},
-                 {"one is muted", "V", "B", "A ", "A V ", false},
-                 {"all are muted", "V", "AB", "", "V ", true},
-                 {"a member has its own", "AV", "B", "A ", "A V ", false},
-                 {"a VCA of VCAs", "W", "", "A B C ", "A B C W ", false},
-                 {"a VCA without members", "E", "", "", "", false}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        std::vector<StripRow> rows;
-        std::vector<TrackDisplay> displays;
-        std::vector<TrackPlan> plans;
-        for (const std::string name : {"A", "B", "C", "V", "W", "E"}) {
-            rows.emplace_back().current_name = name;
-            displays.emplace_back().soloed = c.soloed.find(name) != std::string::npos;
-            TrackPlan& plan = plans.emplace_back();
-            plan.name = plan.session_name = name;
-            plan.is_vca = plans.size() > 3;
-            plan.muted = c.muted.find(name) != std::string::npos;
-        }
-        TrackGroups groups;
-        groups.members_of_vca = {{"V", {"A", "B", "Gone"}}, {"W", {"V", "C"}}, {"E", {}}};
-        SoloTallies tallies;
-        EXPECT_EQ(settle_solos(plans, TrackStrips(plans, {rows, {}, displays}), groups, tallies),
-                  c.needs_solo_track);
-        std::string arrive, listed;
-        for (const TrackPlan& plan : plans) arrive += plan.mixer.soloed ? plan.name + " " : "";
-        for (const std::string& name : tallies.soloed) listed += name + " ";
-        EXPECT_EQ(arrive, c.arrive);
-        EXPECT_EQ(listed, c.listed);
     }
 }
 

@@ -268,35 +268,5 @@ TEST(ConversionReport, PrintsEverySectionInItsOrder) {
     EXPECT_EQ(report.needs_look, 12) << "each item of its list once";
 }
 
-TEST(ConsoleAccount, OfASessionWithNothingToNoteIsHeadCountsAndClosingLines) {
-    AccountFacts facts = facts_of_a_run();
-    facts.product = "Pro Tools HD";
-    facts.product_version = "12.5.0";
-    RunTallies tallies;
-    tallies.head = plain_head();
-    tallies.mix.midi.truncation_wanted = true;
-    // These lines say more about lines that are not there.
-    tallies.timeline.unpaired_tracks = tallies.timeline.judged_without_records = 1;
-    EXPECT_EQ(whole_account(facts, tallies),
-              "\n"
-              "  Read:  Pro Tools HD 12.5.0, 44100 Hz, 97.5 BPM\n"
-              "  Wrote: /song/song.rpp\n"
-              "\n"
-              "  0 tracks, 0 clips, 0 MIDI notes\n"
-              "  --truncate-midi-to-clip: no note runs past a clip edge, so nothing is cut.\n"
-              "  meter 4/4, read from the session\n"
-              "  Pan law: -3.0 dB, read from the session's Pan Depth\n"
-              "      and written as the project's pan law.\n"
-              "  Media folder written into every FILE line:\n"
-              "      /song/Audio Files\n"
-              "  If REAPER shows OFFLINE, that path is wrong - re-run with\n"
-              "      --audio-dir \"<the folder your .wav files are really in>\"\n"
-              "\n"
-              "  PRIVACY: this program contains no network code. No information\n"
-              "      about this session was transmitted from this computer: no\n"
-              "      upload, no telemetry, no usage reporting. A report reaches\n"
-              "      vorlane only when it is attached to an email and sent.\n");
-}
-
 }  // namespace
 }  // namespace tanrove

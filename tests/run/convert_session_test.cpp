@@ -63,27 +63,6 @@ private:
     NullSink silent_;
 };
 
-TEST_F(Conversion, WhatIsNoSessionLeavesNoProject) {
-    Bytes header = small_session().file();
-    header.resize(20);
-    for (const Bytes& file : {Bytes(), header, small_session().rate(44099).file()}) {
-        SCOPED_TRACE(file.size());
-        ASSERT_TRUE(write_bytes("Song.ptx", file));
-        EXPECT_EQ(convert(song()), 1);
-        EXPECT_TRUE(said("Could not read: Song.ptx\n")) << result_.console_text;
-    }
-    RunOptions options;
-    EXPECT_EQ(convert(options), 1);
-    EXPECT_EQ(result_.console_text, "tanrove: drag a .ptx file onto this program.\n");
-    for (const char* path : {"Missing.ptx", "."}) {
-        options.session_path = path;
-        options.output_path = "Out.rpp";
-        EXPECT_EQ(convert(options), 1);
-        EXPECT_TRUE(said("No such file:")) << result_.console_text;
-    }
-    EXPECT_EQ(folder_.file_count(), 1U);
-}
-
 /// What is left of a damaged session is told as what is left of a good one.
 TEST_F(Conversion, ASessionCutOrChangedAnywhereMakesAWholeProjectOrNone) {
     constexpr std::size_t places = 12;

@@ -147,25 +147,6 @@ TEST_F(OpenSession, ANameThatIsNothingButAnExtensionIsNoOlderName) {
     EXPECT_EQ(text, "");
 }
 
-TEST_F(OpenSession, OpensAtTheSessionsOwnRateWhateverItsVersion) {
-    const struct {
-        std::uint32_t rate;
-        int version;
-    } cases[] = {{44100, 12}, {48000, 12}, {96000, 5}, {192000, 12}, {48000, 4}, {96000, 13}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.rate << " version " << c.version);
-        PTFFormat::allow_unknown_version = false;
-        const auto image = SessionBuilder().rate(c.rate).container_version(c.version).image();
-        const auto session = open_bytes("song.ptx", builder::encrypted(image, Cipher::ptx, 0x22));
-        ASSERT_TRUE(session.has_value());
-        EXPECT_EQ(text, "");
-        EXPECT_EQ(session->image.rate, c.rate);
-        EXPECT_EQ(session->image.bytes.size(), image.size());
-        EXPECT_EQ(session->file->version(), c.version);
-        EXPECT_EQ(PTFFormat::allow_unknown_version, c.version == 4 || c.version == 13);
-    }
-}
-
 TEST_F(OpenSession, ResamplesNoPosition) {
     builder::OldSessionSpec song;
     song.rate_hz = 88200;
