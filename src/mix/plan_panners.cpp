@@ -151,7 +151,7 @@ private:
             if (lfe) panner.lfe_lane = *lfe;
             plan_envelopes(panner);
         } else {
-            tallies_.lanes_past_limit += moving_lanes(*lanes);
+            tallies_.lanes_past_limit += moving_lanes(*lanes) + (lfe && lfe->moves() ? 1 : 0);
         }
     }
 
@@ -182,7 +182,7 @@ private:
 
 /// What the tracks of a strip have of its panners.
 struct PannersOfStrip {
-    bool any = false;                              ///< a track has one
+    std::array<bool, max_panners> is_panned = {};  ///< a track of that side has one
     std::array<bool, max_panners> is_played = {};  ///< its lanes are on a track
 };
 
@@ -197,10 +197,11 @@ int lanes_left_out(const Strip& strip, const PannersOfStrip& panners) {
     }
     const auto& lfe = strip.surround_master_lane;
     if (lfe && lfe->moves() && !plays_lfe) ++count;
-    if (strip.surround || !panners.any) return count;
-    for (const Lane* pan : {&strip.pan_lane, &strip.dual_pan_lane, &strip.pan_right_lane}) {
-        if (pan->moves()) ++count;
-    }
+    if (strip.surround) return count;
+    const auto& [left, right] = panners.is_panned;
+    if ((left || right) && strip.pan_lane.moves()) ++count;
+    if (left && strip.dual_pan_lane.moves()) ++count;
+    if (right && strip.pan_right_lane.moves()) ++count;
     return count;
 }
 
@@ -235,8 +236,10 @@ void count_panner_lanes_left_out(const std::vector<TrackPlan>& plans, const Trac
         if (strip == nullptr) continue;
         PannersOfStrip& own = panners[strip];
         if (!plans[i].panner) continue;
-        own.any = true;
-        if (!plans[i].panner->lanes.empty()) own.is_played[first_panner(plans[i])] = true;
+        const std::size_t side = first_panner(plans[i]);
+        own.is_panned[side] = true;
+        if (plans[i].leg_pan == 0) own.is_panned.fill(true);
+        if (!plans[i].panner->lanes.empty()) own.is_played[side] = true;
     }
     for (std::size_t i = 0; i < plans.size(); ++i) {
         const Strip* strip = strips.of(i).strip;

@@ -17,6 +17,7 @@
 #include <array>
 #include <optional>
 #include <span>
+#include <utility>
 
 #include "base/formatted_text.hpp"
 #include "session/block_types.hpp"
@@ -83,8 +84,14 @@ private:
 
     void assign_surround(const LaneGroups& lanes) {
         strip_.surround = true;
-        if (lanes.flat.size() >= flat_lanes_with_lfe) {
-            reader_.read(lanes.flat[2], owner_, strip_.surround_master_lane.emplace());
+        const std::span<const std::size_t> flat = lanes.flat;
+        if (flat.size() >= flat_lanes_with_lfe) {
+            Lane lfe;
+            const bool was_read = reader_.read(flat[2], owner_, lfe);
+            if (was_read) strip_.surround_master_lane = std::move(lfe);
+            const std::size_t unknown = flat.size() - flat_lanes_with_lfe;
+            strip_.unknown_panner_moves +=
+                count_moves(flat.subspan(flat_lanes_with_lfe - 1, unknown));
         }
         for (const auto& group : lanes.groups) assign_panner(group);
     }
@@ -100,11 +107,17 @@ private:
             group = group.subspan(panner.size());
         }
         int& moves = is_short ? strip_.short_panner_moves : strip_.unknown_panner_moves;
-        for (const std::size_t position : group) {
+        moves += count_moves(group);
+    }
+
+    int count_moves(std::span<const std::size_t> positions) {
+        int moves = 0;
+        for (const std::size_t position : positions) {
             Lane lane;
             reader_.read(position, owner_, lane);
             moves += lane.moves() ? 1 : 0;
         }
+        return moves;
     }
 
     void assign_by_origin(const LaneGroups& lanes, LaneShape shape) {

@@ -57,8 +57,8 @@ struct Strip {
     std::vector<PannerLanes> surround_lanes;   ///< one or two panners
     /// Lanes that move in groups of more than one and less than a panner's.
     int short_panner_moves = 0;
-    /// Lanes that move and are neither these nor known controls: past a panner's, of a third
-    /// panner, alone in a group.
+    /// Lanes of a surround strip that move and are neither these nor known controls: past a
+    /// panner's, of a third panner, alone in a group, between the LFE level and the trim.
     int unknown_panner_moves = 0;
     /// The panners' numbers in the channel record of a strip that has no lanes for them.
     std::array<std::optional<PannerNumbers>, max_panners> stored_panners = {};

@@ -235,6 +235,15 @@ TEST(PlanPanners, EachSourceHasItsOwnNumbersOrNone) {
                 std::to_string(mixer.tallies.lanes_left_out);
         EXPECT_EQ(text, c.numbers);
     }
+    PannedMixer legs;  // of which one has a panner: the other's pan is written
+    legs.strips[0].stored_panners[0] = {1, 2, 3, 4, 5, 6, 7};
+    legs.strips[0].dual_pan_lane.points = legs.strips[0].pan_right_lane.points = {{0, 5}};
+    legs.plans[0].leg_pan = -1;
+    legs.plans.emplace_back().session_name = "Vox";
+    legs.plans[2].leg_pan = 1;
+    legs.plan();
+    EXPECT_EQ(legs.tallies.without_settings, 1);
+    EXPECT_EQ(legs.tallies.lanes_left_out, 1);
 }
 
 TEST(PlanPanners, APannerStandsAsideForSendsAndNoneStandsInFrontOfTheHardware) {

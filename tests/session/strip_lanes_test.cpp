@@ -258,6 +258,11 @@ TEST(ReadStripLanes, ASurroundStripHasPanners) {
     EXPECT_EQ(
         fields(with_lfe.surround_master_lane.value_or(Lane{}).initial, with_lfe.trim_lane.initial),
         "-60 9");
+    const Bytes moving = lane_record({.initial = 7, .points = {{0, 5}}});
+    ByteWriter six_flat;
+    for (int i = 0; i < 6; ++i) six_flat.raw(moving);
+    six_flat.raw(lane_group({lane(1), lane(2)}));
+    EXPECT_EQ(strip_with_lanes(six_flat.bytes()).unknown_panner_moves, 2);
     panner.resize(6);
     const Strip older = strip_of({.name = "Vox", .panners = {panner}});
     EXPECT_TRUE(older.surround_lanes.empty());
