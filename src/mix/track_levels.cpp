@@ -70,10 +70,16 @@ bool is_wide(const TrackPlan& plan) {
     return plan.channels > 2;
 }
 
-/// True for a mono or stereo strip that plays into no more than two channels: what it has else is a
-/// panner, which is no pan of a track's.
+/// True where the track's own knobs pan: a panner that could not be made leaves them its place from
+/// left to right.
+bool has_knobs(const TrackPlan& plan) {
+    return !plan.has_surround_panner() && !is_wide(plan);
+}
+
+/// True for a mono or stereo strip whose pan moves as a track's does: what a surround strip has is
+/// the lanes of a panner.
 bool has_one_pan(const TrackPlan& plan, const Strip& strip) {
-    return !strip.surround && !plan.has_surround_panner() && !is_wide(plan);
+    return !strip.surround && has_knobs(plan);
 }
 
 /// An unmerged leg of a stereo track plays its own side and no more.
@@ -170,7 +176,7 @@ private:
     void plan_pan(TrackPlan& plan, const Strip* strip, MonoOutput output) {
         plan.mixer.pan = plan.has_surround_panner() ? 0 : plan.leg_pan;
         if (plan.strip_is_mono && !plan.has_surround_panner()) plan.pan_mode = balance_pan;
-        if (strip != nullptr && has_one_pan(plan, *strip)) plan_knobs(plan, *strip);
+        if (strip != nullptr && has_knobs(plan)) plan_knobs(plan, *strip);
         if (output != MonoOutput::no) play_unpanned(plan, output);
         if (plan.is_basic_folder) plan.pan_mode = dual_pan;
     }

@@ -160,7 +160,7 @@ TEST(PlanLevels, GivesAPanOnlyToWhatHasOneAndStopsItWhereProToolsHasNone) {
                  {"one side", 2, 0, MonoOutput::right, false, "DUALPANENVL! DUALPANENV! 1 1", 0},
                  {"mono", 2, 0, MonoOutput::whole, false, "DUALPANENVL! DUALPANENV! -1 1", 0},
                  {"wide", 6, 0, MonoOutput::no, false, "", 0},
-                 {"surround", 2, 0, MonoOutput::no, true, "", 0},
+                 {"surround", 2, 0, MonoOutput::no, true, "", -0.5},
                  {"leg with a panner", 1, 1, MonoOutput::no, false, "", 0}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
