@@ -100,6 +100,12 @@ FrozenRender in_seconds(const FreezeRender& record, std::string path, double rat
 
 }  // namespace
 
+bool has_freeze_files(std::span<const AudioFileEntry> files) {
+    return std::ranges::any_of(files, [](const AudioFileEntry& file) {
+        return file_name_of(file.name).find(freeze_mark) != std::string::npos;
+    });
+}
+
 std::vector<std::string> names_of_renders(const std::vector<TrackPlan>& tracks) {
     std::vector<std::string> names;
     for (const TrackPlan& track : tracks) {

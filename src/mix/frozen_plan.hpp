@@ -55,6 +55,10 @@ struct FrozenInput {
     bool keep_frozen = false;
 };
 
+/// True if one of the files is a render of a frozen track. Few sessions have any, and the clips of
+/// all others need not be looked through.
+bool has_freeze_files(std::span<const AudioFileEntry> files);
+
 /// The names under which Pro Tools may have kept renders of these tracks.
 std::vector<std::string> names_of_renders(const std::vector<TrackPlan>& tracks);
 

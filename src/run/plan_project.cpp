@@ -180,6 +180,7 @@ ProjectPlan plan_project(const RunOptions& options, PlanningRecords records, Run
 void plan_freezes(ProjectPlan& project, const BlockIndex& index, const ClipRecords& clips,
                   const TimeRecords& time, bool keep_frozen, MediaSearch& media,
                   FrozenTallies& tallies) {
+    if (!has_freeze_files(clips.files)) return;
     FrozenInput input;
     input.renders = readFreezeRenders(index, names_of_renders(project.mix.tracks));
     input.regions = clips.lists.regions;
