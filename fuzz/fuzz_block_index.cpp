@@ -9,8 +9,7 @@ namespace {
 
 using namespace tanrove;
 
-void check_tree(const std::vector<BlockNode>& nodes, std::size_t from, std::size_t limit,
-                int depth) {
+void check_tree(std::span<const BlockNode> nodes, std::size_t from, std::size_t limit, int depth) {
     promise(nodes.empty() || depth <= max_block_depth, "the tree has its depth");
     for (const BlockNode& node : nodes) {
         promise(node.offset >= from && node.offset + node.size <= limit, "children lie inside");
@@ -40,7 +39,7 @@ void check_index(const BlockIndex& index) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const BlockIndex index(input_view(data, size));
     check_index(index);
-    check_tree(parseBlockTree(index.image()), 0, size, 0);
+    check_tree(parseBlockTree(index.image()).blocks(), 0, size, 0);
 
     const SessionVersion version = scanSessionVersion(index);
     promise(version.version.empty() == version.product.empty(), "a version has its product");

@@ -10,7 +10,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     promise_family(index, ReaderFamily::clips);
 
     const auto walks = walk_playlists(index);
-    const Playlists playlists = readPlaylists(walks, parse_list_tree(index.image()));
+    const Playlists playlists = readPlaylists(walks, parse_list_tree(index.image()).blocks());
     const auto details = readPlaylistDetails(index.image(), walks);
     promise(playlists.records.size() == playlists.clip_counts.size(), "a count for each playlist");
     promise(details.size() == playlists.records.size(), "an edit list for each playlist");

@@ -11,7 +11,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const BlockIndex index(input_view(data, size));
     promise_family(index, ReaderFamily::midi);
 
-    const auto tree = parseBlockTree(index.image());
+    const BlockTree whole = parseBlockTree(index.image());
+    const auto tree = whole.blocks();
     const auto streams = read_midi_streams(index.image(), tree);
     int last = -1;
     for (const Region& region : read_midi_regions(index.image(), tree, streams)) {

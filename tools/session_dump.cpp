@@ -52,7 +52,7 @@ void print_bytes(ByteView image, std::size_t from, std::size_t end, int indent) 
 }
 
 // No deeper than `max_block_depth`, as the tree is.
-void print_tree(ByteView image, const std::vector<BlockNode>& nodes, std::size_t shown, int level) {
+void print_tree(ByteView image, std::span<const BlockNode> nodes, std::size_t shown, int level) {
     const int indent = level * width_of_a_level;
     for (const BlockNode& node : nodes) {
         std::printf("%*s%08zx 0x%04x version %u, %u bytes  %s\n", indent, "", node.offset,
@@ -82,7 +82,7 @@ int main(int count, char** arguments) {
         count == 3 ? std::strtoul(arguments[2], nullptr, 10) : std::size_t{bytes_shown};
     const ByteView image(
         std::span(session.image(), static_cast<std::size_t>(session.image_size())));
-    print_tree(image, parseBlockTree(image), shown, 0);
+    print_tree(image, parseBlockTree(image).blocks(), shown, 0);
 
     std::vector<AudioFileEntry> files;
     for (const auto& audio : session.audio_files()) files.push_back({audio.name, audio.index});

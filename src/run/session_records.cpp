@@ -78,7 +78,8 @@ void take_library_lists(const PTFFormat& file, ClipRecords& clips) {
 /// What is read from the tree of lists and from the playlists' walk, which then go. False if the
 /// image has no lists to read.
 bool read_lists(const BlockIndex& index, ClipRecords& clips) {
-    const auto tree = parse_list_tree(index.image());
+    const BlockTree list_tree = parse_list_tree(index.image());
+    const auto tree = list_tree.blocks();
     const auto walks = walk_playlists(index);
     clips.playlists = readPlaylists(walks, tree);
     clips.details = readPlaylistDetails(index.image(), walks);

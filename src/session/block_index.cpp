@@ -3,6 +3,7 @@
 #include "session/block_index.hpp"
 
 #include <algorithm>
+#include <functional>
 
 namespace tanrove {
 
@@ -28,6 +29,19 @@ std::vector<Block> find_blocks(ByteView image) {
     return blocks;
 }
 
+/// For each run of the list the least of what `end_of` tells of its entries.
+template <typename Entry, typename EndOf>
+std::vector<std::size_t> least_of_runs(const std::vector<Entry>& entries, EndOf end_of) {
+    std::vector<std::size_t> least;
+    least.reserve((entries.size() + run_length - 1) / run_length);
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        const std::size_t end = end_of(entries[i]);
+        if (i % run_length == 0) least.push_back(end);
+        least.back() = std::min(least.back(), end);
+    }
+    return least;
+}
+
 bool begins_before(const Block& block, std::size_t position) {
     return block.at < position;
 }
@@ -36,19 +50,10 @@ bool begins_before(const Block& block, std::size_t position) {
 
 BlockList::BlockList(std::vector<Block> blocks) : blocks_(std::move(blocks)) {
     lay_out_stretches();
-    std::vector<std::size_t> ends(blocks_.size());
-    std::transform(blocks_.begin(), blocks_.end(), ends.begin(),
-                   [](const Block& block) { return block.end(); });
-    while (ends.size() > run_length) {
-        std::vector<std::size_t> runs;
-        runs.reserve((ends.size() + run_length - 1) / run_length);
-        for (std::size_t i = 0; i < ends.size(); i += run_length) {
-            const auto first = ends.begin() + static_cast<std::ptrdiff_t>(i);
-            const auto count = std::min(run_length, ends.size() - i);
-            runs.push_back(*std::min_element(first, first + static_cast<std::ptrdiff_t>(count)));
-        }
-        least_ends_.push_back(runs);
-        ends = std::move(runs);
+    if (blocks_.size() <= run_length) return;
+    least_ends_.push_back(least_of_runs(blocks_, [](const Block& block) { return block.end(); }));
+    while (least_ends_.back().size() > run_length) {
+        least_ends_.push_back(least_of_runs(least_ends_.back(), std::identity()));
     }
 }
 

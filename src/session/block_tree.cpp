@@ -3,7 +3,6 @@
 #include "session/block_tree.hpp"
 
 #include <algorithm>
-#include <iterator>
 #include <optional>
 
 #include "session/record_forms.hpp"
@@ -13,11 +12,12 @@ namespace tanrove {
 namespace {
 
 constexpr std::uint32_t smallest_parent = 2;
+constexpr std::size_t nodes_a_store = 4096;
 
 /// Parses blocks and what is in them. `levels` is how many levels of children are still followed.
 class TreeParser {
 public:
-    explicit TreeParser(ByteView image) : image_(image) {}
+    TreeParser(ByteView image, BlockTree& tree) : image_(image), tree_(tree) {}
 
     std::optional<BlockNode> parse_block(std::size_t p, std::size_t limit, int levels) {
         if (p + 8 >= image_.size() || image_.u8(p) != block_marker) return std::nullopt;
@@ -34,9 +34,8 @@ public:
         if (node.size >= smallest_parent && levels > 0) {
             const std::size_t before = found_.size();
             find_children(p, levels, node);
-            const auto first = found_.begin() + static_cast<std::ptrdiff_t>(before);
-            node.children.assign(std::move_iterator(first), std::move_iterator(found_.end()));
-            found_.erase(first, found_.end());
+            node.children = tree_.keep(std::span(found_).subspan(before));
+            found_.resize(before);
         }
         return node;
     }
@@ -55,7 +54,7 @@ private:
             std::size_t step = 1;
             if (auto child = parse_block(p + i, end, levels - 1)) {
                 step = child->size + block_size_base;
-                found_.push_back(std::move(*child));
+                found_.push_back(*child);
             }
             if (p + i + step >= end || i + step >= parent.size) return;
             i += step;
@@ -63,13 +62,15 @@ private:
     }
 
     ByteView image_;
+    BlockTree& tree_;
     std::vector<BlockNode> found_;  ///< children of the blocks that are being parsed right now
 };
 
 /// The odd stride of the top level; `levels_of` says how deep a block of that type is followed.
 template <typename LevelsOf>
-std::vector<BlockNode> parse_top_level(ByteView image, LevelsOf levels_of) {
-    TreeParser parser(image);
+BlockTree parse_top_level(ByteView image, LevelsOf levels_of) {
+    BlockTree tree;
+    TreeParser parser(image, tree);
     std::vector<BlockNode> blocks;
     std::size_t last_size = 0;
     std::size_t p = first_block_at;
@@ -78,22 +79,33 @@ std::vector<BlockNode> parse_top_level(ByteView image, LevelsOf levels_of) {
         const int levels = levels_of(image.u16(p + block_content_at));
         if (auto block = parser.parse_block(p, image.size(), levels)) {
             last_size = block->size + block_size_base;
-            blocks.push_back(std::move(*block));
+            blocks.push_back(*block);
         }
         p += last_size == 0 ? 1 : last_size;
     }
-    return blocks;
+    tree.keep_top_level(blocks);
+    return tree;
 }
 
 }  // namespace
 
-std::vector<BlockNode> parseBlockTree(ByteView image) {
+std::span<const BlockNode> BlockTree::keep(std::span<const BlockNode> children) {
+    if (children.empty()) return {};
+    if (stores_.empty() || stores_.back().capacity() - stores_.back().size() < children.size()) {
+        stores_.emplace_back().reserve(std::max(children.size(), nodes_a_store));
+    }
+    std::vector<BlockNode>& store = stores_.back();
+    const std::size_t at = store.size();
+    store.insert(store.end(), children.begin(), children.end());
+    return std::span<const BlockNode>(store).subspan(at);
+}
+
+BlockTree parseBlockTree(ByteView image) {
     return parse_top_level(image, [](std::uint16_t) { return max_block_depth; });
 }
 
-std::vector<BlockNode> parse_block_tree_below(ByteView image,
-                                              std::span<const std::uint16_t> content_types,
-                                              int levels) {
+BlockTree parse_block_tree_below(ByteView image, std::span<const std::uint16_t> content_types,
+                                 int levels) {
     return parse_top_level(image, [&](std::uint16_t type) {
         const auto found = std::find(content_types.begin(), content_types.end(), type);
         return found == content_types.end() ? 0 : std::min(levels, max_block_depth);

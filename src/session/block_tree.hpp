@@ -20,7 +20,27 @@ struct BlockNode {
     std::uint32_t size = 0;
     std::uint16_t blockType = 0;
     std::uint16_t contentType = 0;
-    std::vector<BlockNode> children;
+    std::span<const BlockNode> children;  ///< kept by the tree
+};
+
+/// The blocks of an image, top level first, with all that is below them. Copies would share the
+/// nodes of the one they were made from, so there are none.
+class BlockTree {
+public:
+    BlockTree() = default;
+    BlockTree(BlockTree&&) = default;
+    BlockTree& operator=(BlockTree&&) = default;
+
+    std::span<const BlockNode> blocks() const { return blocks_; }
+
+    /// Takes children over and tells where they stay.
+    std::span<const BlockNode> keep(std::span<const BlockNode> children);
+    void keep_top_level(std::span<const BlockNode> blocks) { blocks_ = keep(blocks); }
+
+private:
+    std::span<const BlockNode> blocks_;
+    /// Each grows no further than the room it was made with, so that nothing in it moves.
+    std::vector<std::vector<BlockNode>> stores_;
 };
 
 /// The first position behind the block.
@@ -31,12 +51,11 @@ inline std::size_t end_of(const BlockNode& node) {
 /// The whole tree, for those who look into a session (tools/session_dump): the top-level blocks,
 /// from position 20 on. Where no block starts the walk goes on behind the length of the last block
 /// it read, as real sessions want it.
-std::vector<BlockNode> parseBlockTree(ByteView image);
+BlockTree parseBlockTree(ByteView image);
 
 /// The same top-level blocks, children only below those of these types and so many levels deep: a
 /// reader that wants one kind of list need not pay for the rest.
-std::vector<BlockNode> parse_block_tree_below(ByteView image,
-                                              std::span<const std::uint16_t> content_types,
-                                              int levels);
+BlockTree parse_block_tree_below(ByteView image, std::span<const std::uint16_t> content_types,
+                                 int levels);
 
 }  // namespace tanrove

@@ -8,6 +8,8 @@
 //   T + 5   source offset, then the gap: samples from the clip's head to its sync point
 #include "session/region_starts.hpp"
 
+#include <algorithm>
+
 #include "session/block_types.hpp"
 #include "session/record_forms.hpp"
 #include "session/session_lists.hpp"
@@ -43,6 +45,9 @@ std::vector<RegionStart> readRegionStarts(ByteView image, std::span<const BlockN
         if (list.contentType != block_type::audio_region_list &&
             list.contentType != block_type::older_audio_region_list) {
             continue;
+        }
+        if (sync_points.empty()) {
+            sync_points.reserve(std::min<std::size_t>(list.children.size(), no_region));
         }
         for (const BlockNode& node : list.children) {
             if (node.contentType != block_type::audio_region &&

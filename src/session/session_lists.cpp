@@ -129,6 +129,9 @@ std::vector<Region> read_regions(ByteView image, std::span<const BlockNode> tree
         if (!is_type(list, block_type::audio_region_list, block_type::older_audio_region_list)) {
             continue;
         }
+        if (regions.empty()) {
+            regions.reserve(std::min<std::size_t>(list.children.size(), no_region));
+        }
         for (const BlockNode& node : list.children) {
             if (!is_type(node, block_type::audio_region, block_type::older_audio_region)) continue;
             if (regions.size() == no_region) return regions;
@@ -287,7 +290,7 @@ void number_tracks(std::vector<ClipTrack>& rows, std::vector<TrackTableRow>& cha
 
 }  // namespace
 
-std::vector<BlockNode> parse_list_tree(ByteView image) {
+BlockTree parse_list_tree(ByteView image) {
     return parse_block_tree_below(image, list_types, list_levels);
 }
 

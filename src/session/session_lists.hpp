@@ -78,7 +78,7 @@ struct SessionLists {
 };
 
 /// The tree of the session's lists, as deep as their records lie: made once for all who read them.
-std::vector<BlockNode> parse_list_tree(ByteView image);
+BlockTree parse_list_tree(ByteView image);
 
 /// The regions and the clips on audio tracks, sorted by track id, and the track list with the same
 /// ids, from the tree of lists. `files` are the session's audio files, which the regions name by

@@ -18,7 +18,7 @@ SessionLists lists_of(const Bytes& image) {
     SessionLists lists;
     std::vector<TrackTableRow> rows;
     const ByteView view(image);
-    readSessionLists(BlockIndex(view), parse_list_tree(view), {}, lists, rows);
+    readSessionLists(BlockIndex(view), parse_list_tree(view).blocks(), {}, lists, rows);
     return lists;
 }
 
@@ -71,8 +71,8 @@ TEST(MidiLists, APlaylistWithoutATrackOfItsNameGoesToATrackWithoutAPlaylistOfIts
         }
         const Bytes image = image_of({midi_playlists_block(playlists)});
         std::vector<std::size_t> found;
-        for (const ClipTrack& clip :
-             read_midi_clips(ByteView(image), parseBlockTree(ByteView(image)), tracks, regions)) {
+        for (const ClipTrack& clip : read_midi_clips(
+                 ByteView(image), parseBlockTree(ByteView(image)).blocks(), tracks, regions)) {
             found.push_back(clip.index);
         }
         EXPECT_EQ(shown(found), places);
@@ -86,7 +86,8 @@ TEST(MidiLists, ANoteCountThatLiesReadsNoFurtherThanItsBlock) {
         MidiStreamSpec lying{.notes = notes, .counted = counted};
         const Bytes image =
             image_of({block(0x2000, note_list(lying)), midi_streams_block({{.notes = notes}})});
-        const auto streams = read_midi_streams(ByteView(image), parseBlockTree(ByteView(image)));
+        const auto streams =
+            read_midi_streams(ByteView(image), parseBlockTree(ByteView(image)).blocks());
         ASSERT_EQ(streams.size(), 2U);
         // What follows the notes in the block has room for one more.
         EXPECT_EQ(streams[0].events.size(), std::min<std::size_t>(counted, 3));
@@ -112,7 +113,8 @@ TEST(ReadMidiChunks, GivesBackControllersAndMessagesStreamByStream) {
         {midi_streams_block({full_stream, {}, {.notes = {{7}}, .controllers = {{1, 9, 2}}}})});
     const auto chunks = chunks_of(image);
     ASSERT_EQ(chunks.size(), 3U);
-    EXPECT_EQ(read_midi_streams(ByteView(image), parseBlockTree(ByteView(image))).size(), 3U);
+    EXPECT_EQ(read_midi_streams(ByteView(image), parseBlockTree(ByteView(image)).blocks()).size(),
+              3U);
     std::string text;
     for (const auto& c : chunks[0].controllers) {
         text += fields(c.kind, c.position - 1000000000000U, c.value) + ", ";

@@ -16,7 +16,7 @@ using namespace builder;
 
 Playlists playlists_in(const Bytes& image) {
     const ByteView view(image);
-    return readPlaylists(walk_playlists(BlockIndex(view)), parse_list_tree(view));
+    return readPlaylists(walk_playlists(BlockIndex(view)), parse_list_tree(view).blocks());
 }
 
 PlaylistSpec playlist_of(std::size_t placements, const std::string& name = "p") {
@@ -161,7 +161,7 @@ TEST(ReadRegionStarts, RunsInStepWithTheRegions) {
         const Bytes image = ByteWriter().zeros(20).raw(list).bytes();
         const ByteView view(image);
         std::string text;
-        for (const auto& s : readRegionStarts(view, parse_list_tree(view))) {
+        for (const auto& s : readRegionStarts(view, parse_list_tree(view).blocks())) {
             text += fields(s.name, s.sync_samples) + ", ";
         }
         EXPECT_EQ(text, "a 0, b 1, c 1099511627775, d 0, " + std::string(255, 'e') + " 0, ")

@@ -111,7 +111,7 @@ Texts placements_text(const Bytes& image) {
     SessionLists lists;
     std::vector<TrackTableRow> tracks;
     const ByteView view(image);
-    readSessionLists(BlockIndex(view), parse_list_tree(view), {}, lists, tracks);
+    readSessionLists(BlockIndex(view), parse_list_tree(view).blocks(), {}, lists, tracks);
     std::map<std::size_t, std::string> names;
     for (const auto& track : tracks) names.emplace(track.id, track.name);
     Texts text;

@@ -23,8 +23,8 @@ struct Read {
 Read read(const Bytes& image, const std::vector<AudioFileEntry>& files = {}) {
     Read result;
     const BlockIndex index{ByteView(image)};
-    result.done =
-        readSessionLists(index, parse_list_tree(index.image()), files, result.lists, result.tracks);
+    result.done = readSessionLists(index, parse_list_tree(index.image()).blocks(), files,
+                                   result.lists, result.tracks);
     return result;
 }
 

@@ -118,7 +118,7 @@ public:
     }
     std::span<const BlockNode> tree() {
         if (!tree_) tree_ = parse_list_tree(index.image());
-        return *tree_;
+        return tree_->blocks();
     }
     const ClipLists& clips() {
         if (!clips_) {
@@ -133,7 +133,7 @@ public:
 
 private:
     std::optional<StripRows> strips_;
-    std::optional<std::vector<BlockNode>> tree_;
+    std::optional<BlockTree> tree_;
     std::optional<ClipLists> clips_;
 };
 
@@ -163,7 +163,7 @@ void read_container(Session& session, Readings& out) {
 void read_blocks(Session& session, Readings& out) {
     const BlockIndex& index = session.index;
     out.list("BlockIndex", index.blocks().all());
-    out.list("parseBlockTree", parseBlockTree(index.image()));
+    out.list("parseBlockTree", parseBlockTree(index.image()).blocks());
 }
 
 void read_tracks(Session& session, Readings& out) {
@@ -271,7 +271,8 @@ void read_time(Session& session, Readings& out) {
 void read_midi(Session& session, Readings& out) {
     const BlockIndex& index = session.index;
     const ByteView image = index.image();
-    const auto tree = parseBlockTree(image);
+    const BlockTree whole = parseBlockTree(image);
+    const auto tree = whole.blocks();
     const auto& rows = session.strips().rows;
     const auto streams = read_midi_streams(image, tree);
     out.list("read_midi_streams", streams);
