@@ -53,19 +53,20 @@ TEST(ReadClipGains, ClipsFindTheirEntryInEveryForm) {
             .raw(block(0x2634, block(0x2633, clip_name_block(midi, 0x2628))))
             .bytes();
     const ClipGains gains = over(image, readClipGains);
-    EXPECT_EQ(gains.audio.fixed_db, (std::map<std::string, double>{{"last", -3.5},
-                                                                   {"marker", 1},
-                                                                   {"old", 1},
-                                                                   {"flat", 0},
-                                                                   {"warped", 1},
-                                                                   {"warped, more behind", 1}}));
+    EXPECT_EQ(gains.audio.fixed_db,
+              (std::map<std::string, double, std::less<>>{{"last", -3.5},
+                                                          {"marker", 1},
+                                                          {"old", 1},
+                                                          {"flat", 0},
+                                                          {"warped", 1},
+                                                          {"warped, more behind", 1}}));
     EXPECT_EQ(gains.audio.line_of_clip.size(), 4U) << "one point draws no line";
     EXPECT_EQ(gains.line(gains.audio, "last"), nullptr);
     const auto* line = gains.line(gains.audio, "old");
     ASSERT_NE(line, nullptr);
     EXPECT_EQ(fields(line->at(0).position, line->at(1).position, line->at(1).gain_db),
               "480 960 -6");
-    EXPECT_EQ(gains.groups.fixed_db, (std::map<std::string, double>{{"last", 1}}));
+    EXPECT_EQ(gains.groups.fixed_db, (std::map<std::string, double, std::less<>>{{"last", 1}}));
     EXPECT_EQ(gains.line(gains.groups, "last"), line);
     EXPECT_EQ(gains.entries.at(2).size(), 1U) << "an entry without points reads as one at 0 dB";
     EXPECT_EQ(gains.count_disagreements, 0);
@@ -203,7 +204,8 @@ TEST(ReadClipEffects, ClipsReferToRecordsThatHaveParameters) {
                                          {2, {{longest + "n", 1}, {"", 1}}}});
     const ClipEffects effects =
         over(ByteWriter().raw(records).raw(region_list_block(regions)).bytes(), readClipEffects);
-    EXPECT_EQ(effects.record_of_clip, (std::map<std::string, std::size_t>{{"clip 1", 1}}));
+    EXPECT_EQ(effects.record_of_clip,
+              (std::map<std::string, std::size_t, std::less<>>{{"clip 1", 1}}));
     const auto* record = effects.record("clip 1");
     ASSERT_TRUE(record != nullptr && record->parameters.size() == 2);
     EXPECT_EQ(fields(record->parameters[0].name, record->parameters[0].value), "Gain 5");
