@@ -35,35 +35,35 @@ bool append_plain(LineBuffer& target, const char* format, std::va_list values) {
     for (;;) {
         const char* const conversion = std::strchr(format, '%');
         if (conversion == nullptr) break;
-        target.append({format, conversion});
+        append_parts(target, std::string_view(format, conversion));
         format = conversion + 1;
         const bool has_precision = *format == '.';
         const int precision = read_precision(format);
         const bool is_real = *format == 'f' || *format == 'g';
         if (precision < 0 || (has_precision && !is_real)) return refuse();
         if (*format == 'f') {
-            append_part(target, Fixed{va_arg(values, double), precision});
+            append_parts(target, Fixed{va_arg(values, double), precision});
         } else if (*format == 'g') {
-            append_part(target, General{va_arg(values, double), precision});
+            append_parts(target, General{va_arg(values, double), precision});
         } else if (*format == 's') {
             const char* const text = va_arg(values, const char*);
             if (text == nullptr) return refuse();
-            target.append(text);
+            append_parts(target, text);
         } else if (*format == 'd') {
-            append_part(target, va_arg(values, int));
+            append_parts(target, va_arg(values, int));
         } else if (*format == 'u') {
-            append_part(target, va_arg(values, unsigned));
+            append_parts(target, va_arg(values, unsigned));
         } else if (*format == 'l' && format[1] == 'u') {
             ++format;
-            append_part(target, va_arg(values, unsigned long));
+            append_parts(target, va_arg(values, unsigned long));
         } else if (*format == '%') {
-            target.append(1, '%');
+            append_parts(target, "%");
         } else {
             return refuse();
         }
         ++format;
     }
-    target.append(format);
+    append_parts(target, format);
     return target.size() - before < max_formatted_bytes || refuse();
 }
 

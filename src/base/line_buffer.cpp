@@ -2,6 +2,7 @@
 #include "base/line_buffer.hpp"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tanrove {
 

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstring>
 #include <memory>
 #include <string_view>
 
@@ -22,16 +21,6 @@ public:
 
     /// Ends the text at a place in the room that was asked for last.
     void end_at(char* end) { end_ = end; }
-
-    void append(std::string_view bytes) {
-        std::memcpy(room(bytes.size()), bytes.data(), bytes.size());
-        end_ += bytes.size();
-    }
-
-    void append(std::size_t count, char byte) {
-        std::memset(room(count), byte, count);
-        end_ += count;
-    }
 
     std::string_view text() const { return {bytes_.get(), size()}; }
     std::size_t size() const { return static_cast<std::size_t>(end_ - bytes_.get()); }

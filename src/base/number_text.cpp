@@ -83,10 +83,6 @@ constexpr auto digit_pairs = [] {
 
 /// Writes a number with so many digits, zeros in front.
 void put_digits(char* at, std::uint64_t number, int count) {
-    if (number == 0) {
-        std::memset(at, '0', static_cast<std::size_t>(count));
-        return;
-    }
     for (; count >= 2; count -= 2) {
         std::memcpy(at + count - 2, &digit_pairs[number % 100 * 2], 2);
         number /= 100;
@@ -96,7 +92,7 @@ void put_digits(char* at, std::uint64_t number, int count) {
 
 }  // namespace
 
-char* put_number(char* at, const Fixed& number) {
+char* put_part(char* at, const Fixed& number) {
     const auto [value, precision] = number;
     const double size = std::abs(value);
     if (!(size < whole_limit) || precision < 1 || precision > max_digits_behind_point) {
@@ -107,24 +103,34 @@ char* put_number(char* at, const Fixed& number) {
     auto whole = static_cast<std::uint64_t>(size);
     const double fraction = size - static_cast<double>(whole);
     const std::uint64_t power = powers_of_ten[static_cast<std::size_t>(precision)];
-    std::uint64_t digits = fraction > 0 ? digits_of(fraction, power) : 0;
+    const bool is_whole = fraction == 0;
+    std::uint64_t digits = is_whole ? 0 : digits_of(fraction, power);
     if (digits == power) {
         digits = 0;
         ++whole;
     }
     if (std::signbit(value)) *at++ = '-';
-    at = put_number(at, whole);
+    if (whole < 10) {
+        *at++ = static_cast<char>('0' + whole);
+    } else {
+        at = put_part(at, whole);
+    }
     *at++ = '.';
-    put_digits(at, digits, precision);
+    if (is_whole) {
+        std::memset(at, '0', max_digits_behind_point);  // there is room for all of them
+    } else {
+        put_digits(at, digits, precision);
+    }
     return at + precision;
 }
 
-char* put_number(char* at, const General& number) {
+char* put_part(char* at, const General& number) {
     const auto [value, precision] = number;
     // Small whole numbers are printed as what they are.
     constexpr double small = 10;
-    if (std::abs(value) < small && !std::signbit(value) && value == std::floor(value)) {
-        *at = static_cast<char>('0' + static_cast<int>(value));
+    const int digit = value >= 0 && value < small ? static_cast<int>(value) : -1;
+    if (digit == value && !std::signbit(value)) {
+        *at = static_cast<char>('0' + digit);
         return at + 1;
     }
     return std::to_chars(at, at + longest_number_bytes, value, std::chars_format::general,
@@ -132,7 +138,7 @@ char* put_number(char* at, const General& number) {
         .ptr;
 }
 
-char* put_number(char* at, const HexByte& number) {
+char* put_part(char* at, const HexByte& number) {
     constexpr std::string_view digits = "0123456789abcdef";
     constexpr unsigned two_digits = 0xff;
     constexpr unsigned digit_mask = 0xf;

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <concepts>
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 #include "base/line_buffer.hpp"
@@ -30,27 +31,67 @@ struct HexByte {
     unsigned value = 0;
 };
 
+/// The blanks in front of a line of this level, two for each.
+struct Indent {
+    int level = 0;
+};
+
 constexpr std::size_t longest_number_bytes = 400;  // 309 digits, sign, point and precision
 
-// Write a number where there is room for the longest, and give the end of what was written.
-char* put_number(char* at, const Fixed& number);
-char* put_number(char* at, const General& number);
-char* put_number(char* at, const HexByte& number);
+// A part of a line is written where there is room for it: `put_part` takes no more than `part_room`
+// tells, and gives the end of what it wrote.
+char* put_part(char* at, const Fixed& number);
+char* put_part(char* at, const General& number);
+char* put_part(char* at, const HexByte& number);
 
 /// A whole number: "%d", "%u" and their wider forms.
 template <std::integral Whole>
-char* put_number(char* at, Whole value) {
+char* put_part(char* at, Whole value) {
     return std::to_chars(at, at + longest_number_bytes, value).ptr;
 }
 
-inline void append_part(LineBuffer& target, std::string_view text) {
-    target.append(text);
+template <typename Number>
+requires(!std::convertible_to<Number, std::string_view>) constexpr std::size_t
+    part_room(const Number&) {
+    return longest_number_bytes;
 }
 
-template <typename Number>
-requires(!std::convertible_to<Number, std::string_view>) void append_part(LineBuffer& target,
-                                                                          const Number& number) {
-    target.end_at(put_number(target.room(longest_number_bytes), number));
+inline char* put_part(char* at, std::string_view text) {
+    std::memcpy(at, text.data(), text.size());
+    return at + text.size();
+}
+
+constexpr std::size_t part_room(const Indent& indent) {
+    return 2 * static_cast<std::size_t>(indent.level);
+}
+
+inline char* put_part(char* at, const Indent& indent) {
+    std::memset(at, ' ', part_room(indent));
+    return at + part_room(indent);
+}
+
+constexpr std::size_t part_room(std::string_view text) {
+    return text.size();
+}
+
+// A literal, whose length the compiler knows.
+template <std::size_t Size>
+constexpr std::size_t part_room(const char (&)[Size]) {
+    return Size - 1;
+}
+
+template <std::size_t Size>
+char* put_part(char* at, const char (&literal)[Size]) {
+    std::memcpy(at, literal, Size - 1);
+    return at + Size - 1;
+}
+
+/// Appends texts and numbers one after the other.
+template <typename... Parts>
+void append_parts(LineBuffer& target, const Parts&... parts) {
+    char* at = target.room((std::size_t{0} + ... + part_room(parts)));
+    ((at = put_part(at, parts)), ...);
+    target.end_at(at);
 }
 
 }  // namespace tanrove

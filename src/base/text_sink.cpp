@@ -12,17 +12,18 @@ namespace tanrove {
 void TextSink::append_formatted(const char* format, std::va_list values) {
     std::va_list again;
     va_copy(again, values);
-    if (!append_plain(buffer_, format, values)) buffer_.append(formatted_list(format, again));
+    if (!append_plain(buffer_, format, values))
+        append_parts(buffer_, formatted_list(format, again));
     va_end(again);
 }
 
 void TextSink::line(int level, const char* format, ...) {
-    buffer_.append(static_cast<std::size_t>(level) * indent_width, ' ');
+    append_parts(buffer_, Indent{level});
     std::va_list values;
     va_start(values, format);
     append_formatted(format, values);
     va_end(values);
-    buffer_.append(1, '\n');
+    append_parts(buffer_, "\n");
     hand_on_if_full();
 }
 

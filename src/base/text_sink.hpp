@@ -30,16 +30,14 @@ public:
     /// that a project has hundreds of thousands of.
     template <typename... Parts>
     void row(int level, const Parts&... parts) {
-        buffer_.append(static_cast<std::size_t>(level) * indent_width, ' ');
-        (append_part(buffer_, parts), ...);
-        buffer_.append(1, '\n');
+        append_parts(buffer_, Indent{level}, parts..., "\n");
         hand_on_if_full();
     }
 
     /// Texts and numbers as they stand.
     template <typename... Parts>
     void put(const Parts&... parts) {
-        (append_part(buffer_, parts), ...);
+        append_parts(buffer_, parts...);
         hand_on_if_full();
     }
 
@@ -56,7 +54,6 @@ public:
     bool failed() const { return failed_; }
 
 private:
-    static constexpr std::size_t indent_width = 2;
     static constexpr std::size_t flush_bytes = 1 << 16;
 
     void append_formatted(const char* format, std::va_list values) TANROVE_PRINTF(2, 0);

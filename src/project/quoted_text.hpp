@@ -2,10 +2,9 @@
 // position. Every writer of project text uses these.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
-
-#include "base/line_buffer.hpp"
 
 namespace tanrove {
 
@@ -19,7 +18,12 @@ struct Quoted {
     std::string_view text;
 };
 
-void append_part(LineBuffer& target, const Quoted& quoted);
+// What rows ask of their parts.
+char* put_part(char* at, const Quoted& quoted);
+
+inline std::size_t part_room(const Quoted& quoted) {
+    return quoted.text.size() + 2;
+}
 
 /// True if `quoted` keeps the text to the byte. A path that it changes leads to no file.
 bool is_kept_by_quotes(std::string_view text);
