@@ -19,17 +19,22 @@ constexpr std::string_view freeze_mark = "-FZ";
 // Positions from here on are ticks, which count from the session's origin.
 constexpr double least_ticks = static_cast<double>(tick_origin) / 2;
 
+bool is_freeze_file(const AudioFileEntry& file) {
+    return file_name_of(file.name).find(freeze_mark) != std::string::npos;
+}
+
 /// The freeze files by the names of the clips that play them, one entry a clip.
 using FreezeFiles = std::multimap<std::string_view, std::string>;
 
 FreezeFiles freeze_files(const FrozenInput& input) {
+    std::vector<bool> is_freeze;
+    is_freeze.reserve(input.files.size());
+    for (const AudioFileEntry& file : input.files) is_freeze.push_back(is_freeze_file(file));
     FreezeFiles files;
     for (const Region& region : input.regions) {
         const auto place = static_cast<std::size_t>(region.file);
-        if (region.file < 0 || place >= input.files.size()) continue;
-        std::string file = file_name_of(input.files[place].name);
-        if (file.find(freeze_mark) == std::string::npos) continue;
-        files.emplace(region.name, std::move(file));
+        if (region.file < 0 || place >= input.files.size() || !is_freeze[place]) continue;
+        files.emplace(region.name, file_name_of(input.files[place].name));
     }
     return files;
 }
@@ -101,9 +106,7 @@ FrozenRender in_seconds(const FreezeRender& record, std::string path, double rat
 }  // namespace
 
 bool has_freeze_files(std::span<const AudioFileEntry> files) {
-    return std::ranges::any_of(files, [](const AudioFileEntry& file) {
-        return file_name_of(file.name).find(freeze_mark) != std::string::npos;
-    });
+    return std::ranges::any_of(files, is_freeze_file);
 }
 
 std::vector<std::string> names_of_renders(const std::vector<TrackPlan>& tracks) {
