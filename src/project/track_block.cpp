@@ -90,6 +90,7 @@ void write_lanes(TextSink& out, const TrackPlan& plan) {
 void write_playlist(TextSink& out, const std::vector<ClipItem>& clips,
                     const std::optional<LanePlace>& place, const ProjectChains& chains,
                     MediaSearch& media, TakePlanner& takes, WrittenTallies& tallies) {
+    const MediaPath* latest_file = nullptr;  // clips of one file come in runs
     for (const ClipItem& clip : clips) {
         if (clip.locked) ++tallies.locked_clips;
         if (clip.is_placeholder) {
@@ -100,7 +101,8 @@ void write_playlist(TextSink& out, const std::vector<ClipItem>& clips,
         const MediaPath& file = media.use(clip.file);
         if (!file.in_media_folder) ++tallies.clips_in_siblings;
         ++tallies.clips;
-        count_untold_path(file.path, tallies);
+        if (&file != latest_file) count_untold_path(file.path, tallies);
+        latest_file = &file;
         write_audio_item(out, clip, takes.plan(clip), file.path, place, chains.of_takes);
     }
 }

@@ -44,8 +44,9 @@ void order_by_start(std::vector<ClipItem>& clips) {
 }
 
 std::string_view without_folder(std::string_view path) {
-    const auto slash = path.find_last_of("/\\");
-    return slash == std::string_view::npos ? path : path.substr(slash + 1);
+    std::size_t begin = path.size();
+    while (begin > 0 && path[begin - 1] != '/' && path[begin - 1] != '\\') --begin;
+    return path.substr(begin);
 }
 
 std::string ClipItem::file_kind() const {

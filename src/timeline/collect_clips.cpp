@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
+#include <utility>
 
 namespace tanrove {
 
@@ -25,7 +27,9 @@ public:
     /// The place of the track with this id; one that the table does not know joins its end. Table
     /// and placements come from the same entries, so that such a one has no name to bring.
     std::size_t track_at(std::uint16_t id) {
+        if (latest_ && latest_->first == id) return latest_->second;
         const auto [found, is_new] = place_of_id_.try_emplace(id, collected_.tracks.size());
+        latest_ = *found;
         if (is_new) {
             auto& track = collected_.tracks.emplace_back();
             track.id = id;
@@ -50,6 +54,7 @@ public:
 private:
     CollectedTracks collected_;
     std::map<std::uint16_t, std::size_t> place_of_id_;
+    std::optional<std::pair<std::uint16_t, std::size_t>> latest_;  // placements come track by track
 };
 
 /// The region of a placement that plays a file; nullptr for any other placement.

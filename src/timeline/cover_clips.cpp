@@ -133,7 +133,7 @@ private:
 
     void cover_earlier(const DrawnRow& row) {
         const double start = row.start();
-        auto under = open_.upper_bound(start);
+        auto under = first_behind(start);
         if (under != open_.begin() && std::prev(under)->second.end > start + half_sample_) {
             --under;
         }
@@ -177,8 +177,15 @@ private:
         ++tallies_.muted_clips;
     }
 
+    /// Most rows begin behind all that were drawn before.
+    std::map<double, OpenRow>::iterator first_behind(double start) {
+        const bool is_last = open_.empty() || open_.rbegin()->first <= start;
+        return is_last ? open_.end() : open_.upper_bound(start);
+    }
+
     void add_open(const DrawnRow& row, double end) {
-        if (end - row.start() >= half_sample_) open_[row.start()] = {row, end};
+        if (end - row.start() < half_sample_) return;
+        open_.insert_or_assign(first_behind(row.start()), row.start(), OpenRow{row, end});
     }
 
     double rate_hz_;
