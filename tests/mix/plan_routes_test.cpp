@@ -263,37 +263,6 @@ TEST(PlanKeyInputs, SourcesTakePairsInTheOrderOfThePlugins) {
     EXPECT_EQ(unwired.plans[0].written_channels, 2);
 }
 
-TEST(PlanKeyInputs, ABusThatNobodyTakesBringsAllThatPlaysIntoItBehindTheTracksOwnChannels) {
-    Mixer mixer;
-    mixer.path("Key", {1, 2});
-    mixer.path("Key.L", {1});
-    mixer.path("Other", {3});
-    mixer.path("Out 1-2", {4, 5});
-    mixer.records.paths[3].mapped = true;
-    mixer.track("Bed", "Out 1-2", "", 5);
-    mixer.track("Trigger", "Key.L");
-    RoutingRow& kick = mixer.track("Kick", "Out 1-2");
-    kick.sends = {send_to("Key"), send_to("Key"), send_to("Nobody")};
-    kick.sends[0].level_db = -6.0206;
-    kick.sends[0].pre_fader = true;
-    kick.sends[1].mute_lane.initial = 1;
-    for (const char* bus : {"Key", "Other", "Key", "Out 1-2", "Nobody"}) {
-        mixer.records.keys.push_back({0, bus});
-    }
-    mixer.route();
-    const TrackPlan& bed = mixer.plans[0];
-    EXPECT_EQ(receives_text(bed.key_receives),
-              "1@6 mode 0 gain 100; 2@6 mode 3 gain 50; 2@6 mode 0 gain 100 muted; "
-              "2@8 mode 0 gain 100; 2@10 mode 0 gain 100; ");
-    EXPECT_EQ(bed.key_channels, (std::vector<std::optional<int>>{6, 6, 6, 8, 10}));
-    EXPECT_EQ(bed.written_channels, 12);
-    EXPECT_EQ(bed.parent_channels, 6);
-    EXPECT_EQ(mixer.tallies.master_channels, 6);
-    EXPECT_FALSE(mixer.plans[1].mixer.plays_to_parent) << "its output is the key's bus alone";
-    EXPECT_TRUE(mixer.plans[2].mixer.plays_to_parent) << "a hardware output with a key on it";
-    EXPECT_EQ(mixer.tallies.unresolved_keys, 1);
-}
-
 TEST(PlanOutputs, APartOfASurroundBusPlaysOnItsChannelsOfTheWhole) {
     const struct {
         const char* output;

@@ -77,13 +77,6 @@ TEST(EnvelopePlanner, KeepsEveryRampWithinATenthOfADbOfTheFadersWay) {
     }
 }
 
-TEST(EnvelopePlanner, JoinsNoBreakpointToTheInitialValueNorToOneAtItsOwnTime) {
-    EnvelopeTallies tallies;
-    const Lane lane{{{480, -300}, {480, 0}, {481, -300}}, 0, false};
-    EXPECT_EQ(planner().plan("VOLENV2", EnvelopeKind::volume, lane, tallies).points.size(), 4U);
-    EXPECT_EQ(tallies.followed_ramps, 0);
-}
-
 TEST(EnvelopePlanner, CopiesLanesWithinItsBudgetAndPlansEachOnceWhateverIsLeft) {
     const Lane lane{std::vector<LanePoint>(max_copied_points / 2), 0, false};
     const Lane other{{{0, 0}}, 0, false};
