@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <iterator>
+#include <limits>
 #include <map>
 #include <span>
 #include <tuple>
@@ -79,8 +80,10 @@ public:
         : rate_hz_(rate_hz), half_sample_(0.5 / rate_hz), tallies_(tallies) {}
 
     /// Draws a row over all that was drawn before. `next` is the clip of the next row, if any: a
-    /// crossfade shares its sound with that one.
-    void draw(DrawnRow row, const ClipItem* next) {
+    /// crossfade shares its sound with that one. No row that is still to come begins before
+    /// `earliest_to_come`.
+    void draw(DrawnRow row, const ClipItem* next, double earliest_to_come) {
+        earliest_to_come_ = earliest_to_come;
         if (!clear_head(row)) return;
         clear_tail(row);
         cover_earlier(row);
@@ -184,15 +187,17 @@ private:
     }
 
     void add_open(const DrawnRow& row, double end) {
-        if (end - row.start() < half_sample_) return;
+        if (end - row.start() < half_sample_ || end <= earliest_to_come_) return;
         open_.insert_or_assign(first_behind(row.start()), row.start(), OpenRow{row, end});
     }
 
     double rate_hz_;
     double half_sample_;
+    double earliest_to_come_ = 0;
     CoveringTallies& tallies_;
     KeptSpans kept_;
-    std::map<double, OpenRow> open_;  ///< by the start; none reaches into the next
+    /// By the start; none reaches into the next. Without those that no row to come can reach.
+    std::map<double, OpenRow> open_;
 };
 
 /// The track's clips and groups without the rendered fades that were kept: those lie where they
@@ -211,18 +216,41 @@ bool is_next_pass(const ClipItem& clip, const ClipItem& next) {
     return next.edit_row == clip.edit_row && next.loop_pass == clip.loop_pass + 1;
 }
 
+/// The rows of clips in the order of drawing, the passes of a loop together.
+std::vector<DrawnRow> rows_of(std::span<ClipItem* const> order) {
+    std::vector<DrawnRow> rows;
+    rows.reserve(order.size());
+    for (std::size_t first = 0; first < order.size();) {
+        std::size_t end = first + 1;
+        while (end < order.size() && is_next_pass(*order[end - 1], *order[end])) ++end;
+        rows.push_back({.clips = order.subspan(first, end - first)});
+        first = end;
+    }
+    return rows;
+}
+
+/// Where the earliest of the rows behind each begins; a head that is cut only begins later.
+std::vector<double> earliest_starts_behind(std::span<const DrawnRow> rows) {
+    std::vector<double> starts(rows.size());
+    double earliest = std::numeric_limits<double>::infinity();
+    for (std::size_t i = rows.size(); i-- > 0;) {
+        starts[i] = earliest;
+        earliest = std::min(earliest, rows[i].start());
+    }
+    return starts;
+}
+
 void cover_by_rows(TimelineTrack& track, double rate_hz, CoveringTallies& tallies) {
     auto order = clips_that_cover(track);
     std::ranges::stable_sort(order, [](const ClipItem* one, const ClipItem* other) {
         return std::tie(one->edit_row, one->start) < std::tie(other->edit_row, other->start);
     });
+    const auto rows = rows_of(order);
+    const auto earliest = earliest_starts_behind(rows);
     DrawnTrack drawn(rate_hz, tallies);
-    for (std::size_t first = 0; first < order.size();) {
-        std::size_t end = first + 1;
-        while (end < order.size() && is_next_pass(*order[end - 1], *order[end])) ++end;
-        const DrawnRow row{.clips = std::span(order).subspan(first, end - first)};
-        drawn.draw(row, end < order.size() ? order[end] : nullptr);
-        first = end;
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const ClipItem* next = i + 1 < rows.size() ? rows[i + 1].clips.front() : nullptr;
+        drawn.draw(rows[i], next, earliest[i]);
     }
 }
 
