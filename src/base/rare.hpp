@@ -24,7 +24,7 @@ public:
     /// True if it was written.
     explicit operator bool() const { return part_ != nullptr; }
 
-    const Part& operator*() const { return part_ ? *part_ : missing(); }
+    const Part& operator*() const { return part_ ? *part_ : missing; }
     const Part* operator->() const { return &**this; }
 
     /// The part to write to.
@@ -34,10 +34,7 @@ public:
     }
 
 private:
-    static const Part& missing() {
-        static const Part defaults;
-        return defaults;
-    }
+    static inline const Part missing = {};
 
     std::unique_ptr<Part> part_;
 };

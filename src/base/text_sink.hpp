@@ -54,7 +54,7 @@ public:
     bool failed() const { return failed_; }
 
 private:
-    static constexpr std::size_t flush_bytes = 1 << 16;
+    static constexpr std::size_t flush_bytes = 1 << 18;
 
     void append_formatted(const char* format, std::va_list values) TANROVE_PRINTF(2, 0);
     void hand_on_if_full() {

@@ -176,11 +176,11 @@ const TakePlan& TakePlanner::plan(const ClipItem& clip) {
     plan_.gain = clip.has_clip_gain ? gain_of_db(clip.gain->clip_gain_db) : 1;
     plan_.envelope.clear();
 
-    curves_ = clip.fades->fade_curves;
-    plan_.fade_in =
-        settle_fade(clip.fades->fade_in, FadeSide::fade_in, clip.length, curves_, tallies_);
+    const ClipFades& fades = *clip.fades;
+    curves_ = fades.fade_curves;
+    plan_.fade_in = settle_fade(fades.fade_in, FadeSide::fade_in, clip.length, curves_, tallies_);
     plan_.fade_out =
-        settle_fade(clip.fades->fade_out, FadeSide::fade_out, clip.length, curves_, tallies_);
+        settle_fade(fades.fade_out, FadeSide::fade_out, clip.length, curves_, tallies_);
     if (curves_.empty() && clip.gain->gain_envelope.empty()) return plan_;
 
     keep_gain_line(clip);
