@@ -42,9 +42,9 @@ public:
     std::uint8_t u8(std::size_t at) const {
         return at < bytes_.size() ? bytes_[at] : std::uint8_t{0};
     }
-    std::uint16_t u16(std::size_t at) const { return static_cast<std::uint16_t>(number(at, 2)); }
-    std::uint32_t u32(std::size_t at) const { return static_cast<std::uint32_t>(number(at, 4)); }
-    std::uint64_t u64(std::size_t at) const { return number(at, 8); }
+    std::uint16_t u16(std::size_t at) const { return whole<std::uint16_t>(at); }
+    std::uint32_t u32(std::size_t at) const { return whole<std::uint32_t>(at); }
+    std::uint64_t u64(std::size_t at) const { return whole<std::uint64_t>(at); }
     std::int16_t i16(std::size_t at) const { return static_cast<std::int16_t>(u16(at)); }
     std::int32_t i32(std::size_t at) const { return static_cast<std::int32_t>(u32(at)); }
     std::int64_t i64(std::size_t at) const { return static_cast<std::int64_t>(u64(at)); }
@@ -84,6 +84,20 @@ public:
     }
 
 private:
+    /// A number in one load where the machine keeps numbers as the session does: byte for byte it
+    /// takes many times as long, and a session has millions of them.
+    template <typename Number>
+    Number whole(std::size_t at) const {
+        if constexpr (std::endian::native == std::endian::little) {
+            if (!holds(at, sizeof(Number))) return 0;
+            Number value = 0;
+            std::memcpy(&value, bytes_.data() + at, sizeof value);
+            return value;
+        } else {
+            return static_cast<Number>(number(at, sizeof(Number)));
+        }
+    }
+
     std::string_view chars() const {
         if (bytes_.empty()) return {};
         return {reinterpret_cast<const char*>(bytes_.data()), bytes_.size()};
