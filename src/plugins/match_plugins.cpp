@@ -3,7 +3,6 @@
 #include "plugins/match_plugins.hpp"
 
 #include <algorithm>
-#include <tuple>
 #include <unordered_map>
 #include <utility>
 
@@ -95,6 +94,22 @@ std::int32_t outputs_in_name(const std::string& name) {
         std::string_view(name).substr(group + 1, name.size() - ending.size() - group - 1);
     const std::uint32_t outputs = is_number(digits) ? leading_number(digits) : 0;
     return outputs <= max_pins ? static_cast<std::int32_t>(outputs) : 0;
+}
+
+/// An insert on its way to its key: nearly all keys differ in their beginning, and numbers are
+/// sorted faster than texts.
+struct InsertPlace {
+    std::uint64_t key_beginning = 0;
+    std::size_t insert = 0;
+};
+
+/// The first eight characters as one number, in the order of texts.
+std::uint64_t beginning_of(std::string_view key) {
+    std::uint64_t number = 0;
+    for (std::size_t i = 0; i < sizeof number; ++i) {
+        number = number << 8 | (i < key.size() ? static_cast<std::uint8_t>(key[i]) : 0U);
+    }
+    return number;
 }
 
 class MatchRun {
@@ -282,31 +297,32 @@ RowsByKey MatchRun::run() {
 }  // namespace
 
 InstancesByKey instances_by_key(const std::vector<PluginInsert>& inserts) {
-    InstancesByKey keys;
-    keys.reserve(inserts.size());
+    std::vector<InsertPlace> places;
+    places.reserve(inserts.size());
     for (std::size_t i = 0; i < inserts.size(); ++i) {
-        const PluginInsert& insert = inserts[i];
-        keys.push_back({.key = insert_key(insert),
-                        .first_insert = i,
-                        .count = 1,
-                        .keyed = insert.keyInput >= 0,
-                        .fits_both_builds = goes_to_both_builds(insert.containerKind)});
+        places.push_back({beginning_of(insert_key(inserts[i])), i});
     }
-    std::ranges::sort(keys, {}, [&](const KeyInstances& instance) {
-        return std::tie(instance.key, inserts[instance.first_insert].blockStart);
+    std::ranges::sort(places, [&](const InsertPlace& a, const InsertPlace& b) {
+        if (a.key_beginning != b.key_beginning) return a.key_beginning < b.key_beginning;
+        const PluginInsert& first = inserts[a.insert];
+        const PluginInsert& second = inserts[b.insert];
+        return std::pair(insert_key(first), first.blockStart) <
+               std::pair(insert_key(second), second.blockStart);
     });
-    std::size_t count = 0;  // of the keys, which move to the front
-    for (KeyInstances& instance : keys) {
-        if (count == 0 || keys[count - 1].key != instance.key) {
-            std::swap(keys[count++], instance);
-            continue;
+    InstancesByKey keys;
+    keys.reserve(places.size());
+    for (const InsertPlace& place : places) {
+        const PluginInsert& insert = inserts[place.insert];
+        std::string key = insert_key(insert);
+        if (keys.empty() || keys.back().key != key) {
+            keys.push_back({.key = std::move(key), .first_insert = place.insert});
         }
-        KeyInstances& instances = keys[count - 1];
+        KeyInstances& instances = keys.back();
         ++instances.count;
-        instances.keyed = instances.keyed || instance.keyed;
-        instances.fits_both_builds = instances.fits_both_builds && instance.fits_both_builds;
+        instances.keyed = instances.keyed || insert.keyInput >= 0;
+        instances.fits_both_builds =
+            instances.fits_both_builds && goes_to_both_builds(insert.containerKind);
     }
-    keys.resize(count);
     return keys;
 }
 
