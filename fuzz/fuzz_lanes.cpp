@@ -8,8 +8,8 @@ namespace {
 using namespace tanrove;
 
 std::size_t points_of(const Strip& strip) {
-    std::size_t points =
-        strip.surround_master_lane.points.size() + strip.dual_pan_lane.points.size();
+    std::size_t points = strip.dual_pan_lane.points.size();
+    if (strip.surround_master_lane) points += strip.surround_master_lane->points.size();
     for (const Lane* lane : {&strip.volume_lane, &strip.mute_lane, &strip.pan_lane,
                              &strip.pan_right_lane, &strip.trim_lane}) {
         points += lane->points.size();

@@ -86,7 +86,7 @@ std::string user_data_folder() {
 #if defined(__APPLE__)
     return home.empty() ? "" : home + "/Library/Application Support";
 #else
-    const std::string chosen = environment_value("XDG_DATA_HOME").value_or("");
+    std::string chosen = environment_value("XDG_DATA_HOME").value_or("");
     if (!chosen.empty()) return chosen;
     return home.empty() ? "" : home + "/.local/share";
 #endif

@@ -45,7 +45,7 @@ private:
             look_at(value.first);
             look_at(value.second);
         } else {
-            for_each_field(value, [this](const auto& field) { look_at(field); });
+            for_each_field(value, [this](const auto& field) { this->look_at(field); });
         }
     }
 
