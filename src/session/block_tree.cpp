@@ -89,7 +89,7 @@ BlockTree parse_top_level(ByteView image, LevelsOf levels_of) {
 
 }  // namespace
 
-std::span<const BlockNode> BlockTree::keep(std::span<const BlockNode> children) {
+BlockNodes BlockTree::keep(std::span<const BlockNode> children) {
     if (children.empty()) return {};
     if (stores_.empty() || stores_.back().capacity() - stores_.back().size() < children.size()) {
         stores_.emplace_back().reserve(std::max(children.size(), nodes_a_store));
@@ -97,7 +97,7 @@ std::span<const BlockNode> BlockTree::keep(std::span<const BlockNode> children) 
     std::vector<BlockNode>& store = stores_.back();
     const std::size_t at = store.size();
     store.insert(store.end(), children.begin(), children.end());
-    return std::span<const BlockNode>(store).subspan(at);
+    return {store.data() + at, children.size()};
 }
 
 BlockTree parseBlockTree(ByteView image) {

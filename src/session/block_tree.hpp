@@ -14,14 +14,37 @@ namespace tanrove {
 /// Deepest nesting that is followed; blocks below it are left out of the tree.
 constexpr int max_block_depth = 32;
 
+struct BlockNode;
+
+/// Blocks side by side, kept by their tree: a span that a node can hold of its own kind.
+class BlockNodes {
+public:
+    BlockNodes() = default;
+    BlockNodes(const BlockNode* first, std::size_t count) : first_(first), count_(count) {}
+
+    const BlockNode* begin() const { return first_; }
+    const BlockNode* end() const;
+    std::size_t size() const { return count_; }
+    bool empty() const { return count_ == 0; }
+    const BlockNode& front() const { return *first_; }
+
+private:
+    const BlockNode* first_ = nullptr;
+    std::size_t count_ = 0;
+};
+
 /// One block and the blocks found in it. Records told by a node count from its `offset`.
 struct BlockNode {
     std::size_t offset = 0;  ///< position of the content type field, the 'Z' plus 7
     std::uint32_t size = 0;
     std::uint16_t blockType = 0;
     std::uint16_t contentType = 0;
-    std::span<const BlockNode> children;  ///< kept by the tree
+    BlockNodes children;
 };
+
+inline const BlockNode* BlockNodes::end() const {
+    return first_ + count_;
+}
 
 /// The blocks of an image, top level first, with all that is below them. Copies would share the
 /// nodes of the one they were made from, so there are none.
@@ -34,7 +57,7 @@ public:
     std::span<const BlockNode> blocks() const { return blocks_; }
 
     /// Takes children over and tells where they stay.
-    std::span<const BlockNode> keep(std::span<const BlockNode> children);
+    BlockNodes keep(std::span<const BlockNode> children);
     void keep_top_level(std::span<const BlockNode> blocks) { blocks_ = keep(blocks); }
 
 private:

@@ -98,7 +98,8 @@ TEST(BlockTree, NestsNoDeeperThanItsLimitAndDoesNotLoseTheRest) {
     const auto tree = whole.blocks();
     ASSERT_EQ(tree.size(), 2U);
     int depth = 0;
-    for (const auto* node = &tree[0]; !node->children.empty(); node = &node->children[0]) ++depth;
+    for (const auto* node = &tree[0]; !node->children.empty(); node = node->children.begin())
+        ++depth;
     EXPECT_EQ(depth, max_block_depth);
 }
 

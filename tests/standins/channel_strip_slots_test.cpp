@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <cmath>
+#include <numbers>
 #include <limits>
 #include <random>
 
