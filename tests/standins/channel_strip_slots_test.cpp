@@ -5,8 +5,8 @@
 
 #include <bit>
 #include <cmath>
-#include <numbers>
 #include <limits>
+#include <numbers>
 #include <random>
 
 #include "plugins/state_frames.hpp"
