@@ -2,6 +2,7 @@
 // of the time.
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <concepts>
 #include <cstddef>
@@ -57,8 +58,7 @@ requires(!std::convertible_to<Number, std::string_view>) constexpr std::size_t
 }
 
 inline char* put_part(char* at, std::string_view text) {
-    std::memcpy(at, text.data(), text.size());
-    return at + text.size();
+    return std::copy(text.begin(), text.end(), at);
 }
 
 constexpr std::size_t part_room(const Indent& indent) {
