@@ -89,23 +89,30 @@ bool append_line(const std::string& table, const std::string& line) {
     return write_whole_file(table, text + line);
 }
 
+std::string table_in(const std::string& folder) {
+    return folder + "/" + learned_file_name;
+}
+
 /// Makes the user's own folder if it has to. False if there is none.
 bool append_to_users_table(const std::string& folder, const std::string& line) {
     if (folder.empty()) return false;
     std::error_code error;
     std::filesystem::create_directories(native_path(folder), error);
-    return append_line(folder + "/" + learned_file_name, line);
+    return append_line(table_in(folder), line);
+}
+
+/// A user who has a table of their own keeps to it, since what stands there counts as the later
+/// lesson.
+bool has_own_table(const TableFolders& folders) {
+    return !folders.of_user.empty() && is_regular_file(table_in(folders.of_user));
 }
 
 /// The table that took the line: the one beside the program, unless nothing can be written there.
-/// A user who has a table of their own keeps to it, since what stands there counts as the later
-/// lesson. Nullopt: neither took it.
+/// Nullopt: neither took it.
 std::optional<std::string> append_to_tables(const TableFolders& folders, const std::string& line) {
-    const std::string programs = folders.of_program + "/" + learned_file_name;
-    const std::string users = folders.of_user + "/" + learned_file_name;
-    const bool has_own = !folders.of_user.empty() && is_regular_file(users);
-    if (!has_own && append_line(programs, line)) return programs;
-    if (append_to_users_table(folders.of_user, line)) return users;
+    const std::string beside_program = table_in(folders.of_program);
+    if (!has_own_table(folders) && append_line(beside_program, line)) return beside_program;
+    if (append_to_users_table(folders.of_user, line)) return table_in(folders.of_user);
     return std::nullopt;
 }
 
@@ -128,7 +135,9 @@ std::int32_t learn_plugin(const std::string& program_path, const std::string& ch
     const TableFolders folders = table_folders(program_path);
     const auto table = append_to_tables(folders, learned_line(signature, chain.plugin));
     if (!table) {
-        console_print("  cannot write %s/%s\n", folders.of_program.c_str(), learned_file_name);
+        const bool keeps_own = has_own_table(folders);
+        const std::string& folder = keeps_own ? folders.of_user : folders.of_program;
+        console_print("  cannot write %s\n", table_in(folder).c_str());
         return not_learned;
     }
     console_print("\n  appended to %s\n", table->c_str());
