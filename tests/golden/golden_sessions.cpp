@@ -38,6 +38,26 @@ ClipSpec clip(const std::string& region, std::int64_t position, std::int64_t len
     return spec;
 }
 
+ClipSpec placed_group(std::uint32_t group, std::int64_t position) {
+    ClipSpec placed = clip("", position, 0);
+    placed.clip_group = group;
+    return placed;
+}
+
+builder::FadeSpec fade(std::uint8_t kind, std::uint32_t pre, std::uint32_t length,
+                       std::uint8_t family = 2, std::uint8_t type = 0, std::int16_t setting = 0) {
+    return {kind, pre, length, family, false, type, setting, type, setting};
+}
+
+/// The row of a fade that an edit list holds between its clips.
+ClipSpec fade_row(std::int64_t position, const builder::FadeSpec& fade) {
+    ClipSpec row;
+    row.position = position;
+    row.is_fade = true;
+    row.fade = fade;
+    return row;
+}
+
 TrackSpec track(const std::string& name, std::vector<ClipSpec> clips) {
     TrackSpec spec;
     spec.name = name;
@@ -201,22 +221,19 @@ GoldenCase clip_effects() {
                     {"Fader Volume", 0.5F}})},
         {2, stored({{"Phase Switch In/Out", 1}, {"EQ On/Off", 1}})},
         {3, stored({{"EQ Low Gain", 0.5F}})}};
-    ClipSpec shaped = clip("Voice-01", 0, second);
-    shaped.effects_identity = 1;
-    ClipSpec inverted = clip("Voice-02", 2 * second, second);
-    inverted.effects_identity = 2;
-    ClipSpec plain = clip("Voice-03", 4 * second, second);
-    plain.effects_identity = 3;
-    ClipSpec looped = shaped;
-    looped.position = 6 * second;
+    const auto with = [](std::uint64_t identity, ClipSpec plain) {
+        plain.effects_identity = identity;
+        return plain;
+    };
+    const ClipSpec shaped = with(1, clip("Voice-01", 0, second));
+    const ClipSpec inverted = with(2, clip("Voice-02", 2 * second, second));
+    const ClipSpec plain = with(3, clip("Voice-03", 4 * second, second));
+    ClipSpec looped = with(1, clip("Voice-01", 6 * second, second));
     looped.loop = builder::LoopSpec{.mode = 2, .count = 2};
-    ClipSpec grouped = clip("", 10 * second, 2 * second);
-    grouped.region.clear();
-    grouped.clip_group = 0;
     SessionBuilder session;
     session.audio_file({"Voice.wav", 100 * second, 0});
     session.clip_group({"Phrase", 2 * second, {shaped}});
-    session.track(track("Voice", {shaped, inverted, plain, looped, grouped}));
+    session.track(track("Voice", {shaped, inverted, plain, looped, placed_group(0, 10 * second)}));
     session.top_level(builder::effects_block(effects));
     return {"clip_effects", session, {}, {"Voice.wav"}};
 }
@@ -224,41 +241,18 @@ GoldenCase clip_effects() {
 /// A group of two crossfaded clips inside a group that mutes one copy of it and shows a part of the
 /// other; a group that is not there.
 GoldenCase nested_groups() {
-    ClipSpec crossfade = clip("", 2 * second, 0);
-    crossfade.is_fade = true;
-    crossfade.fade = {.kind = 1, .pre = 4800, .length = 9600};
-    ClipSpec inner = clip("", second, 0);
-    inner.clip_group = 0;
-    ClipSpec muted_inner = inner;
-    muted_inner.position = 6 * second;
-    muted_inner.muted = true;
-    ClipSpec outer = clip("", second, 0);
-    outer.clip_group = 1;
-    ClipSpec missing = clip("", 20 * second, 0);
-    missing.clip_group = 7;
-    ClipSpec faded = clip("", 12 * second, 0);
-    faded.clip_group = 0;
+    ClipSpec muted = placed_group(0, 6 * second);
+    muted.muted = true;
     SessionBuilder session = with_files();
     session.clip_group({"Phrase",
                         4 * second,
-                        {clip("Voice", 0, 2 * second), crossfade,
+                        {clip("Voice", 0, 2 * second), fade_row(2 * second, fade(1, 4800, 9600)),
                          clip("Voice-01", 2 * second, 2 * second, 3 * second)}});
-    session.clip_group({"Verse", 9 * second, {clip("Voice-02", 0, second), inner, muted_inner}});
-    session.track(track("Voice", {outer, faded, missing}));
+    session.clip_group(
+        {"Verse", 9 * second, {clip("Voice-02", 0, second), placed_group(0, second), muted}});
+    session.track(track("Voice", {placed_group(1, second), placed_group(0, 12 * second),
+                                  placed_group(7, 20 * second)}));
     return {"nested_groups", session, {}, {"Voice.wav"}};
-}
-
-ClipSpec placed_group(std::uint32_t group, std::int64_t position) {
-    ClipSpec placed = clip("", position, 0);
-    placed.clip_group = group;
-    return placed;
-}
-
-ClipSpec fade_row(std::uint8_t kind, std::int64_t position) {
-    ClipSpec row = clip("", position, 0);
-    row.is_fade = true;
-    row.fade = {.kind = kind, .pre = kind == 1 ? 4800U : 0U, .length = 9600};
-    return row;
 }
 
 /// Three copies of a group that share its list, the last one faded at both ends; a group cut in two
@@ -278,12 +272,12 @@ GoldenCase cut_groups() {
     session.clip_group({.name = "Right", .length = 2 * second, .start = second, .list_of = 0});
     ClipSpec first = placed_group(0, 0);
     first.locked = true;
-    session.track(track(
-        "Voice",
-        {first, placed_group(1, 5 * second), fade_row(3, 10 * second), placed_group(2, 10 * second),
-         fade_row(2, 14 * second), placed_group(3, 15 * second), fade_row(1, 16 * second),
-         placed_group(4, 16 * second), clip("Voice-02", 20 * second, 2 * second),
-         placed_group(0, 21 * second), clip("Voice-03", 24 * second, 2 * second)}));
+    session.track(
+        track("Voice", {first, placed_group(1, 5 * second), fade_row(10 * second, fade(3, 0, 9600)),
+                        placed_group(2, 10 * second), fade_row(14 * second, fade(2, 0, 9600)),
+                        placed_group(3, 15 * second), fade_row(16 * second, fade(1, 4800, 9600)),
+                        placed_group(4, 16 * second), clip("Voice-02", 20 * second, 2 * second),
+                        placed_group(0, 21 * second), clip("Voice-03", 24 * second, 2 * second)}));
     return {"cut_groups", session, {}, {"Voice.wav"}};
 }
 
@@ -382,19 +376,6 @@ GoldenCase groups_and_vcas() {
                        .attributes = {1, 1, 0, 0, 0, 0, 0, 1, 1, i == 5}});
     }
     return {"groups_and_vcas", session, {}, {}};
-}
-
-builder::FadeSpec fade(std::uint8_t kind, std::uint32_t pre, std::uint32_t length,
-                       std::uint8_t family = 2, std::uint8_t type = 0, std::int16_t setting = 0) {
-    return {kind, pre, length, family, false, type, setting, type, setting};
-}
-
-ClipSpec fade_row(std::int64_t position, const builder::FadeSpec& fade) {
-    ClipSpec row;
-    row.position = position;
-    row.is_fade = true;
-    row.fade = fade;
-    return row;
 }
 
 /// Crossfades on a cut with handles, on one without, and on one beside its fade's middle.
