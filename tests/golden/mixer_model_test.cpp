@@ -54,7 +54,8 @@ struct Mixer {
     std::vector<TrackSpec> tracks;
     std::map<std::size_t, std::set<std::size_t>> members;  ///< of the VCA at this place
     bool plain_master = false;
-    bool is_old = false;  ///< a strip table as before 12.8, in a container of no known version
+    bool is_renamed = false;  ///< some buses: tracks name them as they were called first
+    bool is_old = false;      ///< a strip table as before 12.8, in a container of no known version
     std::string folder_on_disk;
 };
 
@@ -89,6 +90,7 @@ public:
         const TrackKind folder = chance(2) ? TrackKind::basic_folder : TrackKind::routing_folder;
         if (chance(3)) mixer.tracks.push_back(other(folder));
         mixer.plain_master = chance(4);
+        mixer.is_renamed = chance(2);
         mixer.is_old = chance(4);
         for (TrackSpec& track : mixer.tracks) {
             if (!mixer.is_old) continue;
@@ -151,7 +153,7 @@ private:
             track.pan_right = between(-100, 100);
             if (chance(2)) track.pan_right_lane = lane(-100, 100, 200, *track.pan_right);
         }
-        const char* const outputs[] = {"", "Bus", "Mono", "Key", "Main.R"};
+        const char* const outputs[] = {"", "Bus", "Bus.L", "Bus.R", "Mono", "Key", "Main.R"};
         if (chance(3)) track.output = outputs[below(std::size(outputs))];
         if (chance(4)) track.inserts = {{.key_input = output_id("Key")}};
         for (std::size_t left = below(3); left > 0; --left) track.sends.push_back(send());
@@ -163,7 +165,7 @@ private:
     }
 
     SendSpec send() {
-        const char* const targets[] = {"Bus", "Bus", "Mono", "Key"};
+        const char* const targets[] = {"Bus", "Bus", "Bus.L", "Bus.R", "Mono", "Key"};
         SendSpec send{.target = targets[below(std::size(targets))],
                       .level_db = between(-600, 120) / 10.0};
         send.pre_fader = chance(2);
@@ -229,7 +231,13 @@ private:
 
 SessionBuilder session_of(const Mixer& mixer) {
     SessionBuilder session;
-    session.bus("Bus", 1).io_path({"Mono", 2, {3}}).io_path({"Key", 2, {4}});
+    session.bus("Bus", 1);
+    for (const auto& [name, channel] : {std::pair("Mono", 3), {"Key", 4}}) {
+        session.io_path({.name = mixer.is_renamed ? std::string("New ") + name : name,
+                         .type = 2,
+                         .channels = {static_cast<std::uint16_t>(channel)},
+                         .identity = path_identity(name)});
+    }
     session.io_path({.name = "Main", .type = 2, .channels = {5, 6}, .mapped = true});
     session.io_path({.name = "Main.R", .type = 2, .channels = {6}, .parent = 5});
     session.audio_file({"Take.wav", 480000, 0}).path({"Disk", mixer.folder_on_disk, "Take"});
@@ -332,11 +340,17 @@ private:
         return !is_taken(track.output);
     }
 
-    /// Inactive takers hear a bus only where it has no others.
-    bool is_taken(const std::string& bus) const {
-        return std::ranges::any_of(tracks_, [&](const auto& t) { return t.input == bus; });
+    /// Which side of a pair a bus is: -1 left, 1 right, 0 no leg.
+    static int side_of(const std::string& bus) {
+        return bus.ends_with(".L") ? -1 : bus.ends_with(".R") ? 1 : 0;
     }
-    bool takes(const TrackSpec& taker, const std::string& bus) const {
+    static std::string whole(const std::string& bus) { return bus.substr(0, bus.find('.')); }
+    /// Inactive takers hear a bus only where it has no others; a leg goes where its pair goes.
+    bool is_taken(const std::string& bus) const {
+        return std::ranges::any_of(tracks_, [&](const auto& t) { return t.input == whole(bus); });
+    }
+    bool takes(const TrackSpec& taker, const std::string& leg) const {
+        const std::string bus = whole(leg);
         if (bus.empty() || taker.input != bus) return false;
         return taker.active || std::ranges::none_of(tracks_, [&](const TrackSpec& other) {
                    return other.input == bus && other.active;
@@ -344,7 +358,7 @@ private:
     }
     /// Pro Tools has no panner in front of these.
     bool is_unpanned(const TrackSpec& track) const {
-        return track.output == "Main.R" || (track.output == "Mono" && is_taken("Mono"));
+        return side_of(track.output) != 0 || (track.output == "Mono" && is_taken("Mono"));
     }
     bool hears_key(const TrackSpec& track) const {
         return track.kind != TrackKind::master && !track.inserts.empty();
@@ -493,8 +507,8 @@ private:
             is_off(track) || (track.pan_lane.points.empty() && track.pan_right_lane.points.empty());
         const double pan = track.channels == 2 ? (left + right) / 2 : left;
         line << volume << (stands && !is_unpanned(track) ? pan / 100 : 0) << -1;
-        if (track.output == "Main.R") {
-            line << 1 << 1;
+        if (const int side = side_of(track.output)) {
+            line << side << side;
         } else if (track.channels == 2 && !is_unpanned(track)) {
             line << track.pan_lane.initial.value_or(*track.pan) / 100.0
                  << track.pan_right_lane.initial.value_or(*track.pan_right) / 100.0;
@@ -536,8 +550,10 @@ private:
 
     void write_sends(const TrackSpec& source, const std::string& bus, int channel) {
         for (const SendSpec& send : source.sends) {
-            if (send.target != bus) continue;
-            const double pan = source.channels == 1 && bus == "Bus" ? send.pan / 100.0 : 0;
+            if (whole(send.target) != bus) continue;
+            const int side = side_of(send.target);
+            const double own_pan = source.channels == 1 && bus == "Bus" ? send.pan / 100.0 : 0;
+            const double pan = side != 0 ? side : own_pan;
             receive(source.name, send.pre_fader ? 3 : 0, gain(send.level_db), pan,
                     send.muted ? 1 : 0, channel);
             write_lane("AUXVOLENV", send.level_lane, send.level_db * 10, !is_off(source), false);

@@ -118,7 +118,8 @@ TEST(PlanLevels, GivesEveryModeItsPlaceInReaper) {
             strips[0].trim_lane.points = {{0, 0}};
         }
         std::vector<StripRow> rows(1);
-        rows[0].current_name = "Vox";
+        rows[0].current_name = "Lead";  // now; the strips know the name of its creation
+        rows[0].original_name = "Vox";
         std::vector<TrackDisplay> displays(1);
         displays[0].automation_mode = c.mode;
         std::vector<TrackPlan> plans(2);

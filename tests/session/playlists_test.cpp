@@ -72,18 +72,20 @@ TEST(ReadPlaylists, LimitsAreInclusive) {
 }
 
 TEST(ReadPlaylists, AreNumberedAmongAllOfTheirListWhetherReadOrNot) {
-    PlaylistSpec unreadable = playlist_of(1, "b");
+    PlaylistSpec unreadable = playlist_of(1, "b"), in_no_list = playlist_of(1, "c");
     unreadable.kind = 3;
+    in_no_list.tick_based = true;
     const Bytes image = ByteWriter()
                             .zeros(20)
                             .raw(playlists_block({playlist_of(1, "a"), unreadable, playlist_of(0)}))
-                            .raw(playlist_block(playlist_of(1, "in no list")))
+                            .raw(playlist_block(in_no_list))
                             .bytes();
     std::string numbers;
     for (const auto& playlist : playlists_in(image).records) {
         numbers += playlist.number ? std::to_string(*playlist.number) : "-";
+        if (playlist.in_ticks) numbers += " in ticks";
     }
-    EXPECT_EQ(numbers, "02-");
+    EXPECT_EQ(numbers, "02- in ticks");
 }
 
 TEST(ReadPlaylists, ListsOfTheClipGroupTableLieOnNoTrack) {
