@@ -167,10 +167,15 @@ TEST(PlanOutputs, GoToTheTrackBehindTheirBusToTheMasterOrNowhere) {
     mixer.track("Snare", "unread").output_identity = 1;
     mixer.track("Amb", "unread").sends = {send_to("")};
     for (const std::size_t unread : {7U, 8U}) mixer.records.rows[unread].output_name.clear();
+    mixer.path("Spare", {8, 9});
+    mixer.track("Guide", "Spare");
+    mixer.track("Left out", "Out 1-2", "Spare");
+    mixer.plans.pop_back();
     mixer.route();
     EXPECT_EQ(mixer.plans[6].written_channels, 128);
     EXPECT_EQ(mixer.tallies.master_channels, 128);
-    const bool plays_to_parent[] = {false, false, false, true, false, true, true, false, true};
+    const bool plays_to_parent[] = {false, false, false, true, false,
+                                    true,  true,  false, true, true};
     for (std::size_t i = 0; i < mixer.plans.size(); ++i) {
         SCOPED_TRACE(mixer.plans[i].name);
         EXPECT_EQ(mixer.plans[i].mixer.plays_to_parent, plays_to_parent[i]);

@@ -1,46 +1,12 @@
-// The head of a project as text, whole, and the small settings that it holds.
+// The small settings that the head of a project holds.
 #include "project/project_head.hpp"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
-#include "support/golden_text.hpp"
-
 namespace tanrove {
 namespace {
-
-std::string head_text(const HeadPlan& plan) {
-    std::string text;
-    TextSink out(text);
-    write_project_head(out, plan);
-    return text;
-}
-
-TEST(ProjectHead, StatesWhatTheSessionDoesAndNoMore) {
-    const std::vector<MeterPoint> meters = {
-        {.tick = 0, .bar = -4, .numerator = 3, .denominator = 4},
-        {.tick = 1920000, .numerator = 6, .denominator = 8}};
-    const std::vector<MemoryLocation> locations = {
-        {.name = "In", .kind = LocationKind::marker, .start = 22050, .in_samples = true}};
-    HeadTallies tallies;
-    HeadPlan plan = plan_project_head({.sample_rate = 44100,
-                                       .tempo = {{{0, 90.5}, {1920000, 60}}, 90.5},
-                                       .meters = meters,
-                                       .locations = locations,
-                                       .frame_rate = FrameRate{3, 0},
-                                       .audio_format = AudioFormat::wav,
-                                       .bit_depth = BitDepth{32, true},
-                                       .pan_depth = 1,
-                                       .grid_and_nudge = GridAndNudge{{0, 0, 1}, {0, 1, 240}}},
-                                      false, tallies);
-    plan.notes = {"Kick: loud", "    >"};
-    plan.master.has_fader = plan.master.muted = true;
-    plan.master.gain = 0.5;
-    builder::expect_golden(
-        TANROVE_TEXTS_FOLDER "/project_head.txt",
-        head_text(plan_project_head({}, false, tallies)) + "----\n" + head_text(plan));
-}
 
 TEST(PanLaw, HasAFlagsLineForTwoDepthsOnly) {
     const struct {
