@@ -64,7 +64,8 @@ private:
 /// so that no file of ours gets their numbers and the words of the run with them. A pipe that
 /// nobody reads any more, or a limit on the size of files, fails a write and ends nothing. What
 /// ends the process from outside calls `clean_up` first, in a signal handler or a thread of its
-/// own. A program that links the conversion keeps its own signals and does not call this.
+/// own. Where large pages can be had for the heap, it begins as a stretch of them. A program that
+/// links the conversion keeps its own signals and its own heap, and does not call this.
 void prepare_process(void (*clean_up)() noexcept);
 
 }  // namespace tanrove
