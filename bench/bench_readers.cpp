@@ -7,8 +7,8 @@
 #include <string>
 
 #include "median_times.hpp"
-#include "support/all_readers.hpp"
 #include "support/rich_session.hpp"
+#include "tools/all_readers.hpp"
 
 namespace tanrove::bench {
 

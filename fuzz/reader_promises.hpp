@@ -2,7 +2,7 @@
 #pragma once
 
 #include "fuzz/promise.hpp"
-#include "support/all_readers.hpp"
+#include "tools/all_readers.hpp"
 
 namespace tanrove {
 

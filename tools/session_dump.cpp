@@ -12,7 +12,7 @@
 #include "ptformat/ptformat.hpp"
 #include "session/block_tree.hpp"
 #include "session/block_types.hpp"
-#include "support/all_readers.hpp"
+#include "tools/all_readers.hpp"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "ptformat/ptformat.hpp"
-#include "support/all_readers.hpp"
+#include "tools/all_readers.hpp"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <cstring>
 #include <set>
 
-#include "support/all_readers.hpp"
 #include "support/rich_session.hpp"
+#include "tools/all_readers.hpp"
 
 namespace tanrove {
 namespace {

@@ -1,5 +1,5 @@
 // One function a family. Strip rows and clip lists, which many families go by, are read once.
-#include "support/all_readers.hpp"
+#include "tools/all_readers.hpp"
 
 #include "plugins/elck_chunks.hpp"
 #include "plugins/plugin_inserts.hpp"
@@ -54,14 +54,14 @@
 #include "session/video_clips.hpp"
 #include "session/video_files.hpp"
 #include "session/warp_maps.hpp"
-#include "support/record_sum.hpp"
-#include "support/record_text.hpp"
+#include "tools/record_sum.hpp"
+#include "tools/record_text.hpp"
 
 namespace tanrove {
 
 namespace {
 
-using builder::record_text;
+using tools::record_text;
 
 /// Keeps what the readers of one family gave.
 class Readings {
@@ -90,7 +90,7 @@ public:
 private:
     template <typename Record>
     void sum_up(std::string_view reader, std::size_t records, const Record& record) {
-        builder::RecordSum sum;
+        tools::RecordSum sum;
         sum.add(record);
         all_.push_back({family_, reader, records, sum.bytes(), sum.digest()});
     }

@@ -4,7 +4,7 @@
 #include <concepts>
 #include <cstddef>
 
-namespace tanrove::builder {
+namespace tanrove::tools {
 
 /// Stands for any field while the fields of a record are counted.
 struct AnyField {
@@ -69,4 +69,4 @@ void for_each_field(const Record& record, Use use) {
 
 #undef TANROVE_RECORD_OF
 
-}  // namespace tanrove::builder
+}  // namespace tanrove::tools

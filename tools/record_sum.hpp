@@ -12,9 +12,9 @@
 #include <type_traits>
 #include <utility>
 
-#include "support/record_fields.hpp"
+#include "tools/record_fields.hpp"
 
-namespace tanrove::builder {
+namespace tanrove::tools {
 
 class RecordSum {
 public:
@@ -69,4 +69,4 @@ private:
     std::uint64_t digest_ = 0;
 };
 
-}  // namespace tanrove::builder
+}  // namespace tanrove::tools

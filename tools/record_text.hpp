@@ -9,9 +9,9 @@
 #include <type_traits>
 
 #include "base/formatted_text.hpp"
-#include "support/record_fields.hpp"
+#include "tools/record_fields.hpp"
 
-namespace tanrove::builder {
+namespace tanrove::tools {
 
 inline std::string quoted(std::string_view text) {
     std::string shown = "\"";
@@ -52,4 +52,4 @@ std::string record_text(const Value& value) {
     }
 }
 
-}  // namespace tanrove::builder
+}  // namespace tanrove::tools
