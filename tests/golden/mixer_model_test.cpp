@@ -576,32 +576,10 @@ private:
 
 /// The project's lines that a model speaks of, sources of receives by name.
 std::string mixer_lines(const std::string& project) {
-    const std::set<std::string> kept = {"MASTERMUTESOLO",
-                                        "MASTER_VOLUME",
-                                        "MASTERAUTOMODE",
-                                        "<MASTERVOLENV2",
-                                        "<MASTERMUTEENV",
-                                        "NAME",
-                                        "AUTOMODE",
-                                        "VOLPAN",
-                                        "MUTESOLO",
-                                        "PANMODE",
-                                        "NCHAN",
-                                        "MAINSEND",
-                                        "MAINSEND_NCH",
-                                        "AUXRECV",
-                                        "<VOLENV2",
-                                        "<MUTEENV",
-                                        "<PANENV2",
-                                        "<DUALPANENVL",
-                                        "<DUALPANENV",
-                                        "<VOLENV3",
-                                        "<AUXVOLENV",
-                                        "<AUXMUTEENV",
-                                        "ACT",
-                                        "ARM",
-                                        "DEFSHAPE",
-                                        "PT"};
+    const std::string kept =
+        " MASTERMUTESOLO MASTER_VOLUME MASTERAUTOMODE <MASTERVOLENV2 <MASTERMUTEENV NAME AUTOMODE "
+        "VOLPAN MUTESOLO PANMODE NCHAN MAINSEND MAINSEND_NCH AUXRECV <VOLENV2 <MUTEENV <PANENV2 "
+        "<DUALPANENVL <DUALPANENV <VOLENV3 <AUXVOLENV <AUXMUTEENV ACT ARM DEFSHAPE PT ";
     Lines names;
     std::istringstream lines(project);
     for (std::string line; std::getline(lines, line);) {
@@ -618,7 +596,7 @@ std::string mixer_lines(const std::string& project) {
         std::istringstream words(line);
         std::string word;
         words >> word;
-        if (!kept.contains(word) || in_item) continue;
+        if (kept.find(" " + word + " ") == kept.npos || in_item) continue;
         Line told(word);
         if (word == "NAME") {
             told << line.substr(line.find('"') + 1, line.size() - line.find('"') - 2);

@@ -104,30 +104,16 @@ TEST(ChannelStrip, DynamicsAreScaledAndLossesNamed) {
     ASSERT_EQ(made.slots.size(), 4U);
     EXPECT_TRUE(made.is_keyed);
     const FxSlot& gate = made.slots[2];
-    const double gate_values[] = {0.01,
-                                  1,
-                                  0.04,
-                                  0,
-                                  0.1,
-                                  0.25,
-                                  0,
-                                  0.0018450185,
-                                  0,
-                                  std::pow(10, -36.0 / 20),
-                                  1 - std::pow(10, -36.0 / 20),
-                                  3.16e-8,
-                                  std::pow(10, -6.0 / 20),
-                                  0,
-                                  0.05,
-                                  0,
-                                  0.54330707};
+    const auto gain = [](double db) { return std::pow(10, db / 20); };
+    const double gate_values[] = {
+        0.01,          1,       0.04,     0, 0.1,  0.25, 0,         0.0018450185, 0, gain(-36),
+        1 - gain(-36), 3.16e-8, gain(-6), 0, 0.05, 0,    0.54330707};
     for (std::size_t i = 0; i < std::size(gate_values); ++i) {
         EXPECT_NEAR(parameter(gate, i), gate_values[i], 1e-6) << i;
     }
     const FxSlot& comp = made.slots[3];
-    const double comp_values[] = {
-        0.1, 1,    0.1, 0.04, 0, 0,   0.25, 0, 0.0018450185, 0, 3.16e-8, std::pow(10, 6.0206 / 20),
-        0,   0.05, 1,   0,    0, 0.25};
+    const double comp_values[] = {0.1, 1,       0.1,          0.04, 0,    0, 0.25, 0, 0.0018450185,
+                                  0,   3.16e-8, gain(6.0206), 0,    0.05, 1, 0,    0, 0.25};
     for (std::size_t i = 0; i < std::size(comp_values); ++i) {
         EXPECT_NEAR(parameter(comp, i), comp_values[i], 1e-6) << i;
     }
@@ -190,58 +176,43 @@ TEST(StripEq, FollowsTheMeasurements) {
 }
 
 TEST(ClipEffectsSettings, StandOnTheScalesOfTheirKnobs) {
-    const ChannelStripSettings rest = read_clip_effects({});
-    EXPECT_TRUE(rest.is_clip);
+    using Settings = const ChannelStripSettings&;
+    EXPECT_TRUE(read_clip_effects({}).is_clip);
     const struct {
         const char* control;
         double stored;
         double wanted;
-        double (*value)(const ChannelStripSettings&);
+        double (*value)(Settings);
     } cases[] = {
-        {"Input Trim", 1, 36, [](const ChannelStripSettings& s) { return s.input_trim_db; }},
-        {"EQ Low Gain", 0.25, -12,
-         [](const ChannelStripSettings& s) { return s.bands[0].gain_db; }},
+        {"Input Trim", 1, 36, [](Settings s) { return s.input_trim_db; }},
+        {"EQ Low Gain", 0.25, -12, [](Settings s) { return s.bands[0].gain_db; }},
         {"EQ Low-Mid Frequency", 0.5, 20 * std::sqrt(1050),
-         [](const ChannelStripSettings& s) { return s.bands[1].frequency; }},
-        {"EQ High-Mid Q", 1, 100, [](const ChannelStripSettings& s) { return s.bands[2].q; }},
-        {"EQ High Frequency", 1, 21000,
-         [](const ChannelStripSettings& s) { return s.bands[3].frequency; }},
+         [](Settings s) { return s.bands[1].frequency; }},
+        {"EQ High-Mid Q", 1, 100, [](Settings s) { return s.bands[2].q; }},
+        {"EQ High Frequency", 1, 21000, [](Settings s) { return s.bands[3].frequency; }},
         {"Filter 2 Type", 0.333333, 1,
-         [](const ChannelStripSettings& s) { return static_cast<double>(s.filters[1].type); }},
-        {"Sc Filter Type", 1, 3,
-         [](const ChannelStripSettings& s) { return static_cast<double>(s.detector.filter); }},
-        {"Sc Source", 0.5, 2,
-         [](const ChannelStripSettings& s) { return double{1} * s.detector.source; }},
-        {"Exp Ratio", 0, 1, [](const ChannelStripSettings& s) { return s.expander.ratio; }},
-        {"Exp Ratio", 0.614583, 3, [](const ChannelStripSettings& s) { return s.expander.ratio; }},
-        {"Exp Ratio", 0.909404, 10, [](const ChannelStripSettings& s) { return s.expander.ratio; }},
-        {"Exp Threshold", 1, -10,
-         [](const ChannelStripSettings& s) { return s.expander.threshold_db; }},
-        {"Exp Attack Time", 0.2, 0.2,
-         [](const ChannelStripSettings& s) { return s.expander.attack_ms; }},
-        {"Exp Release Time", 0.5, 100,
-         [](const ChannelStripSettings& s) { return s.expander.release_ms; }},
-        {"Exp Hold Time", 0.25, 10,
-         [](const ChannelStripSettings& s) { return s.expander.hold_ms; }},
-        {"Exp Depth", 0.5, -54, [](const ChannelStripSettings& s) { return s.expander.depth_db; }},
-        {"Exp Knee", 0.5, 15, [](const ChannelStripSettings& s) { return s.expander.knee_db; }},
-        {"Cmp Ratio", 0.253906, 3,
-         [](const ChannelStripSettings& s) { return s.compressor.ratio; }},
+         [](Settings s) { return static_cast<double>(s.filters[1].type); }},
+        {"Sc Filter Type", 1, 3, [](Settings s) { return static_cast<double>(s.detector.filter); }},
+        {"Sc Source", 0.5, 2, [](Settings s) { return double{1} * s.detector.source; }},
+        {"Exp Ratio", 0, 1, [](Settings s) { return s.expander.ratio; }},
+        {"Exp Ratio", 0.614583, 3, [](Settings s) { return s.expander.ratio; }},
+        {"Exp Ratio", 0.909404, 10, [](Settings s) { return s.expander.ratio; }},
+        {"Exp Threshold", 1, -10, [](Settings s) { return s.expander.threshold_db; }},
+        {"Exp Attack Time", 0.2, 0.2, [](Settings s) { return s.expander.attack_ms; }},
+        {"Exp Release Time", 0.5, 100, [](Settings s) { return s.expander.release_ms; }},
+        {"Exp Hold Time", 0.25, 10, [](Settings s) { return s.expander.hold_ms; }},
+        {"Exp Depth", 0.5, -54, [](Settings s) { return s.expander.depth_db; }},
+        {"Exp Knee", 0.5, 15, [](Settings s) { return s.expander.knee_db; }},
+        {"Cmp Ratio", 0.253906, 3, [](Settings s) { return s.compressor.ratio; }},
         {"Cmp Ratio", (0.3359375 + 0.593715) / 2, std::sqrt(40.0),
-         [](const ChannelStripSettings& s) { return s.compressor.ratio; }},
-        {"Cmp Threshold", 0.5, -30,
-         [](const ChannelStripSettings& s) { return s.compressor.threshold_db; }},
-        {"Cmp Attack Time", 0.5, 10,
-         [](const ChannelStripSettings& s) { return s.compressor.attack_ms; }},
-        {"Cmp Release Time", 1, 10000,
-         [](const ChannelStripSettings& s) { return s.compressor.release_ms; }},
-        {"Cmp Knee", 1, 30, [](const ChannelStripSettings& s) { return s.compressor.knee_db; }},
-        {"Cmp Gain Makeup", 0.1, 3,
-         [](const ChannelStripSettings& s) { return s.compressor.makeup_db; }},
-        {"Fader Volume", 0.9, 1,
-         [](const ChannelStripSettings& s) { return s.fader_is_lost ? 1.0 : 0; }},
-        {"EQ Range", 0.0002, 1,
-         [](const ChannelStripSettings& s) { return s.other_ranges ? 1.0 : 0; }}};
+         [](Settings s) { return s.compressor.ratio; }},
+        {"Cmp Threshold", 0.5, -30, [](Settings s) { return s.compressor.threshold_db; }},
+        {"Cmp Attack Time", 0.5, 10, [](Settings s) { return s.compressor.attack_ms; }},
+        {"Cmp Release Time", 1, 10000, [](Settings s) { return s.compressor.release_ms; }},
+        {"Cmp Knee", 1, 30, [](Settings s) { return s.compressor.knee_db; }},
+        {"Cmp Gain Makeup", 0.1, 3, [](Settings s) { return s.compressor.makeup_db; }},
+        {"Fader Volume", 0.9, 1, [](Settings s) { return s.fader_is_lost ? 1.0 : 0; }},
+        {"EQ Range", 0.0002, 1, [](Settings s) { return s.other_ranges ? 1.0 : 0; }}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.control);
         const ChannelStripSettings moved = read_clip_effects(record_of({{c.control, c.stored}}));
