@@ -147,29 +147,5 @@ TEST(PannerState, HoldsEachInputAndSpeakerInItsPlace) {
     }
 }
 
-TEST(PannerSlot, ConnectsAPinToEachChannelAndFollowsTheTracksAutomation) {
-    TrackPlan track;
-    PannerPlan& plan = track.panner.emplace();
-    plan.speakers = {"L", "C", "R"};
-    plan.channels = 3;
-    plan.envelopes = {{7, "_in_1_X", "in 1 X", true, {{0, 0.5}}}};
-    const FxSlot slot = panner_slot(track, 4);
-    StateReader header(slot.header);
-    EXPECT_EQ(header.words(8), (Words{0x72737232, -0x112a112, 2, 1, 0, 2, 0, 3}));
-    EXPECT_EQ(header.words(6), (Words{1, 0, 2, 0, 4, 0}));
-    EXPECT_EQ(header.words(3), (Words{static_cast<int>(slot.state.size()), 1, 0x100000}));
-    EXPECT_EQ(slot.tail, std::string("\0\0\x10\0\0\0", 6));
-    EXPECT_EQ(slot.guid_seed, 0x53555204U);
-    EXPECT_EQ(slot.envelopes.at(0).guid_seed, 0x5e000002U);
-    EXPECT_TRUE(slot.envelopes[0].active);
-    plan.first_channel = 2;
-    const FxSlot slot_aside = panner_slot(track, 4);
-    StateReader aside(slot_aside.header);
-    aside.words(8);
-    EXPECT_EQ(aside.words(6), (Words{4, 0, 8, 0, 16, 0}));
-    track.mixer.automation_off = true;
-    EXPECT_FALSE(panner_slot(track, 4).envelopes[0].active);
-}
-
 }  // namespace
 }  // namespace tanrove

@@ -151,36 +151,23 @@ RunTallies every_counter_counted() {
                   .track_failed = true,
                   .name = "Print",
                   .tracks_through_master = 4};
-    mix.routing = {1,
-                   2,
-                   3,
-                   4,
-                   5,
-                   18,
-                   {"Vox"},
-                   6,
-                   {"Pad"},
-                   7,
-                   8,
-                   9,
-                   19,
-                   10,
-                   {"Stem"},
-                   many,
-                   {"Amb"},
-                   11,
-                   12,
-                   true,
-                   13,
-                   14,
-                   15,
-                   16,
-                   17,
-                   {"Bass"},
-                   many,
-                   {"Click"},
-                   {"Vox: Insert 1-2"},
-                   {"Keys"}};
+    auto& r = mix.routing;
+    std::tie(r.sends, r.return_tracks, r.panned_sends, r.sends_off) = std::tuple(1, 2, 3, 4);
+    std::tie(r.sends_into_surround, r.sends_left_out, r.send_pan_lanes) = std::tuple(5, 18, 6);
+    std::tie(r.outputs_into_buses, r.outputs_by_input, r.outputs_by_pair) = std::tuple(7, 8, 9);
+    std::tie(r.outputs_by_part, r.parted_legs, r.wide_auxes) = std::tuple(19, 10, 11);
+    std::tie(r.master_channels, r.keys_left_out, r.keys_on_first_pair) = std::tuple(12, true, 13);
+    std::tie(r.keys_on_further_pairs, r.tracks_passing_first_pair) = std::tuple(14, 15);
+    std::tie(r.unresolved_keys, r.misled_keys) = std::tuple(16, 17);
+    r.tracks_of_sends_left_out = {"Vox"};
+    r.two_knob_tracks = {"Pad"};
+    r.taken_from_hardware = {"Stem"};
+    r.without_output = r.unmuted_sources = many;
+    r.leading_astray = {"Amb"};
+    r.tracks_of_misled_keys = {"Bass"};
+    r.silent_sources = {"Click"};
+    r.hardware_inserts = {"Vox: Insert 1-2"};
+    r.tracks_of_instruments = {"Keys"};
     mix.panners = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, many};
     mix.groups = {.listed = {{"Drums", std::nullopt, {"Kick", "Snare"}}, {"Band", "VCA 1", {}}},
                   .written = 1,
