@@ -13,13 +13,12 @@ namespace tanrove {
 namespace {
 
 namespace fs = std::filesystem;
-using builder::file_text;
-using builder::write_file_text;
+using namespace builder;
 
 class WholeFiles : public testing::Test {
 protected:
     WholeFiles() { folder_.enter(); }
-    builder::TempFolder folder_;
+    TempFolder folder_;
 };
 
 TEST_F(WholeFiles, AFaultLeavesTheTargetAsItWas) {

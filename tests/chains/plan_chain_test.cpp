@@ -9,6 +9,8 @@
 namespace tanrove {
 namespace {
 
+using namespace builder;
+
 constexpr std::size_t state_at = 100;
 
 /// A run over one track, with a plug-in of the user's own table for each code of his.
@@ -66,7 +68,7 @@ public:
     }
 
     /// A plug-in whose settings block stands in the image, behind all else.
-    PluginInsert stored(const std::string& code, const builder::Bytes& state) {
+    PluginInsert stored(const std::string& code, const Bytes& state) {
         PluginInsert made;
         made.code = code;
         made.channels = 2;
@@ -77,8 +79,8 @@ public:
         return made;
     }
 
-    PluginInsert trim(const std::vector<builder::TrimSpec>& channels) {
-        return stored("DigiTrim", builder::trim_state(channels));
+    PluginInsert trim(const std::vector<TrimSpec>& channels) {
+        return stored("DigiTrim", trim_state(channels));
     }
 
     ChainOptions options;
@@ -192,7 +194,7 @@ TEST(PlanChain, HoldsASlotForWhatOnlyProToolsHasAndMarksTheLastThatIsHeard) {
 }
 
 TEST(PlanChain, TrimTurnsTheTrackOverOrOneSideOfIt) {
-    const builder::TrimSpec inverted = {.inverted = true}, low = {-900000000, true};
+    const TrimSpec inverted = {.inverted = true}, low = {-900000000, true};
     ChainRun run;
     PluginInsert both = run.trim({inverted}), left = run.trim({inverted, {}});
     PluginInsert uneven = run.trim({low, inverted});
@@ -260,10 +262,10 @@ TEST(PlanChain, WritesUnlinkedChannelsOnce) {
     further.slot_end = 9999;
     EXPECT_EQ(run.chain({left, right, other, further}).slots.size(), 2U);
     EXPECT_EQ(run.tallies.multi_mono, std::vector<std::string>{"Voice / MakePrd1"});
-    const builder::Bytes one = builder::plugin_chunk("MakePrd1", "dflt", "", {1, 2});
-    const builder::Bytes another = builder::plugin_chunk("MakePrd1", "more", "", {1, 2});
+    const Bytes one = plugin_chunk("MakePrd1", "dflt", "", {1, 2});
+    const Bytes another = plugin_chunk("MakePrd1", "more", "", {1, 2});
     for (const auto& second : {one, another}) {
-        run.chain({run.stored("MakePrd1", builder::ByteWriter().raw(one).raw(second).bytes())});
+        run.chain({run.stored("MakePrd1", ByteWriter().raw(one).raw(second).bytes())});
         EXPECT_EQ(run.tallies.multi_mono.size(), second == one ? 1U : 0U);
     }
     EXPECT_EQ(run.chain({left, right}, 1).slots.size(), 2U) << "a mono track has one channel";

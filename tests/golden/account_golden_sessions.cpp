@@ -6,10 +6,7 @@ namespace tanrove::golden {
 
 namespace {
 
-using builder::ClipSpec;
-using builder::SessionBuilder;
-using builder::TrackKind;
-using builder::TrackSpec;
+using namespace builder;
 
 constexpr std::int64_t quarter = 960000;
 constexpr std::int64_t second = 48000;
@@ -22,7 +19,7 @@ TrackSpec voice() {
     TrackSpec track{.name = "Voice"};
     track.clips = {clip("Voice", 0), clip("Voice-01", 2 * second), clip("Voice-02", 4 * second),
                    clip("Voice-03", 6 * second)};
-    track.clips[1].loop = builder::LoopSpec{.mode = 9, .count = 4};
+    track.clips[1].loop = LoopSpec{.mode = 9, .count = 4};
     track.clips[2].deleted = true;
     track.clips[3].file_index = 1;
     track.alternates = {{"Voice.01", {clip("Voice-04", second)}}};
@@ -52,7 +49,7 @@ GoldenCase much_left_out() {
     session.track({.name = "Stems", .kind = TrackKind::master});
     session.track({.name = "Picture", .kind = TrackKind::video});
     session.video_region({.name = "Logo", .length = 25, .movie = 9});
-    session.video_clips({"Picture", {{.id = 0, .position = builder::frames(0)}, {.id = 7}}});
+    session.video_clips({"Picture", {{.id = 0, .position = frames(0)}, {.id = 7}}});
     session.group({.name = "Cuts", .members = {0, 1}, .kind = 0});
     session.group({.name = "Old", .members = {0}, .in_both_lists = false});
     RunOptions options;

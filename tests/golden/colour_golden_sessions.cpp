@@ -3,8 +3,7 @@
 
 namespace tanrove::golden {
 
-using builder::SessionBuilder;
-using builder::TrackKind;
+using namespace builder;
 
 SessionBuilder coloured_session(std::uint8_t scheme) {
     constexpr std::int64_t second = 48000;
@@ -32,7 +31,7 @@ SessionBuilder coloured_session(std::uint8_t scheme) {
     session.group({.name = "Pair", .members = {0, 3}, .slot = 2});
     return session.location({.name = "Verse",
                              .start = 3840000,
-                             .form = builder::LocationForm::palette,
+                             .form = LocationForm::palette,
                              .rgb = 0x2040ff,
                              .comment = "louder"});
 }

@@ -9,12 +9,7 @@ namespace tanrove::golden {
 
 namespace {
 
-using builder::ClipSpec;
-using builder::SessionBuilder;
-using builder::SettingsSpec;
-using builder::TimecodeSpec;
-using builder::TrackKind;
-using builder::TrackSpec;
+using namespace builder;
 
 constexpr std::int64_t quarter = 960000;
 constexpr std::int64_t second = 48000;
@@ -44,13 +39,13 @@ ClipSpec placed_group(std::uint32_t group, std::int64_t position) {
     return placed;
 }
 
-builder::FadeSpec fade(std::uint8_t kind, std::uint32_t pre, std::uint32_t length,
-                       std::uint8_t family = 2, std::uint8_t type = 0, std::int16_t setting = 0) {
+FadeSpec fade(std::uint8_t kind, std::uint32_t pre, std::uint32_t length, std::uint8_t family = 2,
+              std::uint8_t type = 0, std::int16_t setting = 0) {
     return {kind, pre, length, family, false, type, setting, type, setting};
 }
 
 /// The row of a fade that an edit list holds between its clips.
-ClipSpec fade_row(std::int64_t position, const builder::FadeSpec& fade) {
+ClipSpec fade_row(std::int64_t position, const FadeSpec& fade) {
     ClipSpec row;
     row.position = position;
     row.is_fade = true;
@@ -153,16 +148,16 @@ GoldenCase stretched_and_looped() {
     };
     TrackSpec on_ticks = track("Elastic", {clip("Voice", 2 * quarter, 3 * second)});
     on_ticks.tick_based = true;
-    on_ticks.clips[0].warp = builder::WarpSpec{{at(2, 0), at(3, 1.5), at(9, 4)}, true, 0};
+    on_ticks.clips[0].warp = WarpSpec{{at(2, 0), at(3, 1.5), at(9, 4)}, true, 0};
     TrackSpec loops = track("Loops", {clip("Voice-01", 0, second / 2, second),
                                       clip("Voice-02", 4 * second, 2 * second, second),
                                       clip("Voice-03", 8 * second, second, 3 * second),
                                       clip("Voice-04", 12 * second, second, 2 * second)});
-    loops.clips[0].loop = builder::LoopSpec{.mode = 2, .count = 4};
-    loops.clips[1].loop = builder::LoopSpec{.mode = 1, .length = second};
-    loops.clips[2].loop = builder::LoopSpec{.mode = 9, .count = 4};
+    loops.clips[0].loop = LoopSpec{.mode = 2, .count = 4};
+    loops.clips[1].loop = LoopSpec{.mode = 1, .length = second};
+    loops.clips[2].loop = LoopSpec{.mode = 9, .count = 4};
     loops.clips[3].pitch.semitones = -3;
-    loops.clips[3].warp = builder::WarpSpec{{{0, 0}, {20 * second, 10.0 * second}}, false, 0};
+    loops.clips[3].warp = WarpSpec{{{0, 0}, {20 * second, 10.0 * second}}, false, 0};
     SessionBuilder session = with_files();
     session.tempo(0, 60).tempo(4 * quarter, 120);
     session.track(on_ticks).track(loops);
@@ -207,7 +202,7 @@ GoldenCase clip_effects() {
         }
         return bits;
     };
-    const std::vector<builder::EffectsSpec> effects = {
+    const std::vector<EffectsSpec> effects = {
         {1, stored({{"Phase Switch In/Out", 1},
                     {"Input Trim", 0.6F},
                     {"EQ Low Gain", 0.75F},
@@ -229,12 +224,12 @@ GoldenCase clip_effects() {
     const ClipSpec inverted = with(2, clip("Voice-02", 2 * second, second));
     const ClipSpec plain = with(3, clip("Voice-03", 4 * second, second));
     ClipSpec looped = with(1, clip("Voice-01", 6 * second, second));
-    looped.loop = builder::LoopSpec{.mode = 2, .count = 2};
+    looped.loop = LoopSpec{.mode = 2, .count = 2};
     SessionBuilder session;
     session.audio_file({"Voice.wav", 100 * second, 0});
     session.clip_group({"Phrase", 2 * second, {shaped}});
     session.track(track("Voice", {shaped, inverted, plain, looped, placed_group(0, 10 * second)}));
-    session.top_level(builder::effects_block(effects));
+    session.top_level(effects_block(effects));
     return {"clip_effects", session, {}, {"Voice.wav"}};
 }
 
@@ -260,8 +255,8 @@ GoldenCase nested_groups() {
 /// is stretched and pitched.
 GoldenCase cut_groups() {
     ClipSpec stretched = clip("Voice-01", 2 * second, second, 3 * second);
-    stretched.warp = builder::WarpSpec{.points = {{0, 0}, {30000, 24000}, {72000, 48000}},
-                                       .anchor = static_cast<std::uint64_t>(3 * second)};
+    stretched.warp = WarpSpec{.points = {{0, 0}, {30000, 24000}, {72000, 48000}},
+                              .anchor = static_cast<std::uint64_t>(3 * second)};
     stretched.pitch.semitones = 2;
     SessionBuilder session = with_files();
     session.clip_group({"Riff", 4 * second, {clip("Voice", 0, 2 * second), stretched}});
@@ -352,7 +347,7 @@ GoldenCase nested_folders() {
     session.track(routed("Rooms", "", TrackKind::basic_folder)).track(routed("Far", "Out 1-2"));
     session.track(routed("Voice", "Out 1-2"));
     session.folder(0, {1, 2, 4, 5}).folder(2, {3}).folder(5, {6});
-    session.strip_table_form(builder::StripTableForm::since_2022);
+    session.strip_table_form(StripTableForm::since_2022);
     return {"nested_folders", session, {}, {}};
 }
 
@@ -363,7 +358,7 @@ GoldenCase groups_and_vcas() {
         .track({.name = "Rhythm VCA",
                 .kind = TrackKind::vca,
                 .soloed = true,
-                .mixer = builder::vca_record(-65)})
+                .mixer = vca_record(-65)})
         .track(routed("Mix", "", TrackKind::master));
     session.group({.name = "Rhythm", .members = {0, 1, 2, 4}, .vca_master = 3});
     session.group({.name = "Cuts", .members = {0, 1}, .kind = 0});
@@ -482,7 +477,7 @@ GoldenCase master_fader() {
 
 TrackSpec aux(const std::string& name, const std::string& bus, int channels) {
     TrackSpec spec = track(name, {});
-    spec.kind = builder::TrackKind::aux;
+    spec.kind = TrackKind::aux;
     spec.channels = channels;
     spec.input = bus;
     spec.input_is_bus = true;
@@ -513,8 +508,7 @@ GoldenCase routing() {
     TrackSpec nowhere = track("Nowhere", {clip("Voice-03", 0, second)});
     nowhere.output = "";
     TrackSpec drums = aux("Drum bus", "Drums", 2);
-    drums.inserts = {{.key_input = builder::output_id("Key")},
-                     {.key_input = builder::output_id("Nobody takes it")}};
+    drums.inserts = {{.key_input = output_id("Key")}, {.key_input = output_id("Nobody takes it")}};
     TrackSpec verb = aux("Room", "Verb", 2);
     verb.sends = {{.target = "Verb"}};
     TrackSpec master = routed("Print", "", TrackKind::master);
@@ -536,7 +530,7 @@ GoldenCase bus_takers() {
     session.io_path({.name = "Main.R", .type = 2, .channels = {2}, .parent = 0});
     session.io_path({.name = "Phones", .type = 2, .channels = {3, 4}, .mapped = true});
     session.bus("Comp", 5).bus("Band", 7).io_path({"Key", 2, {9}}).io_path({"Mono", 2, {10}});
-    const std::uint64_t as_assigned = builder::path_identity("Drums");
+    const std::uint64_t as_assigned = path_identity("Drums");
     session.io_path({.name = "Kit", .type = 2, .channels = {11, 12}, .identity = as_assigned});
     session.io_path({"Bed", 2, bed_channels});
     TrackSpec kick = track("Kick", {clip("Voice", 0, second)});
@@ -545,7 +539,7 @@ GoldenCase bus_takers() {
                   {.target = "Key", .level_db = -3, .pre_fader = true},
                   {.target = "Bed", .pan = -40}};
     TrackSpec bass = routed("Bass", "Mono");
-    bass.inserts = {{.key_input = builder::output_id("Key")}};
+    bass.inserts = {{.key_input = output_id("Key")}};
     bass.pan_lane = {0, {{second, 50}}};
     TrackSpec off = aux("Old kit", "Drums", 2);
     off.active = false;
@@ -563,7 +557,7 @@ GoldenCase bus_takers() {
     session.track(aux("Mono aux", "Mono", 1)).track(aux("Monitor", "Phones", 2));
     session.track(wide).track(aux("Bed bus", "Bed", 6));
     session.track(band).track(keys).track(routed("Guitar", "Band")).track(routed("Solo", "Main"));
-    session.folder(13, {14, 15, 16}).strip_table_form(builder::StripTableForm::since_2022);
+    session.folder(13, {14, 15, 16}).strip_table_form(StripTableForm::since_2022);
     GoldenCase takers{"bus_takers", session, {}, {"Voice.wav"}};
     takers.parallel_receives = 1;
     return takers;
@@ -578,7 +572,7 @@ GoldenCase left_out_tracks() {
     TrackSpec verb = aux("Room", "Verb", 2);
     TrackSpec delay = aux("Echo", "Delay", 2);
     key.hidden = verb.hidden = delay.hidden = true;
-    verb.inserts = {{.key_input = builder::output_id("Key")}};
+    verb.inserts = {{.key_input = output_id("Key")}};
     delay.sends = {{.target = "Key"}};
     verb.comment = "long\n>";
     TrackSpec voice = routed("Voice", "Out 1-2");
@@ -594,12 +588,10 @@ GoldenCase left_out_tracks() {
     session.click(true).track(key).track(band).track(voice).track(off).track(verb).track(delay);
     off.name = "Off as well";
     session.track(spare).track(off).track(click).track(cue);
-    session.track({.name = "VCA 1",
-                   .kind = TrackKind::vca,
-                   .hidden = true,
-                   .mixer = builder::vca_record(-65)});
+    session.track(
+        {.name = "VCA 1", .kind = TrackKind::vca, .hidden = true, .mixer = vca_record(-65)});
     session.group({.name = "Level", .members = {1, 3}, .vca_master = 8});
-    session.folder(1, {2, 3}).folder(6, {7}).strip_table_form(builder::StripTableForm::since_2022);
+    session.folder(1, {2, 3}).folder(6, {7}).strip_table_form(StripTableForm::since_2022);
     RunOptions options;
     options.skip_hidden_tracks = options.skip_inactive_tracks = options.no_click = true;
     options.comments_mode = comments_in_items;
@@ -618,7 +610,7 @@ GoldenCase video() {
     film.height = 80;
     TrackSpec voice = track("Voice", {clip("Voice", 0, second)});
     voice.sends = {{.target = "Verb"}};
-    voice.inserts = {{.key_input = builder::output_id("Verb")}};
+    voice.inserts = {{.key_input = output_id("Verb")}};
     session.track(film).track(routed("Second picture", "", TrackKind::video)).track(voice);
     session.track(aux("Room", "Verb", 2));
     session.video_region({.name = "Opening", .length = 100});  // of reel 1, whatever its name
@@ -626,11 +618,11 @@ GoldenCase video() {
     session.video_region({.name = "Reel 2", .length = 25, .movie = 1});
     session.video_region({.name = "Logo", .length = 1, .movie = 9});
     session.video_clips({"Picture",
-                         {{.id = 0, .position = builder::frames(0), .locked = true},
-                          {.id = 1, .position = builder::frames(100)},
+                         {{.id = 0, .position = frames(0), .locked = true},
+                          {.id = 1, .position = frames(100)},
                           {.id = 2, .position = 6 * second},
-                          {.id = 3, .position = builder::frames(175)},
-                          {.id = 99, .position = builder::frames(200)}}});
+                          {.id = 3, .position = frames(175)},
+                          {.id = 99, .position = frames(200)}}});
     RunOptions options;
     options.no_sidechain = true;
     return {"video", session, options, {"Voice.wav", "../Video Files/Reel 1.mov"}};
@@ -643,8 +635,7 @@ GoldenCase frozen() {
     TrackSpec voice =
         track("Voice", {clip("Voice_01", 0, second), clip("Voice_02", second, second)});
     voice.mute_lane = {0, {{second, 1}, {2 * second, 0}}};
-    voice.inserts = {
-        {.code = "DigiTrim", .state = builder::trim_state({builder::TrimSpec{.inverted = true}})}};
+    voice.inserts = {{.code = "DigiTrim", .state = trim_state({TrimSpec{.inverted = true}})}};
     session.track(voice).track(track("Gone", {clip("Gone_01", 0, second)}));
     session.freeze_render(
         {.name = "Voice-01", .file_index = 3, .source_offset = 48, .length = 96000});

@@ -20,9 +20,7 @@ namespace tanrove {
 namespace {
 
 namespace fs = std::filesystem;
-using builder::file_text;
-using builder::TempFolder;
-using builder::write_file_text;
+using namespace builder;
 
 class Golden : public testing::TestWithParam<golden::GoldenCase> {
 protected:
@@ -75,8 +73,8 @@ TEST_P(Golden, ConvertsToItsProjectAndItsAccount) {
     account.replace(account.find(wrote), wrote.size(), "  Not written (--check).\n");
     EXPECT_NE(check.console_text.find(account), std::string::npos) << check.console_text;
 
-    builder::expect_told_counts(project, result.console_text, result.report_text, usage,
-                                c.parallel_receives);
+    expect_told_counts(project, result.console_text, result.report_text, usage,
+                       c.parallel_receives);
     expect_golden(c.name + ".rpp", project);
     if (cases_with_reports.contains(c.name)) {
         expect_golden(c.name + ".report.txt", result.report_text);

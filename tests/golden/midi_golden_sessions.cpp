@@ -5,17 +5,14 @@ namespace tanrove::golden {
 
 namespace {
 
-using builder::MidiClipSpec;
-using builder::SessionBuilder;
-using builder::TrackKind;
-using builder::TrackSpec;
+using namespace builder;
 
 constexpr std::int64_t quarter = 960000;
 constexpr std::int64_t second = 48000;
 
 /// A MIDI clip that plays its stream from the stream's origin on.
 MidiClipSpec midi_clip(const std::string& region, std::int64_t position, std::int64_t length,
-                       std::vector<builder::NoteSpec> notes) {
+                       std::vector<NoteSpec> notes) {
     MidiClipSpec spec;
     spec.region = region;
     spec.position = position;
@@ -34,10 +31,10 @@ TrackSpec midi_track(const std::string& name, std::vector<MidiClipSpec> clips) {
 }
 
 GoldenCase midi_overlaps() {
-    const std::vector<builder::NoteSpec> bar = {{0, quarter},
-                                                {quarter, quarter, 62},
-                                                {2 * quarter, quarter, 64},
-                                                {3 * quarter, 2 * quarter, 65}};
+    const std::vector<NoteSpec> bar = {{0, quarter},
+                                       {quarter, quarter, 62},
+                                       {2 * quarter, quarter, 64},
+                                       {3 * quarter, 2 * quarter, 65}};
     TrackSpec tails = midi_track("Tails", {midi_clip("First", 0, 4 * quarter, bar),
                                            midi_clip("Second", 2 * quarter, 4 * quarter, bar)});
     tails.midi_clips[1].muted = tails.midi_clips[1].locked = true;

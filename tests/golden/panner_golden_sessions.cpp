@@ -5,11 +5,7 @@ namespace tanrove::golden {
 
 namespace {
 
-using builder::LaneSpec;
-using builder::PannerSpec;
-using builder::SessionBuilder;
-using builder::TrackKind;
-using builder::TrackSpec;
+using namespace builder;
 
 constexpr std::int64_t second = 48000;
 

@@ -9,11 +9,7 @@ namespace tanrove::golden {
 
 namespace {
 
-using builder::Bytes;
-using builder::InsertSpec;
-using builder::SessionBuilder;
-using builder::TrackKind;
-using builder::TrackSpec;
+using namespace builder;
 
 // One build for each product: "Knd2", "Knd3", "Knd4" with a CLAP beside it, and one of a shell.
 constexpr const char* vst_list =
@@ -26,7 +22,7 @@ constexpr const char* clap_list = "[four.clap]\nmakr.four=0|Four (Makr)\n";
 
 /// All kinds of settings for the plug-in of this code.
 std::vector<InsertSpec> inserts_for(const std::string& code) {
-    std::vector<InsertSpec> inserts = builder::inserts_of_all_kinds();
+    std::vector<InsertSpec> inserts = inserts_of_all_kinds();
     for (InsertSpec& insert : inserts) {
         const std::string usual = insert.code;
         auto at = insert.state.begin();
@@ -79,7 +75,7 @@ SessionBuilder session_with_plugins() {
     session.track(track_with("Four", four, 0, 7)).track(track_with("Four more", four, 7, 7));
     TrackSpec keyed = track_with("Keyed", two, 1, 1);
     keyed.channels = 2;
-    keyed.inserts[0].key_input = builder::output_id("Key");
+    keyed.inserts[0].key_input = output_id("Key");
     keyed.inserts.push_back({});
     session.track(keyed);
     TrackSpec unlinked = track_with("Unlinked", two, 2, 2);
@@ -92,14 +88,14 @@ SessionBuilder session_with_plugins() {
     session.track(source);
     TrackSpec master = track_with("Print", two, 5, 1);
     master.kind = TrackKind::master;
-    master.inserts[0].key_input = builder::output_id("Key");
+    master.inserts[0].key_input = output_id("Key");
     master.inserts.push_back({.code = "NoneSuch"});
     return session.track(master);
 }
 
 /// A track of this width with a Trim for each list of channels.
 TrackSpec trimmed(const std::string& name, int channels,
-                  const std::vector<std::vector<builder::TrimSpec>>& trims) {
+                  const std::vector<std::vector<TrimSpec>>& trims) {
     TrackSpec track;
     track.name = name;
     track.kind = TrackKind::aux;
@@ -107,14 +103,14 @@ TrackSpec trimmed(const std::string& name, int channels,
     for (const auto& trim : trims) {
         track.inserts.push_back({.code = "DigiTrim",
                                  .channels = static_cast<std::uint8_t>(channels),
-                                 .state = builder::trim_state(trim)});
+                                 .state = trim_state(trim)});
     }
     return track;
 }
 
 SessionBuilder session_with_trims() {
-    const builder::TrimSpec inverted = {.inverted = true}, up = {.gain_word = 1635278356};
-    const builder::TrimSpec far_down = {.gain_word = -1000000000, .inverted = true};
+    const TrimSpec inverted = {.inverted = true}, up = {.gain_word = 1635278356};
+    const TrimSpec far_down = {.gain_word = -1000000000, .inverted = true};
     SessionBuilder session;
     TrackSpec linked = trimmed("Linked", 2, {{inverted}, {up}});
     linked.inserts[1].lanes = {{.name = "Gain", .points = {{0, 0}}}};
@@ -141,10 +137,10 @@ SessionBuilder session_with_trims() {
 
 /// The state of a plug-in that stores the values of its controls and nothing else.
 Bytes control_state(const std::string& code, const std::vector<double>& values) {
-    builder::ByteWriter records;
+    ByteWriter records;
     records.zeros(4);
-    for (const double value : values) records.raw(builder::real_control("Ctrl", value, 8));
-    return builder::plugin_chunk(code, "elck", "", records.bytes());
+    for (const double value : values) records.raw(real_control("Ctrl", value, 8));
+    return plugin_chunk(code, "elck", "", records.bytes());
 }
 
 /// An insert of this plug-in; every control that is not given is 0.
@@ -202,7 +198,7 @@ SessionBuilder session_with_dynamics() {
                             {14, keyed ? 1 : 0}});
     };
     std::vector<InsertSpec> keyed = {compressor(true), gate(100, true), gate(1.5, true)};
-    for (InsertSpec& insert : keyed) insert.key_input = builder::output_id("Key");
+    for (InsertSpec& insert : keyed) insert.key_input = output_id("Key");
     TrackSpec ducked = track_with("Ducked", keyed, 0, keyed.size());
     ducked.channels = 2;
     TrackSpec plain = ducked;
@@ -217,13 +213,12 @@ SessionBuilder session_with_dynamics() {
 
 /// A Channel Strip with this map of its controls.
 InsertSpec channel_strip(const std::vector<std::pair<std::string, double>>& controls) {
-    builder::ByteWriter records;
+    ByteWriter records;
     records.zeros(4);
     for (const auto& [name, value] : controls) {
-        records.raw(builder::real_control(name, value, (name.size() + 6) / 4 * 4));
+        records.raw(real_control(name, value, (name.size() + 6) / 4 * 4));
     }
-    return {.code = "AVIDChSt",
-            .state = builder::plugin_chunk("AVIDChSt", "elck", "", records.bytes())};
+    return {.code = "AVIDChSt", .state = plugin_chunk("AVIDChSt", "elck", "", records.bytes())};
 }
 
 /// One with every block at work, and one at its defaults.
@@ -285,7 +280,7 @@ SessionBuilder session_of_a_mix() {
     voice.comment = "lead";
     voice.inserts.push_back({.code = "MakrKnd3"});
     voice.inserts.back().lanes = {{.index = 2, .id = "1", .points = {{second, 0}}}};
-    TrackSpec drums = trimmed("Drums", 2, {{builder::TrimSpec{.inverted = true}}});
+    TrackSpec drums = trimmed("Drums", 2, {{TrimSpec{.inverted = true}}});
     drums.kind = TrackKind::audio;
     drums.inserts.push_back(avid_insert("Digidn3c", 14, {{0, 10}, {1, 4}, {5, -24}, {6, 1}}));
     TrackSpec verb = track_with("Room", {{.code = "MakrKnd2"}, {.code = "NoneSuch"}, {}}, 0, 3);

@@ -11,6 +11,8 @@
 namespace tanrove {
 namespace {
 
+using namespace builder;
+
 PluginInsert insert_of(const std::string& code, ContainerKind kind) {
     PluginInsert insert;
     insert.code = code;
@@ -146,14 +148,14 @@ TEST(StandIns, AreKnownByCodeAndShape) {
     const std::vector<std::string> names = {"Cmp Ratio", "EQ Low Gain", "Filter 2 Type",
                                             "Sc Source"};
     for (std::size_t left_out = 0; left_out <= names.size(); ++left_out) {
-        builder::ByteWriter map;
+        ByteWriter map;
         map.zeros(4);
         for (std::size_t i = 0; i < names.size(); ++i) {
             const std::size_t spacing = (names[i].size() + 2 + 4) / 4 * 4;
-            if (i != left_out) map.raw(builder::real_control(names[i], 1, spacing));
+            if (i != left_out) map.raw(real_control(names[i], 1, spacing));
         }
-        const auto state = builder::plugin_chunk("AVIDChSt", "elck", "", map.bytes());
-        const auto image = builder::plugin_settings_block({.code = "AVIDChSt", .state = state});
+        const auto state = plugin_chunk("AVIDChSt", "elck", "", map.bytes());
+        const auto image = plugin_settings_block({.code = "AVIDChSt", .state = state});
         PluginInsert strip = insert_of("AVIDChSt", ContainerKind::control_values);
         strip.chunkLimit = image.size();
         EXPECT_EQ(stand_in_product(strip, ByteView(image)).value_or(""),

@@ -13,7 +13,7 @@
 namespace tanrove {
 namespace {
 
-using builder::fx_chain_text;
+using namespace builder;
 
 /// The line that a chain teaches for the code "MakePrd1"; behind it what is off, if anything.
 std::string taught(const std::string& text) {

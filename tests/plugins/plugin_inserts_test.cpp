@@ -11,10 +11,7 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
-using builder::ByteWriter;
-using builder::SessionBuilder;
-using builder::TrackKind;
+using namespace builder;
 
 std::vector<PluginInsert> inserts_of(const Bytes& image) {
     return read_plugin_inserts(BlockIndex(ByteView(image)));
@@ -80,19 +77,19 @@ TEST(ReadPluginInserts, TheChunkLimitIsBelievedOnlyInFrontOfZeros) {
         SCOPED_TRACE(c.what);
         ByteWriter payload;
         payload.u32(1).u32(c.state_bytes).pad_to(c.payload_bytes - 1).u8(c.last_byte);
-        Bytes image = builder::block(0x1038, payload.bytes());
+        Bytes image = block(0x1038, payload.bytes());
         image.resize(image.size() + 16);
         const auto inserts = inserts_of(image);
         ASSERT_EQ(inserts.size(), 1U);
         EXPECT_EQ(inserts[0].chunkLimit, c.limit);
     }
-    Bytes cut = builder::block(0x1038, Bytes(23));
+    Bytes cut = block(0x1038, Bytes(23));
     EXPECT_EQ(cut.size(), 32U);
     EXPECT_TRUE(inserts_of(cut).empty()) << "the image ends in front of the text";
 }
 
 TEST(ReadPluginInserts, WithoutASlotTheActiveByteStillCounts) {
-    const Bytes block = builder::plugin_settings_block({});
+    const Bytes block = plugin_settings_block({});
     const auto off = inserts_of(ByteWriter().raw(block).u8(0).bytes());
     ASSERT_EQ(off.size(), 1U);
     EXPECT_TRUE(off[0].inactive);
@@ -113,8 +110,8 @@ TEST(ReadPluginInserts, PresetNamesStandBehindTheirTag) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        const Bytes chunk = builder::plugin_chunk("DigiTest", "dflt", "", c.payload);
-        const auto inserts = inserts_of(builder::plugin_settings_block({.state = chunk}));
+        const Bytes chunk = plugin_chunk("DigiTest", "dflt", "", c.payload);
+        const auto inserts = inserts_of(plugin_settings_block({.state = chunk}));
         ASSERT_EQ(inserts.size(), 1U);
         EXPECT_EQ(inserts[0].presetName, c.name);
     }
@@ -131,7 +128,7 @@ TEST(ReadPluginInserts, ADeepNestOfBlocksIsNotSearchedOverAndOver) {
 }
 
 TEST(ReadPluginInserts, DamageLeavesPlacesInsideTheBlocks) {
-    builder::for_each_damage(session_with_inserts(), 29, [](const Bytes& image) {
+    for_each_damage(session_with_inserts(), 29, [](const Bytes& image) {
         for (const auto& insert : inserts_of(image)) {
             ASSERT_LE(insert.chunkLimit, image.size());
             ASSERT_LE(insert.chunkOffset + insert.chunkSize, insert.chunkLimit);
@@ -142,8 +139,8 @@ TEST(ReadPluginInserts, DamageLeavesPlacesInsideTheBlocks) {
 
 TEST(ReadPluginInserts, TheHostIsTheSmallestAudioRowAndTheSlotStandsBehindTheState) {
     const auto host_of = [](std::uint16_t outer, std::uint16_t inner) {
-        const Bytes settings = builder::plugin_settings_block({});
-        const Bytes image = builder::block(outer, builder::block(inner, settings));
+        const Bytes settings = plugin_settings_block({});
+        const Bytes image = block(outer, block(inner, settings));
         return inserts_of(image).at(0).hostStart;
     };
     EXPECT_EQ(host_of(0x261b, 0x2621), 0U);
@@ -151,10 +148,8 @@ TEST(ReadPluginInserts, TheHostIsTheSmallestAudioRowAndTheSlotStandsBehindTheSta
     EXPECT_EQ(host_of(0x261b, 0x261b), 9U);
     // 65535 means that there is none.
     for (const std::uint16_t key : {std::uint16_t{65534}, std::uint16_t{65535}}) {
-        const Bytes image = ByteWriter()
-                                .raw(builder::insert_slot({.padding = 9, .key_input = key}))
-                                .zeros(9)
-                                .bytes();
+        const Bytes image =
+            ByteWriter().raw(insert_slot({.padding = 9, .key_input = key})).zeros(9).bytes();
         EXPECT_EQ(inserts_of(image).at(0).keyInput, key == 65534 ? key : -1);
     }
     EXPECT_FALSE(strip_rows_of(std::vector<PluginInsert>(1), std::vector<StripRow>(1))[0])

@@ -9,15 +9,11 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
-using builder::ByteWriter;
-using builder::PluginLaneSpec;
-using builder::SessionBuilder;
+using namespace builder;
 
 /// The lanes of a plug-in with this one behind it.
 std::vector<PluginLane> lanes_of(const Bytes& lane) {
-    const Bytes image =
-        ByteWriter().raw(builder::plugin_settings_block({})).raw(lane).zeros(40).bytes();
+    const Bytes image = ByteWriter().raw(plugin_settings_block({})).raw(lane).zeros(40).bytes();
     return read_plugin_inserts(BlockIndex(ByteView(image))).at(0).lanes;
 }
 
@@ -34,7 +30,7 @@ TEST(PluginLanes, ValuesRunFromZeroToOneAndTicksFromTheOrigin) {
         SCOPED_TRACE(in_ticks);
         spec.in_ticks = in_ticks;
         if (in_ticks) spec.points[0].position = 3567587328 + 10;  // the origin's low bits
-        const auto lanes = lanes_of(builder::control_lane(spec));
+        const auto lanes = lanes_of(control_lane(spec));
         ASSERT_EQ(lanes.size(), 1U);
         EXPECT_EQ(lanes[0].name, "Thresh");
         EXPECT_EQ(lanes[0].index, 7U);
@@ -52,7 +48,7 @@ TEST(PluginLanes, ValuesRunFromZeroToOneAndTicksFromTheOrigin) {
     }
     PluginLaneSpec ride;
     for (int i = 0; i < 70000; ++i) ride.points.push_back({i * 10LL, i});
-    const auto rides = lanes_of(builder::control_lane(ride));
+    const auto rides = lanes_of(control_lane(ride));
     ASSERT_EQ(rides.size(), 1U);
     ASSERT_EQ(rides[0].points.size(), 70000U);
     EXPECT_EQ(rides[0].points.back().position, 699990);
@@ -66,13 +62,13 @@ TEST(PluginLanes, LimitsAreInclusive) {
                  {0, 1, false, false}, {5, 128, true, false},  {5, 0, true, false}};
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.name_bytes << ' ' << c.id_bytes);
-        const auto lanes = lanes_of(builder::control_lane(
+        const auto lanes = lanes_of(control_lane(
             {.name = std::string(c.name_bytes, 'n'), .id = std::string(c.id_bytes, '1')}));
         ASSERT_EQ(lanes.size(), c.is_lane ? 1U : 0U);
         if (!c.is_lane) continue;
         EXPECT_EQ(lanes[0].id.empty(), !c.has_id);
     }
-    Bytes short_of_points = builder::control_lane({.points = {{0, 0}, {1, 0}}});
+    Bytes short_of_points = control_lane({.points = {{0, 0}, {1, 0}}});
     constexpr std::size_t lane_in_part = 10;
     constexpr std::size_t count_in_part = lane_in_part + 25;
     ASSERT_EQ(short_of_points[count_in_part], 2);
@@ -82,11 +78,11 @@ TEST(PluginLanes, LimitsAreInclusive) {
 
 TEST(PluginLanes, BelongToTheLastInsertInFrontOfThem) {
     ByteWriter image;
-    image.raw(builder::control_lane({.name = "nobody's"})).raw(builder::plugin_settings_block({}));
-    image.raw(builder::plugin_settings_block({}))
-        .raw(builder::control_lane({.name = "the second's"}))
-        .raw(builder::insert_slot({}))
-        .raw(builder::control_lane({.name = "behind the third's slot"}));
+    image.raw(control_lane({.name = "nobody's"})).raw(plugin_settings_block({}));
+    image.raw(plugin_settings_block({}))
+        .raw(control_lane({.name = "the second's"}))
+        .raw(insert_slot({}))
+        .raw(control_lane({.name = "behind the third's slot"}));
     const auto inserts = read_plugin_inserts(BlockIndex(ByteView(image.bytes())));
     ASSERT_EQ(inserts.size(), 3U);
     EXPECT_TRUE(inserts[2].lanes.empty());
@@ -101,8 +97,7 @@ TEST(PluginNames, BothFormsOfTheCodeAreReadAndTheFirstNameCounts) {
     SessionBuilder session;
     session.plugin_name({.name = "EQ Seven", .code = "Digi47e3", .build = "eq7m"});
     session.plugin_name({.name = "Other", .code = "Digi47e3", .build = "eq7s"});
-    session.top_level(
-        builder::plugin_name_record_later_code({.name = "L\xc3\xa4ng", .code = "AbcdEfgh"}));
+    session.top_level(plugin_name_record_later_code({.name = "L\xc3\xa4ng", .code = "AbcdEfgh"}));
     const auto names = [](const Bytes& image) {
         return read_plugin_names(BlockIndex(ByteView(image)));
     };
@@ -111,8 +106,7 @@ TEST(PluginNames, BothFormsOfTheCodeAreReadAndTheFirstNameCounts) {
                                              {"AbcdEfgh", "L\xc3\xa4ng"},
                                              {"Digi47e3", "EQ Seven"}}));
     const auto named = [&](std::size_t count) {
-        return names(
-            builder::plugin_name_record({.name = std::string(count, 'n'), .code = "AbcdEfgh"}));
+        return names(plugin_name_record({.name = std::string(count, 'n'), .code = "AbcdEfgh"}));
     };
     EXPECT_EQ(named(60)[0].first, "AbcdEfgh");
     EXPECT_TRUE(named(61).empty());
@@ -121,7 +115,7 @@ TEST(PluginNames, BothFormsOfTheCodeAreReadAndTheFirstNameCounts) {
     const auto record = [&](std::size_t payload_bytes) {
         ByteWriter payload;
         payload.u8(4).counted("\x01\x02").counted("EQ").raw("dcbAhgfE").pad_to(payload_bytes);
-        return names(ByteWriter().raw(builder::block(0x1017, payload.bytes())).zeros(9).bytes());
+        return names(ByteWriter().raw(block(0x1017, payload.bytes())).zeros(9).bytes());
     };
     EXPECT_EQ(record(3998), (Names{{"AbcdEfgh", "EQ"}}));
     EXPECT_TRUE(record(3999).empty());

@@ -9,30 +9,25 @@
 namespace tanrove {
 namespace {
 
-using builder::bare_state;
-using builder::Bytes;
-using builder::ByteWriter;
-using builder::plugin_chunk;
-using builder::preset_chunk;
+using namespace builder;
 
 constexpr std::size_t block_at = 16;  // of the one settings block in these images
 constexpr std::size_t payload_at = block_at + 73;
 const Bytes noise(100, 0x81);
 
 PluginInsert read_state(const Bytes& state, std::size_t padding = 0) {
-    const Bytes image =
-        ByteWriter()
-            .zeros(block_at)
-            .raw(builder::plugin_settings_block({.state = state, .padding = padding}))
-            .u8(1)
-            .bytes();
+    const Bytes image = ByteWriter()
+                            .zeros(block_at)
+                            .raw(plugin_settings_block({.state = state, .padding = padding}))
+                            .u8(1)
+                            .bytes();
     const auto inserts = read_plugin_inserts(BlockIndex(ByteView(image)));
     EXPECT_EQ(inserts.size(), 1U);
     return inserts.empty() ? PluginInsert() : inserts.front();
 }
 
 TEST(TaggedContainers, EachTagTellsPlaceAndSize) {
-    auto cases = builder::tagged_containers();
+    auto cases = tagged_containers();
     const auto add = [&](std::uint32_t kind, const ByteWriter& payload, std::size_t size) {
         cases.push_back({kind, payload.bytes(), 0, size});
     };
@@ -54,7 +49,7 @@ TEST(TaggedContainers, EachTagTellsPlaceAndSize) {
 }
 
 TEST(TaggedContainers, OnesThatBreakTheirLimitsEndTheSearchOrAreNone) {
-    const Bytes list = builder::whole_control("Mode", 1, 8);
+    const Bytes list = whole_control("Mode", 1, 8);
     const auto zlib = [](std::uint32_t counted, std::uint32_t unpacked) {
         return ByteWriter().u32(counted).u32(unpacked).u16(0x9c78).zeros(30);
     };
@@ -109,9 +104,9 @@ TEST(PresetTree, NamesThePluginOfTheShell) {
 
 TEST(ControlList, TheSpacingWithMostValuesWinsAndTheStartIsBounded) {
     const Bytes list = ByteWriter()
-                           .raw(builder::real_control("Gain", 0.5, 12))
-                           .raw(builder::whole_control("Mode", -3, 12))
-                           .raw(builder::real_control("Pan", 1e30, 12))
+                           .raw(real_control("Gain", 0.5, 12))
+                           .raw(whole_control("Mode", -3, 12))
+                           .raw(real_control("Pan", 1e30, 12))
                            .bytes();
     for (const std::size_t in_front : {std::size_t{8}, std::size_t{9}}) {
         SCOPED_TRACE(in_front);
@@ -123,7 +118,7 @@ TEST(ControlList, TheSpacingWithMostValuesWinsAndTheStartIsBounded) {
         EXPECT_EQ(insert.controlValues, is_near ? values : std::vector<float>());
         EXPECT_EQ(insert.chunkOffset, is_near ? payload_at + in_front : 0);
     }
-    const Bytes beyond = builder::real_control("Gain", 1.1e30, 8);
+    const Bytes beyond = real_control("Gain", 1.1e30, 8);
     EXPECT_EQ(read_state(bare_state(beyond)).containerKind, ContainerKind::none);
 }
 
@@ -134,8 +129,8 @@ Bytes value_map() {
     return plugin_chunk(code, "elck", "",
                         ByteWriter()
                             .zeros(4)
-                            .raw(builder::real_control("EQ Gain", -6.5, 12))
-                            .raw(builder::whole_control("Type", 2, 8))
+                            .raw(real_control("EQ Gain", -6.5, 12))
+                            .raw(whole_control("Type", 2, 8))
                             .raw("d_Cut")
                             .zeros(4)
                             .bytes());
@@ -157,7 +152,7 @@ TEST(ElckChain, MapAndStatesBehindIt) {
     EXPECT_EQ(insert.elckOffset, block_at + 17 + value_map().size() + 96 + 87 + 56);
     EXPECT_EQ(insert.elckHow, elck_how);
 
-    const Bytes image = builder::plugin_settings_block({.state = chain});
+    const Bytes image = plugin_settings_block({.state = chain});
     const auto values = read_elck_map(ByteView(image), 0, image.size());
     EXPECT_EQ(values, (std::map<std::string, double>{{"EQ Gain", -6.5}, {"Type", 2}}));
 }
@@ -169,8 +164,7 @@ TEST(ElckChain, GivesTheControlsOfPlugInsThatStoreNothingElse) {
         records.zeros(4);
         for (int i = 0; i < count; ++i) {
             const std::string name(static_cast<std::size_t>(1 + i % 5), 'a');
-            records.raw(
-                builder::real_control(name, i + 1 < count ? i : last, (name.size() + 6) / 4 * 4));
+            records.raw(real_control(name, i + 1 < count ? i : last, (name.size() + 6) / 4 * 4));
         }
         return read_state(plugin_chunk(code, "elck", "", records.bytes())).controlValues;
     };
@@ -225,7 +219,7 @@ TEST(Scoring, FindsStatesInWholeBlocks) {
     std::string lines;
     for (int i = 0; i < 60; ++i) lines += "line\n";
     const Bytes unsized =
-        builder::block(0x1038, ByteWriter().zeros(16).raw(code).u8(0x81).raw(lines).bytes());
+        block(0x1038, ByteWriter().zeros(16).raw(code).u8(0x81).raw(lines).bytes());
     const auto plain = read_plugin_inserts(BlockIndex(ByteView(unsized))).at(0);
     EXPECT_EQ(plain.how, "text (no tag)");
     EXPECT_EQ(plain.chunkOffset, 33U);

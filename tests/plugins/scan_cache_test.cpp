@@ -15,6 +15,8 @@
 namespace tanrove {
 namespace {
 
+using namespace builder;
+
 /// An entry as a project would name it, with its file; "-" where the line gives none.
 std::string as_named(const std::vector<ScanEntry>& entries) {
     std::string lines;
@@ -119,16 +121,16 @@ TEST(ScanPlaces, AreTriedInTheirOrderAndTheFirstWithAPluginIsTaken) {
     EXPECT_EQ(candidates[10], "s/reaper-vstplugins_aarch64.ini");
     EXPECT_EQ(vst_list_candidates({}).size(), 4U);
 
-    builder::TempFolder folder;
+    TempFolder folder;
     folder.enter();
     std::filesystem::create_directories("home/.config/REAPER");
-    ASSERT_TRUE(builder::write_file_text("empty.ini", "[vstcache]\n"));
-    ASSERT_TRUE(builder::write_file_text("home/.config/REAPER/reaper-vstplugins64.ini",
-                                         "a=0,7,A\nb=0,8,B\n"));
-    ASSERT_TRUE(builder::write_file_text("home/.config/REAPER/reaper-clap-win64.ini", "[x]\n"));
-    ASSERT_TRUE(builder::write_file_text("home/.config/REAPER/reaper-clap-linux-x86_64.ini",
-                                         "[c]\nid=0|C\n"));
-    ASSERT_TRUE(builder::write_file_text("reaper-clap-win64.ini", "[c]\nother=0|Other\n"));
+    ASSERT_TRUE(write_file_text("empty.ini", "[vstcache]\n"));
+    ASSERT_TRUE(
+        write_file_text("home/.config/REAPER/reaper-vstplugins64.ini", "a=0,7,A\nb=0,8,B\n"));
+    ASSERT_TRUE(write_file_text("home/.config/REAPER/reaper-clap-win64.ini", "[x]\n"));
+    ASSERT_TRUE(
+        write_file_text("home/.config/REAPER/reaper-clap-linux-x86_64.ini", "[c]\nid=0|C\n"));
+    ASSERT_TRUE(write_file_text("reaper-clap-win64.ini", "[c]\nother=0|Other\n"));
     const ScanCache cache = load_scan_cache({.given_path = "empty.ini", .home = "home"});
     EXPECT_EQ(cache.path, "home/.config/REAPER/reaper-vstplugins64.ini");
     ASSERT_EQ(cache.entries.size(), 3U);

@@ -13,6 +13,8 @@
 namespace tanrove {
 namespace {
 
+using namespace builder;
+
 using std::size_t;
 
 /// Scores the block of `block` bytes at `first`, whose chunk limit is `limit`; `b` is the image up
@@ -104,15 +106,14 @@ TEST(ScoreState, AgreesWithASearchThatTriesEverything) {
     const char* const pieces[] = {"RIFF", "FFBS", "x\x9c", "{\"a}\\\"", "}", "#AMS", "VC2!", "{{"};
     std::map<std::string, int> found;
     for (int round = 0; round < 1500; ++round) {
-        builder::Bytes bytes(98, 0x81);  // which is no name of a chunk
+        Bytes bytes(98, 0x81);  // which is no name of a chunk
         while (bytes.size() < 110 + random() % 900) {
             const auto start = static_cast<std::ptrdiff_t>(random() % bytes.size());
-            const builder::Bytes copy(bytes.begin() + start, bytes.end());
+            const Bytes copy(bytes.begin() + start, bytes.end());
             const std::string run(random() % 150, "aaa\0\x81"[random() % 5]);
-            const builder::Bytes ways[] = {
-                copy, builder::ByteWriter().u32(random() % 300).bytes(),
-                builder::ByteWriter().raw(pieces[random() % std::size(pieces)]).bytes(),
-                builder::ByteWriter().raw(run).bytes()};
+            const Bytes ways[] = {copy, ByteWriter().u32(random() % 300).bytes(),
+                                  ByteWriter().raw(pieces[random() % std::size(pieces)]).bytes(),
+                                  ByteWriter().raw(run).bytes()};
             const auto& more = ways[random() % std::size(ways)];
             bytes.insert(bytes.end(), more.begin(), more.end());
         }

@@ -15,8 +15,7 @@ namespace tanrove {
 namespace {
 
 using namespace std::string_literals;
-using builder::Bytes;
-using builder::ByteWriter;
+using namespace builder;
 using Kind = ContainerKind;
 
 constexpr std::size_t state_at = 64;
@@ -359,24 +358,23 @@ TEST(TranslateSettings, ChainsOfSectionsAreCutToWhatTheBuildLoads) {
 
 /// The settings of a block with this chain, its places as the reader of inserts finds them.
 std::string chain_settings(const Bytes& chain, const PluginTableRow& row) {
-    const Bytes image =
-        ByteWriter().raw(builder::plugin_settings_block({.state = chain})).u8(1).bytes();
+    const Bytes image = ByteWriter().raw(plugin_settings_block({.state = chain})).u8(1).bytes();
     const auto inserts = read_plugin_inserts(BlockIndex(ByteView(image)));
     if (inserts.size() != 1 || inserts.front().containerKind != Kind::control_values) return "none";
     return translate_settings(inserts.front(), row, ByteView(image), {}).state;
 }
 
 TEST(TranslateSettings, ChunksBehindAMapOfControls) {
-    const std::string code = builder::InsertSpec().code;
+    const std::string code = InsertSpec().code;
     const auto chunk = [&](const std::string& tag, const std::string& payload) {
-        return builder::plugin_chunk(code, tag, "", Bytes(payload.begin(), payload.end()));
+        return plugin_chunk(code, tag, "", Bytes(payload.begin(), payload.end()));
     };
-    const Bytes map = builder::plugin_chunk(code, "elck", "",
-                                            ByteWriter()
-                                                .zeros(4)
-                                                .raw(builder::real_control("AB", 0.5, 4))
-                                                .raw(builder::real_control("CD", 1e300, 4))
-                                                .bytes());
+    const Bytes map = plugin_chunk(code, "elck", "",
+                                   ByteWriter()
+                                       .zeros(4)
+                                       .raw(real_control("AB", 0.5, 4))
+                                       .raw(real_control("CD", 1e300, 4))
+                                       .bytes());
     const std::string one(40, '\x81');
     const Bytes single = ByteWriter().raw(map).raw(chunk("one.", one)).bytes();
     EXPECT_EQ(chain_settings(single, vst2), one);

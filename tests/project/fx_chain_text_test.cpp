@@ -19,11 +19,7 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
-using builder::ByteWriter;
-using builder::InsertSpec;
-using builder::PluginLaneSpec;
-using builder::ReadSlot;
+using namespace builder;
 
 struct Build {
     const char* fx_name;
@@ -43,7 +39,7 @@ struct Written {
 /// Reads the insert from its bytes, and writes it for this build on a stereo track.
 Written write_insert(const InsertSpec& spec, const Build& build, const TempoMap& tempo = {},
                      const ParameterNames& names = {}) {
-    const Bytes image = ByteWriter().raw(builder::insert_slot(spec)).zeros(64).bytes();
+    const Bytes image = ByteWriter().raw(insert_slot(spec)).zeros(64).bytes();
     const auto inserts = read_plugin_inserts(BlockIndex(ByteView(image)));
     PluginTableRow row;
     row.code = insert_key(inserts.at(0));
@@ -96,9 +92,7 @@ struct StateCase {
 std::vector<StateCase> random_states(std::mt19937& random) {
     const std::string text = random_text(random, 40 + random() % 3000);
     const auto size = text.size();
-    const auto bare = [](const ByteWriter& payload) {
-        return builder::bare_state(payload.bytes());
-    };
+    const auto bare = [](const ByteWriter& payload) { return bare_state(payload.bytes()); };
     const std::string tree =
         "<PresetChunkXMLTree><PluginSubComp>WQ10</PluginSubComp>" + text + "</PresetChunkXMLTree>";
     const std::string archive = "22 serialization::archive" + text;
@@ -108,12 +102,12 @@ std::vector<StateCase> random_states(std::mt19937& random) {
     for (std::size_t i = 0; i < 3 + random() % 40; ++i) {
         const float value =
             std::bit_cast<float>(0x3f000000U + static_cast<unsigned>(random() % 99));
-        controls.raw(builder::real_control("AB", static_cast<double>(value), 4));
+        controls.raw(real_control("AB", static_cast<double>(value), 4));
         floats.f32(value);
     }
     const std::string code = "MakrPrd1", program = "FabFPrd1";
     const auto chunk = [&](const std::string& of, const std::string& tag, const Bytes& payload) {
-        return builder::plugin_chunk(of, tag, "", payload);
+        return plugin_chunk(of, tag, "", payload);
     };
     const Bytes payload = ByteWriter().u8(0x81).raw(text).bytes();
     const Bytes float_bytes = floats.bytes();
@@ -139,7 +133,7 @@ std::vector<StateCase> random_states(std::mt19937& random) {
         {6, bare(ByteWriter().raw("/*@Meta ").raw(text)), text},
         {7, bare(ByteWriter().u32(0x0085988d).u32(0).u32(size).raw(text)), text},
         {8, bare(ByteWriter().u32(1).u32(2).u32(size + 6).u32(9999).u16(0x9c78).raw(text)), text},
-        {9, bare(ByteWriter().raw(builder::preset_chunk(tree))), text},
+        {9, bare(ByteWriter().raw(preset_chunk(tree))), text},
         {10, bare(ByteWriter().raw("{\n\tindex = ").raw(text).raw("}")), text},
         {11,
          bare(ByteWriter().u32(archive.size() + 64).raw(archive).zeros(64).zeros(4).raw(archive)),
@@ -160,7 +154,7 @@ TEST(FxChainText, HoldsTheSessionsBytesOfEveryKindForEveryBuild) {
                 const bool is_kept =
                     is_clap ? c.under_clap : (is_vst3 ? c.under_vst3 : c.under_vst2);
                 const Written written = write_insert({.code = c.code, .state = c.state}, build);
-                const auto slots = builder::read_fx_slots(written.text);
+                const auto slots = read_fx_slots(written.text);
                 ASSERT_EQ(slots.size(), 1U);
                 const ReadSlot& slot = slots[0];
                 EXPECT_EQ(slot.state.empty(), !is_kept);
@@ -210,9 +204,9 @@ std::set<std::pair<std::string, std::string>> orders(const std::vector<ReadSlot>
 
 TEST(FxChainText, HasTheLinesOfASlotInReapersOrder) {
     const PluginLaneSpec lane = {.points = {{0, 0}}};
-    const auto written = builder::read_fx_slots(
-        write_insert({.code = "MakrPrd1", .lanes = {lane}}, vst2).text +
-        write_insert({.code = "MakrPrd1", .state = builder::bare_state({})}, vst2).text);
+    const auto written =
+        read_fx_slots(write_insert({.code = "MakrPrd1", .lanes = {lane}}, vst2).text +
+                      write_insert({.code = "MakrPrd1", .state = bare_state({})}, vst2).text);
     ASSERT_EQ(written.size(), 2U);
     EXPECT_EQ(written[0].lines, (std::vector<std::string>{"BYPASS", "<VST", "FLOATPOS", "FXID",
                                                           "<PARMENV", "PINFLAGS", "WAK"}));
@@ -223,7 +217,7 @@ TEST(FxChainText, HasTheLinesOfASlotInReapersOrder) {
           "chains/soundboard_au_macos.RTrackTemplate", "chains/soundboard_vst3i_win.RTrackTemplate",
           "chains/studiolink_and_soundboard_win.RPP"}) {
         TANROVE_REAL_REAPER_TEXT(real, file);
-        const auto slots = builder::read_fx_slots(real);
+        const auto slots = read_fx_slots(real);
         ASSERT_FALSE(slots.empty());
         const auto reapers = orders(slots);
         for (const auto& [first, second] : orders(written)) {
@@ -293,7 +287,7 @@ TEST(FxChainText, AutomationIsWhereTheSessionHasIt) {
             const TempoMap tempo = {{0, 120}, {change, 60}};
             const auto written =
                 write_insert({.code = c.code, .lanes = {lane}}, vst2, tempo, names);
-            const auto slots = builder::read_fx_slots(written.text);
+            const auto slots = read_fx_slots(written.text);
             ASSERT_EQ(slots.size(), 1U);
             ASSERT_EQ(slots[0].envelopes.size(), 1U);
             const auto& read = slots[0].envelopes[0];
@@ -326,7 +320,7 @@ TEST(FxChainText, EveryLaneHasAParameterOfItsOwn) {
     }
     const Written written = write_insert(spec, vst2);
     std::string parameters;
-    const auto slots = builder::read_fx_slots(written.text);
+    const auto slots = read_fx_slots(written.text);
     for (const auto& envelope : slots.at(0).envelopes) {
         parameters += envelope.parameter + (envelope.active ? " " : "? ");
     }

@@ -15,7 +15,7 @@
 namespace tanrove {
 namespace {
 
-using builder::ReadMidiEvent;
+using namespace builder;
 
 constexpr auto origin = static_cast<std::int64_t>(tick_origin);
 
@@ -141,7 +141,7 @@ std::vector<ReadMidiEvent> written(const MidiItem& item, const MidiTrackSettings
         TextSink out(text);
         write_midi_item(out, item, settings);
     }
-    const auto project = builder::read_project(text + ">\n>\n");
+    const auto project = read_project(text + ">\n>\n");
     EXPECT_TRUE(project.closed);
     return project.tracks.at(0).items.at(0).midi;
 }

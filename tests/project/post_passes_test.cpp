@@ -18,6 +18,8 @@
 namespace tanrove {
 namespace {
 
+using namespace builder;
+
 const std::string head = "<REAPER_PROJECT 0.1 \"7.0\" 0\n  MASTER_VOLUME 0.500000000 0.000000 -1\n";
 const std::string envelope =
     "  MASTERAUTOMODE 1\n  <MASTERVOLENV2\n    ACT 1 -1\n    ARM 0\n    PT 0 0.5 0\n  >\n";
@@ -128,7 +130,7 @@ TEST(MasterPass, LeavesWhatItDoesNotExpect) {
 class PostPasses : public testing::Test {
 protected:
     const std::string text_ = head + track(1, "a", to_master) + track(70000, "v", "") + ">\n";
-    builder::TempFolder folder_;
+    TempFolder folder_;
     const std::string path_ = folder_ / "song.rpp";
 };
 
@@ -150,15 +152,15 @@ TEST_F(PostPasses, KeepTheProjectWhereverTheDiskFails) {
     faults[3].second.rename = [](const char*, const char*) { return -1; };
     for (const auto& [what, disk] : faults) {
         SCOPED_TRACE(what);
-        ASSERT_TRUE(builder::write_file_text(path_, text_));
+        ASSERT_TRUE(write_file_text(path_, text_));
         EXPECT_FALSE(move_video_tracks_first(path_, 1, disk));
         EXPECT_EQ(give_master_its_track(path_, {.name = "M"}, disk), 0U);
-        EXPECT_EQ(builder::file_text(path_), text_);
+        EXPECT_EQ(file_text(path_), text_);
         EXPECT_EQ(folder_.file_count(), 1U);
     }
     EXPECT_TRUE(move_video_tracks_first(path_, 1, real_disk()));
     EXPECT_EQ(give_master_its_track(path_, {.name = "M"}, real_disk()), 1U);
-    EXPECT_NE(builder::file_text(path_).find(guid(72000)), std::string::npos);
+    EXPECT_NE(file_text(path_).find(guid(72000)), std::string::npos);
 }
 
 /// A disk that a signal hits before its step of this number.
@@ -186,16 +188,16 @@ TEST_F(PostPasses, ASignalAtAnyStepLeavesTheFormerProjectOrTheWholeNewOne) {
                give_master_its_track(*temporary, {.name = "M"}, disk) == 1 && file.put_in_place();
     };
     ASSERT_TRUE(convert(real_disk()));
-    const std::string whole = builder::file_text(path_);
+    const std::string whole = file_text(path_);
     int kept = 0;
     for (int step = 0, ended = 1; ended != 0; ++step) {
         SCOPED_TRACE(step);
-        ASSERT_TRUE(builder::write_file_text(path_, "former"));
-        ended = builder::in_child([&] {
+        ASSERT_TRUE(write_file_text(path_, "former"));
+        ended = in_child([&] {
             int steps_left = step;
             return convert(disk_hit_at(steps_left)) ? 0 : 2;
         });
-        const std::string text = builder::file_text(path_);
+        const std::string text = file_text(path_);
         EXPECT_EQ(folder_.file_count(), 1U);
         EXPECT_TRUE(text == (ended == 0 ? whole : "former")) << text;
         kept += text == "former" ? 1 : 0;

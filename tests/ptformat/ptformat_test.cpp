@@ -15,12 +15,7 @@
 namespace tanrove {
 namespace {
 
-using builder::AudioFileSpec;
-using builder::Bytes;
-using builder::ByteWriter;
-using builder::Cipher;
-using builder::OldSessionSpec;
-using builder::SessionBuilder;
+using namespace builder;
 
 constexpr std::uint8_t some_step = 0x4d;
 
@@ -30,7 +25,7 @@ Bytes image_of(const PTFFormat& format) {
 }
 
 int load_image(PTFFormat& format, const Bytes& image, std::int64_t target_rate = 48000) {
-    return format.load_bytes(builder::encrypted(image, Cipher::ptx, some_step), target_rate);
+    return format.load_bytes(encrypted(image, Cipher::ptx, some_step), target_rate);
 }
 
 OldSessionSpec old_song() {
@@ -45,13 +40,12 @@ OldSessionSpec old_song() {
 }
 
 TEST(PTFFormat, DecryptsBothCiphersWithEveryStep) {
-    const Bytes plain =
-        SessionBuilder().top_level(builder::block(0x7777, Bytes(9000, 0xa5))).image();
+    const Bytes plain = SessionBuilder().top_level(block(0x7777, Bytes(9000, 0xa5))).image();
     PTFFormat format;
     for (const Cipher cipher : {Cipher::ptx, Cipher::old_sessions}) {
         for (unsigned step = 0; step < 256; ++step) {
             SCOPED_TRACE(testing::Message() << static_cast<int>(cipher) << " step " << step);
-            const Bytes file = builder::encrypted(plain, cipher, static_cast<std::uint8_t>(step));
+            const Bytes file = encrypted(plain, cipher, static_cast<std::uint8_t>(step));
             ASSERT_EQ(format.load_bytes(file, 48000), PTFFormat::load_ok);
             Bytes image = image_of(format);
             ASSERT_EQ(image.size(), plain.size());
@@ -85,11 +79,11 @@ TEST(PTFFormat, RefusesWhatIsNoSession) {
         {"random bytes", Bytes(5000, 0x35), -1, false},
         {"the other cipher, which leaves noise", with(18, 1), -2, true},
     };
-    builder::TempFolder folder;
+    TempFolder folder;
     const std::string path = folder / "song.ptx";
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        ASSERT_TRUE(builder::write_file_text(path, std::string(c.file.begin(), c.file.end())));
+        ASSERT_TRUE(write_file_text(path, std::string(c.file.begin(), c.file.end())));
         PTFFormat format;
         EXPECT_EQ(format.load(path, 48000), c.result);
         EXPECT_EQ(format.image() != nullptr, c.has_image);
@@ -168,9 +162,9 @@ TEST(PTFFormat, RefusesAFileListWhoseCountsPassItsBlock) {
     const auto session = [](const ByteWriter& entries) {
         const Bytes list = ByteWriter().u32(5).block(0x103a, entries.bytes()).bytes();
         return ByteWriter()
-            .raw(builder::file_header(false))
-            .raw(builder::opening_blocks(10))
-            .raw(builder::settings_block({}))
+            .raw(file_header(false))
+            .raw(opening_blocks(10))
+            .raw(settings_block({}))
             .block(0x1004, list)
             .bytes();
     };
@@ -209,7 +203,7 @@ TEST(PTFFormat, ReadsOldSessionsOfBothByteOrdersAndPlaylistKinds) {
             song.big_endian = big_endian;
             song.newer_playlists = newer_playlists;
             PTFFormat format;
-            ASSERT_EQ(load_image(format, builder::old_session_image(song)), 0);
+            ASSERT_EQ(load_image(format, old_session_image(song)), 0);
             EXPECT_EQ(format.version(), 12);
             EXPECT_EQ(files_of(format), "drums.aif 0 96000 48000; bass.aif 1 70000 44100; ");
             ASSERT_EQ(format.regions().size(), 2U);
@@ -232,7 +226,7 @@ TEST(PTFFormat, ReadsMidiClipsInTicks) {
         OldSessionSpec song = old_song();
         song.big_endian = big_endian;
         PTFFormat format;
-        ASSERT_EQ(load_image(format, builder::old_session_image(song), 96000), 0);
+        ASSERT_EQ(load_image(format, old_session_image(song), 96000), 0);
         const auto& regions = format.midi_regions();
         ASSERT_EQ(regions.size(), 2U);
         EXPECT_EQ(regions[0].name, "keys");
@@ -249,7 +243,7 @@ TEST(PTFFormat, ScalesPositionsToTheTargetRate) {
     song.regions = {{"r", 441, 88200, 0}};
     song.tracks = {{"T", {0}, {{0, 22050}, {0, 0x00ffffffffffff}}}};
     song.newer_playlists = true;
-    const Bytes image = builder::old_session_image(song);
+    const Bytes image = old_session_image(song);
     const struct {
         std::int64_t target, offset, length, start, far;
     } cases[] = {
@@ -294,7 +288,7 @@ TEST(PTFFormat, AnswersEveryCutAndEveryFlippedByte) {
     for (const bool big_endian : {false, true}) {
         OldSessionSpec song = old_song();
         song.big_endian = big_endian;
-        const Bytes image = builder::old_session_image(song);
+        const Bytes image = old_session_image(song);
         for (std::size_t size = 20; size < image.size(); ++size) {
             SCOPED_TRACE(testing::Message() << "cut at " << size);
             expect_clear_answer(Bytes(image.begin(), image.begin() + static_cast<long>(size)));
@@ -316,7 +310,7 @@ TEST(PTFFormat, ADamagedBlockCostsOnlyWhatItHolds) {
     const auto settings =
         std::search(image.begin() + 60, image.end(), needle.begin(), needle.end());
     ASSERT_NE(settings, image.end());
-    const Bytes noise = builder::block(0x1234, Bytes(50, 'Z'));
+    const Bytes noise = block(0x1234, Bytes(50, 'Z'));
     image.insert(settings, noise.begin() + 1, noise.end());  // a block whose marker is lost
     PTFFormat format;
     EXPECT_EQ(load_image(format, image), 0);
@@ -327,10 +321,10 @@ TEST(PTFFormat, ADamagedBlockCostsOnlyWhatItHolds) {
 TEST(PTFFormat, ALongNameOnManyClipsDoesNotMultiply) {
     OldSessionSpec song = old_song();
     song.newer_playlists = true;
-    song.tracks = {{std::string(400000, 'n'), {0}, std::vector<builder::OldClipSpec>(5000)}};
+    song.tracks = {{std::string(400000, 'n'), {0}, std::vector<OldClipSpec>(5000)}};
     song.files[0].name = std::string(400000, 'f');
     PTFFormat format;
-    ASSERT_EQ(load_image(format, builder::old_session_image(song)), 0);
+    ASSERT_EQ(load_image(format, old_session_image(song)), 0);
     ASSERT_EQ(format.tracks().size(), 5000U);
     EXPECT_EQ(format.tracks()[0].name, std::string(255, 'n'));
     EXPECT_EQ(format.tracks()[4999].name.data(), format.tracks()[0].name.data()) << "one copy";
@@ -355,7 +349,7 @@ TEST(PTFFormatOnRealSessions, FindsRatesVersionsAndFiles) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.session);
-        const std::string path = builder::real_session(c.session);
+        const std::string path = real_session(c.session);
         if (path.empty()) GTEST_SKIP() << "no real sessions on this machine";
         PTFFormat format;
         EXPECT_EQ(format.load(path, 48000), 0);
@@ -366,7 +360,7 @@ TEST(PTFFormatOnRealSessions, FindsRatesVersionsAndFiles) {
 }
 
 TEST(PTFFormatOnRealSessions, ReadsTheClipsOfABigEndianSession) {
-    const std::string path = builder::real_session("Fa_16_48.pts");
+    const std::string path = real_session("Fa_16_48.pts");
     if (path.empty()) GTEST_SKIP() << "no real sessions on this machine";
     PTFFormat format;
     ASSERT_EQ(format.load(path, 48000), 0);

@@ -21,11 +21,7 @@ namespace tanrove {
 namespace {
 
 namespace fs = std::filesystem;
-using builder::Bytes;
-using builder::file_text;
-using builder::SessionBuilder;
-using builder::TempFolder;
-using builder::write_file_text;
+using namespace builder;
 
 class Conversion : public testing::Test {
 protected:
@@ -50,8 +46,8 @@ protected:
         return options;
     }
     static SessionBuilder small_session() {
-        const builder::ClipSpec clip{.region = "Voice", .length = 48000};
-        builder::TrackSpec track{.name = "Voice", .clips = {clip, clip}};
+        const ClipSpec clip{.region = "Voice", .length = 48000};
+        TrackSpec track{.name = "Voice", .clips = {clip, clip}};
         track.clips[1].position = 96000;
         return SessionBuilder().audio_file({"Voice.wav", 48000, 0}).tempo(0, 90).track(track);
     }
@@ -66,7 +62,7 @@ private:
 /// What is left of a damaged session is told as what is left of a good one.
 TEST_F(Conversion, ASessionCutOrChangedAnywhereMakesAWholeProjectOrNone) {
     constexpr std::size_t places = 12;
-    for (const auto& [name, session] : builder::family_sessions()) {
+    for (const auto& [name, session] : family_sessions()) {
         const Bytes whole = session.image();
         for (std::size_t i = 0; i < 2 * places; ++i) {
             SCOPED_TRACE(name + " " + std::to_string(i));
@@ -78,15 +74,14 @@ TEST_F(Conversion, ASessionCutOrChangedAnywhereMakesAWholeProjectOrNone) {
                 bad[at] ^= 0xff;
             }
             fs::remove("Song.rpp");
-            ASSERT_TRUE(
-                write_bytes("Song.ptx", builder::encrypted(bad, builder::Cipher::ptx, 0x35)));
+            ASSERT_TRUE(write_bytes("Song.ptx", encrypted(bad, Cipher::ptx, 0x35)));
             const bool converts = convert(song()) == 0;
             const std::string project = file_text("Song.rpp");
-            EXPECT_EQ(converts, builder::read_project(project).closed);
+            EXPECT_EQ(converts, read_project(project).closed);
             EXPECT_EQ(converts, !said("Could not read:")) << result_.console_text;
             if (!converts) continue;
-            builder::expect_told_counts(project, result_.console_text, result_.report_text,
-                                        console_state().usage_body);
+            expect_told_counts(project, result_.console_text, result_.report_text,
+                               console_state().usage_body);
         }
     }
 }
@@ -94,16 +89,16 @@ TEST_F(Conversion, ASessionCutOrChangedAnywhereMakesAWholeProjectOrNone) {
 TEST_F(Conversion, AFlippedSizeWordIsToldAndTheRestConverts) {
     Bytes image = small_session().image();
     // The high byte of the size of the last top-level block.
-    image[image.size() - builder::session_index_block().size() + 6] ^= 0x40;
-    ASSERT_TRUE(write_bytes("Song.ptx", builder::encrypted(image, builder::Cipher::ptx, 0x35)));
+    image[image.size() - session_index_block().size() + 6] ^= 0x40;
+    ASSERT_TRUE(write_bytes("Song.ptx", encrypted(image, Cipher::ptx, 0x35)));
     EXPECT_EQ(convert(song()), 0);
     EXPECT_TRUE(said("THIS SESSION FILE")) << result_.console_text;
-    EXPECT_EQ(builder::read_project(file_text("Song.rpp")).track("Voice").items.size(), 2U);
+    EXPECT_EQ(read_project(file_text("Song.rpp")).track("Voice").items.size(), 2U);
 }
 
 TEST_F(Conversion, TheWordOfTheFirstBlockIsNoTypeWhateverItReadsAs) {
     SessionBuilder session = small_session();
-    session.top_level(builder::block(0x7777, Bytes(10000)));
+    session.top_level(block(0x7777, Bytes(10000)));
     std::string project;
     std::string account;
     for (const std::uint32_t word : {0U, 0x1028U, 0x1004U, 0x251aU, 0x1015U, 0x261bU}) {
@@ -139,7 +134,7 @@ TEST_F(Conversion, AProjectThatCannotBeWrittenIsSaidSo) {
 }
 
 TEST_F(Conversion, ListPrintsTheSessionAndWritesNothing) {
-    builder::TrackSpec renamed;
+    TrackSpec renamed;
     renamed.name = "Now\x1b[2J";
     renamed.original_name = "Audio 1";
     renamed.clips.resize(1);
@@ -162,7 +157,7 @@ TEST_F(Conversion, ListPrintsTheSessionAndWritesNothing) {
         << result_.console_text;
     // The name scan begins at the first clip track, so the strip rows give the table.
     SessionBuilder aux_first;
-    aux_first.track({.name = "Verb", .kind = builder::TrackKind::aux});
+    aux_first.track({.name = "Verb", .kind = TrackKind::aux});
     ASSERT_TRUE(aux_first.track({.name = "Voice", .clips = {{}}}).write("Song.ptx"));
     ASSERT_EQ(convert(options), 0);
     EXPECT_TRUE(said("table (2):\n     1  Verb\n     2  Voice\n")) << result_.console_text;
@@ -170,15 +165,15 @@ TEST_F(Conversion, ListPrintsTheSessionAndWritesNothing) {
 }
 
 TEST_F(Conversion, ASessionOfTheOtherByteOrderComesFromTheLibrarysLists) {
-    builder::OldSessionSpec old;
+    OldSessionSpec old;
     old.big_endian = old.newer_playlists = true;
     old.files = {{"drums.aif", 96000, 0}, {"bass.aif", 48000, 0}};
     old.regions = {{"drums", 0, 96000, 0}, {"bass-01", 4800, 24000, 1}};
     old.tracks = {{"Drums", {0}, {{0, 0}, {0, 144000}}}, {"Bass", {1}, {{1, 48000}}}};
-    const Bytes image = builder::old_session_image(old);
-    ASSERT_TRUE(write_bytes("Song.ptx", builder::encrypted(image, builder::Cipher::ptx, 0x35)));
+    const Bytes image = old_session_image(old);
+    ASSERT_TRUE(write_bytes("Song.ptx", encrypted(image, Cipher::ptx, 0x35)));
     ASSERT_EQ(convert(song()), 0) << result_.console_text;
-    const auto project = builder::read_project(file_text("Song.rpp"));
+    const auto project = read_project(file_text("Song.rpp"));
     EXPECT_EQ(project.track("Drums").items.size(), 2U);
     ASSERT_EQ(project.track("Bass").items.size(), 1U);
     const auto bass = project.track("Bass").items[0];
@@ -191,7 +186,7 @@ TEST_F(Conversion, TempoEventsAndTheOptionMakeTheProjectsTempo) {
     constexpr std::int64_t beat = 960000;
     const std::string at_60 = "0.0000000000 60.000000 1 262147 0 1";
     const struct {
-        std::vector<builder::TempoSpec> events;
+        std::vector<TempoSpec> events;
         double option;
         std::vector<std::string> lines;  ///< the project's tempo, then its events
         const char* words;
@@ -228,7 +223,7 @@ TEST_F(Conversion, TempoEventsAndTheOptionMakeTheProjectsTempo) {
         options.tempo_override = c.option;
         options.overwrite = true;
         ASSERT_EQ(convert(options), 0);
-        const auto project = builder::read_project(file_text("Song.rpp"));
+        const auto project = read_project(file_text("Song.rpp"));
         auto lines = project.head_lines("TEMPO");
         for (const auto& event : project.head_lines("PT")) lines.push_back(event);
         EXPECT_EQ(lines, c.lines);
@@ -285,15 +280,15 @@ TEST_F(Conversion, EditsThatMelodyneKeepsBesideTheSessionAreMissed) {
 
 /// Nothing that a user has named may leave the machine.
 TEST_F(Conversion, TheUsageSummaryHoldsNoNameOfTheUsers) {
-    const builder::ClipSpec clip{.region = "MARK clip", .length = 48000};
-    builder::TrackSpec track{.name = "MARK track", .clips = {clip}};
+    const ClipSpec clip{.region = "MARK clip", .length = 48000};
+    TrackSpec track{.name = "MARK track", .clips = {clip}};
     track.comment = "MARK comment";
     track.inserts = {{}, {.code = "MakePrd1"}, {.code = "MakePrd2"}};
     track.alternates = {{"MARK playlist", {clip}}};
     ASSERT_TRUE(write_file_text("tanrove-plugins.txt",
                                 "MakePrd1 | MARK of mine (MARK) | MARK.dll | 1<2>\n"
                                 "MakePrd2 | VST3: Known (Maker) | MARK.vst3 | 3{4}\n"));
-    builder::SessionBuilder session;
+    SessionBuilder session;
     session.audio_file({"MARK file.wav", 48000, 0}).track(track);
     session.marker("MARK marker", 960000);
     std::filesystem::create_directory("MARK folder");
@@ -312,7 +307,7 @@ TEST_F(Conversion, TheUsageSummaryHoldsNoNameOfTheUsers) {
 }
 
 TEST_F(Conversion, ATrackThatNoStripShowsIsAProblemToReport) {
-    builder::TrackSpec twice;
+    TrackSpec twice;
     twice.name = "Twice";
     twice.alternates = {{"Twice", {}}};  // a second channel of the name, apart from the first
     ASSERT_TRUE(small_session().track(twice).track({.name = "Bass"}).write("Song.ptx"));
@@ -323,9 +318,9 @@ TEST_F(Conversion, ATrackThatNoStripShowsIsAProblemToReport) {
 }
 
 TEST_F(Conversion, LeavesStretchAndFadesOutAndKeepsRenderedFadesOnDemand) {
-    const builder::ClipSpec clip{.region = "Slow", .length = 48000};
-    builder::TrackSpec track{.name = "Elastic", .clips = {clip, clip}};
-    track.clips[0].warp = builder::WarpSpec{{{0, 0}, {192000, 96000.0}}, false, 0};
+    const ClipSpec clip{.region = "Slow", .length = 48000};
+    TrackSpec track{.name = "Elastic", .clips = {clip, clip}};
+    track.clips[0].warp = WarpSpec{{{0, 0}, {192000, 96000.0}}, false, 0};
     track.clips[1].position = 96000;  // where the stretched clip ends
     track.clips[1].is_fade = true;
     track.clips[1].fade = {.kind = 2, .pre = 4800, .length = 4800};
@@ -337,7 +332,7 @@ TEST_F(Conversion, LeavesStretchAndFadesOutAndKeepsRenderedFadesOnDemand) {
         options.no_fades = round / 2 % 2 == 1;
         options.keep_fade_clips = round / 4 == 1;
         ASSERT_EQ(convert(options), 0);
-        const auto items = builder::read_project(file_text("Song.rpp")).track("Elastic").items;
+        const auto items = read_project(file_text("Song.rpp")).track("Elastic").items;
         EXPECT_EQ(items.at(0).length, options.no_stretch ? 1 : 2);
         EXPECT_EQ(said("1 fade-outs"), !options.no_fades && !options.keep_fade_clips)
             << "a fade whose rendered file is kept is that file";
@@ -369,8 +364,8 @@ int points_in(const std::string& head) {
 
 TEST_F(Conversion, ALaneAndAGainLineOfSeventyThousandEventsArriveWhole) {
     constexpr int many = 70000;
-    builder::TrackSpec track{.name = "Ride", .volume_lane = {.initial = 0}};
-    builder::ClipSpec clip{.region = "Voice", .length = 48 * (many + 1)};
+    TrackSpec track{.name = "Ride", .volume_lane = {.initial = 0}};
+    ClipSpec clip{.region = "Voice", .length = 48 * (many + 1)};
     for (int i = 0; i < many; ++i) {
         track.volume_lane.points.push_back({48 * (i + 1), i % 2 * 10});
         clip.gain.emplace_back(48 * i, static_cast<float>(i % 2));
@@ -411,9 +406,9 @@ TEST_F(Conversion, AListenerHearsEveryStageAndGetsItsSummaryLine) {
 TEST_F(Conversion, ItCountsThePluginsOfWrittenTracksAndPlacedClipsWhoseEffectsAreMoved) {
     const auto effects = [](std::uint64_t identity, float value) {
         const auto stored = std::bit_cast<std::uint32_t>(value);
-        return builder::EffectsSpec{identity, {{"EQ On/Off", stored}}};
+        return EffectsSpec{identity, {{"EQ On/Off", stored}}};
     };
-    builder::TrackSpec shaped{.name = "Shaped"};
+    TrackSpec shaped{.name = "Shaped"};
     for (int i = 0; i < 3; ++i) {
         shaped.clips.push_back({.region = i < 2 ? "on" : "off",
                                 .position = 48000 * i,
@@ -424,8 +419,8 @@ TEST_F(Conversion, ItCountsThePluginsOfWrittenTracksAndPlacedClipsWhoseEffectsAr
     ASSERT_TRUE(small_session()
                     .track(shaped)
                     .track({.name = "Off", .active = false, .inserts = {{}}})
-                    .track({.name = "Main", .kind = builder::TrackKind::master, .inserts = {{}}})
-                    .top_level(builder::effects_block({effects(1, 1), effects(2, 0)}))
+                    .track({.name = "Main", .kind = TrackKind::master, .inserts = {{}}})
+                    .top_level(effects_block({effects(1, 1), effects(2, 0)}))
                     .write("Song.ptx"));
     RunOptions options = song();
     options.skip_inactive_tracks = true;

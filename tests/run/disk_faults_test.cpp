@@ -17,8 +17,7 @@ namespace tanrove {
 namespace {
 
 namespace fs = std::filesystem;
-using builder::file_text;
-using builder::write_file_text;
+using namespace builder;
 
 /// Every file below the working folder.
 std::map<std::string, std::string> all_files() {
@@ -43,7 +42,7 @@ Run run_with_room(rlim_t most_bytes, std::vector<const char*> arguments) {
     int words[2];
     if (pipe(words) != 0) return {};
     Run run;
-    run.code = builder::in_child([&] {
+    run.code = in_child([&] {
         dup2(words[1], STDOUT_FILENO);
         dup2(words[1], STDERR_FILENO);
         const rlimit limit = {.rlim_cur = most_bytes, .rlim_max = most_bytes};
@@ -59,12 +58,12 @@ Run run_with_room(rlim_t most_bytes, std::vector<const char*> arguments) {
 }
 
 TEST(DiskFaults, ADiskThatFillsAtAnyByteLeavesOnlyWholeFiles) {
-    builder::TempFolder folder;
+    TempFolder folder;
     folder.enter();
-    builder::SessionBuilder session;
-    builder::TrackSpec track{.name = "Voice",
-                             .inserts = {{.code = "MakePrd1"}},
-                             .clips = {{.region = "Voice", .length = 48000}}};
+    SessionBuilder session;
+    TrackSpec track{.name = "Voice",
+                    .inserts = {{.code = "MakePrd1"}},
+                    .clips = {{.region = "Voice", .length = 48000}}};
     track.inserts[0].lanes = {{.name = "Drive", .id = "drive", .points = {{0, 0}}}};
     session.audio_file({"Voice.wav", 48000, 0}).track(track);
     ASSERT_TRUE(session.write("Song.ptx"));
@@ -110,9 +109,9 @@ TEST(DiskFaults, ADiskThatFillsAtAnyByteLeavesOnlyWholeFiles) {
 }
 
 TEST(DiskFaults, ASessionThatChangesWhileItIsReadGivesAWholeProjectOrASentence) {
-    builder::TempFolder folder;
+    TempFolder folder;
     folder.enter();
-    builder::SessionBuilder session;
+    SessionBuilder session;
     for (int t = 0; t < 200; ++t) session.track({.name = "Track " + std::to_string(t)});
     ASSERT_TRUE(session.write("Song.ptx"));
     const std::string whole = file_text("Song.ptx");

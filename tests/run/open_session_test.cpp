@@ -20,10 +20,7 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
-using builder::ByteWriter;
-using builder::Cipher;
-using builder::SessionBuilder;
+using namespace builder;
 
 std::string as_text(const Bytes& bytes) {
     return {bytes.begin(), bytes.end()};
@@ -62,12 +59,12 @@ protected:
     }
     std::optional<OpenedSession> open_bytes(const std::string& name, const Bytes& file,
                                             tanrovegui::Progress* progress = nullptr) {
-        EXPECT_TRUE(builder::write_file_text(name, as_text(file)));
+        EXPECT_TRUE(write_file_text(name, as_text(file)));
         return open(name, progress);
     }
     bool says(const std::string& words) const { return text.find(words) != std::string::npos; }
 
-    builder::TempFolder folder;
+    TempFolder folder;
     std::string text;
 
 private:
@@ -77,9 +74,9 @@ private:
 /// A session whose file list is broken and that names its maker `gap` bytes behind.
 Bytes unparsable_session(std::size_t gap = 0) {
     return ByteWriter()
-        .raw(builder::file_header(false))
-        .raw(builder::opening_blocks(10))
-        .raw(builder::settings_block({}))
+        .raw(file_header(false))
+        .raw(opening_blocks(10))
+        .raw(settings_block({}))
         .block(0x1004, ByteWriter().u32(1).block(0x103a, Bytes(1)).bytes())
         .zeros(gap)
         .raw("ProTools 12 saved this, and much of it, with a long name\x01that")
@@ -87,8 +84,8 @@ Bytes unparsable_session(std::size_t gap = 0) {
 }
 
 TEST_F(OpenSession, RefusesEachKindOfFileInItsOwnWords) {
-    const auto ptx = [](const Bytes& image) { return builder::encrypted(image, Cipher::ptx, 9); };
-    const Bytes older_file = builder::encrypted(SessionBuilder().image(), Cipher::old_sessions, 9);
+    const auto ptx = [](const Bytes& image) { return encrypted(image, Cipher::ptx, 9); };
+    const Bytes older_file = encrypted(SessionBuilder().image(), Cipher::old_sessions, 9);
     const Bytes session = SessionBuilder().file();
     const struct {
         const char* what;
@@ -139,7 +136,7 @@ TEST_F(OpenSession, RefusesEachKindOfFileInItsOwnWords) {
             EXPECT_EQ(console_state().problem_kind, "");
         }
     }
-    builder::expect_golden(TANROVE_TEXTS_FOLDER "/refusals.txt", told);
+    expect_golden(TANROVE_TEXTS_FOLDER "/refusals.txt", told);
 }
 
 TEST_F(OpenSession, ANameThatIsNothingButAnExtensionIsNoOlderName) {
@@ -148,10 +145,10 @@ TEST_F(OpenSession, ANameThatIsNothingButAnExtensionIsNoOlderName) {
 }
 
 TEST_F(OpenSession, ResamplesNoPosition) {
-    builder::OldSessionSpec song;
+    OldSessionSpec song;
     song.rate_hz = 88200;
     song.regions = {{"r", 1001, 333333, 0}};
-    const auto file = builder::encrypted(builder::old_session_image(song), Cipher::ptx, 3);
+    const auto file = encrypted(old_session_image(song), Cipher::ptx, 3);
     const auto session = open_bytes("song.ptx", file);
     ASSERT_TRUE(session.has_value());
     EXPECT_EQ(session->file->regions().at(0).source_offset, 1001);
@@ -169,7 +166,7 @@ TEST_F(OpenSession, TheDamageWarningNamesItsNumbersAndTheCheckItsWord) {
             tell_damage(report, check_only);
         }
     }
-    builder::expect_golden(TANROVE_TEXTS_FOLDER "/damage_warnings.txt", text);
+    expect_golden(TANROVE_TEXTS_FOLDER "/damage_warnings.txt", text);
 }
 
 TEST(ColourTheme, FollowsTheOptionAndThenTheSession) {
@@ -220,11 +217,11 @@ TEST_F(OpenSession, OpensRealSessionsAndRefusesTheOlderOnes) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        const std::string path = builder::real_session(c.name);
+        const std::string path = real_session(c.name);
         if (path.empty()) GTEST_SKIP() << "no real sessions on this machine";
         const auto session = open(path, nullptr);
         ASSERT_EQ(session.has_value(), c.product != nullptr) << text;
-        const std::string file = builder::file_text(path);
+        const std::string file = file_text(path);
         if (!session) {
             EXPECT_TRUE(says("OLDER"));
             EXPECT_FALSE(open_bytes("renamed.ptx", Bytes(file.begin(), file.end())).has_value());

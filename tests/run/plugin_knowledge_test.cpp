@@ -15,8 +15,7 @@ namespace tanrove {
 namespace {
 
 namespace fs = std::filesystem;
-using builder::file_text;
-using builder::write_file_text;
+using namespace builder;
 
 class PluginKnowledgeOfARun : public testing::Test {
 protected:
@@ -25,7 +24,7 @@ protected:
         console_state().console_sink = &silent;
         folder.enter();
         fs::create_directories("bin");
-        builder::SessionBuilder session;
+        SessionBuilder session;
         session.track({.name = "Vox",
                        .inserts = {{.code = "MakePrd1"},
                                    {.code = "MakePrd2"},
@@ -57,7 +56,7 @@ protected:
     }
 
     NullSink silent;
-    builder::TempFolder folder;
+    TempFolder folder;
     RunOptions options;
     std::string account;
 };
@@ -104,8 +103,8 @@ TEST_F(PluginKnowledgeOfARun, TakesPartInTheNextConversionAndTheLaterLessonCount
     const std::string table = "bin/tanrove-plugins.txt";
     const std::vector<std::uint32_t> header = {1, 0xfeed5eee, 1, 1, 0, 1, 1, 0, 9, 1, 77};
     ASSERT_TRUE(write_file_text(table, "# mine"));
-    ASSERT_TRUE(write_file_text("one.RfxChain", builder::fx_chain_text(header)));
-    ASSERT_TRUE(write_file_text("two.RfxChain", builder::fx_chain_text(header, "FabF", "3<4>")));
+    ASSERT_TRUE(write_file_text("one.RfxChain", fx_chain_text(header)));
+    ASSERT_TRUE(write_file_text("two.RfxChain", fx_chain_text(header, "FabF", "3<4>")));
     ASSERT_TRUE(write_file_text("clap.RfxChain", "<CLAP \"CLAP: C (Me)\" com.c \"\"\n>\n"));
     EXPECT_EQ(learn("one.RfxChain", "MakePrd1"), 0);
     EXPECT_EQ(account,
@@ -171,7 +170,7 @@ TEST_F(PluginKnowledgeOfARun, TakesPartInTheNextConversionAndTheLaterLessonCount
 }
 
 TEST_F(PluginKnowledgeOfARun, LeavesASampleOfEachPluginsSettingsInTheFolderForThem) {
-    builder::SessionBuilder session;
+    SessionBuilder session;
     session.track({.name = "Vox", .inserts = {{.code = "MakePrd1"}, {.code = "../a/Prd"}}});
     session.track({.name = "Bass", .inserts = {{.code = "MakePrd1"}, {.code = "MakePrd2"}}});
     ASSERT_TRUE(session.write("Song.ptx"));

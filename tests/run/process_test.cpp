@@ -24,8 +24,7 @@ namespace tanrove {
 namespace {
 
 namespace fs = std::filesystem;
-using builder::file_text;
-using builder::write_file_text;
+using namespace builder;
 
 constexpr const char* out_path = "words/out";
 constexpr const char* err_path = "words/err";
@@ -42,8 +41,8 @@ protected:
         folder_.enter();
         setenv("XDG_DATA_HOME", "/dev/null", 1);  // nor is a lesson kept in the user's own folder
         fs::create_directory("words");
-        const builder::ClipSpec clip{.region = "Voice", .length = 48000};
-        builder::SessionBuilder session;
+        const ClipSpec clip{.region = "Voice", .length = 48000};
+        SessionBuilder session;
         session.audio_file({"Voice.wav", 48000, 0}).track({.name = "Voice", .clips = {clip}});
         EXPECT_TRUE(session.write("Song.ptx"));
         EXPECT_EQ(run({"Song.ptx"}), 0);
@@ -56,7 +55,7 @@ protected:
     static int run(std::vector<const char*> arguments, const std::function<void()>& prepare = {}) {
         arguments.insert(arguments.begin(), "./tanrove");  // what is taught lies beside it: here
         arguments.push_back(nullptr);
-        return builder::in_child([&] {
+        return in_child([&] {
             put_descriptor(STDOUT_FILENO, out_path);
             put_descriptor(STDERR_FILENO, err_path);
             if (prepare) prepare();
@@ -71,7 +70,7 @@ protected:
         return text == whole_ ? "new" : text == "former" ? text : "torn";
     }
 
-    builder::TempFolder folder_;
+    TempFolder folder_;
     std::string whole_;
 };
 
@@ -143,12 +142,12 @@ std::size_t count_of(const std::string& text, const std::string& words) {
 
 TEST_F(Process, AFileThatCannotBeWrittenIsToldInOneLineAndHarmsNoOther) {
     if (!fs::exists("/dev/full")) GTEST_SKIP() << "no device that is always full";
-    builder::SessionBuilder session;
-    builder::TrackSpec track{.name = "Voice", .inserts = {{.code = "MakePrd1"}}};
+    SessionBuilder session;
+    TrackSpec track{.name = "Voice", .inserts = {{.code = "MakePrd1"}}};
     track.inserts[0].lanes = {{.name = "Drive", .id = "drive", .points = {{0, 0}}}};
     ASSERT_TRUE(session.track(track).write("Song.ptx"));
-    ASSERT_TRUE(write_file_text(
-        "one.RfxChain", builder::fx_chain_text({1, 0xfeed5eee, 1, 1, 0, 1, 1, 0, 9, 1, 77})));
+    ASSERT_TRUE(write_file_text("one.RfxChain",
+                                fx_chain_text({1, 0xfeed5eee, 1, 1, 0, 1, 1, 0, 9, 1, 77})));
     const std::string taught = "MakePrd1 | VST: Maker (Me) | a | 1<2>\n";
     const struct {
         std::vector<const char*> arguments;
@@ -241,7 +240,7 @@ TEST_F(Process, ASignalAtAnyStageLeavesTheFormerProjectOrTheWholeNewOne) {
                 if (is_there) {
                     ASSERT_TRUE(write_file_text("Song.rpp", "former"));
                 }
-                EXPECT_EQ(builder::in_child([&] { return run_until(stage, end.worst); }), end.code);
+                EXPECT_EQ(in_child([&] { return run_until(stage, end.worst); }), end.code);
                 const char* before = is_there ? "former" : "none";
                 EXPECT_EQ(project(), stage < project_stands ? before : "new");
                 EXPECT_EQ(folder_.file_count(), project() == "none" ? 3U : 4U);
@@ -250,7 +249,7 @@ TEST_F(Process, ASignalAtAnyStageLeavesTheFormerProjectOrTheWholeNewOne) {
         }
     }
     const auto ignored = [] { std::signal(SIGHUP, SIG_IGN); };
-    EXPECT_EQ(builder::in_child([&] { return ignored(), run_until(4, [] { raise(SIGHUP); }); }), 0);
+    EXPECT_EQ(in_child([&] { return ignored(), run_until(4, [] { raise(SIGHUP); }); }), 0);
     EXPECT_EQ(project(), "new") << "whoever started us wanted it to go on";
 }
 

@@ -16,9 +16,7 @@
 namespace tanrove {
 namespace {
 
-using builder::ClipGroupSpec;
-using builder::ClipSpec;
-using builder::ReadItem;
+using namespace builder;
 
 constexpr int cell = 2400;  // samples
 constexpr double rate_hz = 48000;
@@ -192,9 +190,9 @@ private:
         if (!region.is_bent) return made;
         const auto whole = static_cast<double>(made.length);
         const auto bend = static_cast<std::uint64_t>(made.length);
-        made.warp = builder::WarpSpec{{{0, 0}, {bend, whole / 2}, {bend * 3 / 2, whole}},
-                                      false,
-                                      static_cast<std::uint64_t>(made.source_offset)};
+        made.warp = WarpSpec{{{0, 0}, {bend, whole / 2}, {bend * 3 / 2, whole}},
+                             false,
+                             static_cast<std::uint64_t>(made.source_offset)};
         return made;
     }
 
@@ -217,7 +215,7 @@ private:
     /// Stretched clips do not repeat.
     static void loop(ClipSpec& row, int passes) {
         if (!row.clip_group && regions[number_of(row)].is_bent) return;
-        row.loop = builder::LoopSpec{.mode = 2, .count = static_cast<std::uint32_t>(passes)};
+        row.loop = LoopSpec{.mode = 2, .count = static_cast<std::uint32_t>(passes)};
     }
 
     /// No two members begin or end at one place: there a fade could be either's.
@@ -389,12 +387,12 @@ std::vector<std::string> played(const std::vector<ReadItem>& items, double secon
 TEST(RandomTimelines, PlayWhatIsDrawnOnTopWithItsFadesAndGains) {
     NullSink silent;
     console_state().console_sink = &silent;
-    builder::TempFolder folder;
+    TempFolder folder;
     folder.enter();
     constexpr int tracks = 10;
     for (unsigned seed = 0; seed < 100 && !testing::Test::HasFailure(); ++seed) {
         RandomTimeline timeline(seed);
-        builder::SessionBuilder session;
+        SessionBuilder session;
         session.audio_file({"a.wav", 10'000'000, 0});
         for (const auto& group : timeline.groups) session.clip_group(group);
         std::vector<std::vector<ClipSpec>> rows;
@@ -410,10 +408,10 @@ TEST(RandomTimelines, PlayWhatIsDrawnOnTopWithItsFadesAndGains) {
         options.overwrite = true;
         ConversionResult result;
         convert_session(options, &result, nullptr);
-        const std::string text = builder::file_text("s.rpp");
-        builder::expect_told_counts(text, result.console_text, result.report_text,
-                                    console_state().usage_body);
-        const auto project = builder::read_project(text);
+        const std::string text = file_text("s.rpp");
+        expect_told_counts(text, result.console_text, result.report_text,
+                           console_state().usage_body);
+        const auto project = read_project(text);
         ASSERT_EQ(project.tracks.size(), tracks + 1);
         for (int at = 0; at < cells; ++at) {
             ASSERT_EQ(played(project.tracks.back().items, (at + 0.5) * cell / rate_hz),

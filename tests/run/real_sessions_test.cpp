@@ -23,10 +23,7 @@
 namespace tanrove {
 namespace {
 
-using builder::file_text;
-using builder::ReadItem;
-using builder::ReadProject;
-using builder::TempFolder;
+using namespace builder;
 
 struct Converted {
     bool found = false;
@@ -39,7 +36,7 @@ struct Converted {
 Converted convert_real(const std::string& file, RunOptions options = {},
                        tanrovegui::Progress* progress = nullptr) {
     Converted converted;
-    options.session_path = builder::real_session(file);
+    options.session_path = real_session(file);
     if (options.session_path.empty()) return converted;
     TempFolder folder;
     options.output_path = folder / "out.rpp";
@@ -51,11 +48,11 @@ Converted convert_real(const std::string& file, RunOptions options = {},
     converted.found = true;
     converted.file_count = folder.file_count();
     const std::string project = file_text(options.output_path);
-    converted.project = builder::read_project(project);
+    converted.project = read_project(project);
     converted.console = result.console_text;
     if (!project.empty()) {
-        builder::expect_told_counts(project, result.console_text, result.report_text,
-                                    console_state().usage_body);
+        expect_told_counts(project, result.console_text, result.report_text,
+                           console_state().usage_body);
     }
     EXPECT_EQ(converted.project.closed, converted.file_count > 0);
     return converted;
@@ -76,7 +73,7 @@ long long cd_samples(double seconds) {
 }
 
 /// Name, and position, length and source offset in samples, of each item.
-std::string items_of(const builder::ReadTrack& track) {
+std::string items_of(const ReadTrack& track) {
     std::string text;
     for (const ReadItem& item : track.items) {
         text += formatted("%s %lld %lld %lld; ", item.name.c_str(), cd_samples(item.position),
@@ -112,7 +109,7 @@ TEST(RealSessions, RegionTestHasItsSixClipsAndNoFadeFiles) {
 }
 
 TEST(RealSessions, APlaylistsNameDecidesNothing) {
-    auto image = builder::real_session_image("RegionTest.ptx");
+    auto image = real_session_image("RegionTest.ptx");
     if (!image) GTEST_SKIP() << "the real sessions are not on this machine";
     TempFolder folder;
     folder.enter();
@@ -121,8 +118,8 @@ TEST(RealSessions, APlaylistsNameDecidesNothing) {
     console_state().console_sink = &silent;
     std::string texts[2];
     for (std::string& text : texts) {
-        const auto file = builder::encrypted(*image, builder::Cipher::ptx, 1);
-        ASSERT_TRUE(builder::write_file_text("s.ptx", {file.begin(), file.end()}));
+        const auto file = encrypted(*image, Cipher::ptx, 1);
+        ASSERT_TRUE(write_file_text("s.ptx", {file.begin(), file.end()}));
         RunOptions options;
         options.session_path = "s.ptx";
         options.overwrite = true;
@@ -139,7 +136,7 @@ TEST(RealSessions, APlaylistsNameDecidesNothing) {
 using ReadNote = std::tuple<std::uint64_t, std::uint64_t, unsigned>;
 
 /// The notes of a track with one MIDI item at 0, none of them muted and all of velocity 80.
-std::vector<ReadNote> midi_notes(const builder::ReadTrack& track) {
+std::vector<ReadNote> midi_notes(const ReadTrack& track) {
     std::vector<ReadNote> notes;
     std::map<unsigned, std::size_t> sounding;
     EXPECT_EQ(track.items.size(), 1U);
@@ -322,7 +319,7 @@ std::string in_subframes(long long sample) {
 }
 
 /// The items of a track as the text would have them.
-std::vector<std::string> events_of(const builder::ReadTrack& track, bool stereo,
+std::vector<std::string> events_of(const ReadTrack& track, bool stereo,
                                    std::string (*cell)(long long)) {
     std::vector<std::string> events;
     for (const int channel : {1, 2}) {
@@ -356,7 +353,7 @@ TEST(RealSessions, AgreeWithTheTextsThatProToolsWroteOfThem) {
         const std::string folder = "protools-texts/";
         const auto converted = convert_real(folder + c.session);
         if (!converted.found) GTEST_SKIP() << "the real sessions are not on this machine";
-        const auto exported = read_export(file_text(builder::real_session(folder + c.text)));
+        const auto exported = read_export(file_text(real_session(folder + c.text)));
         // The later export was made of a session that had been set to drop frame.
         const bool is_later = exported.timecode.ends_with(";00");
         EXPECT_TRUE(is_later || converted.console.find(exported.timecode) != std::string::npos);

@@ -15,8 +15,7 @@
 namespace tanrove {
 namespace {
 
-using builder::TempFolder;
-using builder::write_file_text;
+using namespace builder;
 
 /// Stdin holds these bytes, and then its end, while the object lives.
 class StdinBytes {

@@ -16,8 +16,7 @@
 namespace tanrove {
 namespace {
 
-using builder::TempFolder;
-using builder::write_file_text;
+using namespace builder;
 
 TEST(FindSessionPath, TheLongestRunWinsAndOfEquallyLongOnesTheLeftOne) {
     TempFolder folder;

@@ -12,7 +12,7 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
+using namespace builder;
 
 /// Memory of all records for each byte of the image; a good session takes 3.
 constexpr std::size_t max_record_bytes_per_image_byte = 5;
@@ -29,7 +29,7 @@ std::size_t record_bytes(const Bytes& image) {
 }
 
 /// A session of each family; many small ones, since each block of each is tried with all readers.
-class MutatedSessions : public testing::TestWithParam<builder::NamedSession> {
+class MutatedSessions : public testing::TestWithParam<NamedSession> {
 protected:
     /// Tries each lie in place of the number at `at`.
     void expect_bounded_with(std::size_t at, std::initializer_list<std::uint32_t> lies) {
@@ -47,7 +47,7 @@ protected:
 
 TEST(AllReaders, EachFindsSomethingInARichSession) {
     const std::set<std::string_view> find_nothing = {"scanDamage", "readNameBindings"};
-    const Bytes image = builder::rich_session({}).image();
+    const Bytes image = rich_session({}).image();
     const BlockIndex index{ByteView(image)};
     for (const Reading& reading : read_everything(index)) {
         EXPECT_EQ(reading.records > 0, find_nothing.count(reading.reader) == 0) << reading.reader;
@@ -76,7 +76,7 @@ TEST_P(MutatedSessions, TheFileEndsAtABlock) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Families, MutatedSessions, testing::ValuesIn(builder::family_sessions()),
+INSTANTIATE_TEST_SUITE_P(Families, MutatedSessions, testing::ValuesIn(family_sessions()),
                          [](const auto& family) { return family.param.name; });
 
 }  // namespace

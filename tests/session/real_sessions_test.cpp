@@ -20,7 +20,7 @@
 namespace tanrove {
 namespace {
 
-using builder::Bytes;
+using namespace builder;
 using Texts = std::vector<std::string>;
 
 TEST(RealSessions, OutputsAndBusesStandInThePathTable) {

@@ -13,11 +13,13 @@
 namespace tanrove {
 namespace {
 
+using namespace builder;
+
 /// A Trim in an image of its own; the state begins `cut` bytes before its end.
 struct StoredTrim {
-    explicit StoredTrim(const std::vector<builder::TrimSpec>& channels, bool is_older = false,
+    explicit StoredTrim(const std::vector<TrimSpec>& channels, bool is_older = false,
                         std::size_t cut = 0)
-        : image(builder::trim_state(channels, is_older)) {
+        : image(trim_state(channels, is_older)) {
         insert.code = "DigiTrim";
         insert.chunkLimit = image.size() - cut;
     }
@@ -26,7 +28,7 @@ struct StoredTrim {
         StandInMaker maker{ByteView(image)};
         return make_trim(maker, insert, {.first_channel = first_channel}).slots.front();
     }
-    builder::Bytes image;
+    Bytes image;
     PluginInsert insert;
 };
 
@@ -47,7 +49,7 @@ TEST(Trim, GainsGoThereAndBack) {
     std::mt19937 random(1);
     for (int i = 0; i < 300; ++i) {
         const auto word = static_cast<std::int32_t>(random());
-        const StoredTrim trim(std::vector{builder::TrimSpec{.gain_word = word}});
+        const StoredTrim trim(std::vector{TrimSpec{.gain_word = word}});
         const FxSlot slot = trim.slot();
         // REAPER's slider doubles at 6; its line has six decimals.
         const double db = std::stod(slot.parameters) * 20 * std::log10(2.0) / 6;
@@ -61,7 +63,7 @@ TEST(Trim, GainsGoThereAndBack) {
 }
 
 TEST(Trim, ReadsARecordForEachChannel) {
-    const builder::TrimSpec inverted = {.gain_word = 463923640, .inverted = true};
+    const TrimSpec inverted = {.gain_word = 463923640, .inverted = true};
     EXPECT_EQ(StoredTrim({inverted, {}}).channels().size(), 2U);
     EXPECT_TRUE(StoredTrim({inverted, {}}).channels()[0].inverted);
     EXPECT_FALSE(StoredTrim({inverted, {}}).channels()[1].inverted);
@@ -70,10 +72,9 @@ TEST(Trim, ReadsARecordForEachChannel) {
     EXPECT_EQ(StoredTrim({inverted, inverted}, true, 1).channels().size(), 1U);
     EXPECT_TRUE(StoredTrim({inverted}, true, 1).channels().empty());
     EXPECT_EQ(StoredTrim({{}, inverted}).slot(1).preset_name, "Avid Trim -6.00 dB");
-    EXPECT_EQ(StoredTrim(std::vector{builder::TrimSpec{}}).slot(1).preset_name,
-              "Avid Trim +0.00 dB")
+    EXPECT_EQ(StoredTrim(std::vector{TrimSpec{}}).slot(1).preset_name, "Avid Trim +0.00 dB")
         << "stands for all";
-    const StoredTrim trim(std::vector{builder::TrimSpec{}});
+    const StoredTrim trim(std::vector{TrimSpec{}});
     StandInMaker maker{ByteView(trim.image)};
     EXPECT_NE(maker.product_of(trim.insert, {.width = 2}), nullptr);
     EXPECT_EQ(maker.product_of(trim.insert, {.width = 3}), nullptr);
