@@ -85,11 +85,11 @@ std::optional<std::string_view> read_name(ByteView image, std::size_t pos, std::
 }
 
 bool is_session_text(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), is_text_byte);
+    return std::ranges::all_of(text, [](char c) { return is_text_byte(c); });
 }
 
 bool is_ascii_text(std::string_view text) {
-    return std::all_of(text.begin(), text.end(), is_ascii_byte);
+    return std::ranges::all_of(text, [](char c) { return is_ascii_byte(c); });
 }
 
 }  // namespace tanrove
