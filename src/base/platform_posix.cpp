@@ -20,7 +20,7 @@ namespace tanrove {
 
 namespace {
 
-/// From the user, from the system, and from ourselves where no memory is left.
+/// From the user, from the system, and from ourselves.
 constexpr int ending_signals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGABRT};
 
 /// What fails a write by ending the process.

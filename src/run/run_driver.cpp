@@ -3,6 +3,7 @@
 #include "run/run_driver.hpp"
 
 #include <cstdio>
+#include <new>
 #include <utility>
 
 #include "base/platform.hpp"
@@ -167,6 +168,18 @@ std::int32_t run_command(CommandLine& line, const RunSteps& steps) {
     return convert(line, steps);
 }
 
+/// As `run_command`. A session that wants more memory than there is ends with a sentence.
+std::int32_t run_within_memory(CommandLine& line, const RunSteps& steps) {
+    try {
+        return run_command(line, steps);
+    } catch (const std::bad_alloc&) {
+        console_print(
+            "\n  STOPPED: there is not enough memory for this session. No file was kept that\n"
+            "      is not whole.\n");
+        return exit_failure;
+    }
+}
+
 }  // namespace
 
 std::int32_t run_tanrove(int argument_count, const char* const* arguments, const RunSteps& steps) {
@@ -174,7 +187,7 @@ std::int32_t run_tanrove(int argument_count, const char* const* arguments, const
     CommandLine line = read_command_line(argument_count, arguments);
     if (line.command == Command::show_help) return show_help();
     if (line.command == Command::show_version) return show_version();
-    const std::int32_t code = run_command(line, steps);
+    const std::int32_t code = run_within_memory(line, steps);
     pause_if_wanted(line);
     return code;
 }
