@@ -3,6 +3,7 @@
 
 #include <bit>
 
+#include "support/named_controls.hpp"
 #include "support/records/plugin_records.hpp"
 
 namespace tanrove::golden {
@@ -195,27 +196,19 @@ GoldenCase overlaps() {
 /// Clip Effects: every block at work on one clip, on its own, as a piece of a group and in a loop;
 /// the polarity alone on another; and on a third what changes nothing.
 GoldenCase clip_effects() {
-    const auto stored = [](std::vector<std::pair<std::string, float>> controls) {
+    const auto stored = [](const std::string& controls) {
         std::vector<std::pair<std::string, std::uint32_t>> bits;
-        for (const auto& [name, value] : controls) {
-            bits.emplace_back(name, std::bit_cast<std::uint32_t>(value));
+        for (const auto& [name, value] : named_controls(controls)) {
+            bits.emplace_back(name, std::bit_cast<std::uint32_t>(static_cast<float>(value)));
         }
         return bits;
     };
     const std::vector<EffectsSpec> effects = {
-        {1, stored({{"Phase Switch In/Out", 1},
-                    {"Input Trim", 0.6F},
-                    {"EQ Low Gain", 0.75F},
-                    {"EQ High Type", 1},
-                    {"EQ High Gain", 0.4F},
-                    {"Filter 1 In/Out", 1},
-                    {"Filter 1 Frequency", 0.3F},
-                    {"Exp Ratio", 0.3F},
-                    {"Cmp Ratio", 0.7F},
-                    {"Cmp Gain Makeup", 0.5F},
-                    {"Fader Volume", 0.5F}})},
-        {2, stored({{"Phase Switch In/Out", 1}, {"EQ On/Off", 1}})},
-        {3, stored({{"EQ Low Gain", 0.5F}})}};
+        {1, stored("Phase Switch In/Out 1, Input Trim 0.6, EQ Low Gain 0.75, EQ High Type 1, "
+                   "EQ High Gain 0.4, Filter 1 In/Out 1, Filter 1 Frequency 0.3, Exp Ratio 0.3, "
+                   "Cmp Ratio 0.7, Cmp Gain Makeup 0.5, Fader Volume 0.5")},
+        {2, stored("Phase Switch In/Out 1, EQ On/Off 1")},
+        {3, stored("EQ Low Gain 0.5")}};
     const auto with = [](std::uint64_t identity, ClipSpec plain) {
         plain.effects_identity = identity;
         return plain;

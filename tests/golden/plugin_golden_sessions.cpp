@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "golden/golden_sessions.hpp"
+#include "support/named_controls.hpp"
 #include "support/records/plugin_records.hpp"
 
 namespace tanrove::golden {
@@ -212,10 +213,10 @@ SessionBuilder session_with_dynamics() {
 }
 
 /// A Channel Strip with this map of its controls.
-InsertSpec channel_strip(const std::vector<std::pair<std::string, double>>& controls) {
+InsertSpec channel_strip(const std::string& controls) {
     ByteWriter records;
     records.zeros(4);
-    for (const auto& [name, value] : controls) {
+    for (const auto& [name, value] : named_controls(controls)) {
         records.raw(real_control(name, value, (name.size() + 6) / 4 * 4));
     }
     return {.code = "AVIDChSt", .state = plugin_chunk("AVIDChSt", "elck", "", records.bytes())};
@@ -227,26 +228,12 @@ SessionBuilder session_with_channel_strips() {
     track.name = "Strip";
     track.kind = TrackKind::aux;
     track.inserts = {
-        channel_strip({{"Phase Switch In/Out", 1},
-                       {"Input Trim", 3},
-                       {"EQ Low Gain", 4},
-                       {"EQ Low Type", 1},
-                       {"EQ High Gain", -6},
-                       {"EQ High Q", 2},
-                       {"EQ High Frequency", 8000},
-                       {"Filter 1 In/Out", 1},
-                       {"Filter 1 Frequency", 80},
-                       {"Filter 1 Slope 12/24dB", 1},
-                       {"Filter 2 Type", 2},
-                       {"Exp Ratio", 20},
-                       {"Exp Threshold", -50},
-                       {"Cmp Ratio", 4},
-                       {"Cmp Threshold", -18},
-                       {"Cmp Gain Makeup", 8},
-                       {"Sc Source", 1},
-                       {"Fader Volume", -1.5}}),
         channel_strip(
-            {{"Cmp Ratio", 1}, {"EQ Low Gain", 0}, {"Filter 2 Type", 1}, {"Sc Source", 0}})};
+            "Phase Switch In/Out 1, Input Trim 3, EQ Low Gain 4, EQ Low Type 1, EQ High Gain -6, "
+            "EQ High Q 2, EQ High Frequency 8000, Filter 1 In/Out 1, Filter 1 Frequency 80, "
+            "Filter 1 Slope 12/24dB 1, Filter 2 Type 2, Exp Ratio 20, Exp Threshold -50, "
+            "Cmp Ratio 4, Cmp Threshold -18, Cmp Gain Makeup 8, Sc Source 1, Fader Volume -1.5"),
+        channel_strip("Cmp Ratio 1, EQ Low Gain 0, Filter 2 Type 1, Sc Source 0")};
     return SessionBuilder().track(track);
 }
 

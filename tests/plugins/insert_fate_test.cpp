@@ -61,7 +61,6 @@ TEST(InsertFate, IsDecidedByTheFirstQuestionThatApplies) {
                                 .placeholders = false,
                                 .stand_ins = false,
                                 .aax_slots = false};
-    const std::string tried = "tried: its settings ARE in the session, but how ";
     const struct {
         FateFacts facts;
         FateOptions options;

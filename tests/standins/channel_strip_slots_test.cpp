@@ -12,11 +12,17 @@
 #include "plugins/state_frames.hpp"
 #include "standins/channel_strip_eq.hpp"
 #include "standins/read_channel_strip_settings.hpp"
+#include "support/named_controls.hpp"
 
 namespace tanrove {
 namespace {
 
 using Controls = std::map<std::string, double>;
+
+Controls controls_of(const std::string& text) {
+    const auto named = builder::named_controls(text);
+    return {named.begin(), named.end()};
+}
 
 StandIn strip_of(const Controls& controls, const StandInTrack& track = {}) {
     return strip_stand_in(read_channel_strip(controls), track, SlotNumbers(0));
@@ -35,22 +41,10 @@ float parameter(const FxSlot& slot, std::size_t i) {
     return std::bit_cast<float>(little_word(slot.state, 8 + 4 * i));
 }
 
-TEST(ChannelStrip, AtItsDefaultsIsAnEqAndTwoFilters) {
-    const StandIn made = strip_of({});
-    ASSERT_EQ(made.slots.size(), 2U);
-    EXPECT_EQ(made.slots[0].title, "Channel Strip EQ (ReaEQ)");
-    EXPECT_EQ(made.slots[1].title, "Channel Strip Filters (ReaEQ)");
-    EXPECT_FALSE(made.slots[0].bypassed || made.slots[1].bypassed);
-    EXPECT_EQ(little_word(made.slots[0].state, 4), 4U);
-    EXPECT_EQ(little_word(made.slots[1].state, 12), 0U);  // the filter is off
-    EXPECT_TRUE(made.notes.empty());
-    EXPECT_EQ(made.carried, (std::vector<std::string>{"EQ", "filters"}));
-}
-
 TEST(ChannelStrip, BlocksStandInTheirOrderAndKeepTheirSwitches) {
-    const Controls all = {{"Phase Switch In/Out", 1}, {"Input Trim", 3},      {"EQ On/Off", 0},
-                          {"Filters On/Off", 0},      {"Exp Ratio", 9.99},    {"Exp In/Out", 0},
-                          {"Cmp Ratio", 4},           {"Cmp Gain Makeup", 9}, {"Fader Volume", -2}};
+    const Controls all = controls_of(
+        "Phase Switch In/Out 1, Input Trim 3, EQ On/Off 0, Filters On/Off 0, Exp Ratio 9.99, "
+        "Exp In/Out 0, Cmp Ratio 4, Cmp Gain Makeup 9, Fader Volume -2");
     const struct {
         const char* title;
         const char* preset;
@@ -83,23 +77,11 @@ TEST(ChannelStrip, BlocksStandInTheirOrderAndKeepTheirSwitches) {
 }
 
 TEST(ChannelStrip, DynamicsAreScaledAndLossesNamed) {
-    const Controls dynamics = {{"Exp Ratio", 20},
-                               {"Exp Threshold", -40},
-                               {"Exp Attack Time", 0.6},
-                               {"Exp Hold Time", 0.1},
-                               {"Exp Hysteresis", 6},
-                               {"Exp Knee", 3},
-                               {"Cmp Ratio", 100},
-                               {"Cmp Threshold", -20},
-                               {"Cmp Attack Time", 0.05},
-                               {"Cmp Knee", 30},
-                               {"Cmp Gain Makeup", 6.0206},
-                               {"Cmp Depth", -20},
-                               {"Sc Filter Type", 1},
-                               {"Sc Filter Frequency", 5000},
-                               {"Sc Source", 1},
-                               {"Process Order", 1},
-                               {"EQ Range", 1}};
+    const Controls dynamics = controls_of(
+        "Exp Ratio 20, Exp Threshold -40, Exp Attack Time 0.6, Exp Hold Time 0.1, "
+        "Exp Hysteresis 6, Exp Knee 3, Cmp Ratio 100, Cmp Threshold -20, Cmp Attack Time 0.05, "
+        "Cmp Knee 30, Cmp Gain Makeup 6.0206, Cmp Depth -20, Sc Filter Type 1, "
+        "Sc Filter Frequency 5000, Sc Source 1, Process Order 1, EQ Range 1");
     const StandIn made = strip_of(dynamics, {.key_channel = 4});
     ASSERT_EQ(made.slots.size(), 4U);
     EXPECT_TRUE(made.is_keyed);
@@ -225,23 +207,12 @@ TEST(ClipEffectsSettings, StandOnTheScalesOfTheirKnobs) {
 }
 
 TEST(ClipEffectsSettings, ChangeTheSoundOnceAControlIsMoved) {
-    const Controls told = {{"Input Trim", 0.5},
-                           {"EQ Low Frequency", 0.103889},
-                           {"EQ Low Q", 0.147441},
-                           {"Filter 1 Frequency", 0.0042},
-                           {"Filter 2 Type", 0.333333},
-                           {"Filter 2 Frequency", 1},
-                           {"Cmp Threshold", 0.6},
-                           {"Cmp Depth", 0.666667},
-                           {"Exp Release Time", 0.575257},
-                           {"Exp Threshold", 0.314286},
-                           {"Fader Volume", 0.888889},
-                           {"Fader Volume Pre/Post", 0},
-                           {"Dynamics On/Off", 1},
-                           {"EQ High In/Out", 1},
-                           {"EQ Range", 0},
-                           {"Exp Hysteresis", 0},
-                           {"Sc Filter Frequency", 0}};
+    const Controls told = controls_of(
+        "Input Trim 0.5, EQ Low Frequency 0.103889, EQ Low Q 0.147441, Filter 1 Frequency 0.0042, "
+        "Filter 2 Type 0.333333, Filter 2 Frequency 1, Cmp Threshold 0.6, Cmp Depth 0.666667, "
+        "Exp Release Time 0.575257, Exp Threshold 0.314286, Fader Volume 0.888889, "
+        "Fader Volume Pre/Post 0, Dynamics On/Off 1, EQ High In/Out 1, EQ Range 0, "
+        "Exp Hysteresis 0, Sc Filter Frequency 0");
     EXPECT_FALSE(changes_sound(record_of(told)));
     for (const auto& [name, value] : told) {
         const double moved = value + (value > 0.5 ? -0.001 : 0.001);
