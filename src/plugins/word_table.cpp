@@ -1,18 +1,23 @@
-// The table is sorted by counting, byte for byte from the lowest: every pass keeps the order of the
-// one before. Sorted are the words as they are spread, so that the first bits of each tell where it
-// stands: a lookup touches a few rows and not the whole table.
+// The table is sorted by counting, digit for digit from the lowest: every pass keeps the order of
+// the one before. Sorted are the words as they are spread, so that the first bits of each tell
+// where it stands: a lookup touches a few rows and not the whole table.
 #include "plugins/word_table.hpp"
 
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <utility>
 
 namespace tanrove {
 
 namespace {
 
-constexpr std::size_t byte_values = 256;
 constexpr int word_bits = 32;
+constexpr int kind_bits = std::countr_zero(WordTable::max_kinds);
+/// A word and its kind are three digits: few passes, each with counters that stay at hand.
+constexpr int digit_bits = (word_bits + kind_bits) / 3;
+constexpr std::size_t digit_values = std::size_t{1} << digit_bits;
+
 /// So few of a filter's bits are set that not many other words fall on one.
 constexpr std::size_t bits_per_word = 8;
 constexpr std::uint32_t bit_factors[] = {2654435769U, 2246822519U};  // odd, without a pattern
@@ -22,14 +27,15 @@ constexpr std::size_t most_bits = std::size_t{1} << 28;
 constexpr std::size_t rows_per_start = 4;
 constexpr std::size_t least_starts = 2;
 
-std::size_t byte_of(std::uint32_t word, int shift) {
-    return word >> shift & (byte_values - 1);
-}
-
 /// Codes are letters, which lie close together: they are spread over all bits. No two words are
 /// spread to one.
 std::uint32_t spread(std::uint32_t word) {
     return word * 2654435769U;
+}
+
+std::size_t digit_of(const WordTable::Row& row, int shift) {
+    const std::uint64_t kind = row.kind_and_place / WordTable::max_places;
+    return (std::uint64_t{row.word} << kind_bits | kind) >> shift & (digit_values - 1);
 }
 
 }  // namespace
@@ -59,24 +65,18 @@ void WordTable::add(std::uint32_t word, std::uint32_t kind, std::size_t place) {
     rows_.push_back({spread(word), static_cast<std::uint32_t>(kind_and_place)});
 }
 
-void WordTable::sort_by_byte(std::uint32_t Row::*field, int shift) {
-    std::array<std::size_t, byte_values> next = {};
-    for (const Row& row : rows_) ++next[byte_of(row.*field, shift)];
-    std::size_t begin = 0;
-    for (std::size_t& at : next) {
-        const std::size_t count = at;
-        at = begin;
-        begin += count;
-    }
-    for (const Row& row : rows_) sorted_[next[byte_of(row.*field, shift)]++] = row;
+void WordTable::sort_by_digit(int shift) {
+    std::array<std::uint32_t, digit_values> next = {};
+    for (const Row& row : rows_) ++next[digit_of(row, shift)];
+    std::uint32_t begin = 0;
+    for (std::uint32_t& at : next) begin += std::exchange(at, begin);
+    for (const Row& row : rows_) sorted_[next[digit_of(row, shift)]++] = row;
     rows_.swap(sorted_);
 }
 
 void WordTable::finish() {
-    constexpr int kind_shift = std::countr_zero(max_places);
     sorted_.resize(rows_.size());
-    sort_by_byte(&Row::kind_and_place, kind_shift);
-    for (int shift = 0; shift < word_bits; shift += 8) sort_by_byte(&Row::word, shift);
+    for (int shift = 0; shift < kind_bits + word_bits; shift += digit_bits) sort_by_digit(shift);
     sorted_ = {};
     note_starts();
 }

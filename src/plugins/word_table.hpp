@@ -48,7 +48,7 @@ public:
     std::span<const Row> places_of(std::uint32_t word, std::uint32_t kind) const;
 
 private:
-    void sort_by_byte(std::uint32_t Row::*field, int shift);
+    void sort_by_digit(int shift);
     void note_starts();
 
     std::vector<Row> rows_;
