@@ -34,13 +34,6 @@ std::optional<IdentityMatch> match_izotope(const ScanIndex& scan, std::string_vi
     return match ? match : matched(scan.vst2_with_id(*number), "iZotope code rule (VST2)");
 }
 
-/// The VST3 in a file named like that of the VST2 with this number.
-EntryPlace vst3_beside(const ScanIndex& scan, std::uint32_t product) {
-    const EntryPlace vst2 = scan.vst2_with_id(product);
-    if (!vst2) return std::nullopt;
-    return scan.vst3_with_stem(file_stem(scan.entries()[*vst2].file));
-}
-
 }  // namespace
 
 std::optional<IdentityMatch> match_by_code(const ScanIndex& scan, std::string_view key,
@@ -55,7 +48,7 @@ std::optional<IdentityMatch> match_by_code(const ScanIndex& scan, std::string_vi
             return match;
         }
         if (const auto match =
-                matched(vst3_beside(scan, product), "VST3 by filename stem (--prefer-vst3)")) {
+                matched(scan.vst3_beside(product), "VST3 by filename stem (--prefer-vst3)")) {
             return match;
         }
     }
@@ -86,16 +79,17 @@ std::optional<IdentityMatch> match_by_session_name(const ScanIndex& scan, std::s
     return matched(scan.only_one_named(plain_name), "the name Pro Tools stores");
 }
 
-void add_asked_by_key(std::vector<std::uint32_t>& words, std::string_view key) {
+void add_asked_by_key(AskedWords& asked, std::string_view key) {
     if (key.size() < code_characters) return;
+    std::vector<std::uint32_t>& words = asked.codes;
     words.push_back(code_word(key, 0));
     words.push_back(code_word(key, product_at));
     if (const auto number = izotope_number(key)) words.push_back(*number);
     if (key.size() == shell_key_characters) words.push_back(code_word(key, code_characters));
 }
 
-void add_asked_by_name(std::vector<std::uint32_t>& words, std::string_view name) {
-    words.push_back(text_word(lower_alnum(name)));
+void add_asked_by_name(AskedWords& asked, std::string_view name) {
+    asked.names.push_back(text_word(lower_alnum(name)));
 }
 
 bool is_stock(std::string_view key) {

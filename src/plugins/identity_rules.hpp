@@ -36,8 +36,8 @@ std::optional<IdentityMatch> match_in_shell(const ScanIndex& scan, std::string_v
 std::optional<IdentityMatch> match_by_session_name(const ScanIndex& scan, std::string_view name);
 
 /// What the rules will ask the list for this key, and for a name.
-void add_asked_by_key(std::vector<std::uint32_t>& words, std::string_view key);
-void add_asked_by_name(std::vector<std::uint32_t>& words, std::string_view name);
+void add_asked_by_key(AskedWords& asked, std::string_view key);
+void add_asked_by_name(AskedWords& asked, std::string_view name);
 
 /// True for the makers of the plug-ins that come with Pro Tools.
 bool is_stock(std::string_view key);

@@ -14,14 +14,14 @@ namespace {
 constexpr std::string_view clap_kind = "CLAP";
 
 /// Everything that the rules will ask REAPER's list for.
-std::vector<std::uint32_t> asked_words(const IdentityInput& input,
-                                       const InstancesByKey& instances) {
-    std::vector<std::uint32_t> words;
-    words.reserve(2 * instances.size() + input.session_names.size() + input.built_in.rows.size());
-    for (const KeyInstances& of_key : instances) add_asked_by_key(words, of_key.key);
-    for (const auto& [code, name] : input.session_names) add_asked_by_name(words, name);
-    for (const auto& [key, row] : input.built_in.rows) add_asked_by_name(words, row.productName);
-    return words;
+AskedWords asked_words(const IdentityInput& input, const InstancesByKey& instances) {
+    AskedWords asked;
+    asked.codes.reserve(2 * instances.size());
+    asked.names.reserve(input.session_names.size() + input.built_in.rows.size());
+    for (const KeyInstances& of_key : instances) add_asked_by_key(asked, of_key.key);
+    for (const auto& [code, name] : input.session_names) add_asked_by_name(asked, name);
+    for (const auto& [key, row] : input.built_in.rows) add_asked_by_name(asked, row.productName);
+    return asked;
 }
 
 }  // namespace
@@ -45,9 +45,13 @@ PluginIdentities::PluginIdentities(IdentityInput input, const InstancesByKey& in
 }
 
 const PluginTableRow* PluginIdentities::row_for(std::string_view key) const {
-    const PluginTableRow* built_in = row_in(built_in_.rows, key);
     if (const auto* row = row_in(claps_, key)) return row;
     if (const auto* row = row_in(found_, key)) return row;
+    return known_row(key);
+}
+
+const PluginTableRow* PluginIdentities::known_row(std::string_view key) const {
+    const PluginTableRow* built_in = row_in(built_in_.rows, key);
     if (has_build(built_in)) return built_in;
     if (const auto* row = row_in(learned_, key)) return row;
     return built_in;
@@ -62,7 +66,7 @@ void PluginIdentities::prefer_claps(const IdentityInput& input, const InstancesB
         const std::string& key = of_key.key;
         while (found != found_.end() && found->first < key) ++found;
         const bool is_found = found != found_.end() && found->first == key;
-        const PluginTableRow* row = is_found ? &found->second : row_for(key);
+        const PluginTableRow* row = is_found ? &found->second : known_row(key);
         if (!has_build(row) || row->fxName.starts_with(clap_kind)) continue;
         const auto place = scan_.clap_for(behind_kind(row->fxName), file_stem(row->file));
         if (!place) continue;

@@ -45,6 +45,8 @@ public:
 
 private:
     PluginIdentities(IdentityInput input, const InstancesByKey& instances, TextBuffer& out);
+    /// The row for a key that no row was found for.
+    const PluginTableRow* known_row(std::string_view key) const;
     void prefer_claps(const IdentityInput& input, const InstancesByKey& instances, TextBuffer& out);
 
     ScanIndex scan_;

@@ -51,8 +51,10 @@ std::string clap_name_of(const ScanEntry& entry) {
 }
 
 std::size_t table_of(ScanWord kind) {
-    if (kind <= ScanWord::last_asked) return 0;
-    return kind <= ScanWord::last_twin ? 1 : 2;
+    if (kind <= ScanWord::last_code) return 0;
+    if (kind <= ScanWord::last_name) return 1;
+    if (kind <= ScanWord::last_twin) return 2;
+    return kind <= ScanWord::last_clap ? 3 : 4;
 }
 
 bool is_better_build(const ScanEntry& later, const ScanEntry& best) {
@@ -80,16 +82,18 @@ std::uint32_t code_word(std::string_view text, std::size_t at) {
     return word;
 }
 
-ScanIndex::ScanIndex(std::vector<ScanEntry> entries, std::span<const std::uint32_t> asked)
-    : entries_(std::move(entries)), asked_(asked) {
+ScanIndex::ScanIndex(std::vector<ScanEntry> entries, const AskedWords& asked)
+    : entries_(std::move(entries)), asked_codes_(asked.codes), asked_names_(asked.names) {
     for (std::size_t place = 0; place < entries_.size(); ++place) add(place);
     for (WordTable& table : tables_) table.finish();
 }
 
 void ScanIndex::add(std::size_t place) {
     const ScanEntry& entry = entries_[place];
-    add_word(ScanWord::name, text_word(lower_alnum(entry.shortName)), place);
-    add_word(ScanWord::plain_name, text_word(plain_name_of(entry)), place);
+    const std::string plain_name = plain_name_of(entry);
+    const std::string name = lower_alnum(entry.shortName);
+    add_word(ScanWord::plain_name, text_word(plain_name), place);
+    if (name != plain_name) add_word(ScanWord::name, text_word(name), place);
     if (entry.isClap) {
         add_word(ScanWord::clap_id, text_word(entry.clapId), place);
         add_word(ScanWord::clap_name, text_word(clap_name_of(entry)), place);
@@ -120,7 +124,10 @@ void ScanIndex::add_class(std::size_t place, const ClassBytes& bytes) {
 }
 
 void ScanIndex::add_word(ScanWord kind, std::uint32_t word, std::size_t place) {
-    if (kind <= ScanWord::last_asked && !asked_.may_hold(word)) return;
+    if (kind <= ScanWord::last_name) {
+        const WordFilter& asked = kind <= ScanWord::last_code ? asked_codes_ : asked_names_;
+        if (!asked.may_hold(word)) return;
+    }
     tables_[table_of(kind)].add(word, static_cast<std::uint32_t>(kind), place);
 }
 
@@ -157,7 +164,10 @@ EntryPlace ScanIndex::class_holds(std::uint32_t maker, std::uint32_t product) co
     return std::nullopt;
 }
 
-EntryPlace ScanIndex::vst3_with_stem(const std::string& stem) const {
+EntryPlace ScanIndex::vst3_beside(std::uint32_t vst2_id) const {
+    const EntryPlace vst2 = vst2_with_id(vst2_id);
+    if (!vst2) return std::nullopt;
+    const std::string stem = file_stem(entries_[*vst2].file);
     return first_text(ScanWord::vst3_stem, stem,
                       [&](const ScanEntry& entry) { return file_stem(entry.file) == stem; });
 }
@@ -182,6 +192,10 @@ EntryPlace ScanIndex::named_in_part(const std::string& plain_name) const {
         if (name.find(plain_name) != std::string::npos) return place;
     }
     return std::nullopt;
+}
+
+bool ScanIndex::may_be_named(const std::string& plain_name) const {
+    return !places_of(ScanWord::plain_name, text_word(plain_name)).empty();
 }
 
 EntryPlace ScanIndex::only_one_named(const std::string& plain_name) const {

@@ -35,23 +35,30 @@ enum class ScanWord : std::uint8_t {
     compatible_id,
     class_end,
     class_word,
-    name,        ///< without the maker
+    last_code = class_word,
     plain_name,  ///< without all groups
-    last_asked = plain_name,
+    name,        ///< without the maker, where that is another
+    last_name = name,
     vst3_stem,
+    last_twin = vst3_stem,
     clap_name,
     clap_stem,
-    last_twin = clap_stem,
+    last_clap = clap_stem,
     id,
     class_id,
     clap_id,
 };
 
+/// The words of all codes, and of all names in letters and digits, that will be asked for.
+struct AskedWords {
+    std::vector<std::uint32_t> codes;
+    std::vector<std::uint32_t> names;
+};
+
 class ScanIndex {
 public:
-    /// `asked` holds the words of all codes, and of all names in letters and digits, that the
-    /// lookups by codes and by names will ask for.
-    ScanIndex(std::vector<ScanEntry> entries, std::span<const std::uint32_t> asked);
+    /// The lookups by codes and by names find what was announced in `asked`.
+    ScanIndex(std::vector<ScanEntry> entries, const AskedWords& asked);
 
     const std::vector<ScanEntry>& entries() const { return entries_; }
     bool empty() const { return entries_.empty(); }
@@ -67,14 +74,16 @@ public:
     EntryPlace class_ends_in(std::uint32_t word) const { return first(ScanWord::class_end, word); }
     /// A VST3 whose class holds both words, anywhere.
     EntryPlace class_holds(std::uint32_t maker, std::uint32_t product) const;
-    /// A VST3 of a known class whose file has this stem.
-    EntryPlace vst3_with_stem(const std::string& stem) const;
+    /// A VST3 of a known class in a file named like that of the VST2 with this number.
+    EntryPlace vst3_beside(std::uint32_t vst2_id) const;
     /// An entry of this name, without its maker or without all groups in parentheses; in letters
     /// and digits only.
     EntryPlace named(const std::string& plain_name) const;
     /// An entry whose name is a part of this one, or the other way round. Walks the list.
     EntryPlace named_in_part(const std::string& plain_name) const;
 
+    /// False where no entry has this name without all groups, so that nobody need ask for it.
+    bool may_be_named(const std::string& plain_name) const;
     /// The build that is preferred among all of one name: a VST3 before a VST2 before a CLAP. Two
     /// makers' plug-ins of one name are no answer. Walks all of that name.
     EntryPlace only_one_named(const std::string& plain_name) const;
@@ -95,11 +104,12 @@ private:
     void add_word(ScanWord kind, std::uint32_t word, std::size_t place);
 
     std::vector<ScanEntry> entries_;
-    WordFilter asked_;  ///< of the first table
-    /// For lookups by codes and names, for those of other builds of a plug-in that was found, and
+    WordFilter asked_codes_;
+    WordFilter asked_names_;
+    /// For lookups by codes, by names, for those of VST3s beside a VST2, for those of CLAPs, and
     /// for those of what is installed. They are asked at different times: so the smaller tables
     /// stay in the processor's cache while thousands of plug-ins are looked up.
-    std::array<WordTable, 3> tables_;
+    std::array<WordTable, 5> tables_;
 };
 
 }  // namespace tanrove

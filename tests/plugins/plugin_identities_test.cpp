@@ -63,7 +63,7 @@ PluginInsert insert(const std::string& code, ContainerKind kind = ContainerKind:
 /// The list as it is looked up for a key and a name.
 ScanIndex indexed(const std::vector<ScanEntry>& scan, const std::string& key = "",
                   const std::string& name = "") {
-    std::vector<std::uint32_t> asked;
+    AskedWords asked;
     add_asked_by_key(asked, key);
     add_asked_by_name(asked, name);
     return {scan, asked};
