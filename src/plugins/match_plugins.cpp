@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "base/fetch_ahead.hpp"
 #include "base/paths.hpp"
 #include "base/text_lines.hpp"
 #include "plugins/identity_rules.hpp"
@@ -98,9 +99,9 @@ std::int32_t outputs_in_name(const std::string& name) {
 
 /// An insert on its way to its key: nearly all keys differ in their beginning, and numbers are
 /// sorted faster than texts.
-struct InsertPlace {
+struct KeyPlace {
     std::uint64_t key_beginning = 0;
-    std::size_t insert = 0;
+    std::size_t place = 0;
 };
 
 /// The first eight characters as one number, in the order of texts.
@@ -111,6 +112,9 @@ std::uint64_t beginning_of(std::string_view key) {
     }
     return number;
 }
+
+/// For each plug-in of the session the build that was found.
+using Matches = std::vector<std::optional<IdentityMatch>>;
 
 class MatchRun {
 public:
@@ -124,6 +128,7 @@ private:
     void move_to_vst2(const KeyInstances& instances, const PluginTableRow& known);
     void leave_known(const KeyInstances& instances, const PluginTableRow& known);
     std::optional<IdentityMatch> look_up(const KeyInstances& instances);
+    void fetch_entries(const Matches& found, std::size_t row) const;
     void take(const KeyInstances& instances, IdentityMatch found, const PluginTableRow* name_only);
     std::optional<IdentityMatch> match_by_rules(const KeyInstances& instances,
                                                 const std::string& product_name);
@@ -244,8 +249,9 @@ std::optional<IdentityMatch> MatchRun::match_by_name(const std::string& key) {
     const NamesByCode& names = input_.session_names;
     while (next_name_ < names.size() && names[next_name_].first < key) ++next_name_;
     if (next_name_ == names.size() || names[next_name_].first != key) return std::nullopt;
-    const std::string& name = names[next_name_].second;
-    const auto [match, is_new] = by_session_name_.try_emplace(lower_alnum(name));
+    std::string name = lower_alnum(names[next_name_].second);
+    if (!input_.scan.may_be_named(name)) return std::nullopt;
+    const auto [match, is_new] = by_session_name_.try_emplace(std::move(name));
     if (is_new) match->second = match_by_session_name(input_.scan, match->first);
     return match->second;
 }
@@ -273,22 +279,40 @@ void MatchRun::take(const KeyInstances& instances, IdentityMatch found,
          without_class ? ", VST3 class id unknown - marker only" : "");
 }
 
+/// The entries of a long list are met in no order of theirs: each is called for some rows ahead of
+/// its own, and its texts when it has come.
+[[gnu::always_inline]] inline void MatchRun::fetch_entries(const Matches& found,
+                                                           std::size_t row) const {
+    constexpr std::size_t entry_ahead = 16;
+    constexpr std::size_t texts_ahead = entry_ahead / 2;
+    if (row + entry_ahead >= found.size()) return;
+    if (const auto& match = found[row + entry_ahead]) {
+        fetch_ahead(&entry(match->entry), sizeof(ScanEntry));
+    }
+    if (const auto& match = found[row + texts_ahead]) {
+        const ScanEntry& build = entry(match->entry);
+        for (const std::string* text : {&build.file, &build.name, &build.classId}) {
+            fetch_ahead(text->data(), text->size());
+        }
+    }
+}
+
 // All are looked up before the first row is made: so a long list's tables stay in the processor's
 // cache, which thousands of rows would drive them out of.
 RowsByKey MatchRun::run() {
     if (input_.scan.empty()) return {};
-    std::vector<std::optional<IdentityMatch>> found;
+    Matches found;
     found.reserve(input_.instances.size());
     for (const auto& instances : input_.instances) found.push_back(look_up(instances));
-    auto match = found.begin();
-    for (const KeyInstances& instances : input_.instances) {
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        fetch_entries(found, i);
+        const KeyInstances& instances = input_.instances[i];
         const PluginTableRow* known = row_in(input_.built_in.rows, instances.key);
-        if (*match) {
-            take(instances, **match, known);
+        if (found[i]) {
+            take(instances, *found[i], known);
         } else if (has_build(known)) {
             leave_known(instances, *known);
         }
-        ++match;
     }
     if (rows_.empty()) out_.print("    (nothing new matched)\n");
     return std::move(rows_);
@@ -297,31 +321,36 @@ RowsByKey MatchRun::run() {
 }  // namespace
 
 InstancesByKey instances_by_key(const std::vector<PluginInsert>& inserts) {
-    std::vector<InsertPlace> places;
+    InstancesByKey single;
+    std::vector<KeyPlace> places;
+    single.reserve(inserts.size());
     places.reserve(inserts.size());
-    for (std::size_t i = 0; i < inserts.size(); ++i) {
-        places.push_back({beginning_of(insert_key(inserts[i])), i});
+    for (const PluginInsert& insert : inserts) {
+        const std::size_t place = single.size();
+        single.push_back({.key = insert_key(insert),
+                          .first_insert = place,
+                          .count = 1,
+                          .keyed = insert.keyInput >= 0,
+                          .fits_both_builds = goes_to_both_builds(insert.containerKind)});
+        places.push_back({beginning_of(single.back().key), place});
     }
-    std::ranges::sort(places, [&](const InsertPlace& a, const InsertPlace& b) {
+    std::ranges::sort(places, [&](const KeyPlace& a, const KeyPlace& b) {
         if (a.key_beginning != b.key_beginning) return a.key_beginning < b.key_beginning;
-        const PluginInsert& first = inserts[a.insert];
-        const PluginInsert& second = inserts[b.insert];
-        return std::pair(insert_key(first), first.blockStart) <
-               std::pair(insert_key(second), second.blockStart);
+        return std::pair(std::string_view(single[a.place].key), inserts[a.place].blockStart) <
+               std::pair(std::string_view(single[b.place].key), inserts[b.place].blockStart);
     });
     InstancesByKey keys;
     keys.reserve(places.size());
-    for (const InsertPlace& place : places) {
-        const PluginInsert& insert = inserts[place.insert];
-        std::string key = insert_key(insert);
-        if (keys.empty() || keys.back().key != key) {
-            keys.push_back({.key = std::move(key), .first_insert = place.insert});
+    for (const KeyPlace& at : places) {
+        KeyInstances& instance = single[at.place];
+        if (keys.empty() || keys.back().key != instance.key) {
+            keys.push_back(std::move(instance));
+            continue;
         }
         KeyInstances& instances = keys.back();
         ++instances.count;
-        instances.keyed = instances.keyed || insert.keyInput >= 0;
-        instances.fits_both_builds =
-            instances.fits_both_builds && goes_to_both_builds(insert.containerKind);
+        instances.keyed = instances.keyed || instance.keyed;
+        instances.fits_both_builds = instances.fits_both_builds && instance.fits_both_builds;
     }
     return keys;
 }
