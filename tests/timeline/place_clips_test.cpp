@@ -5,7 +5,6 @@
 
 #include <iterator>
 #include <limits>
-#include <random>
 #include <sstream>
 
 #include "base/formatted_text.hpp"
@@ -119,23 +118,6 @@ TEST(PlaceClips, UsesNoSyncTableThatDoesNotNameEveryRegionInTurn) {
     }
 }
 
-TEST(PlaceClips, OrdersClipsByStartAndKeepsTheStoredOrderOfEqualStarts) {
-    std::mt19937 random(7);
-    Scene scene(64);
-    std::vector<Row> rows;
-    for (std::uint32_t i = 0; i < 64; ++i)
-        rows.push_back({.region_id = i, .position = random() % 8});
-    const auto tracks = scene.track_with_rows("Vox", false, rows).placed();
-    const auto& clips = tracks.at(0).clips;
-    ASSERT_EQ(clips.size(), rows.size());
-    for (std::size_t i = 1; i < clips.size(); ++i) {
-        EXPECT_LE(clips[i - 1].start, clips[i].start);
-        if (clips[i - 1].start == clips[i].start) {
-            EXPECT_LT(clips[i - 1].region, clips[i].region);
-        }
-    }
-}
-
 TEST(PlaceClips, AddsATrackThatTheTableDoesNotKnow) {
     Scene scene;
     scene.track("Vox").place(0, 0);
@@ -214,15 +196,6 @@ TEST(PairTracks, CountsClipGroupsAmongThePlacements) {
     scene.record("A", true, {{.region_id = 0}, {.region_id = 1, .in_group = true}});
     scene.record("B", false, {{.region_id = 0}});
     EXPECT_EQ(scene.placed().at(0).record, 0u);
-}
-
-TEST(PairTracks, GivesATrackTheNameThatItsRecordHolds) {
-    Scene scene;
-    scene.track("Audio 1").place(0, 0).track("Audio 2").place(0, 0);
-    scene.record("Vox", false, {{.region_id = 0}}).record("", false, {{.region_id = 0}});
-    const auto tracks = scene.placed();
-    EXPECT_EQ(tracks.at(0).name, "Vox");
-    EXPECT_EQ(tracks.at(1).name, "Audio 2") << "a record without a name renames nothing";
 }
 
 TEST(DecideTimebases, AsksTheRecordThenAllRecordsThenThePositions) {
