@@ -45,6 +45,7 @@ double seconds(const timeval& time) {
 /// The processor time of a program from its start to its end, the system's part included.
 double processor_seconds_of(std::vector<std::string> words) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words) arguments.push_back(word.data());
     arguments.push_back(nullptr);
     posix_spawn_file_actions_t silent;
