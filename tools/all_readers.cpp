@@ -139,6 +139,7 @@ private:
 
 std::vector<std::string> current_names(const std::vector<StripRow>& rows) {
     std::vector<std::string> names;
+    names.reserve(rows.size());
     for (const StripRow& row : rows) names.push_back(row.current_name);
     return names;
 }
