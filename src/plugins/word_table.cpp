@@ -17,6 +17,7 @@ constexpr int kind_bits = std::countr_zero(WordTable::max_kinds);
 /// A word and its kind are three digits: few passes, each with counters that stay at hand.
 constexpr int digit_bits = (word_bits + kind_bits) / 3;
 constexpr std::size_t digit_values = std::size_t{1} << digit_bits;
+static_assert(3 * digit_bits == word_bits + kind_bits);
 
 /// So few of a filter's bits are set that not many other words fall on one.
 constexpr std::size_t bits_per_word = 8;

@@ -1,5 +1,6 @@
 // What the program asks of its process before it begins, so that nothing from outside leaves a
-// project torn. A program that links the conversion keeps its own signals and does not call it.
+// project torn, and a heap that a large session fills fast. A program that links the conversion
+// keeps its own signals and its own heap, and does not call it.
 #pragma once
 
 namespace tanrove {

@@ -75,10 +75,25 @@ std::int32_t learn(const CommandLine& line, const RunSteps& steps) {
     return code == 0 ? exit_success : exit_failure;
 }
 
+/// One conversion. A session that wants more memory than there is ends with a sentence, and what
+/// tells of a run still tells of this one.
+std::int32_t convert_once(const RunSteps& steps, const RunOptions& options,
+                          ConversionResult* result = nullptr,
+                          tanrovegui::Progress* progress = nullptr) {
+    try {
+        return steps.convert(options, result, progress);
+    } catch (const std::bad_alloc&) {
+        console_print(
+            "\n  STOPPED: there is not enough memory for this session. No file was kept that\n"
+            "      is not whole.\n");
+        return exit_failure;
+    }
+}
+
 /// Converts for an application that reads stderr: done, problem and summary come in this order.
 std::int32_t convert_with_progress(const RunOptions& options, const RunSteps& steps) {
     StderrProgress progress;
-    const std::int32_t code = steps.convert(options, nullptr, &progress);
+    const std::int32_t code = convert_once(steps, options, nullptr, &progress);
     if (code == exit_success) progress.stage(stage_done, stage_total, "done");
     const ConsoleState& state = console_state();
     if (!state.problem_kind.empty()) {
@@ -106,7 +121,7 @@ std::int32_t convert_again(RunOptions options, const RunSteps& steps) {
     }
     options.output_path = second_pass_path(options.output_path);
     options.overwrite = true;
-    return steps.convert(options, nullptr, nullptr);
+    return convert_once(steps, options);
 }
 
 /// Tests the interface for callers in the same process: the report handed back has to be the report
@@ -114,7 +129,7 @@ std::int32_t convert_again(RunOptions options, const RunSteps& steps) {
 std::int32_t test_in_process_interface(RunOptions options, const RunSteps& steps) {
     options.write_report = true;
     ConversionResult result;
-    const std::int32_t code = steps.convert(options, &result, nullptr);
+    const std::int32_t code = convert_once(steps, options, &result);
     std::string on_disk;
     if (!result.report_path.empty()) {
         on_disk = read_whole_file(result.report_path, real_disk()).value_or("");
@@ -130,8 +145,8 @@ std::int32_t test_in_process_interface(RunOptions options, const RunSteps& steps
 
 std::int32_t convert(const CommandLine& line, const RunSteps& steps) {
     const RunOptions& options = line.options;
-    std::int32_t code = line.progress_wanted ? convert_with_progress(options, steps)
-                                             : steps.convert(options, nullptr, nullptr);
+    std::int32_t code =
+        line.progress_wanted ? convert_with_progress(options, steps) : convert_once(steps, options);
     write_usage_summary(options, code, steps);
     if (code == exit_success && line.convert_twice) code = convert_again(options, steps);
     return options.list_only ? code_of_words(code) : code;
@@ -168,18 +183,6 @@ std::int32_t run_command(CommandLine& line, const RunSteps& steps) {
     return convert(line, steps);
 }
 
-/// As `run_command`. A session that wants more memory than there is ends with a sentence.
-std::int32_t run_within_memory(CommandLine& line, const RunSteps& steps) {
-    try {
-        return run_command(line, steps);
-    } catch (const std::bad_alloc&) {
-        console_print(
-            "\n  STOPPED: there is not enough memory for this session. No file was kept that\n"
-            "      is not whole.\n");
-        return exit_failure;
-    }
-}
-
 }  // namespace
 
 std::int32_t run_tanrove(int argument_count, const char* const* arguments, const RunSteps& steps) {
@@ -187,7 +190,7 @@ std::int32_t run_tanrove(int argument_count, const char* const* arguments, const
     CommandLine line = read_command_line(argument_count, arguments);
     if (line.command == Command::show_help) return show_help();
     if (line.command == Command::show_version) return show_version();
-    const std::int32_t code = run_within_memory(line, steps);
+    const std::int32_t code = run_command(line, steps);
     pause_if_wanted(line);
     return code;
 }

@@ -244,7 +244,9 @@ TEST_F(Process, ASignalAtAnyStageLeavesTheFormerProjectOrTheWholeNewOne) {
                 const char* before = is_there ? "former" : "none";
                 EXPECT_EQ(project(), stage < project_stands ? before : "new");
                 EXPECT_EQ(folder_.file_count(), project() == "none" ? 3U : 4U);
-                EXPECT_EQ(file_text(out_path).find("Could not"), std::string::npos);
+                const std::string said = file_text(out_path);
+                EXPECT_EQ(said.find("Could not"), said.npos);
+                EXPECT_EQ(said.find("not enough memory") != said.npos, end.code == exit_failure);
             }
         }
     }
